@@ -1,0 +1,72 @@
+#pragma once
+#include "platform/user_interface.h"
+#include "widgets/button_grid.h"
+#include "widgets/date_field.h"
+#include "widgets/labels.h"
+#include "widgets/numeric_keypad.h"
+#include "widgets/on_screen_keyboard.h"
+#include "widgets/push_button.h"
+#include "widgets/report_grid.h"
+#include "widgets/tab_control.h"
+#include "widgets/text_box.h"
+#include "widgets/timer.h"
+#include "widgets/window.h"
+
+#include <array>
+#include <memory>
+#include <vector>
+
+namespace kova {
+
+/// The controls of the movement dialog in their design state. Each loading of the dialog makes a fresh set;
+/// a set whose dialog was unloaded lives on until the outermost running handler has returned.
+struct DrawerControls {
+    explicit DrawerControls(EventLoop& loop);
+    /// Takes the set out of service: timers stop for good, no gesture has an effect, the view closes.
+    void retire();
+
+    Window window;
+    TabControl tabs; ///< `TabControl`
+    TabPage TabControlPage1, TabControlPage2;
+
+    // The entry page, in order of tabbing and from back to front.
+    Label Label4;
+    TextBox txtVisore;
+    PushButton CMD_CaricaMoneta;
+    NumericKeypad Virtual_KeyPAD;
+    Label Label2;
+    ButtonGrid Pulsantiera_Pagamenti;
+    Label lblTipoMovimento;
+    ButtonGrid Pulsantiera_Attivita;
+    Label lblCaptionVersamenti;
+    ButtonGrid Pulsantiera_Pagamenti_Versamenti;
+    GroupFrame frameCassetti;
+    std::array<PushButton, 4> cmdCassetto; ///< indices 1 to 4
+    GroupFrame frame_valuta;
+    ButtonGrid Pulsantiera_Valuta;
+    Label lblNote;
+    TextBox txtNote;
+    OnScreenKeyboard Virtual_Keyboard;
+    PushButton cmdNascondiTastiera;
+    PushButton cmdRecuperaFondoCassaPrecedente;
+    PushButton cmdConferma;
+    PushButton cmdAnnulla;
+
+    // The movements page.
+    ReportGrid grd_mov_giornata;
+    Label Label5;
+    DateField comboData;
+    PushButton cmdCaricaMovimenti;
+    PushButton cmdAnteprima;
+    PushButton cmd_print;
+    PushButton PushButton1;
+
+    Timer TimerAttivita, TimerVersamenti; ///< 50 ms
+    Timer tmrAutoClose;                   ///< 10 ms
+
+    std::vector<Connection> handlers; ///< what the dialog connected to the controls above
+    Connection ml_RuntimeSupport;     ///< the dialog's language-change notifier
+    std::unique_ptr<WindowView> view;
+};
+
+} // namespace kova

@@ -1,0 +1,121 @@
+#pragma once
+#include "drawer_dialog/drawer_controls.h"
+#include "services/combo_multi_column.h"
+#include "services/process_state.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace kova {
+
+class cls_Kova_Drawer_Man;
+
+/// The dialog in which a cashier records one movement after the other. The object lives as long as its
+/// component; its controls come and go with each loading. It sends movements to the host through its
+/// component and keeps none. Every procedure that can fail traps its failures under a label of the error log.
+///
+/// One source file per topic: start_up, catalogues, selection, entry, confirmation, closing, movements_page.
+class frm_Drawer_Management {
+  public:
+    frm_Drawer_Management(ProcessState& process, cls_Kova_Drawer_Man& component);
+    ~frm_Drawer_Management();
+    frm_Drawer_Management(const frm_Drawer_Management&) = delete;
+    frm_Drawer_Management& operator=(const frm_Drawer_Management&) = delete;
+
+    // What the component calls, in this order; the first loads the dialog.
+    void setParentComponent(cls_Kova_Drawer_Man& component) { ParentComponent_ = &component; }
+    void set_button_Drawer();
+    void SetSwName(const std::string& locSwName);
+    void setColorMetroStyle();
+    void PredisponiPerInserimentoFondoCassaIniziale();
+    void RecuperaFondoCassaPrecedenteAttivo();
+    /// Modality 0 returns at once, any other value when the dialog has closed. A dialog on the screen comes
+    /// to the front; asked to be modal from inside one of its own handlers it returns at once all the same.
+    void Show(std::int32_t modality);
+    /// Closes the message window, then the dialog.
+    void AnnullaClick();
+
+    void ml_RuntimeSupport_LanguageChanged(std::int32_t LanguageID, const std::string& Language);
+
+    [[nodiscard]] bool loaded() const { return controls_ != nullptr; }
+    /// Null while not loaded.
+    [[nodiscard]] Window* window() { return controls_ ? &controls_->window : nullptr; }
+
+    // Fields; they keep their values while the dialog is unloaded.
+    [[nodiscard]] std::int32_t idAttivitaFondoCassaIniziale() const { return idAttivitaFondoCassaIniziale_; }
+    [[nodiscard]] const std::string& ChiaveInAttesa() const { return ChiaveInAttesa_; }
+    [[nodiscard]] bool MetroStyleAttivo() const { return MetroStyleAttivo_; }
+    [[nodiscard]] std::int32_t IndicePagamentoAziendale() const { return IndicePagamentoAziendale_; }
+    [[nodiscard]] std::int32_t IndicePagamentoEstero() const { return IndicePagamentoEstero_; }
+    /// Null before the payments were loaded for the first time.
+    [[nodiscard]] const ComboMultiColumn* ElencoPagamenti() const { return ElencoPagamenti_.get(); }
+
+  private:
+    class HandlerScope;
+
+    // start_up.cpp
+    void ensureLoaded();
+    void connectHandlers();
+    void Form_Load();
+    void layOutDoubleMovement();
+    void showDrawersWhenConfigured();
+    void chooseCurrency();
+    void Form_Activate();
+    void ApplyCaptions();
+    // catalogues.cpp
+    void Load_Pagamenti(ButtonGrid& grid);
+    void Load_Attivita();
+    void Load_Valute();
+    // selection.cpp
+    void Pulsantiera_Attivita_buttonClick(const std::string& key);
+    void Pulsantiera_Pagamenti_buttonClick(const std::string& key);
+    void Pulsantiera_Pagamenti_Versamenti_buttonClick(const std::string& key);
+    void Pulsantiera_Valuta_buttonClick(const std::string& key);
+    void TimerAttivita_Timer();
+    void TimerVersamenti_Timer();
+    void AggiornaVariabiliSelezioneAttivita(const std::int32_t& id);
+    // entry.cpp
+    void Virtual_KeyPAD_Keyboard(const std::string& key);
+    void txtVisore_KeyPress(char32_t& character);
+    void txtNote_GotFocus();
+    void cmdNascondiTastiera_Click();
+    void cmdCassetto_Click(std::int16_t index);
+    void latchDrawerButtons();
+    // confirmation.cpp
+    void cmdConferma_Click();
+    bool SalvaMovimento();
+    bool SalvaMovimentoDoppio();
+    bool refuse(std::int32_t textId, std::string_view italian);
+    void resetAfterSave();
+    void reloadPayments();
+    // closing.cpp
+    void cmdAnnulla_Click();
+    void ProceduraChiudi();
+    void tmrAutoClose_Timer();
+    void Unload();
+    // movements_page.cpp
+    void setupReportControl();
+    void cmd_print_Click();
+    void cmdAnteprima_Click();
+
+    /// The present controls; inside a handler that unloaded the dialog, those that it was called with.
+    DrawerControls& controls();
+    [[nodiscard]] cls_Kova_Drawer_Man& component() const { return *ParentComponent_; }
+    [[nodiscard]] std::string text(std::int32_t id, std::string_view italian) const;
+
+    ProcessState& process_;
+    cls_Kova_Drawer_Man* ParentComponent_;
+    std::shared_ptr<DrawerControls> controls_;
+    std::weak_ptr<DrawerControls> retired_;
+    int runningHandlers_ = 0;
+    std::int32_t idAttivitaFondoCassaIniziale_ = -1;
+    std::string ChiaveInAttesa_;
+    bool MetroStyleAttivo_ = false;
+    std::int32_t IndicePagamentoAziendale_ = -1;
+    std::int32_t IndicePagamentoEstero_ = -1;
+    std::unique_ptr<ComboMultiColumn> ElencoPagamenti_;
+};
+
+} // namespace kova

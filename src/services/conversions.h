@@ -1,0 +1,53 @@
+#pragma once
+#include "platform/database.h"
+#include "platform/regional_settings.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kova {
+
+// Numbers. One parser decides what a number is, so that the test and the conversions cannot disagree. It
+// takes blanks around, a sign, the region's currency symbol before or after, groups of exactly three digits,
+// the region's decimal separator with digits on at least one side, and an exponent.
+
+/// Whether the text converts to a double.
+bool isNumeric(std::string_view text, const RegionalSettings& regional);
+/// Throws Error: 13 for no number, 6 for one that a double cannot hold.
+double toDouble(std::string_view text, const RegionalSettings& regional);
+/// Rounds half to even. Throws Error: 13 for no number, 6 out of range.
+std::int32_t toInt32(std::string_view text, const RegionalSettings& regional);
+std::int16_t toInt16(std::string_view text, const RegionalSettings& regional);
+/// The id in a button's key. Throws Error 13 unless it is a whole number.
+std::int32_t keyToId(std::string_view key, const RegionalSettings& regional);
+
+/// Shortest decimal form of up to 15 digits, so that no binary noise shows; no grouping.
+std::string toText(double number, const RegionalSettings& regional);
+
+// Dates.
+
+/// Day and, if given, time of day; day and month in the region's order, the year with two or four digits,
+/// also year first with hyphens (ISO 8601). Seconds may follow a dot. Nothing for any other text.
+std::optional<DateTime> parseDate(std::string_view text, const RegionalSettings& regional);
+/// The day in the region's short-date form.
+std::string shortDate(DateTime time, const RegionalSettings& regional);
+/// The region's general form: short date and time, the time left out at midnight.
+std::string generalDate(DateTime time, const RegionalSettings& regional);
+
+// Cells of the database.
+
+/// The ordinary conversion; Null gives an empty text.
+std::string toText(const Value& value, const RegionalSettings& regional);
+/// The value, or `fallback` when it is Null.
+Value NullToDefault(const Value& value, const Value& fallback);
+/// Throws Error 13 for a text that is neither a number nor "True" or "False", and for Null.
+bool toBoolean(const Value& value, const RegionalSettings& regional);
+/// Throws Error 13 for Null and texts that are no number, 6 out of range. True counts as -1.
+std::int32_t toInt32(const Value& value, const RegionalSettings& regional);
+double toDouble(const Value& value, const RegionalSettings& regional);
+/// Compared as values: a text counts as the number that it reads as. Null equals nothing.
+bool equalsNumber(const Value& value, double number, const RegionalSettings& regional);
+
+} // namespace kova

@@ -1,0 +1,39 @@
+#pragma once
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kova {
+
+class ProcessState;
+
+namespace language {
+inline constexpr std::int32_t Italian = 1040;
+inline constexpr std::int32_t German = 1031;
+inline constexpr std::int32_t English = 9;
+} // namespace language
+
+/// The component's resource strings.
+class StringSource {
+  public:
+    /// Makes the component's own resources available; before that every text is empty.
+    void bindOwnResources() { bound_ = true; }
+    [[nodiscard]] bool bound() const { return bound_; }
+    /// Empty for an id or language that is not held, which is no error.
+    [[nodiscard]] std::string GetString(std::int32_t id, std::int32_t languageId) const;
+
+  private:
+    bool bound_ = false;
+};
+
+/// Reads the per-machine language setting and binds the string source. Throws Error for a setting that is no
+/// 16-bit number.
+void InitLanguage(ProcessState& process);
+/// Makes a language the current one; Italian when it is not supported. The name is not used.
+void SetLanguage(ProcessState& process, std::int32_t LanguageID, std::string_view Language);
+std::array<std::int32_t, 3> SupportedLanguages();
+/// The text of an entry in the current language. The Italian text documents the entry at the call.
+std::string GetLocalizedString(const ProcessState& process, std::int32_t id, std::string_view italian);
+
+} // namespace kova

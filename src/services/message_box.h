@@ -1,0 +1,35 @@
+#pragma once
+#include "services/process_state.h"
+#include "widgets/labels.h"
+#include "widgets/push_button.h"
+
+#include <memory>
+
+namespace kova {
+
+/// The component's own modal message window; one per process, loaded around each message.
+class frmMsgBox {
+  public:
+    explicit frmMsgBox(ProcessState& process) : process_(process) {}
+
+    /// Shows the message and returns when the window has closed. Throws what loading or showing throws.
+    void ShowMessage(const std::string& message, std::int32_t icon, const std::string& title);
+    /// Closes the window if it is open, which ends the ShowMessage that opened it.
+    void unload();
+    [[nodiscard]] bool loaded() const { return loaded_ != nullptr; }
+    /// Null while not loaded.
+    [[nodiscard]] Window* window();
+
+  private:
+    struct Controls;
+    void load();
+    ProcessState& process_;
+    std::shared_ptr<Controls> loaded_;
+};
+
+/// Shows a message of the component with the icon code 64 (information) or 16 (critical); the window looks
+/// the same with either.
+void ShowMessage(ProcessState& process, const std::string& message, std::int32_t icon,
+                 const std::string& title);
+
+} // namespace kova

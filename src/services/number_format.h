@@ -1,0 +1,31 @@
+#pragma once
+#include "platform/regional_settings.h"
+
+#include <cstdint>
+#include <string>
+
+namespace kova {
+
+/// Formats amounts for people: grouped, with a fixed number of decimals, rounded half away from zero, in the
+/// user's regional settings.
+class NumberFormat {
+  public:
+    explicit NumberFormat(const RegionalSettings& regional) : regional_(regional) {}
+    void SetQuantityDecimals(const std::int16_t& decimals) { quantityDecimals_ = decimals; }
+    void SetAmountDecimals(const std::int16_t& decimals) { amountDecimals_ = decimals; }
+    [[nodiscard]] std::int16_t amountDecimals() const { return amountDecimals_; }
+    [[nodiscard]] std::int16_t quantityDecimals() const { return quantityDecimals_; }
+    /// `decimals` below 0 count as 0, above 15 as 15.
+    [[nodiscard]] std::string FormatAmount(const double& value, const std::int16_t& decimals) const;
+    /// An amount of the company currency, with the amount decimals.
+    [[nodiscard]] std::string FormatValue(const double& value) const {
+        return FormatAmount(value, amountDecimals_);
+    }
+
+  private:
+    const RegionalSettings& regional_;
+    std::int16_t quantityDecimals_ = 0;
+    std::int16_t amountDecimals_ = 0;
+};
+
+} // namespace kova

@@ -1,0 +1,75 @@
+#pragma once
+#include "drawer_dialog/selection_state.h"
+#include "platform/platform.h"
+#include "services/localised_strings.h"
+#include "services/number_format.h"
+#include "widgets/window_stack.h"
+
+#include <memory>
+#include <string_view>
+
+namespace kova {
+
+class frmMsgBox;
+
+/// The settings read from the database when a host connects.
+struct Settings {
+    std::string ValutaAziendale; ///< the company currency as configured; not the component's option
+    std::int16_t CifreDecimali = 0;
+    std::int16_t CifreDecimaliQuantita = 0;
+    std::int32_t idCassettoCausPred_Prelievi = 0;
+    std::int32_t idCassettoCausPred_Versamenti = 0;
+};
+
+/// Everything that exists once per process and is shared by its components. The composition root builds it
+/// and hands it down; it outlives every component.
+class ProcessState {
+  public:
+    explicit ProcessState(Platform platform);
+    ~ProcessState();
+    ProcessState(const ProcessState&) = delete;
+    ProcessState& operator=(const ProcessState&) = delete;
+
+    Platform platform;
+    std::shared_ptr<DatabaseConnection> SharedConnection; ///< null until a host connects
+    Settings settings;
+    std::string SoftwareName;
+    SelectionState selection;
+    StringSource strings;
+    std::int32_t CurrentLanguageId = 0; ///< 0 until the first selection, then 1040, 1031 or 9
+    WindowStack windows;
+
+    /// Created on first use, like the three below.
+    ErrorLogger& ErrorLog();
+    NumberFormat& numberFormat();
+    frmMsgBox& messageWindow();
+    /// Null while no message was ever shown.
+    [[nodiscard]] frmMsgBox* existingMessageWindow() { return messageWindow_.get(); }
+
+    /// Runs a query on the shared connection; without one it fails like a closed connection.
+    Recordset query(const Query& query);
+    /// One record of the error log: the fixed label of a procedure and the error's description.
+    void logError(std::string_view label, const std::string& message);
+
+  private:
+    std::unique_ptr<ErrorLogger> errorLogger_;
+    std::unique_ptr<NumberFormat> numberFormat_;
+    std::unique_ptr<frmMsgBox> messageWindow_;
+};
+
+/// Runs `body`. Any failure ends it, becomes exactly one record under `label`, and goes no further.
+/// Returns whether `body` ended without a failure.
+template <class Body>
+bool trapped(ProcessState& process, std::string_view label, Body&& body) {
+    try {
+        std::forward<Body>(body)();
+        return true;
+    } catch (const std::exception& failure) {
+        process.logError(label, failure.what());
+    } catch (...) {
+        process.logError(label, "Unknown error");
+    }
+    return false;
+}
+
+} // namespace kova

@@ -1,0 +1,28 @@
+#pragma once
+#include "widgets/control.h"
+
+namespace kova {
+
+class Label : public CaptionedControl {
+  public:
+    Label(Place place, std::string caption)
+        : CaptionedControl(std::move(place), std::move(caption), colors::White) {}
+    void accept(ControlVisitor& visitor) override;
+};
+
+/// A titled frame; controls may have it as their parent.
+class GroupFrame : public CaptionedControl {
+  public:
+    GroupFrame(Place place, std::string caption)
+        : CaptionedControl(std::move(place), std::move(caption), colors::White) {}
+    void accept(ControlVisitor& visitor) override;
+};
+
+/// An area for a picture; inert.
+class PictureArea : public Control {
+  public:
+    using Control::Control;
+    void accept(ControlVisitor& visitor) override;
+};
+
+} // namespace kova

@@ -1,0 +1,35 @@
+#pragma once
+#include "widgets/control.h"
+
+namespace kova {
+
+/// A touch button with a caption. `press` is the cashier's touch.
+class PushButton : public CaptionedControl {
+  public:
+    PushButton(Place place, std::string caption, Font font = {})
+        : CaptionedControl(std::move(place), std::move(caption), colors::ButtonFace), font_(std::move(font)) {
+    }
+    void accept(ControlVisitor& visitor) override;
+
+    [[nodiscard]] const Font& font() const { return font_; }
+    [[nodiscard]] const std::string& toolTip() const { return toolTip_; }
+    void setToolTip(const std::string& text) { assign(toolTip_, text, Property::ToolTip); }
+    [[nodiscard]] bool latched() const { return latched_; } ///< drawn held down
+    void setLatched(bool latched) { assign(latched_, latched, Property::Latched); }
+    /// Drawn flat, in its own colours, instead of the platform's look.
+    [[nodiscard]] bool ownColors() const { return ownColors_; }
+    void setOwnColors(bool own) { assign(ownColors_, own, Property::BackColor); }
+
+    Gesture press();
+    /// The space bar and the return key press.
+    Gesture typeCharacter(char32_t character) override;
+    Signal<> pressed;
+
+  private:
+    Font font_;
+    std::string toolTip_;
+    bool latched_ = false;
+    bool ownColors_ = false;
+};
+
+} // namespace kova

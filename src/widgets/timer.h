@@ -1,0 +1,33 @@
+#pragma once
+#include "platform/event_loop.h"
+#include "widgets/signal.h"
+
+#include <chrono>
+#include <optional>
+
+namespace kova {
+
+/// A timer of a window: off until started, then ticking until stopped.
+class Timer {
+  public:
+    Timer(EventLoop& loop, std::chrono::milliseconds interval) : loop_(loop), interval_(interval) {}
+    Timer(const Timer&) = delete;
+    Timer& operator=(const Timer&) = delete;
+    ~Timer() { stop(); }
+
+    /// Starting a running timer changes nothing: its tick stays due when it was.
+    void start();
+    void stop();
+    /// Stops for good: later starts change nothing.
+    void retire();
+    [[nodiscard]] bool running() const { return id_.has_value(); }
+    Signal<> tick;
+
+  private:
+    EventLoop& loop_;
+    std::chrono::milliseconds interval_;
+    std::optional<TimerId> id_;
+    bool retired_ = false;
+};
+
+} // namespace kova

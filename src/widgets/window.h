@@ -1,0 +1,58 @@
+#pragma once
+#include "widgets/control.h"
+
+#include <string_view>
+#include <vector>
+
+namespace kova {
+
+/// How urgent a window's message is; for sounds and assistive technology, it changes no picture.
+enum class Severity : std::int32_t { None = 0, Critical = 16, Information = 64 };
+
+/// A window's model: title, background and the controls in it. Not visible until shown. It owns no control
+/// and draws nothing; `WindowStack` decides which window is the active one.
+class Window : public CaptionedControl {
+  public:
+    Window(std::string name, std::string title, const Rect& bounds)
+        : CaptionedControl({nullptr, std::move(name), bounds}, std::move(title), colors::White) {
+        setVisible(false);
+    }
+    void accept(ControlVisitor& visitor) override;
+
+    /// Controls in order of creation, which is the order of tabbing.
+    [[nodiscard]] const std::vector<Control*>& controls() const { return controls_; }
+    /// Letter case aside; the window's own name gives the window. Null when there is none.
+    [[nodiscard]] Control* find(std::string_view name, std::optional<int> index = std::nullopt);
+
+    [[nodiscard]] bool modal() const { return modal_; }
+    void setModal(bool modal) { modal_ = modal; }
+    /// Whether a modal window lies above it, so that it receives no input.
+    [[nodiscard]] bool blocked() const { return blocked_; }
+    void setBlocked(bool blocked) { assign(blocked_, blocked, Property::Enabled); }
+
+    [[nodiscard]] Control* focus() const { return focus_; }
+    /// The gesture that gives a control the keyboard; a locked text box takes it too.
+    Gesture moveFocus(Control& control);
+    /// Where the focus is to be when the window is shown first; says nothing.
+    void setInitialFocus(Control& control) { focus_ = &control; }
+
+    /// The operating system's request to close, as by the title bar or a log-off.
+    void requestClose() { closeRequested(); }
+
+    [[nodiscard]] Severity severity() const { return severity_; }
+    void setSeverity(Severity severity) { severity_ = severity; }
+
+    Signal<> activated; ///< it has come to the front as the active window
+    Signal<> closeRequested;
+
+  private:
+    friend class Control;
+    void adopt(Control& control) { controls_.push_back(&control); }
+    std::vector<Control*> controls_;
+    Control* focus_ = nullptr;
+    bool modal_ = false;
+    bool blocked_ = false;
+    Severity severity_ = Severity::None;
+};
+
+} // namespace kova
