@@ -2,9 +2,11 @@
 #include "component/component_options.h"
 #include "component/events.h"
 #include "component/variant.h"
+#include "platform/export.h"
 #include "widgets/signal.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -23,7 +25,7 @@ class frm_Drawer_Management;
 /// Parameters are passed by reference as the published interface has them; only the event-raising methods may
 /// change their arguments. `Show`, `Inizializza`, `InizializzaByConnString`, `DiscardForm` and the
 /// construction never fail towards the host: a failure is one record of the error log.
-class cls_Kova_Drawer_Man : public std::enable_shared_from_this<cls_Kova_Drawer_Man> {
+class KOVA_API cls_Kova_Drawer_Man : public std::enable_shared_from_this<cls_Kova_Drawer_Man> {
   public:
     /// `process` is shared by all components of a process and outlives them.
     static std::shared_ptr<cls_Kova_Drawer_Man> create(ProcessState& process);
@@ -114,7 +116,10 @@ class cls_Kova_Drawer_Man : public std::enable_shared_from_this<cls_Kova_Drawer_
     explicit cls_Kova_Drawer_Man(ProcessState& process);
     void initialize();
 
+    using Delivery = std::function<void(EventSink&)>;
+
     ProcessState& process_;
+    Signal<const Delivery&> raised_;
     ComponentOptions options_;
     std::unique_ptr<frm_Drawer_Management> dialog_;
     Connection ml_RuntimeSupport_; ///< the language-change notifier

@@ -1,4 +1,6 @@
 #pragma once
+#include "platform/export.h"
+
 #include <cstdint>
 #include <string>
 
@@ -17,7 +19,7 @@ enum class kDMTypeRow : std::int32_t {
 /// thread; the component goes on when the last connected sink has returned. What a sink writes into an
 /// argument reaches later sinks and the component. An exception ends the request: the component records it in
 /// its log and does not reset what the cashier entered.
-class EventSink {
+class KOVA_API EventSink {
   public:
     virtual ~EventSink() = default;
     /// Store one movement. `importo` in units of `Valuta`, as typed: not signed by direction; `isIncasso` is

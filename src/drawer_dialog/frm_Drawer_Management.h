@@ -65,6 +65,7 @@ class frm_Drawer_Management {
     void Form_Activate();
     void ApplyCaptions();
     // catalogues.cpp
+    ComboMultiColumn& elencoPagamenti();
     void Load_Pagamenti(ButtonGrid& grid);
     void Load_Attivita();
     void Load_Valute();
@@ -87,9 +88,11 @@ class frm_Drawer_Management {
     void cmdConferma_Click();
     bool SalvaMovimento();
     bool SalvaMovimentoDoppio();
-    bool refuse(std::int32_t textId, std::string_view italian);
-    void resetAfterSave();
+    void refuse(std::int32_t textId, std::string_view italian);
+    void emptyEntries();
     void reloadPayments();
+    [[nodiscard]] bool amountIsNumeric();
+    [[nodiscard]] double amount();
     // closing.cpp
     void cmdAnnulla_Click();
     void ProceduraChiudi();

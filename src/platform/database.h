@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/error.h"
+#include "platform/export.h"
 
 #include <chrono>
 #include <cstddef>
@@ -30,7 +31,7 @@ using Value = std::variant<Null, bool, std::int64_t, double, Decimal, std::strin
 
 /// A database failure. `number()` is the provider's error number, `sqlState()` the five characters of ISO
 /// 9075.
-class DatabaseError : public Error {
+class KOVA_API DatabaseError : public Error {
   public:
     static constexpr std::int32_t CommandFailed =
         -2147217900; ///< the text was refused, or an object is missing
@@ -46,7 +47,7 @@ class DatabaseError : public Error {
 };
 
 /// A whole result, read once and immutable from then on; all texts lie in one arena.
-class Snapshot {
+class KOVA_API Snapshot {
   public:
     [[nodiscard]] std::size_t rowCount() const { return rowCount_; }
     [[nodiscard]] std::size_t columnCount() const { return columnNames_.size(); }
@@ -80,7 +81,7 @@ class Snapshot {
 };
 
 /// A forward cursor over a snapshot. Copies share the snapshot and move on their own.
-class Recordset {
+class KOVA_API Recordset {
   public:
     /// Where reading breaks off although the record count is known, as when a connection dies under a cursor.
     struct Interruption {
@@ -130,7 +131,7 @@ struct Query {
 };
 
 /// An open connection to the host's database. Used from the user-interface thread only; never writes.
-class DatabaseConnection {
+class KOVA_API DatabaseConnection {
   public:
     virtual ~DatabaseConnection() = default;
     /// Reads the whole result. Throws DatabaseError. An empty result is not an error.

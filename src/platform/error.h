@@ -1,4 +1,6 @@
 #pragma once
+#include "platform/export.h"
+
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -6,7 +8,7 @@
 namespace kova {
 
 /// A failure as the error log records it: a number and a description.
-class Error : public std::runtime_error {
+class KOVA_API Error : public std::runtime_error {
   public:
     Error(std::int32_t number, const std::string& description)
         : std::runtime_error(description), number_(number) {}

@@ -17,7 +17,10 @@ namespace kova {
 bool isNumeric(std::string_view text, const RegionalSettings& regional);
 /// Throws Error: 13 for no number, 6 for one that a double cannot hold.
 double toDouble(std::string_view text, const RegionalSettings& regional);
-/// Rounds half to even. Throws Error: 13 for no number, 6 out of range.
+/// Rounds half to even. Throws Error 6 out of range.
+std::int32_t toInt32(double number);
+std::int16_t toInt16(double number);
+/// The same of a text; throws Error 13 for no number too.
 std::int32_t toInt32(std::string_view text, const RegionalSettings& regional);
 std::int16_t toInt16(std::string_view text, const RegionalSettings& regional);
 /// The id in a button's key. Throws Error 13 unless it is a whole number.
@@ -39,14 +42,16 @@ std::string generalDate(DateTime time, const RegionalSettings& regional);
 // Cells of the database.
 
 /// The ordinary conversion; Null gives an empty text.
-std::string toText(const Value& value, const RegionalSettings& regional);
+std::string asText(const Value& value, const RegionalSettings& regional);
 /// The value, or `fallback` when it is Null.
 Value NullToDefault(const Value& value, const Value& fallback);
-/// Throws Error 13 for a text that is neither a number nor "True" or "False", and for Null.
-bool toBoolean(const Value& value, const RegionalSettings& regional);
-/// Throws Error 13 for Null and texts that are no number, 6 out of range. True counts as -1.
-std::int32_t toInt32(const Value& value, const RegionalSettings& regional);
-double toDouble(const Value& value, const RegionalSettings& regional);
+/// Any number but 0 is true. Throws Error 13 for Null and for a text that is neither a number nor "True" or
+/// "False".
+bool asBoolean(const Value& value, const RegionalSettings& regional);
+/// Throws Error 13 for Null, dates and texts that are no number; a true Boolean counts as -1.
+double asDouble(const Value& value, const RegionalSettings& regional);
+/// Rounds half to even; throws as asDouble does, and Error 6 out of range.
+std::int32_t asInt32(const Value& value, const RegionalSettings& regional);
 /// Compared as values: a text counts as the number that it reads as. Null equals nothing.
 bool equalsNumber(const Value& value, double number, const RegionalSettings& regional);
 

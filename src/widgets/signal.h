@@ -57,8 +57,8 @@ class Signal {
 
     /// Nothing of the signal is touched after the copy, so that a slot may destroy it.
     void operator()(Args... args) const {
-        const auto slots = slots_;
-        for (const auto& slot : slots)
+        const auto present = slots_;
+        for (const auto& slot : present)
             if (slot->connected)
                 slot->call(args...);
     }

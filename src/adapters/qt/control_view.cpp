@@ -1,0 +1,95 @@
+#include "adapters/qt/control_view.h"
+
+#include "adapters/qt/backdrop.h"
+#include "adapters/qt/window_frame.h"
+
+#include <QWidget>
+
+#include <cmath>
+
+namespace kova {
+
+ControlView::ControlView(Control& control, WindowFrame& frame) : control_(&control), frame_(frame) {
+    changed_ = control.changed.connect([this](Property property) { show(property); });
+}
+
+void ControlView::detach() {
+    changed_.disconnect();
+    control_ = nullptr;
+}
+
+const Scale& ControlView::scale() const {
+    return frame_.scale();
+}
+
+int ControlView::pixels(double design) const {
+    return static_cast<int>(std::lround(design * scale().smaller()));
+}
+
+QColor ControlView::backdrop() const {
+    return control_ != nullptr ? backdropOf(*control_) : QColor(Qt::white);
+}
+
+void ControlView::run(const std::function<void()>& handler) const {
+    frame_.loop().runHandler(handler);
+}
+
+void ControlView::nameWidget(QWidget& target, const QString& spokenName) const {
+    QString name = QString::fromStdString(control_->name());
+    if (const auto index = control_->index())
+        name += QString("_%1").arg(*index);
+    target.setObjectName(name);
+    target.setAccessibleName(spokenName.isEmpty() ? name : spokenName);
+}
+
+std::optional<TouchPoint> ControlView::touchPoint(const std::optional<std::string>& part) {
+    if (part || widget().size().isEmpty())
+        return std::nullopt;
+    return TouchPoint{&widget(), QRectF(widget().rect()).center()};
+}
+
+void ControlView::layOut() {
+    widget().setGeometry(frame_.pixels(*control_));
+}
+
+bool ControlView::drawnEnabled() const {
+    return control_->enabled();
+}
+
+bool ControlView::drawnVisible() const {
+    return control_->visible();
+}
+
+void ControlView::showAll() {
+    if (control_ == nullptr)
+        return;
+    layOut();
+    show(Property::Enabled);
+    show(Property::Visible);
+}
+
+void ControlView::show(Property property) {
+    switch (property) {
+    case Property::Visible:
+        widget().setVisible(drawnVisible());
+        frame_.followFocus();
+        frame_.neighbourMoved();
+        break;
+    case Property::Enabled:
+        widget().setEnabled(drawnEnabled());
+        frame_.followFocus();
+        break;
+    case Property::Bounds:
+        layOut();
+        frame_.neighbourMoved();
+        break;
+    case Property::ZOrder:
+        widget().raise();
+        break;
+    default:
+        break;
+    }
+    widget().update();
+}
+
+} // namespace kova

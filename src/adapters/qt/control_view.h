@@ -1,0 +1,94 @@
+#pragma once
+#include "adapters/qt/event_loop.h"
+#include "adapters/qt/look.h"
+#include "widgets/control.h"
+
+#include <QPointF>
+#include <QRect>
+
+#include <optional>
+#include <string>
+
+class QWidget;
+
+namespace kova {
+
+class WindowFrame;
+
+/// Where on the screen a finger goes.
+struct TouchPoint {
+    QWidget* widget;
+    QPointF point;
+};
+
+/// The drawing of one control. It observes the model and hands gestures to it; it decides nothing. Once
+/// detached it knows its model no more; its widget is deleted with the frame's, when no handler runs, so that
+/// a view may be used after it ran a handler.
+class ControlView {
+  public:
+    ControlView(Control& control, WindowFrame& frame);
+    ControlView(const ControlView&) = delete;
+    ControlView& operator=(const ControlView&) = delete;
+    virtual ~ControlView() = default;
+
+    virtual QWidget& widget() = 0;
+    /// What has the keyboard when the control has the focus.
+    virtual QWidget& keyboardWidget() { return widget(); }
+    [[nodiscard]] virtual bool takesTab() const { return false; }
+    /// Where to touch the control, or the part of it with that key: a button's key, a keypad's text, a
+    /// keyboard's character, a tab's number. Nothing when no such part is drawn.
+    virtual std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part);
+    /// Brings the whole view in line with its model, after making and whenever the scale changed.
+    void showAll();
+    /// Another control was moved, shown or hidden.
+    virtual void neighbourMoved() {}
+    virtual void detach();
+
+  protected:
+    /// Places the widget; a view places its inner parts and sizes its fonts here too.
+    virtual void layOut();
+    /// One property of the model changed.
+    virtual void show(Property property);
+    [[nodiscard]] virtual bool drawnEnabled() const;
+    [[nodiscard]] virtual bool drawnVisible() const;
+    [[nodiscard]] Control* control() const { return control_; }
+    [[nodiscard]] WindowFrame& frame() const { return frame_; }
+    [[nodiscard]] const Scale& scale() const;
+    /// Pixels of a design length.
+    [[nodiscard]] int pixels(double design) const;
+    /// What lies behind the control: the background of its frame, page or window.
+    [[nodiscard]] QColor backdrop() const;
+    void run(const std::function<void()>& handler) const;
+    void nameWidget(QWidget& target, const QString& spokenName) const;
+
+  private:
+    Control* control_;
+    WindowFrame& frame_;
+    Connection changed_;
+};
+
+/// A view that knows its model's kind.
+template <class Model>
+class ModelView : public ControlView {
+  public:
+    ModelView(Model& model, WindowFrame& frame) : ControlView(model, frame), model_(&model) {}
+    void detach() override {
+        model_ = nullptr;
+        ControlView::detach();
+    }
+
+  protected:
+    /// Null when detached.
+    [[nodiscard]] Model* model() const { return model_; }
+    /// Hands a gesture to the model, which may unload the window; without one, nothing happens.
+    template <class Gesture>
+    void act(Gesture gesture) {
+        if (Model* const target = model_)
+            run([&] { gesture(*target); });
+    }
+
+  private:
+    Model* model_;
+};
+
+} // namespace kova

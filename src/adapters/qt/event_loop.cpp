@@ -1,0 +1,205 @@
+#include "adapters/qt/event_loop.h"
+
+#include "platform/error.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QStyleFactory>
+
+#include <algorithm>
+#include <utility>
+
+namespace kova {
+namespace {
+
+using namespace std::chrono_literals;
+
+std::unique_ptr<QApplication> ownApplication() {
+    if (QCoreApplication::instance() != nullptr) {
+        if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr)
+            throw Error(5, "The process has a Qt application without widgets");
+        return nullptr;
+    }
+    // Qt keeps references to both for as long as the application lives.
+    static int count = 1;
+    static char name[] = "kova";
+    static char* arguments[] = {name, nullptr};
+    auto application = std::make_unique<QApplication>(count, arguments);
+    QApplication::setQuitOnLastWindowClosed(false);
+    if (QStyle* style = QStyleFactory::create("Fusion"))
+        QApplication::setStyle(style);
+    return application;
+}
+
+} // namespace
+
+/// Counts a handler as running; when the outermost ends, what they gave up is deleted.
+class QtEventLoop::Handler {
+  public:
+    explicit Handler(QtEventLoop& loop) : loop_(loop) { ++loop_.runningHandlers_; }
+    Handler(const Handler&) = delete;
+    Handler& operator=(const Handler&) = delete;
+    ~Handler() {
+        if (--loop_.runningHandlers_ > 0)
+            return;
+        for (const auto& object : std::exchange(loop_.doomed_, {}))
+            if (object)
+                object->deleteLater();
+    }
+
+  private:
+    QtEventLoop& loop_;
+};
+
+QtEventLoop::QtEventLoop(Time time)
+    : application_(ownApplication()), time_(time), alarm_(std::make_unique<QTimer>()) {
+    clock_.start();
+    alarm_->setSingleShot(true);
+    alarm_->setTimerType(Qt::PreciseTimer);
+    QObject::connect(alarm_.get(), &QTimer::timeout, alarm_.get(), [this] { onAlarm(); });
+}
+
+QtEventLoop::~QtEventLoop() {
+    for (const auto& object : doomed_)
+        if (object)
+            object->deleteLater();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+TimerId QtEventLoop::startTimer(Milliseconds interval, std::function<void()> tick) {
+    alignWithWall();
+    const TimerId id = timers_.start(interval, [this, tick = std::move(tick)] {
+        const Handler handler(*this);
+        arm(); // other timers go on while this tick waits in a loop of its own
+        tick();
+    });
+    arm();
+    return id;
+}
+
+void QtEventLoop::stopTimer(TimerId id) {
+    timers_.stop(id);
+    arm();
+}
+
+void QtEventLoop::processPendingEvents() {
+    Caller caller(*this);
+    QCoreApplication::processEvents();
+    caller.rethrow();
+}
+
+void QtEventLoop::advance(Milliseconds time) {
+    if (time_ == Time::Live) {
+        waitForQt(time);
+        return;
+    }
+    const auto target = timers_.now() + time;
+    do {
+        const auto left = std::max(target - timers_.now(), 0ms);
+        const auto piece = std::min(timers_.untilNext().value_or(left), left);
+        if (piece > 0ms)
+            waitForQt(piece);
+        timers_.advance(std::clamp(target - timers_.now(), 0ms, piece));
+    } while (timers_.now() < target);
+}
+
+void QtEventLoop::settle() {
+    QCoreApplication::processEvents();
+    // With no Qt loop running nobody else carries out deleteLater.
+    if (runningHandlers_ == 0)
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void QtEventLoop::waitForQt(Milliseconds time) {
+    QEventLoop loop;
+    Caller caller(*this, &loop);
+    QTimer::singleShot(time, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+    caller.rethrow();
+}
+
+void QtEventLoop::runHandler(const std::function<void()>& handler) noexcept {
+    const Handler running(*this);
+    try {
+        handler();
+    } catch (...) {
+        keepFailure(std::current_exception());
+    }
+}
+
+void QtEventLoop::deleteAfterHandlers(QObject* object) {
+    if (runningHandlers_ == 0)
+        object->deleteLater();
+    else
+        doomed_.emplace_back(object);
+}
+
+void QtEventLoop::keepFailure(std::exception_ptr failure) {
+    if (callers_.empty()) {
+        try {
+            std::rethrow_exception(std::move(failure));
+        } catch (const std::exception& error) {
+            qWarning("Unhandled failure: %s", error.what());
+        } catch (...) {
+            qWarning("Unhandled failure");
+        }
+        return;
+    }
+    if (!failure_)
+        failure_ = std::move(failure);
+    if (callers_.back() != nullptr)
+        callers_.back()->quit();
+}
+
+QtEventLoop::Caller::Caller(QtEventLoop& owner, QEventLoop* loop) : owner_(owner) {
+    owner_.callers_.push_back(loop);
+}
+
+QtEventLoop::Caller::~Caller() {
+    owner_.callers_.pop_back();
+}
+
+void QtEventLoop::Caller::rethrow() {
+    if (auto failure = std::exchange(owner_.failure_, nullptr))
+        std::rethrow_exception(std::move(failure));
+}
+
+// Live time. The queue's time line stands still while a handler keeps Qt from its timers: ticks come late
+// then, but never early and never in a burst.
+
+QtEventLoop::Milliseconds QtEventLoop::wall() const {
+    return Milliseconds(clock_.elapsed()) - slip_;
+}
+
+void QtEventLoop::alignWithWall() {
+    if (time_ != Time::Live)
+        return;
+    auto step = wall() - timers_.now();
+    if (const auto next = timers_.untilNext())
+        step = std::min(step, *next - 1ms); // a timer may be due already; it ticks from Qt's loop, not here
+    if (step > 0ms)
+        timers_.advance(step);
+    slip_ += wall() - timers_.now();
+}
+
+void QtEventLoop::arm() {
+    if (time_ != Time::Live)
+        return;
+    const auto next = timers_.untilNext();
+    if (next)
+        alarm_->start(std::max(*next - (wall() - timers_.now()), 0ms));
+    else
+        alarm_->stop();
+}
+
+void QtEventLoop::onAlarm() {
+    const auto next = timers_.untilNext();
+    const auto late = wall() - timers_.now();
+    if (next && late >= *next) {
+        slip_ += late - *next;
+        runHandler([this, step = *next] { timers_.advance(step); });
+    }
+    arm();
+}
+
+} // namespace kova

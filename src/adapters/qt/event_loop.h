@@ -1,0 +1,87 @@
+#pragma once
+#include "platform/event_loop.h"
+#include "platform/timer_queue.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QTimer>
+
+#include <exception>
+#include <memory>
+#include <vector>
+
+class QApplication;
+class QEventLoop;
+
+namespace kova {
+
+/// The event loop on Qt's. Makes a QApplication when the process has none, so that a host needs no Qt code;
+/// it must then outlive whatever else uses Qt.
+///
+/// Exceptions cannot pass through Qt. Views therefore run every operation of a model through `runHandler`,
+/// and whoever waits for Qt (a modal loop, a gesture, a pause) is a `Caller` and throws on what was kept.
+class QtEventLoop final : public EventLoop {
+  public:
+    enum class Time {
+        Live,   ///< timers follow the clock on the wall
+        Stepped ///< time passes inside `advance` alone, which really takes that long: ticks come in the same
+                ///< order and at the same milliseconds as on virtual time, however slow the machine
+    };
+
+    explicit QtEventLoop(Time time);
+    QtEventLoop(const QtEventLoop&) = delete;
+    QtEventLoop& operator=(const QtEventLoop&) = delete;
+    ~QtEventLoop() override;
+
+    TimerId startTimer(std::chrono::milliseconds interval, std::function<void()> tick) override;
+    void stopTimer(TimerId id) override;
+    void processPendingEvents() override;
+
+    /// Waits while handling events; timers that fall due tick in order.
+    void advance(std::chrono::milliseconds time);
+    /// Handles what Qt has waiting (painting, focus, deletion); stepped time stands still.
+    void settle();
+
+    /// Runs a handler that Qt called, and keeps what it throws for the innermost caller.
+    void runHandler(const std::function<void()>& handler) noexcept;
+    /// Deletes the object as soon as no handler is running any more, so that one which is on the stack may
+    /// be given.
+    void deleteAfterHandlers(QObject* object);
+
+    /// Somebody who waits for handlers that Qt calls. A failure ends `loop`, if given.
+    class Caller {
+      public:
+        explicit Caller(QtEventLoop& owner, QEventLoop* loop = nullptr);
+        Caller(const Caller&) = delete;
+        Caller& operator=(const Caller&) = delete;
+        ~Caller();
+        /// Throws the failure of a handler that ran since, if there was one.
+        void rethrow();
+
+      private:
+        QtEventLoop& owner_;
+    };
+
+  private:
+    class Handler;
+    using Milliseconds = std::chrono::milliseconds;
+    void keepFailure(std::exception_ptr failure);
+    void waitForQt(Milliseconds time);
+    [[nodiscard]] Milliseconds wall() const;
+    void alignWithWall();
+    void arm();
+    void onAlarm();
+
+    std::unique_ptr<QApplication> application_; ///< null when the host has its own
+    Time time_;
+    TimerQueue timers_;
+    QElapsedTimer clock_;
+    Milliseconds slip_{0}; ///< how far the queue's time line lies behind the clock
+    std::unique_ptr<QTimer> alarm_;
+    int runningHandlers_ = 0;
+    std::vector<QPointer<QObject>> doomed_;
+    std::vector<QEventLoop*> callers_;
+    std::exception_ptr failure_;
+};
+
+} // namespace kova

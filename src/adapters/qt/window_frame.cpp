@@ -1,0 +1,219 @@
+#include "adapters/qt/window_frame.h"
+
+#include "adapters/qt/view_factory.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QWindow>
+
+#include <algorithm>
+#include <cmath>
+
+namespace kova {
+namespace {
+
+constexpr double TwipsPerPixel = 15;
+constexpr double SurfaceWidth = 15195 / TwipsPerPixel;
+constexpr double SurfaceHeight = 8955 / TwipsPerPixel;
+
+int rounded(double value) {
+    return static_cast<int>(std::lround(value));
+}
+
+double designPixels(Twips length) {
+    return length.count / TwipsPerPixel;
+}
+
+} // namespace
+
+WindowFrame::WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettings& regional,
+                         const QSize& surface)
+    : window_(&window), loop_(loop), regional_(regional), surface_(surface) {
+    setObjectName(QString::fromStdString(window.name()));
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setWindowTitle(QString::fromStdString(window.caption()));
+    makeViews();
+    resize(initialSize());
+    layOut();
+    connections_.push_back(window.changed.connect([this](Property property) { show(property); }));
+    connections_.push_back(window.activated.connect([this] { comeToFront(); }));
+    showOrHide();
+}
+
+WindowFrame::~WindowFrame() = default;
+
+void WindowFrame::makeViews() {
+    for (Control* control : window_->controls()) {
+        ControlView* const above = control->parent() == window_ ? nullptr : view(*control->parent());
+        views_[control] = makeView(*control, *this, above == nullptr ? *this : above->widget());
+    }
+    complete_ = true;
+}
+
+void WindowFrame::detach() {
+    window_ = nullptr;
+    connections_.clear();
+    for (const auto& [control, view] : views_)
+        view->detach();
+    views_.clear();
+    hide();
+}
+
+ControlView* WindowFrame::view(const Control& control) const {
+    const auto found = views_.find(&control);
+    return found == views_.end() ? nullptr : found->second;
+}
+
+// Edges are rounded on the whole surface, so that neighbours stay neighbours at every scale.
+QRect WindowFrame::pixels(const Control& control) const {
+    Twips left;
+    Twips top;
+    for (const Control* above = control.parent(); above != window_; above = above->parent()) {
+        left = left + above->bounds().left;
+        top = top + above->bounds().top;
+    }
+    const Rect& bounds = control.bounds();
+    const auto x = [this](Twips at) { return rounded(designPixels(at) * scale_.x); };
+    const auto y = [this](Twips at) { return rounded(designPixels(at) * scale_.y); };
+    const QPoint origin(x(left), y(top));
+    const QPoint topLeft(x(left + bounds.left), y(top + bounds.top));
+    const QPoint bottomRight(x(left + bounds.right()), y(top + bounds.bottom()));
+    return QRect(topLeft - origin, QSize(bottomRight.x() - topLeft.x(), bottomRight.y() - topLeft.y()));
+}
+
+QSize WindowFrame::initialSize() const {
+    const double x = surface_.width() / SurfaceWidth;
+    const double y = surface_.height() / SurfaceHeight;
+    const double width = designPixels(window_->bounds().width);
+    const double height = designPixels(window_->bounds().height);
+    if (width >= SurfaceWidth && height >= SurfaceHeight)
+        return surface_;
+    const double both = std::min(x, y);
+    return {rounded(width * both), rounded(height * both)};
+}
+
+void WindowFrame::layOut() {
+    if (window_ == nullptr)
+        return;
+    scale_ = {width() / std::max(1.0, designPixels(window_->bounds().width)),
+              height() / std::max(1.0, designPixels(window_->bounds().height))};
+    for (Control* control : window_->controls())
+        if (ControlView* const drawn = view(*control))
+            drawn->showAll();
+}
+
+void WindowFrame::neighbourMoved() {
+    if (!complete_)
+        return;
+    for (const auto& [control, view] : views_)
+        view->neighbourMoved();
+}
+
+void WindowFrame::show(Property property) {
+    switch (property) {
+    case Property::Visible:
+        showOrHide();
+        break;
+    case Property::Caption:
+    case Property::Title:
+        setWindowTitle(QString::fromStdString(window_->caption()));
+        break;
+    case Property::Focus:
+        followFocus();
+        break;
+    case Property::Bounds:
+        resize(initialSize());
+        layOut();
+        break;
+    default:
+        update();
+        break;
+    }
+}
+
+void WindowFrame::showOrHide() {
+    if (!window_->visible()) {
+        hide();
+        return;
+    }
+    setWindowModality(window_->modal() ? Qt::ApplicationModal : Qt::NonModal);
+    moveToPlace();
+    winId(); // makes the native window, so that it can be told which one it stands in front of
+    if (const QWidget* const below = QApplication::activeWindow(); below != nullptr && below != this)
+        windowHandle()->setTransientParent(below->window()->windowHandle());
+    QWidget::show();
+    followFocus();
+}
+
+void WindowFrame::moveToPlace() {
+    const QWidget* const below = QApplication::activeWindow();
+    const QScreen* const on = below != nullptr ? below->screen() : screen();
+    QRect place(QPoint(), size());
+    place.moveCenter(below != nullptr && below != this ? below->geometry().center()
+                                                       : on->availableGeometry().center());
+    const QRect available = on->availableGeometry();
+    move(std::max(available.left(), std::min(place.left(), available.right() - width() + 1)),
+         std::max(available.top(), std::min(place.top(), available.bottom() - height() + 1)));
+}
+
+void WindowFrame::comeToFront() {
+    const auto modality = window_->modal() ? Qt::ApplicationModal : Qt::NonModal;
+    if (windowModality() != modality) { // takes effect with the next showing only
+        hide();
+        showOrHide();
+    }
+    raise();
+    activateWindow();
+}
+
+void WindowFrame::followFocus() {
+    if (window_ == nullptr || !complete_ || window_->focus() == nullptr)
+        return;
+    ControlView* const focused = view(*window_->focus());
+    if (focused == nullptr)
+        return;
+    QWidget& keyboard = focused->keyboardWidget();
+    if (focusWidget() != &keyboard && keyboard.isEnabled() && keyboard.isVisibleTo(this))
+        keyboard.setFocus(Qt::OtherFocusReason);
+}
+
+void WindowFrame::moveFocus(bool forward) {
+    if (window_ == nullptr)
+        return;
+    std::vector<Control*> stops;
+    for (Control* control : window_->controls())
+        if (const ControlView* const drawn = view(*control);
+            control == window_->focus() ||
+            (drawn != nullptr && drawn->takesTab() && control->reach() == Gesture::Done))
+            stops.push_back(control);
+    if (stops.empty())
+        return;
+    const auto count = static_cast<std::ptrdiff_t>(stops.size());
+    const auto present = std::ranges::find(stops, window_->focus());
+    std::ptrdiff_t next = forward ? 0 : count - 1;
+    if (present != stops.end())
+        next = (present - stops.begin() + (forward ? 1 : count - 1)) % count;
+    Control& target = *stops[static_cast<std::size_t>(next)];
+    loop_.runHandler([&] { window_->moveFocus(target); });
+}
+
+void WindowFrame::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    if (Window* const asked = window_)
+        loop_.runHandler([&] { asked->requestClose(); });
+}
+
+void WindowFrame::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), window_ != nullptr ? look::toQt(window_->backColor()) : QColor(Qt::white));
+}
+
+void WindowFrame::resizeEvent(QResizeEvent*) {
+    if (complete_)
+        layOut();
+}
+
+} // namespace kova

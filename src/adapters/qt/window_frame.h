@@ -1,0 +1,70 @@
+#pragma once
+#include "adapters/qt/control_view.h"
+#include "adapters/qt/event_loop.h"
+#include "adapters/qt/look.h"
+#include "platform/regional_settings.h"
+#include "widgets/window.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace kova {
+
+/// The top-level widget of one window: draws its background, holds the views of its controls and scales them
+/// all with the client area. The model decides when it is visible and where the focus is; the title bar's
+/// close button only asks the model.
+class WindowFrame final : public QWidget {
+  public:
+    /// `surface` is what the largest window, the design surface, measures in pixels.
+    WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettings& regional, const QSize& surface);
+    ~WindowFrame() override;
+
+    /// Forgets the models at once; later events come to nothing.
+    void detach();
+    /// Null when detached.
+    [[nodiscard]] Window* model() const { return window_; }
+    /// Null for a control that is not of this window.
+    [[nodiscard]] ControlView* view(const Control& control) const;
+
+    [[nodiscard]] QtEventLoop& loop() const { return loop_; }
+    [[nodiscard]] const RegionalSettings& regional() const { return regional_; }
+    [[nodiscard]] const Scale& scale() const { return scale_; }
+    /// Where a control is drawn, relative to what its parent is drawn on.
+    [[nodiscard]] QRect pixels(const Control& control) const;
+
+    /// Gives the keyboard to the control that has the model's focus, as soon as it can take it.
+    void followFocus();
+    /// The tabulator key: the next control, in order of creation, that can be reached.
+    void moveFocus(bool forward);
+    void neighbourMoved();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool focusNextPrevChild(bool) override { return false; } // Qt must not move the focus on its own account
+
+  private:
+    void makeViews();
+    void layOut();
+    void show(Property property);
+    void showOrHide();
+    void comeToFront();
+    void moveToPlace();
+    [[nodiscard]] QSize initialSize() const;
+
+    Window* window_;
+    QtEventLoop& loop_;
+    const RegionalSettings& regional_;
+    QSize surface_;
+    Scale scale_;
+    std::map<const Control*, ControlView*> views_; ///< each owned by its parent widget
+    std::vector<Connection> connections_;
+    bool complete_ = false; ///< all views are made
+};
+
+} // namespace kova

@@ -1,0 +1,86 @@
+#include "adapters/sqlite/sqlite_handle.h"
+
+#include "adapters/sqlite/daily_operation.h"
+#include "adapters/sqlite/server_dialect.h"
+#include "adapters/sqlite/server_functions.h"
+#include "adapters/sqlite/sqlite_statement.h"
+
+#include <filesystem>
+#include <sqlite3.h>
+
+namespace kova {
+namespace {
+
+constexpr int busyTimeoutMilliseconds = 1000; ///< the cashier's window stands still for as long
+
+DatabaseError cannotOpen() {
+    return {DatabaseError::Unspecified, "unable to open database file", "HY000"};
+}
+
+[[noreturn]] void refuse(const std::string& reason) {
+    throw DatabaseError(DatabaseError::CommandFailed, reason, "42000");
+}
+
+} // namespace
+
+void SqliteHandle::Closer::operator()(sqlite3* database) const {
+    sqlite3_close_v2(database);
+}
+
+SqliteHandle::SqliteHandle(const std::string& name, int flags) {
+    sqlite3* database = nullptr;
+    const int opened = sqlite3_open_v2(name.c_str(), &database, flags, nullptr);
+    database_.reset(database); // a handle that failed to open still has to be closed
+    const auto require = [database](int code) {
+        if (code != SQLITE_OK)
+            throwSqliteError(database, code);
+    };
+    require(opened);
+    require(sqlite3_busy_timeout(database, busyTimeoutMilliseconds));
+    require(sqlite3_db_config(database, SQLITE_DBCONFIG_MAINDBNAME, "dbo"));
+    require(addServerFunctions(database));
+    require(addDailyOperation(database));
+    SqliteStatement(database, "SELECT count(*) FROM sqlite_master").step(); // opening alone reads nothing
+}
+
+std::shared_ptr<SqliteHandle> SqliteHandle::openFile(const std::string& file, Access access) {
+    // Names such as ":memory:" and the empty one mean something else to SQLite than to a person.
+    std::error_code error;
+    const std::filesystem::path path(std::u8string(file.begin(), file.end()));
+    const bool exists = std::filesystem::exists(path, error);
+    const bool suitable = exists ? std::filesystem::is_regular_file(path, error)
+                                 : access == Access::ReadWrite && path.has_filename();
+    const auto absolute = std::filesystem::absolute(path, error).u8string();
+    if (!suitable || error)
+        throw cannotOpen();
+    const int flags =
+        access == Access::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    return std::shared_ptr<SqliteHandle>(
+        new SqliteHandle(std::string(absolute.begin(), absolute.end()), flags));
+}
+
+std::shared_ptr<SqliteHandle> SqliteHandle::openMemory() {
+    return std::shared_ptr<SqliteHandle>(
+        new SqliteHandle(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY));
+}
+
+// Which cursor and lock were asked for makes no difference: a snapshot is static and read-only.
+Recordset SqliteConnection::query(const Query& query) {
+    const std::string sql = toSqliteDialect(query.text);
+    SqliteStatement statement(handle_->get(), sql);
+    if (statement.empty())
+        refuse("Command text was not set for the command object.");
+    if (!statement.rest().empty() && !SqliteStatement(handle_->get(), statement.rest()).empty())
+        refuse("only one statement is allowed");
+    if (!statement.readOnly())
+        refuse("attempt to write through a connection that only reads");
+    if (static_cast<std::size_t>(statement.parameterCount()) != query.parameters.size())
+        throw DatabaseError(DatabaseError::Unspecified,
+                            "the number of parameters does not match the command text", "HY000");
+    int position = 0;
+    for (const DateParameter& parameter : query.parameters)
+        statement.bind(++position, parameter.value);
+    return Recordset(statement.readAll());
+}
+
+} // namespace kova

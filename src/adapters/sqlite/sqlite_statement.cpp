@@ -1,0 +1,96 @@
+#include "adapters/sqlite/sqlite_statement.h"
+
+#include "adapters/sqlite/column_reader.h"
+#include "adapters/sqlite/date_time_text.h"
+
+#include <cmath>
+#include <sqlite3.h>
+
+namespace kova {
+namespace {
+
+struct Binder {
+    sqlite3_stmt* statement;
+    int position;
+
+    int operator()(Null) const { return sqlite3_bind_null(statement, position); }
+    int operator()(bool value) const { return sqlite3_bind_int(statement, position, value ? 1 : 0); }
+    int operator()(std::int64_t value) const { return sqlite3_bind_int64(statement, position, value); }
+    int operator()(double value) const { return sqlite3_bind_double(statement, position, value); }
+    int operator()(Decimal value) const {
+        return (*this)(static_cast<double>(value.unscaled) / std::pow(10.0, value.scale));
+    }
+    int operator()(std::string_view value) const {
+        const char* bytes = value.empty() ? "" : value.data(); // a null pointer would bind Null
+        return sqlite3_bind_text64(statement, position, bytes, value.size(), SQLITE_STATIC, SQLITE_UTF8);
+    }
+    int operator()(DateTime value) const {
+        const std::string text = formatDateTimeText(value);
+        return sqlite3_bind_text64(statement, position, text.data(), text.size(), SQLITE_TRANSIENT,
+                                   SQLITE_UTF8);
+    }
+};
+
+} // namespace
+
+void throwSqliteError(sqlite3* database, int code) {
+    const std::string message = database ? sqlite3_errmsg(database) : sqlite3_errstr(code);
+    if ((code & 0xff) != SQLITE_ERROR)
+        throw DatabaseError(DatabaseError::Unspecified, message, "HY000");
+    const bool missing = message.starts_with("no such table");
+    throw DatabaseError(DatabaseError::CommandFailed, message, missing ? "42S02" : "42000");
+}
+
+void SqliteStatement::Finalizer::operator()(sqlite3_stmt* statement) const {
+    sqlite3_finalize(statement);
+}
+
+SqliteStatement::SqliteStatement(sqlite3* database, std::string_view sql) : database_(database) {
+    sqlite3_stmt* statement = nullptr;
+    const char* rest = nullptr;
+    const int code = sqlite3_prepare_v2(database, sql.data(), static_cast<int>(sql.size()), &statement, &rest);
+    if (code != SQLITE_OK)
+        throwSqliteError(database, code);
+    statement_.reset(statement);
+    rest_ = rest ? sql.substr(static_cast<std::size_t>(rest - sql.data())) : std::string_view();
+}
+
+bool SqliteStatement::readOnly() const {
+    return sqlite3_stmt_readonly(statement_.get()) != 0;
+}
+
+int SqliteStatement::parameterCount() const {
+    return sqlite3_bind_parameter_count(statement_.get());
+}
+
+void SqliteStatement::bind(int position, const Value& value) {
+    const int code = std::visit(Binder{statement_.get(), position}, value);
+    if (code != SQLITE_OK)
+        throwSqliteError(database_, code);
+}
+
+bool SqliteStatement::step() {
+    const int code = sqlite3_step(statement_.get());
+    if (code != SQLITE_ROW && code != SQLITE_DONE)
+        throwSqliteError(database_, code);
+    return code == SQLITE_ROW;
+}
+
+std::shared_ptr<const Snapshot> SqliteStatement::readAll() {
+    auto snapshot = std::make_shared<Snapshot>();
+    std::vector<ColumnReader> columns;
+    const int count = sqlite3_column_count(statement_.get());
+    for (int i = 0; i < count; ++i) {
+        columns.emplace_back(statement_.get(), i);
+        const char* name = sqlite3_column_name(statement_.get(), i);
+        snapshot->addColumn(name ? name : "");
+    }
+    while (step()) {
+        for (const ColumnReader& column : columns)
+            snapshot->add(column.read());
+        snapshot->endRow();
+    }
+    return snapshot;
+}
+
+} // namespace kova

@@ -1,0 +1,47 @@
+#include "component/cls_Kova_Drawer_Man.h"
+#include "drawer_dialog/frm_Drawer_Management.h"
+#include "drawer_dialog/handler_scope.h"
+#include "services/message_box.h"
+
+namespace kova {
+
+void frm_Drawer_Management::cmdAnnulla_Click() {
+    trapped(process_, "cmdAnnulla_Click", [&] {
+        if (component().predisponiInserimentoFondoCassaIniziale())
+            process_.platform.userInterface.messageBox(
+                {"Inserire obbligatoriamente il fondo cassa.",
+                 PlatformMessage::OkOnly + PlatformMessage::Information, process_.platform.applicationTitle});
+        else
+            ProceduraChiudi();
+    });
+}
+
+void frm_Drawer_Management::ProceduraChiudi() {
+    trapped(process_, "ProceduraChiudi", [&] { Unload(); });
+}
+
+void frm_Drawer_Management::AnnullaClick() {
+    const HandlerScope scope(*this);
+    trapped(process_, "AnnullaClick", [&] {
+        if (auto* message = process_.existingMessageWindow())
+            message->unload();
+        ProceduraChiudi();
+    });
+}
+
+void frm_Drawer_Management::tmrAutoClose_Timer() {
+    controls().tmrAutoClose.stop();
+    ProceduraChiudi();
+}
+
+void frm_Drawer_Management::Unload() {
+    if (!controls_)
+        return;
+    MetroStyleAttivo_ = false;
+    const auto unloaded = std::exchange(controls_, nullptr);
+    retired_ = unloaded;
+    process_.windows.remove(unloaded->window);
+    unloaded->retire();
+}
+
+} // namespace kova

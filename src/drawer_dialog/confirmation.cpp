@@ -1,0 +1,158 @@
+#include "component/cls_Kova_Drawer_Man.h"
+#include "drawer_dialog/frm_Drawer_Management.h"
+#include "services/conversions.h"
+#include "services/message_box.h"
+
+#include <algorithm>
+
+namespace kova {
+namespace {
+
+constexpr std::int32_t InformationIcon = 64;
+constexpr std::string_view ConfirmLabel = "cmdConferma_Click"; // one label for the button and both saves
+
+/// Keeps a button disabled while it lives, whatever way its scope is left.
+class DisabledWhile {
+  public:
+    explicit DisabledWhile(PushButton& button) : button_(button) { button_.setEnabled(false); }
+    ~DisabledWhile() { button_.setEnabled(true); }
+    DisabledWhile(const DisabledWhile&) = delete;
+    DisabledWhile& operator=(const DisabledWhile&) = delete;
+
+  private:
+    PushButton& button_;
+};
+
+bool isNamedKova(std::string name) {
+    std::ranges::transform(name, name.begin(), [](char c) {
+        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    });
+    return name == "KOVA";
+}
+
+} // namespace
+
+void frm_Drawer_Management::cmdConferma_Click() {
+    trapped(process_, ConfirmLabel, [&] {
+        const DisabledWhile confirming(controls().cmdConferma);
+        const bool pairs = component().DoppioInserimentoObbligatorio() && !isNamedKova(process_.SoftwareName);
+        const bool saved = pairs ? SalvaMovimentoDoppio() : SalvaMovimento();
+        if (saved && component().ChiusuraAutomatica())
+            controls().tmrAutoClose.start();
+    });
+}
+
+bool frm_Drawer_Management::SalvaMovimento() {
+    bool saved = false;
+    trapped(process_, ConfirmLabel, [&] {
+        auto& s = process_.selection;
+        if (s.idPagamento == -1)
+            return refuse(43, "Selezionare un pagamento.");
+        if (s.idAttivita == -1)
+            return refuse(44, "Selezionare un tipo di operazione.");
+        if (controls().txtNote.text().empty())
+            return refuse(45, "Caricare una nota.");
+        if (!amountIsNumeric())
+            return refuse(46, "Caricare un importo valido.");
+        if (s.Valuta.empty())
+            return refuse(47, "Selezionare la valuta relativa all'importo.");
+
+        std::string note = controls().txtNote.text();
+        double importo = amount();
+        component().SalvaPagamento(s.idPagamento, importo, s.Valuta, note, s.Cassetto, s.idAttivita,
+                                   s.isIncasso);
+        saved = true;
+
+        s.idAttivita = -1;
+        s.isIncasso = false;
+        s.Cassetto = 0;
+        s.idPagamento = -1;
+        emptyEntries();
+        reloadPayments();
+        Load_Attivita();
+        if (s.MultiValuta)
+            Load_Valute();
+        // In initial-float mode the drawer was opened when the activity was applied.
+        if (!component().predisponiInserimentoFondoCassaIniziale() && s.isOpenECRDrawer)
+            component().ApriCassetto();
+        s.isOpenECRDrawer = false;
+    });
+    return saved;
+}
+
+bool frm_Drawer_Management::SalvaMovimentoDoppio() {
+    bool saved = false;
+    trapped(process_, ConfirmLabel, [&] {
+        auto& s = process_.selection;
+        auto& withdrawal = process_.settings.idCassettoCausPred_Prelievi;
+        auto& deposit = process_.settings.idCassettoCausPred_Versamenti;
+        if (s.idPagamento == -1)
+            return refuse(51, "Selezionare la modalità pagamento per il prelievo.");
+        if (s.idPagamentoVersamento == -1)
+            return refuse(52, "Selezionare la modalità pagamento per il versamento.");
+        if (withdrawal == -1)
+            return refuse(53, "Non è possibile salvare il movimento poichè non è configurata la causale "
+                              "predefinita cassetto per i prelievi.");
+        if (deposit == -1)
+            return refuse(54, "Non è possibile salvare il movimento poichè non è configurata la causale "
+                              "predefinita cassetto per i vesamenti.");
+        if (!amountIsNumeric())
+            return refuse(46, "Caricare un importo valido.");
+        if (s.Valuta.empty())
+            return refuse(47, "Selezionare la valuta relativa all'importo.");
+
+        const auto send = [&](std::int32_t& payment, std::int32_t& activity, std::int32_t noteId,
+                              std::string_view italianNote) {
+            AggiornaVariabiliSelezioneAttivita(activity);
+            const std::string& typed = controls().txtNote.text();
+            std::string note = typed.empty() ? text(noteId, italianNote) : typed;
+            double importo = amount();
+            component().SalvaPagamento(payment, importo, s.Valuta, note, s.Cassetto, activity, s.isIncasso);
+        };
+        send(s.idPagamento, withdrawal, 56, "Prelievo");
+        send(s.idPagamentoVersamento, deposit, 50, "Versamento");
+        saved = true;
+
+        s.idAttivita = -1;
+        s.isIncasso = false;
+        s.Cassetto = 0;
+        s.idPagamento = -1;
+        s.idPagamentoVersamento = -1;
+        emptyEntries();
+        reloadPayments();
+        if (s.MultiValuta)
+            Load_Valute();
+        if (s.isOpenECRDrawer) // the deposit's flag: it was read last
+            component().ApriCassetto();
+        s.isOpenECRDrawer = false;
+    });
+    return saved;
+}
+
+void frm_Drawer_Management::refuse(std::int32_t textId, std::string_view italian) {
+    ShowMessage(process_, text(textId, italian), InformationIcon, text(1, "Gestione cassetto"));
+}
+
+bool frm_Drawer_Management::amountIsNumeric() {
+    return isNumeric(controls().txtVisore.text(), process_.platform.regional);
+}
+
+double frm_Drawer_Management::amount() {
+    return toDouble(controls().txtVisore.text(), process_.platform.regional);
+}
+
+void frm_Drawer_Management::emptyEntries() {
+    controls().txtNote.setText("");
+    controls().txtVisore.setText("");
+    latchDrawerButtons();
+}
+
+void frm_Drawer_Management::reloadPayments() {
+    Load_Pagamenti(controls().Pulsantiera_Pagamenti);
+    if (component().idPagamentoPredefinito() != -1)
+        Pulsantiera_Pagamenti_buttonClick(std::to_string(component().idPagamentoPredefinito()));
+    if (component().DoppioInserimentoObbligatorio())
+        Load_Pagamenti(controls().Pulsantiera_Pagamenti_Versamenti);
+}
+
+} // namespace kova

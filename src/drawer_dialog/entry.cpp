@@ -1,0 +1,80 @@
+#include "component/cls_Kova_Drawer_Man.h"
+#include "drawer_dialog/frm_Drawer_Management.h"
+#include "services/numeric_key_filter.h"
+
+#include <algorithm>
+
+namespace kova {
+namespace {
+
+bool isBackspace(std::string_view key) {
+    return std::ranges::equal(key, std::string_view("BACKSPACE"), [](char typed, char wanted) {
+        return typed == wanted || (typed >= 'a' && typed <= 'z' && typed - 'a' + 'A' == wanted);
+    });
+}
+
+} // namespace
+
+void frm_Drawer_Management::Virtual_KeyPAD_Keyboard(const std::string& key) {
+    trapped(process_, "Virtual_KeyPAD_Keyboard", [&] {
+        auto& display = controls().txtVisore;
+        if (isBackspace(key)) {
+            display.setText(""); // the whole amount, so that no half of a wrong one stays behind
+        } else if (key == ".") {
+            if (display.text().find(',') == std::string::npos)
+                display.setText(display.text() + ",");
+        } else if (key != "*") {
+            display.setText(display.text() + key);
+        }
+    });
+}
+
+void frm_Drawer_Management::txtVisore_KeyPress(char32_t& character) {
+    character = NumericKeyFilter(character, {.decimals = true});
+}
+
+// Only the double-movement screen hides its keyboard: there it lies over the payment grids.
+void frm_Drawer_Management::txtNote_GotFocus() {
+    if (!component().DoppioInserimentoObbligatorio())
+        return;
+    auto& c = controls();
+    c.cmdNascondiTastiera.setVisible(true);
+    c.Virtual_Keyboard.setVisible(true);
+    c.Virtual_Keyboard.bringToFront();
+}
+
+void frm_Drawer_Management::cmdNascondiTastiera_Click() {
+    if (!component().DoppioInserimentoObbligatorio())
+        return;
+    auto& c = controls();
+    c.cmdNascondiTastiera.setVisible(false);
+    c.Virtual_Keyboard.setVisible(false);
+}
+
+void frm_Drawer_Management::cmdCassetto_Click(std::int16_t index) {
+    trapped(process_, "cmdCassetto_Click", [&] {
+        process_.selection.Cassetto = index;
+        latchDrawerButtons();
+    });
+}
+
+void frm_Drawer_Management::set_button_Drawer() {
+    ensureLoaded();
+    latchDrawerButtons();
+}
+
+void frm_Drawer_Management::latchDrawerButtons() {
+    trapped(process_, "set_button_Drawer", [&] {
+        auto& buttons = controls().cmdCassetto;
+        for (auto& button : buttons)
+            button.setLatched(false);
+        const auto drawer = process_.selection.Cassetto;
+        if (drawer == 0)
+            return;
+        if (drawer < 1 || static_cast<std::size_t>(drawer) > buttons.size())
+            throw Error(340, "Control array element '" + std::to_string(drawer) + "' doesn't exist");
+        buttons[static_cast<std::size_t>(drawer) - 1].setLatched(true);
+    });
+}
+
+} // namespace kova

@@ -1,0 +1,99 @@
+#include "component/cls_Kova_Drawer_Man.h"
+#include "drawer_dialog/frm_Drawer_Management.h"
+#include "services/conversions.h"
+
+namespace kova {
+namespace {
+
+void markOnly(ButtonGrid& grid, const std::string& key) {
+    grid.clearSelection();
+    grid.selectButton(key, true);
+}
+
+/// Whether a coefficient reads "1": a number by its value, a text to the letter.
+bool isOne(const Value& coefficient, const RegionalSettings& regional) {
+    if (const auto* text = std::get_if<std::string_view>(&coefficient))
+        return *text == "1";
+    return equalsNumber(coefficient, 1, regional);
+}
+
+} // namespace
+
+// The touch only remembers its key; the timer applies the last one.
+void frm_Drawer_Management::Pulsantiera_Attivita_buttonClick(const std::string& key) {
+    trapped(process_, "Pulsantiera_Attivita_buttonClick", [&] {
+        ChiaveInAttesa_ = key;
+        controls().TimerAttivita.start();
+    });
+}
+
+void frm_Drawer_Management::TimerAttivita_Timer() {
+    trapped(process_, "TimerAttivita_Timer", [&] {
+        auto& c = controls();
+        c.TimerAttivita.stop();
+        markOnly(c.Pulsantiera_Attivita, ChiaveInAttesa_);
+        AggiornaVariabiliSelezioneAttivita(keyToId(ChiaveInAttesa_, process_.platform.regional));
+        if (component().predisponiInserimentoFondoCassaIniziale() && process_.selection.isOpenECRDrawer)
+            component().ApriCassetto();
+        if (component().InserimentoAutomatico())
+            cmdConferma_Click();
+    });
+}
+
+void frm_Drawer_Management::AggiornaVariabiliSelezioneAttivita(const std::int32_t& id) {
+    trapped(process_, "AggiornaVariabiliSelezioneAttivita", [&] {
+        const auto& regional = process_.platform.regional;
+        auto& selection = process_.selection;
+        selection.isOpenECRDrawer = false;
+        const Recordset rows =
+            process_.query({"SELECT description, coefficient, IsAutomaticNote, isOpenECRDrawer FROM "
+                            "tabActivityDrawer WHERE id = " +
+                            std::to_string(id)});
+        if (rows.endOfFile()) {
+            selection.isIncasso = false;
+        } else {
+            const Value no = std::int64_t{0};
+            selection.isIncasso = isOne(rows.field("coefficient"), regional);
+            const bool automaticNote = asBoolean(NullToDefault(rows.field("isAutomaticNote"), no), regional);
+            selection.isOpenECRDrawer = asBoolean(NullToDefault(rows.field("isOpenECRDrawer"), no), regional);
+            auto& note = controls().txtNote;
+            if (automaticNote && note.text().empty())
+                note.setText(asText(NullToDefault(rows.field("Description"), ""), regional));
+        }
+        selection.idAttivita = id;
+    });
+}
+
+void frm_Drawer_Management::Pulsantiera_Pagamenti_buttonClick(const std::string& key) {
+    trapped(process_, "Pulsantiera_Pagamenti_buttonClick", [&] {
+        markOnly(controls().Pulsantiera_Pagamenti, key);
+        process_.selection.idPagamento = keyToId(key, process_.platform.regional);
+    });
+}
+
+void frm_Drawer_Management::Pulsantiera_Pagamenti_Versamenti_buttonClick(const std::string& key) {
+    trapped(process_, "Pulsantiera_Pagamenti_Versamenti_buttonClick", [&] {
+        ChiaveInAttesa_ = key;
+        controls().TimerVersamenti.start();
+    });
+}
+
+void frm_Drawer_Management::TimerVersamenti_Timer() {
+    trapped(process_, "TimerVersamenti_Timer", [&] {
+        auto& c = controls();
+        c.TimerVersamenti.stop();
+        markOnly(c.Pulsantiera_Pagamenti_Versamenti, ChiaveInAttesa_);
+        process_.selection.idPagamentoVersamento = keyToId(ChiaveInAttesa_, process_.platform.regional);
+        if (component().InserimentoAutomatico())
+            cmdConferma_Click();
+    });
+}
+
+void frm_Drawer_Management::Pulsantiera_Valuta_buttonClick(const std::string& key) {
+    trapped(process_, "Pulsantiera_Valuta_buttonClick", [&] {
+        markOnly(controls().Pulsantiera_Valuta, key);
+        process_.selection.Valuta = key;
+    });
+}
+
+} // namespace kova

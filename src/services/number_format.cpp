@@ -1,0 +1,76 @@
+#include "services/number_format.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace kova {
+namespace {
+
+constexpr int SignificantDigits = 15;
+
+/// A number's decimal digits without sign, and how many of them stand before the point.
+struct Digits {
+    std::string digits;
+    int beforePoint;
+};
+
+// 15 significant digits: 1.005 is meant to be exactly that, though the double is a little less.
+Digits decimalDigits(double value) {
+    std::array<char, 64> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value),
+                                   std::chars_format::scientific, SignificantDigits - 1)
+                         .ptr;
+    const std::string text(buffer.data(), end);
+    const auto e = text.find('e');
+    int exponent = 0;
+    const char* sign = text.data() + e + 1;
+    std::from_chars(*sign == '+' ? sign + 1 : sign, text.data() + text.size(), exponent);
+    return {text[0] + text.substr(2, e - 2), exponent + 1};
+}
+
+/// Cuts to `places` digits after the point, rounding half away from zero, and pads with zeros.
+void roundTo(Digits& number, int places) {
+    if (number.beforePoint < 1) {
+        number.digits.insert(0, static_cast<std::size_t>(1 - number.beforePoint), '0');
+        number.beforePoint = 1;
+    }
+    const auto wanted = static_cast<std::size_t>(number.beforePoint + places);
+    const bool up = number.digits.size() > wanted && number.digits[wanted] >= '5';
+    number.digits.resize(wanted, '0');
+    if (!up)
+        return;
+    auto digit = number.digits.rbegin();
+    for (; digit != number.digits.rend() && *digit == '9'; ++digit)
+        *digit = '0';
+    if (digit != number.digits.rend()) {
+        ++*digit;
+    } else {
+        number.digits.insert(0, 1, '1');
+        ++number.beforePoint;
+    }
+}
+
+} // namespace
+
+std::string NumberFormat::FormatAmount(const double& value, const std::int16_t& decimals) const {
+    constexpr int mostDecimals = 15;
+    const int places = std::clamp<int>(decimals, 0, mostDecimals);
+    Digits number = decimalDigits(value);
+    roundTo(number, places);
+    const bool zero = number.digits.find_first_not_of('0') == std::string::npos;
+
+    const auto whole = static_cast<std::size_t>(number.beforePoint);
+    std::string result;
+    for (std::size_t i = 0; i < whole; ++i) {
+        if (i > 0 && (whole - i) % 3 == 0)
+            result += regional_.groupSeparator;
+        result += number.digits[i];
+    }
+    if (places > 0)
+        result += regional_.decimalSeparator + number.digits.substr(whole);
+    return (value < 0 && !zero ? "-" : "") + result;
+}
+
+} // namespace kova
