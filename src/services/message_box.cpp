@@ -44,8 +44,13 @@ void frmMsgBox::ShowMessage(const std::string& message, std::int32_t icon, const
     shown->window.setCaption(title);
     shown->lblMessaggio.setCaption(message);
     shown->window.setSeverity(static_cast<Severity>(icon));
-    process_.windows.show(shown->window, true);
-    process_.platform.userInterface.runModal(shown->window);
+    try {
+        process_.windows.show(shown->window, true);
+        process_.platform.userInterface.runModal(shown->window);
+    } catch (...) {
+        unload(); // a message that could not be shown must not go on blocking the dialog
+        throw;
+    }
     if (loaded_ == shown)
         unload();
 }

@@ -10,7 +10,7 @@
 namespace kova {
 
 ControlView::ControlView(Control& control, WindowFrame& frame) : control_(&control), frame_(frame) {
-    changed_ = control.changed.connect([this](Property property) { show(property); });
+    changed_ = control.changed.connect([this](Property property) { showProperty(property); });
 }
 
 void ControlView::detach() {
@@ -64,11 +64,11 @@ void ControlView::showAll() {
     if (control_ == nullptr)
         return;
     layOut();
-    show(Property::Enabled);
-    show(Property::Visible);
+    showProperty(Property::Enabled);
+    showProperty(Property::Visible);
 }
 
-void ControlView::show(Property property) {
+void ControlView::showProperty(Property property) {
     switch (property) {
     case Property::Visible:
         widget().setVisible(drawnVisible());

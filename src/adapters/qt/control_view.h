@@ -48,7 +48,7 @@ class ControlView {
     /// Places the widget; a view places its inner parts and sizes its fonts here too.
     virtual void layOut();
     /// One property of the model changed.
-    virtual void show(Property property);
+    virtual void showProperty(Property property);
     [[nodiscard]] virtual bool drawnEnabled() const;
     [[nodiscard]] virtual bool drawnVisible() const;
     [[nodiscard]] Control* control() const { return control_; }

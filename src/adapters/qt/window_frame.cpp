@@ -38,7 +38,7 @@ WindowFrame::WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettin
     makeViews();
     resize(initialSize());
     layOut();
-    connections_.push_back(window.changed.connect([this](Property property) { show(property); }));
+    connections_.push_back(window.changed.connect([this](Property property) { showProperty(property); }));
     connections_.push_back(window.activated.connect([this] { comeToFront(); }));
     showOrHide();
 }
@@ -112,7 +112,7 @@ void WindowFrame::neighbourMoved() {
         view->neighbourMoved();
 }
 
-void WindowFrame::show(Property property) {
+void WindowFrame::showProperty(Property property) {
     switch (property) {
     case Property::Visible:
         showOrHide();

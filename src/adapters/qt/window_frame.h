@@ -51,7 +51,7 @@ class WindowFrame final : public QWidget {
   private:
     void makeViews();
     void layOut();
-    void show(Property property);
+    void showProperty(Property property);
     void showOrHide();
     void comeToFront();
     void moveToPlace();

@@ -15,10 +15,10 @@ std::string_view trimmed(std::string_view text) {
 }
 
 bool isKey(std::string_view text, std::string_view smallLetters) {
-    return std::equal(
-        text.begin(), text.end(), smallLetters.begin(), smallLetters.end(), [](char c, char small) {
-            return (c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c) == small;
-        });
+    return std::equal(text.begin(), text.end(), smallLetters.begin(), smallLetters.end(),
+                      [](char c, char small) {
+                          return (c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c) == small;
+                      });
 }
 
 /// Takes everything up to the mark off the front, and the mark.

@@ -116,8 +116,7 @@ int filter(sqlite3_vtab_cursor* cursor, int, const char*, int, sqlite3_value** a
         return code;
     }
     const std::string day = formatDateTimeText(*time).substr(0, 10);
-    sqlite3_bind_text(self(cursor).statement, 1, day.data(), static_cast<int>(day.size()),
-                      SQLITE_TRANSIENT);
+    sqlite3_bind_text(self(cursor).statement, 1, day.data(), static_cast<int>(day.size()), SQLITE_TRANSIENT);
     return next(cursor);
 }
 

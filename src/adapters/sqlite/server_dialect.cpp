@@ -103,8 +103,8 @@ class Rewriter {
     void copyWord() {
         const auto word = wordAt(position_);
         const auto after = position_ + word.size();
-        const bool selecting =
-            isWord(previousWord_, "SELECT") || isWord(previousWord_, "DISTINCT") || isWord(previousWord_, "ALL");
+        const bool selecting = isWord(previousWord_, "SELECT") || isWord(previousWord_, "DISTINCT") ||
+                               isWord(previousWord_, "ALL");
         previousWord_ = word;
         position_ = after;
         if (isWord(word, "N") && characterAt(after) == '\'')

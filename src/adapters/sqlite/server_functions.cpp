@@ -47,8 +47,8 @@ int compareDateTimes(void*, int sizeA, const void* a, int sizeB, const void* b) 
     const auto timeA = plain ? std::nullopt : parseDateTimeText(textA);
     const auto timeB = plain ? std::nullopt : parseDateTimeText(textB);
     if (timeA && timeB)
-        return sign(*timeA < *timeB, *timeA > *timeB);
-    return sign(textA < textB, textA > textB);
+        return sign(*timeA<*timeB, *timeA> * timeB);
+    return sign(textA<textB, textA> textB);
 }
 
 /// The first argument's text in the stored form; a style in the second argument needs no regard, since only
@@ -59,8 +59,8 @@ void convertToDateTime(sqlite3_context* context, int, sqlite3_value** arguments)
     const void* text = sqlite3_value_text(arguments[0]);
     const auto time = parseDateTimeText(textOf(text, sqlite3_value_bytes(arguments[0])));
     if (!time) {
-        sqlite3_result_error(
-            context, "Conversion failed when converting date and/or time from character string.", -1);
+        sqlite3_result_error(context,
+                             "Conversion failed when converting date and/or time from character string.", -1);
         return;
     }
     const std::string result = formatDateTimeText(*time);

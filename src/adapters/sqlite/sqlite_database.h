@@ -32,8 +32,8 @@ struct StoredMovement {
     std::int32_t idutente = -1;
 };
 
-/// The database of a host that has no server: holds the shop's tables and takes the movements. This is the side
-/// that writes; the component gets `connection()`. All operations throw DatabaseError.
+/// The database of a host that has no server: holds the shop's tables and takes the movements. This is the
+/// side that writes; the component gets `connection()`. All operations throw DatabaseError.
 class SqliteHostDatabase {
   public:
     static SqliteHostDatabase inMemory();

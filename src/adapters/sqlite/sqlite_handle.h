@@ -14,8 +14,8 @@ class SqliteHandle {
   public:
     enum class Access { ReadOnly, ReadWrite };
 
-    /// A file in UTF-8, read-write ones created when missing. Throws DatabaseError when it cannot be opened or
-    /// is no database.
+    /// A file in UTF-8, read-write ones created when missing. Throws DatabaseError when it cannot be opened
+    /// or is no database.
     static std::shared_ptr<SqliteHandle> openFile(const std::string& file, Access access);
     static std::shared_ptr<SqliteHandle> openMemory();
 

@@ -57,16 +57,11 @@ std::int64_t SqliteHostDatabase::storeMovement(const StoredMovement& movement) {
                            " idpagamento, Coefficiente, ImportoIncassato, Valuta, Note, Cassetto, idCassa,"
                            " idutente) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
     const auto number = [](std::int32_t value) { return Value(std::int64_t{value}); };
-    const std::array<Value, 10> values{movement.dataOperazione,
-                                       number(movement.tipoOperazione),
-                                       number(movement.idpagamento),
-                                       number(movement.coefficiente),
-                                       movement.importoIncassato,
-                                       std::string_view(movement.valuta),
-                                       std::string_view(movement.note),
-                                       number(movement.cassetto),
-                                       number(movement.idCassa),
-                                       number(movement.idutente)};
+    const std::array<Value, 10> values{movement.dataOperazione,         number(movement.tipoOperazione),
+                                       number(movement.idpagamento),    number(movement.coefficiente),
+                                       movement.importoIncassato,       std::string_view(movement.valuta),
+                                       std::string_view(movement.note), number(movement.cassetto),
+                                       number(movement.idCassa),        number(movement.idutente)};
     int position = 0;
     for (const Value& value : values)
         insert.bind(++position, value);

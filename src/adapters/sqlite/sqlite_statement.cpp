@@ -48,7 +48,8 @@ void SqliteStatement::Finalizer::operator()(sqlite3_stmt* statement) const {
 SqliteStatement::SqliteStatement(sqlite3* database, std::string_view sql) : database_(database) {
     sqlite3_stmt* statement = nullptr;
     const char* rest = nullptr;
-    const int code = sqlite3_prepare_v2(database, sql.data(), static_cast<int>(sql.size()), &statement, &rest);
+    const int code =
+        sqlite3_prepare_v2(database, sql.data(), static_cast<int>(sql.size()), &statement, &rest);
     if (code != SQLITE_OK)
         throwSqliteError(database, code);
     statement_.reset(statement);

@@ -1,0 +1,63 @@
+#include "adapters/qt/face_button.h"
+
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QToolTip>
+
+namespace kova {
+namespace {
+
+bool presses(const QKeyEvent& event) {
+    const int key = event.key();
+    return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+} // namespace
+
+FaceButton::FaceButton(QWidget& parent) : QAbstractButton(&parent) {
+    setFocusPolicy(Qt::NoFocus);
+}
+
+void FaceButton::setLooks(const Looks& looks) {
+    looks_ = looks;
+    update();
+}
+
+void FaceButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    look::Face face = looks_.face;
+    face.down = isDown();
+    face.enabled = isEnabled();
+    face.focused = hasFocus();
+    look::drawFace(painter, rect(), face);
+    const QColor fill = look::filling(face);
+    const QColor text = look::readableOn(fill, looks_.text);
+    painter.setPen(face.enabled ? text : look::mixed(text, fill, 0.55));
+    wholeCaption_ = look::drawText(painter, look::captionArea(rect(), face), this->text(), looks_.font,
+                                   {.wrapped = looks_.wrapped});
+}
+
+void FaceButton::keyPressEvent(QKeyEvent* event) {
+    if (presses(*event) && !event->isAutoRepeat())
+        setDown(true);
+    else
+        event->ignore();
+}
+
+void FaceButton::keyReleaseEvent(QKeyEvent* event) {
+    if (presses(*event) && !event->isAutoRepeat() && isDown())
+        click();
+    else
+        event->ignore();
+}
+
+bool FaceButton::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && !wholeCaption_) {
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text(), this);
+        return true;
+    }
+    return QAbstractButton::event(event);
+}
+
+} // namespace kova

@@ -1,0 +1,33 @@
+#pragma once
+#include "adapters/qt/look.h"
+
+#include <QAbstractButton>
+
+namespace kova {
+
+/// A real button drawn with this rendering's look: feedback when the finger goes down, `clicked` when it goes
+/// up inside. It says nothing of models; a view sets its looks.
+class FaceButton : public QAbstractButton {
+  public:
+    struct Looks {
+        look::Face face;
+        QColor text;
+        QFont font;
+        bool wrapped = true;
+        friend bool operator==(const Looks&, const Looks&) = default;
+    };
+    explicit FaceButton(QWidget& parent);
+    void setLooks(const Looks& looks);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;
+
+  private:
+    Looks looks_;
+    bool wholeCaption_ = true;
+};
+
+} // namespace kova

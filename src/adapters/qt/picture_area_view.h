@@ -1,0 +1,19 @@
+#pragma once
+#include "adapters/qt/control_view.h"
+#include "widgets/labels.h"
+
+#include <QWidget>
+
+namespace kova {
+
+/// The information picture, drawn here: a disc with an "i".
+class PictureAreaView final : public QWidget, public ModelView<PictureArea> {
+  public:
+    PictureAreaView(PictureArea& picture, WindowFrame& frame, QWidget& parent);
+    QWidget& widget() override { return *this; }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace kova

@@ -1,0 +1,66 @@
+#include "adapters/qt/push_button_view.h"
+
+#include <algorithm>
+
+namespace kova {
+namespace {
+
+constexpr double LeastPoints = 9.5; // captions of less are hard to read at arm's length
+
+} // namespace
+
+PushButtonView::PushButtonView(PushButton& button, WindowFrame& frame, QWidget& parent)
+    : FaceButton(parent), ModelView(button, frame) {
+    // Reached by the tabulator and the program; a touch leaves the focus where it is.
+    setFocusPolicy(Qt::TabFocus);
+    connect(this, &QAbstractButton::clicked, this, [this] { act([](PushButton& target) { target.press(); }); });
+    showProperty(Property::Caption);
+    showProperty(Property::ToolTip);
+}
+
+void PushButtonView::layOut() {
+    ControlView::layOut();
+    showLooks();
+}
+
+void PushButtonView::showLooks() {
+    const PushButton& button = *model();
+    Font font = button.font();
+    font.points = std::max(font.points, LeastPoints);
+    Looks looks;
+    looks.face.unit = scale().smaller();
+    looks.face.flat = button.ownColors();
+    looks.face.marked = button.latched();
+    looks.face.color = look::toQt(button.backColor());
+    if (button.latched()) { // held down: deeper than its neighbours
+        const QColor held = look::isDark(looks.face.color) ? QColor(30, 40, 52) : QColor(120, 180, 235);
+        looks.face.color = look::mixed(looks.face.color, held, 0.6);
+        looks.face.flat = true;
+    }
+    looks.text = look::toQt(button.foreColor());
+    looks.font = look::font(font, scale());
+    setLooks(looks);
+}
+
+void PushButtonView::showProperty(Property property) {
+    switch (property) {
+    case Property::Caption: {
+        // Doubled, an ampersand is itself; alone it would make a shortcut that fires without a touch.
+        const QString caption = QString::fromStdString(model()->caption());
+        setText(caption);
+        setShortcut({});
+        nameWidget(*this, caption.isEmpty() ? QString::fromStdString(model()->toolTip()) : caption);
+        break;
+    }
+    case Property::ToolTip:
+        setToolTip(QString::fromStdString(model()->toolTip()));
+        showProperty(Property::Caption);
+        break;
+    default:
+        showLooks();
+        break;
+    }
+    ControlView::showProperty(property);
+}
+
+} // namespace kova

@@ -1,0 +1,60 @@
+#include "adapters/system/ini_settings_store.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <string_view>
+
+namespace kova {
+namespace {
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r";
+    const auto first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+/// Sections and names compare in small letters, with `/` between the levels.
+std::string canonical(std::string_view text) {
+    std::string result(text);
+    std::ranges::transform(result, result.begin(), [](char c) {
+        if (c == '\\')
+            return '/';
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return result;
+}
+
+} // namespace
+
+std::optional<std::string> IniSettingsStore::read(const std::string& baseKey, const std::string& section,
+                                                  const std::string& name) const {
+    const std::string wantedSection = canonical(baseKey + '/' + section);
+    const std::string wantedName = canonical(name);
+    std::ifstream file(file_);
+    std::string line;
+    bool inside = false;
+    while (std::getline(file, line)) {
+        const auto text = trimmed(line);
+        if (text.empty() || text.front() == ';' || text.front() == '#')
+            continue;
+        if (text.front() == '[' && text.back() == ']') {
+            inside = canonical(trimmed(text.substr(1, text.size() - 2))) == wantedSection;
+            continue;
+        }
+        const auto equals = text.find('=');
+        if (inside && equals != std::string_view::npos &&
+            canonical(trimmed(text.substr(0, equals))) == wantedName)
+            return std::string(trimmed(text.substr(equals + 1)));
+    }
+    return std::nullopt;
+}
+
+std::string settingsFile() {
+    const char* const named = std::getenv("KOVA_SETTINGS");
+    return named != nullptr && *named != '\0' ? named : "/etc/kova/kova.ini";
+}
+
+} // namespace kova

@@ -1,0 +1,12 @@
+#pragma once
+#include "platform/clock.h"
+
+namespace kova {
+
+/// The machine's clock in its local time zone.
+class SystemClock final : public Clock {
+  public:
+    [[nodiscard]] DateTime now() const override;
+};
+
+} // namespace kova

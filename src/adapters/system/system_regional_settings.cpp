@@ -1,0 +1,94 @@
+#include "adapters/system/system_regional_settings.h"
+
+#include "adapters/system/locale_name.h"
+
+#include <langinfo.h>
+#include <locale.h>
+
+#include <algorithm>
+
+namespace kova {
+namespace {
+
+class InstalledLocale {
+  public:
+    /// The component's texts are UTF-8, whatever encoding the name asks for.
+    explicit InstalledLocale(const std::string& region)
+        : locale_(newlocale(LC_ALL_MASK, (region + ".UTF-8").c_str(), nullptr)) {}
+    InstalledLocale(const InstalledLocale&) = delete;
+    InstalledLocale& operator=(const InstalledLocale&) = delete;
+    ~InstalledLocale() {
+        if (locale_ != nullptr)
+            freelocale(locale_);
+    }
+    explicit operator bool() const { return locale_ != nullptr; }
+    [[nodiscard]] std::string text(nl_item item) const { return nl_langinfo_l(item, locale_); }
+
+  private:
+    locale_t locale_;
+};
+
+std::string plainFormat(std::string_view format) {
+    if (format == "%D")
+        return "%m/%d/%y";
+    if (format == "%F")
+        return "%Y-%m-%d";
+    return std::string(format);
+}
+
+RegionalSettings settingsOf(const InstalledLocale& locale, std::string tag) {
+    RegionalSettings settings;
+    settings.name = std::move(tag);
+    settings.decimalSeparator = locale.text(RADIXCHAR);
+    settings.groupSeparator = locale.text(THOUSEP);
+    if (const auto currency = locale.text(CRNCYSTR); currency.size() > 1)
+        settings.currencySymbol = currency.substr(1); // the first character says where it stands
+    settings.listSeparator = settings.decimalSeparator == "," ? ";" : ",";
+    applyDateFormat(settings, locale.text(D_FMT));
+    const auto time = locale.text(T_FMT);
+    settings.twelveHours = time == "%r" || time.find("%I") != std::string::npos;
+    return settings;
+}
+
+} // namespace
+
+void applyDateFormat(RegionalSettings& settings, std::string_view format) {
+    const std::string pattern = plainFormat(format);
+    const auto position = [&](const char* letters) {
+        const auto at = pattern.find_first_of(letters);
+        return at == std::string::npos ? pattern.size() : at;
+    };
+    const auto day = position("de");
+    const auto month = position("m");
+    const auto year = position("yY");
+    const auto separator =
+        std::ranges::find_if(pattern, [](char c) { return c == '/' || c == '.' || c == '-'; });
+    if (std::max({day, month, year}) == pattern.size() || separator == pattern.end())
+        return;
+    using Order = RegionalSettings::DateOrder;
+    settings.dateOrder = year < day    ? Order::YearMonthDay
+                         : day < month ? Order::DayMonthYear
+                                       : Order::MonthDayYear;
+    settings.dateSeparator = std::string(1, *separator);
+    settings.twoDigitDayAndMonth = pattern[day] == 'd';
+}
+
+RegionalSettings regionalSettingsOfLocale(const std::string& locale) {
+    const std::string region(localeRegion(locale));
+    if (const auto known = regionalSettings(region))
+        return *known;
+    if (region.empty() || region == "C" || region == "POSIX")
+        return {};
+    if (const InstalledLocale installed(region); installed) {
+        auto tag = region;
+        std::ranges::replace(tag, '_', '-');
+        return settingsOf(installed, std::move(tag));
+    }
+    return {};
+}
+
+RegionalSettings systemRegionalSettings() {
+    return regionalSettingsOfLocale(localeName("LC_NUMERIC"));
+}
+
+} // namespace kova

@@ -1,0 +1,18 @@
+#pragma once
+#include "platform/regional_settings.h"
+
+namespace kova {
+
+/// The regional settings of a locale by its name, for instance de_CH.UTF-8: those known by tag, otherwise
+/// what the C library tells of an installed locale. The defaults (it-IT) for C, POSIX, an empty name and one
+/// that is not installed.
+RegionalSettings regionalSettingsOfLocale(const std::string& locale);
+
+/// Those of the environment (LC_ALL, LC_NUMERIC, LANG).
+RegionalSettings systemRegionalSettings();
+
+/// Takes order, separator and width of the short date from a strftime format such as "%d.%m.%y"; a format
+/// that does not name day, month and year changes nothing.
+void applyDateFormat(RegionalSettings& settings, std::string_view format);
+
+} // namespace kova

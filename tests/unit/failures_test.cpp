@@ -1,0 +1,293 @@
+#include "test_world.h"
+
+#include <gtest/gtest.h>
+
+namespace kova::test {
+namespace {
+
+using Log = std::vector<LogRecord>;
+
+/// A view that fails: throws at the next change of that property.
+[[nodiscard]] Connection failAt(Control& control, Property property) {
+    return control.changed.connect([property](Property changed) {
+        if (changed == property)
+            throw std::runtime_error("no drawing");
+    });
+}
+
+class Failures : public testing::Test {
+  protected:
+    void SetUp() override { world.connect(); }
+    void expectOneRecord(const std::string& label, const std::string& message) {
+        EXPECT_EQ(world.takeLog(), (Log{{label, message}}));
+    }
+    template <class Kind>
+    Kind& control(const std::string& name, std::optional<int> index = {}) {
+        return world.control<Kind>(name, index);
+    }
+    World world;
+    cls_Kova_Drawer_Man& component = *world.component;
+    SelectionState& selection = world.process.selection;
+    Connection fault;
+};
+
+TEST_F(Failures, OfTheComponentNeverReachTheHost) {
+    world.faults.present = true;
+    EXPECT_EQ(component.Show(), "");
+    expectOneRecord("RicercaCliente.Show: ", "no window");
+    EXPECT_FALSE(component.dialog()->loaded());
+    world.faults.present = false;
+    world.show();
+    EXPECT_TRUE(component.dialog()->loaded()) << "the next Show starts afresh";
+
+    world.database().setting("CifreDecimali", "x");
+    world.faults.log = 1; // the settings' own record fails
+    component.InizializzaByConnString("good");
+    expectOneRecord("InizializzaByConnString: ", "no log");
+    world.faults.log = 1;
+    component.Inizializza(world.process.SharedConnection);
+    expectOneRecord("RicercaCliente.Inizializza : ", "no log");
+
+    component.Inizializza(nullptr);
+    world.log.clear();
+    component.InizializzaByConnString("bad");
+    expectOneRecord("InizializzaByConnString: ", "cannot open");
+    component.InizializzaByConnString("good");
+    EXPECT_EQ(world.takeLog().back().label, "InitOpt : ") << "the unopened connection stays in its place";
+}
+
+TEST_F(Failures, OfTheConstructionLeaveTheRestOfItUndone) {
+    world.process.settings.idCassettoCausPred_Prelievi = 5;
+    world.store.values = {{"LanguageID", "70000"}};
+    const auto second = cls_Kova_Drawer_Man::create(world.process);
+    expectOneRecord("RicercaCliente.Class_Initialize: ", "Overflow");
+    EXPECT_EQ(second->idCassa(), 0) << "defaults come after the language";
+    EXPECT_EQ(world.process.settings.idCassettoCausPred_Prelievi, 5);
+    world.store.values = {{"LanguageID", "it"}};
+    const auto third = cls_Kova_Drawer_Man::create(world.process);
+    expectOneRecord("RicercaCliente.Class_Initialize: ", "Type mismatch");
+}
+
+TEST_F(Failures, OfStartUpEndItAtTheFailingStep) {
+    selection.Valuta = "USD";
+    world.database().failures = {{"Attiva_Gestione_MultiCassetto", {}}};
+    world.show();
+    expectOneRecord("Form_Load", "injected");
+    EXPECT_EQ(selection.Valuta, "USD") << "the currency choice comes later";
+    EXPECT_EQ(control<DateField>("comboData").text(), "16/11/2026");
+    component.DiscardForm();
+
+    world.database().failures = {{"[tabActivityDrawer]", 2}};
+    world.show();
+    expectOneRecord("Load_Attivita", "injected");
+    EXPECT_EQ(control<ButtonGrid>("Pulsantiera_Attivita").buttons().size(), 2U);
+    EXPECT_EQ(control<ButtonGrid>("Pulsantiera_Attivita").columns(), 3);
+    EXPECT_EQ(component.dialog()->idAttivitaFondoCassaIniziale(), 1);
+    component.DiscardForm();
+
+    world.database().failures = {{"FROM tabPagamenti", 0}};
+    world.show();
+    expectOneRecord("Load_Pagamenti", "injected");
+    EXPECT_EQ(component.dialog()->IndicePagamentoAziendale(), -1);
+    component.DiscardForm();
+
+    world.database().failures = {{"[dbo].[tabValute]", {}}};
+    world.show();
+    expectOneRecord("Load_Pagamenti", "injected");
+    EXPECT_EQ(selection.Valuta, "€");
+    component.DiscardForm();
+
+    world.database().failures.clear();
+    world.onPresent = [&](Window& window) {
+        fault = failAt(*window.find("grd_mov_giornata"), Property::Text);
+    };
+    world.show();
+    expectOneRecord("setupReportControl", "no drawing");
+    EXPECT_EQ(control<ButtonGrid>("Pulsantiera_Attivita").buttons().size(), 3U) << "start-up goes on";
+}
+
+TEST_F(Failures, OfActivationAndPresetKeepTheDialogUsable) {
+    component.DoppioInserimentoObbligatorio(true);
+    world.show();
+    world.runtime.change(1031);
+    fault = failAt(world.dialog(), Property::Caption);
+    world.process.windows.show(world.dialog(), false);
+    expectOneRecord("cmdCassetto_Click", "no drawing");
+    EXPECT_EQ(control<Label>("Label2").caption(), "Levy");
+    EXPECT_EQ(world.dialog().caption(), "Zweit-Schublade Bewegung") << "the model is changed before its view";
+
+    fault = failAt(control<ButtonGrid>("Pulsantiera_Pagamenti"), Property::Enabled);
+    component.PredisponiInserimentoFondoCassaIniziale(true);
+    world.show();
+    expectOneRecord("PredisponiPerInserimentoFondoCassaIniziale", "no drawing");
+    EXPECT_TRUE(control<ButtonGrid>("Pulsantiera_Attivita").enabled());
+}
+
+TEST_F(Failures, OfSelectingLeaveTheMarkAndTheFormerSelection) {
+    world.show();
+    for (const char* grid : {"Pulsantiera_Attivita", "Pulsantiera_Pagamenti",
+                             "Pulsantiera_Pagamenti_Versamenti", "Pulsantiera_Valuta"}) {
+        control<ButtonGrid>(grid).setVisible(true);
+        control<ButtonGrid>(grid).addButton("", "no key", {}, {}, "");
+    }
+    control<GroupFrame>("frame_valuta").setVisible(true);
+    control<ButtonGrid>("Pulsantiera_Pagamenti").touch("2");
+    control<ButtonGrid>("Pulsantiera_Pagamenti").touch("");
+    expectOneRecord("Pulsantiera_Pagamenti_buttonClick", "Type mismatch");
+    EXPECT_EQ(selection.idPagamento, 2);
+    EXPECT_TRUE(control<ButtonGrid>("Pulsantiera_Pagamenti").find("")->marked);
+
+    control<ButtonGrid>("Pulsantiera_Attivita").touch("");
+    world.wait(50);
+    expectOneRecord("TimerAttivita_Timer", "Type mismatch");
+    control<ButtonGrid>("Pulsantiera_Pagamenti_Versamenti").touch("");
+    world.wait(50);
+    expectOneRecord("TimerVersamenti_Timer", "Type mismatch");
+    EXPECT_EQ(selection.idAttivita, -1);
+    EXPECT_EQ(selection.idPagamentoVersamento, -1);
+
+    fault = failAt(control<ButtonGrid>("Pulsantiera_Valuta"), Property::Marks);
+    control<ButtonGrid>("Pulsantiera_Valuta").touch("");
+    expectOneRecord("Pulsantiera_Valuta_buttonClick", "no drawing");
+    EXPECT_EQ(selection.Valuta, "€");
+
+    world.faults.startTimer = true;
+    control<ButtonGrid>("Pulsantiera_Attivita").touch("2");
+    expectOneRecord("Pulsantiera_Attivita_buttonClick", "no timer");
+    control<ButtonGrid>("Pulsantiera_Pagamenti_Versamenti").touch("2");
+    expectOneRecord("Pulsantiera_Pagamenti_Versamenti_buttonClick", "no timer");
+    world.faults.startTimer = false;
+
+    selection.isOpenECRDrawer = true;
+    world.database().failures = {{"WHERE id = 2", {}}};
+    control<ButtonGrid>("Pulsantiera_Attivita").touch("2");
+    world.wait(50);
+    expectOneRecord("AggiornaVariabiliSelezioneAttivita", "injected");
+    EXPECT_EQ(selection.idAttivita, -1);
+    EXPECT_FALSE(selection.isOpenECRDrawer);
+}
+
+TEST_F(Failures, OfEntryAreRecordedUnderTheirOwnLabels) {
+    world.show();
+    fault = failAt(control<TextBox>("txtVisore"), Property::Text);
+    control<NumericKeypad>("Virtual_KeyPAD").touchKey("5");
+    expectOneRecord("Virtual_KeyPAD_Keyboard", "no drawing");
+
+    control<GroupFrame>("frameCassetti").setVisible(true);
+    fault = failAt(control<PushButton>("cmdCassetto", 3), Property::Latched);
+    control<PushButton>("cmdCassetto", 3).press();
+    expectOneRecord("set_button_Drawer", "no drawing");
+    EXPECT_EQ(selection.Cassetto, 3);
+    world.faults.log = 1;
+    control<PushButton>("cmdCassetto", 3).press();
+    expectOneRecord("cmdCassetto_Click", "no log");
+
+    fault.disconnect();
+    selection.Cassetto = 7;
+    world.show();
+    EXPECT_EQ(world.takeLog().at(0).label, "set_button_Drawer");
+    for (int drawer = 1; drawer <= 4; ++drawer)
+        EXPECT_FALSE(control<PushButton>("cmdCassetto", drawer).latched());
+}
+
+TEST_F(Failures, OfConfirmingNeverLeaveTheButtonDisabled) {
+    world.show();
+    world.faults.runModal = true;
+    control<PushButton>("cmdConferma").press();
+    expectOneRecord("cmdConferma_Click", "no loop");
+    EXPECT_TRUE(control<PushButton>("cmdConferma").enabled());
+    world.faults.runModal = false;
+
+    component.ChiusuraAutomatica(true);
+    world.composeMovement();
+    world.faults.startTimer = true;
+    control<PushButton>("cmdConferma").press();
+    expectOneRecord("cmdConferma_Click", "no timer");
+    EXPECT_EQ(world.sink.movements.size(), 1U);
+    EXPECT_TRUE(control<PushButton>("cmdConferma").enabled());
+    EXPECT_EQ(control<TextBox>("txtVisore").text(), "");
+    world.faults.startTimer = false;
+
+    // A failing reload after the host has stored the movement still counts as saved.
+    world.composeMovement();
+    fault = failAt(control<TextBox>("txtNote"), Property::Text);
+    control<PushButton>("cmdConferma").press();
+    expectOneRecord("cmdConferma_Click", "no drawing");
+    EXPECT_EQ(world.sink.movements.size(), 2U);
+    world.wait(10);
+    EXPECT_FALSE(component.dialog()->loaded()) << "the automatic close follows";
+}
+
+TEST_F(Failures, OfAHandlerKeepWhatTheCashierEntered) {
+    world.show();
+    world.composeMovement();
+    world.sink.then = [](const std::string&) { throw std::runtime_error("disk full"); };
+    control<PushButton>("cmdConferma").press();
+    expectOneRecord("cmdConferma_Click", "disk full");
+    EXPECT_EQ(control<TextBox>("txtVisore").text(), "12,5");
+    EXPECT_EQ(selection.idAttivita, 2);
+    EXPECT_TRUE(control<PushButton>("cmdConferma").enabled());
+
+    control<TabControl>("TabControl").touchTab(1);
+    control<PushButton>("cmd_print").press();
+    expectOneRecord("cmdConferma_Click", "disk full");
+    control<PushButton>("cmdAnteprima").press();
+    expectOneRecord("cmdAnteprima_Click", "disk full");
+}
+
+TEST_F(Failures, InEitherHalfOfADoubleMovementStopIt) {
+    component.DoppioInserimentoObbligatorio(true);
+    component.SetSoftwareName("CASSA");
+    for (const std::size_t failing : {1U, 2U}) {
+        world.sink.movements.clear();
+        world.show();
+        control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
+        control<ButtonGrid>("Pulsantiera_Pagamenti_Versamenti").touch("3");
+        world.wait(50);
+        control<TextBox>("txtVisore").paste("5");
+        world.sink.then = [&](const std::string&) {
+            if (world.sink.movements.size() == failing)
+                throw std::runtime_error("disk full");
+        };
+        control<PushButton>("cmdConferma").press();
+        expectOneRecord("cmdConferma_Click", "disk full");
+        EXPECT_EQ(world.sink.movements.size(), failing) << "nothing is sent after the failure";
+        EXPECT_EQ(control<TextBox>("txtVisore").text(), "5");
+        EXPECT_EQ(selection.idPagamentoVersamento, 3);
+        EXPECT_TRUE(control<PushButton>("cmdConferma").enabled());
+        component.DiscardForm();
+    }
+}
+
+TEST_F(Failures, OfClosingAreRecordedWhereTheyHappen) {
+    world.show();
+    component.PredisponiInserimentoFondoCassaIniziale(true);
+    world.faults.messageBox = true;
+    control<PushButton>("cmdAnnulla").press();
+    expectOneRecord("cmdAnnulla_Click", "no box");
+    EXPECT_TRUE(component.dialog()->loaded());
+    component.PredisponiInserimentoFondoCassaIniziale(false);
+
+    // The message window that cannot be closed keeps the dialog open.
+    world.insideModal = [&](Window& message) {
+        fault = failAt(message, Property::Visible);
+        component.DiscardForm();
+        expectOneRecord("AnnullaClick", "no drawing");
+        EXPECT_TRUE(component.dialog()->loaded());
+    };
+    control<PushButton>("cmdConferma").press();
+    world.insideModal = {};
+
+    for (const auto& [lost, label, message] : {std::tuple{0, "ProceduraChiudi", "no drawing"},
+                                               {1, "AnnullaClick", "no log"},
+                                               {2, "DiscardForm: ", "no log"}}) {
+        world.show();
+        fault = failAt(world.dialog(), Property::Visible);
+        world.faults.log = lost;
+        component.DiscardForm();
+        expectOneRecord(label, message);
+    }
+}
+
+} // namespace
+} // namespace kova::test

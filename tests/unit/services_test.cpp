@@ -1,0 +1,135 @@
+#include "services/combo_multi_column.h"
+#include "services/file_error_logger.h"
+#include "services/settings.h"
+#include "test_world.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <unistd.h>
+
+namespace kova::test {
+namespace {
+
+TEST(ComboMultiColumn, KeepsRowsUpToTheOneAddedLast) {
+    World world;
+    ComboMultiColumn list(world.process);
+    EXPECT_EQ(list.GetItem(1, 0), "");
+    list.AddItem(3, "d", "4");
+    EXPECT_EQ(list.rowCount(), 4U);
+    EXPECT_EQ(list.GetItem(1, 0), "");
+    EXPECT_EQ(list.GetItem(2, 3), "4");
+    EXPECT_EQ(list.GetItem(0, 3), "");
+    EXPECT_EQ(list.GetItem(3, 3) + list.GetItem(-1, 0) + list.GetItem(1, -1) + list.GetItem(1, 4), "");
+    list.AddItem(4, "d", "5");
+    std::string found = "kept";
+    EXPECT_FALSE(list.GetColonna2_fromColonna1("D", found));
+    EXPECT_EQ(found, "kept");
+    EXPECT_TRUE(list.GetColonna2_fromColonna1("d", found));
+    EXPECT_EQ(found, "4") << "the lower row wins";
+    list.AddItem(0, "a", "1");
+    EXPECT_EQ(list.rowCount(), 1U) << "a lower index cuts the list";
+    list.Clear();
+    EXPECT_EQ(list.rowCount(), 1U);
+    EXPECT_EQ(list.GetItem(1, 0), "");
+}
+
+TEST(Settings, ReadDefaultsForMissingAndNullAndStopAtTheFirstThatIsNoNumber) {
+    World world;
+    world.database().setting("CifreDecimali", Null{});
+    world.database().setting("CifreDecimaliQuantita", "3");
+    world.process.selection.Valuta = "CHF";
+    world.process.selection.idPagamento = 7;
+    world.connect();
+    const auto& settings = world.process.settings;
+    EXPECT_EQ(settings.ValutaAziendale, "€");
+    EXPECT_EQ(settings.CifreDecimali, 2);
+    EXPECT_EQ(world.process.numberFormat().quantityDecimals(), 3);
+    EXPECT_EQ(settings.idCassettoCausPred_Versamenti, 3);
+    EXPECT_EQ(world.process.selection.idPagamento, -1);
+    EXPECT_EQ(world.process.selection.Valuta, "CHF") << "the currency survives a connection";
+
+    world.database().setting("ValutaAziendale", "CHF");
+    world.database().setting("CifreDecimaliQuantita", "many");
+    world.database().setting("idCassettoCausPred_Versamenti", "9");
+    world.component->Inizializza(nullptr);
+    EXPECT_EQ(settings.ValutaAziendale, "") << "a failed lookup gives no default";
+    EXPECT_EQ(world.takeLog().back(), (LogRecord{"InitOpt : ", "Type mismatch"}));
+    world.component->InizializzaByConnString("good");
+    EXPECT_EQ(world.takeLog(), (std::vector<LogRecord>{{"InitOpt : ", "Type mismatch"}}));
+    EXPECT_EQ(settings.ValutaAziendale, "CHF");
+    EXPECT_EQ(settings.idCassettoCausPred_Versamenti, 3) << "behind the failing one nothing is assigned";
+}
+
+TEST(Settings, AFailedLookupLogsNumberAndDescription) {
+    World world;
+    world.connect();
+    world.database().failures = {{"it's", {}}};
+    EXPECT_EQ(getDbValue(world.process, "it's", "default"), "");
+    EXPECT_EQ(world.takeLog(), (std::vector<LogRecord>{{"getDbValue", "-2147217900-injected"}}));
+    EXPECT_EQ(world.database().texts.back(), "SELECT * FROM tabImpostazioni WHERE descrizione='it's'");
+}
+
+TEST(Language, TheRuntimeWinsAndUnsupportedOnesAreItalian) {
+    World world;
+    world.store.values = {{"LanguageID", "1031"}};
+    const auto second = cls_Kova_Drawer_Man::create(world.process);
+    EXPECT_EQ(world.process.CurrentLanguageId, 1040);
+    for (const auto& [runtime, current] : {std::pair{1031, 1031}, {2057, 1040}, {9, 9}, {1033, 1040}}) {
+        world.runtime.change(runtime);
+        EXPECT_EQ(world.process.CurrentLanguageId, current);
+    }
+    world.runtime.change(1031);
+    EXPECT_EQ(GetLocalizedString(world.process, 43, "whatever"), "Wählen Sie eine Zahlung.");
+    EXPECT_EQ(GetLocalizedString(world.process, 8, "not held"), "");
+}
+
+class LogFile : public testing::Test {
+  protected:
+    void TearDown() override { std::filesystem::remove_all(folder); }
+    [[nodiscard]] std::vector<std::string> lines() const {
+        std::ifstream file(path);
+        std::vector<std::string> read;
+        for (std::string line; std::getline(file, line);)
+            read.push_back(line);
+        return read;
+    }
+    const std::string folder = testing::TempDir() + "kova_log_" + std::to_string(::getpid());
+    const std::string path = folder + "/logfile.log";
+    World::FixedClock clock;
+    FileErrorLogger logger{clock};
+};
+
+TEST_F(LogFile, HoldsOneGreppableLineARecordAndEarlyRecordsWait) {
+    std::filesystem::create_directories(folder);
+    logger.LogError("InitOpt : ", "two\nlines\tand \\", nullptr, -7, "");
+    logger.SetApplicationName("KOVA");
+    logger.SetLogFile(path);
+    logger.LogError("Form_Load", "x", "object", 0, "text");
+    ASSERT_EQ(lines().size(), 2U);
+    EXPECT_EQ(lines()[0], "1970-01-01T00:00:00.000\t\tInitOpt : \ttwo\\nlines\\tand \\\\\t\t-7\t");
+    EXPECT_EQ(lines()[1], "1970-01-01T00:00:00.000\tKOVA\tForm_Load\tx\tobject\t0\ttext");
+}
+
+TEST_F(LogFile, SurvivesAMissingFolderADeletedFileAndAFullDisk) {
+    logger.SetLogFile(path);
+    for (int i = 0; i < 1002; ++i)
+        logger.LogError("early", std::to_string(i), nullptr, 0, "");
+    EXPECT_EQ(logger.waiting(), 1000U);
+    std::filesystem::create_directories(folder);
+    logger.LogError("late", "", nullptr, 0, "");
+    ASSERT_EQ(lines().size(), 1001U) << "1,000 records and the count of the lost";
+    EXPECT_NE(lines()[0].find("3 records lost"), std::string::npos);
+    std::filesystem::remove(path);
+    logger.LogError("again", "", nullptr, 0, "");
+    EXPECT_EQ(lines().size(), 1U) << "a deleted file is begun again";
+    logger.SetLogFile("/dev/full");
+    logger.LogError("full", "", nullptr, 0, "");
+    EXPECT_EQ(logger.waiting(), 1U);
+    logger.SetLogFile(path);
+    EXPECT_EQ(lines().size(), 2U);
+}
+
+} // namespace
+} // namespace kova::test

@@ -1,0 +1,153 @@
+#include "test_world.h"
+
+namespace kova::test {
+
+void ScriptedDatabase::table(const std::string& piece, std::vector<std::string> columns,
+                             std::vector<std::vector<Value>> rows) {
+    auto snapshot = std::make_shared<Snapshot>();
+    for (auto& column : columns)
+        snapshot->addColumn(std::move(column));
+    for (const auto& row : rows) {
+        for (const auto& cell : row)
+            snapshot->add(cell);
+        snapshot->endRow();
+    }
+    std::erase_if(tables_, [&](const auto& known) { return known.first == piece; });
+    tables_.emplace_back(piece, std::move(snapshot));
+}
+
+void ScriptedDatabase::setting(const std::string& key, const Value& value) {
+    table("'" + key + "'", {"descrizione", "valore"}, {{std::string_view(key), value}});
+}
+
+Recordset ScriptedDatabase::query(const Query& query) {
+    texts.push_back(query.text);
+    std::optional<Recordset::Interruption> interruption;
+    for (const auto& failure : failures) {
+        if (query.text.find(failure.piece) == std::string::npos)
+            continue;
+        const DatabaseError error(DatabaseError::CommandFailed, "injected", "42000");
+        if (!failure.afterRows)
+            throw error;
+        interruption = {*failure.afterRows, error};
+    }
+    for (const auto& [piece, snapshot] : tables_)
+        if (query.text.find(piece) != std::string::npos)
+            return Recordset(snapshot, interruption);
+    return Recordset(std::make_shared<Snapshot>());
+}
+
+class World::FaultyLoop final : public EventLoop {
+  public:
+    explicit FaultyLoop(World& world) : world_(world) {}
+    TimerId startTimer(std::chrono::milliseconds interval, std::function<void()> tick) override {
+        if (world_.faults.startTimer)
+            throw Error(5, "no timer");
+        return world_.loop.startTimer(interval, std::move(tick));
+    }
+    void stopTimer(TimerId id) override { world_.loop.stopTimer(id); }
+    void processPendingEvents() override { world_.loop.processPendingEvents(); }
+
+  private:
+    World& world_;
+};
+
+class World::FaultyInterface final : public UserInterface {
+  public:
+    explicit FaultyInterface(World& world) : world_(world) {}
+    std::unique_ptr<WindowView> present(Window& window) override {
+        if (world_.faults.present)
+            throw Error(5, "no window");
+        if (world_.onPresent)
+            world_.onPresent(window);
+        return std::make_unique<WindowView>();
+    }
+    void runModal(Window& window) override {
+        if (world_.faults.runModal)
+            throw Error(5, "no loop");
+        const bool message = window.name() == "frmMsgBox";
+        if (message)
+            world_.messages.push_back(as<Label>(window.find("lblMessaggio")).caption());
+        if (world_.insideModal)
+            world_.insideModal(window);
+        if (window.visible() && message)
+            as<PushButton>(window.find("cmd1")).press();
+        else if (window.visible())
+            window.requestClose();
+    }
+    MessageAnswer messageBox(const PlatformMessage& message) override {
+        if (world_.faults.messageBox)
+            throw Error(5, "no box");
+        world_.messages.push_back("!" + message.text);
+        return MessageAnswer::Ok;
+    }
+
+  private:
+    World& world_;
+};
+
+namespace {
+
+class RecordingLogger final : public ErrorLogger {
+  public:
+    explicit RecordingLogger(World& world) : world_(world) {}
+    void SetApplicationName(const std::string&) override {}
+    void SetLogFile(const std::string& path) override { world_.logFile = path; }
+    void LogError(const std::string& procedure, const std::string& message, const char*, std::int32_t,
+                  const std::string&) override {
+        if (world_.faults.log > 0 && world_.faults.log-- > 0)
+            throw std::runtime_error("no log");
+        world_.log.push_back({procedure, message});
+    }
+
+  private:
+    World& world_;
+};
+
+} // namespace
+
+std::shared_ptr<DatabaseConnection> World::Provider::open(const std::string& text) {
+    if (text == "bad")
+        throw DatabaseError(DatabaseError::Unspecified, "cannot open", "08001");
+    return world.database_;
+}
+
+World::World()
+    : faultyLoop_(std::make_unique<FaultyLoop>(*this)),
+      userInterface_(std::make_unique<FaultyInterface>(*this)),
+      process(Platform{*userInterface_, *faultyLoop_, clock, runtime, store, provider_, regional,
+                       [this] { return std::make_unique<RecordingLogger>(*this); }, "/opt/kova"}) {
+    using namespace std::chrono;
+    clock.time = local_days(2026y / November / 16) + 10h;
+    const auto n = [](std::int64_t number) { return Value(number); };
+    auto& db = database();
+    db.table("where visible", {"id", "Description", "idTypeRow"},
+             {{n(1), "Fondo cassa", n(1)}, {n(2), "Prelievo", n(4)}, {n(3), "Versamento", n(2)}});
+    const std::vector<std::string> flags{"description", "coefficient", "IsAutomaticNote", "isOpenECRDrawer"};
+    db.table("WHERE id = 1", flags, {{"Fondo cassa", n(1), n(1), n(0)}});
+    db.table("WHERE id = 2", flags, {{"Prelievo", n(-1), n(0), n(1)}});
+    db.table("WHERE id = 3", flags, {{"Versamento", n(1), n(0), n(0)}});
+    db.table("FROM tabPagamenti", {"idpagamento", "TipoPagamento", "IdTipoPagamento", "Valuta"},
+             {{n(1), "Contanti", n(1), "€"}, {n(2), "Carta", n(2), "€"}, {n(3), "Franchi", n(1), "CHF"}});
+    db.table("tabValute", {"Valuta"}, {{"€"}});
+    db.setting("idCassettoCausPred_Prelievi", n(2));
+    db.setting("idCassettoCausPred_Versamenti", n(3));
+    component = cls_Kova_Drawer_Man::create(process);
+    sinkConnection = component->connect(sink);
+}
+
+void World::connect() {
+    component->Inizializza(database_);
+    log.clear();
+    database_->texts.clear();
+}
+
+void World::composeMovement() {
+    control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
+    control<ButtonGrid>("Pulsantiera_Attivita").touch("2");
+    wait(50);
+    control<TextBox>("txtVisore").paste("12,5");
+    control<TextBox>("txtNote").paste("RESTO");
+}
+
+} // namespace kova::test

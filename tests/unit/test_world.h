@@ -1,0 +1,161 @@
+#pragma once
+#include "adapters/headless/headless.h"
+#include "component/cls_Kova_Drawer_Man.h"
+#include "drawer_dialog/frm_Drawer_Management.h"
+#include "services/process_state.h"
+#include "widgets/control_visitor.h"
+
+#include <functional>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace kova::test {
+
+/// Answers each query by the first table whose piece the text contains; records the texts, and fails on
+/// demand.
+class ScriptedDatabase final : public DatabaseConnection {
+  public:
+    struct Failure {
+        std::string piece;
+        std::optional<std::size_t> afterRows; ///< nothing: when opened
+    };
+    void table(const std::string& piece, std::vector<std::string> columns,
+               std::vector<std::vector<Value>> rows);
+    void setting(const std::string& key, const Value& value);
+    Recordset query(const Query& query) override;
+
+    std::vector<Failure> failures;
+    std::vector<std::string> texts;
+
+  private:
+    std::vector<std::pair<std::string, std::shared_ptr<Snapshot>>> tables_;
+};
+
+struct LogRecord {
+    std::string label, message;
+    friend bool operator==(const LogRecord&, const LogRecord&) = default;
+};
+
+/// A sink that records and then does what the test says.
+class RecordingSink final : public EventSink {
+  public:
+    struct Movement {
+        std::int32_t idpagamento;
+        double importo;
+        std::string Valuta, note;
+        std::int16_t cassetto;
+        std::int32_t tipoIncasso;
+        bool isIncasso;
+    };
+    void SalvaPagamento(std::int32_t& idpagamento, double& importo, std::string& Valuta, std::string& note,
+                        std::int16_t& cassetto, std::int32_t& tipoIncasso, bool& isIncasso) override {
+        movements.push_back({idpagamento, importo, Valuta, note, cassetto, tipoIncasso, isIncasso});
+        happened("SalvaPagamento");
+    }
+    void Stampa(std::string&) override { happened("Stampa"); }
+    void Anteprima(std::string&) override { happened("Anteprima"); }
+    void ApriCassetto() override { happened("ApriCassetto"); }
+
+    std::vector<Movement> movements;
+    std::vector<std::string> events;
+    std::function<void(const std::string&)> then;
+
+  private:
+    void happened(const std::string& event) {
+        events.push_back(event);
+        if (then)
+            then(event);
+    }
+};
+
+/// A control of the wanted kind; anything else throws, which fails the test.
+template <class Kind>
+Kind& as(Control* control) {
+    struct Pick : ControlVisitor {
+        using ControlVisitor::visit;
+        void visit(Kind& found) override { kind = &found; }
+        Kind* kind = nullptr;
+    } pick;
+    if (control != nullptr)
+        control->accept(pick);
+    if (pick.kind == nullptr)
+        throw std::logic_error("no such control");
+    return *pick.kind;
+}
+
+/// One process with a component on doubles: virtual time, a scripted database, and hooks to make each fail.
+class World {
+  public:
+    World();
+
+    ScriptedDatabase& database() { return *database_; }
+    /// Connects, and forgets the records and texts of that.
+    void connect();
+    void show(std::int32_t method = 0) { component->Show(method); }
+    void wait(int milliseconds) { loop.advance(std::chrono::milliseconds(milliseconds)); }
+    Window& dialog() { return *component->dialog()->window(); }
+    template <class Kind>
+    Kind& control(const std::string& name, std::optional<int> index = {}) {
+        return as<Kind>(dialog().find(name, index));
+    }
+    /// Fills in everything that a single movement needs.
+    void composeMovement();
+    std::vector<LogRecord> takeLog() { return std::exchange(log, {}); }
+
+    struct FixedClock final : Clock {
+        [[nodiscard]] DateTime now() const override { return time; }
+        DateTime time{};
+    } clock;
+    struct Store final : SettingsStore {
+        [[nodiscard]] std::optional<std::string> read(const std::string&, const std::string&,
+                                                      const std::string& name) const override {
+            const auto found = values.find(name);
+            return found == values.end() ? std::nullopt : std::optional(found->second);
+        }
+        std::map<std::string, std::string> values;
+    } store;
+    struct Runtime final : LanguageRuntime {
+        [[nodiscard]] std::int32_t languageId() const override { return id; }
+        [[nodiscard]] std::string languageName() const override { return "name"; }
+        void change(std::int32_t to) {
+            id = to;
+            languageChanged(id, "name");
+        }
+        std::int32_t id = 1040;
+    } runtime;
+    /// Fails the next calls of the kinds named.
+    struct Faults {
+        bool startTimer = false, present = false, runModal = false, messageBox = false;
+        int log = 0; ///< how many records fail to be written
+    } faults;
+
+    std::vector<LogRecord> log;
+    std::vector<std::string> messages; ///< texts of the message window, and of platform boxes behind a "!"
+    std::string logFile;
+    RegionalSettings regional;
+    std::function<void(Window&)> onPresent;   ///< sees each window before its start-up
+    std::function<void(Window&)> insideModal; ///< what happens in a modal loop before it is closed
+    HeadlessEventLoop loop;
+
+  private:
+    class FaultyLoop;
+    class FaultyInterface;
+    struct Provider final : DatabaseProvider {
+        explicit Provider(World& owner) : world(owner) {}
+        std::shared_ptr<DatabaseConnection> open(const std::string& text) override;
+        World& world;
+    } provider_{*this};
+    std::shared_ptr<ScriptedDatabase> database_ = std::make_shared<ScriptedDatabase>();
+    std::unique_ptr<EventLoop> faultyLoop_;
+    std::unique_ptr<UserInterface> userInterface_;
+
+  public:
+    ProcessState process;
+    RecordingSink sink;
+    std::shared_ptr<cls_Kova_Drawer_Man> component;
+    Connection sinkConnection;
+};
+
+} // namespace kova::test
