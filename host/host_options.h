@@ -1,0 +1,31 @@
+#pragma once
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kova {
+
+enum class HostInterface { Headless, Qt };
+
+/// What the command line asks for.
+struct HostOptions {
+    std::optional<std::string> script; ///< a file, or "-" for standard input; without it a cashier works
+    HostInterface userInterface = HostInterface::Qt;
+    std::string database = "sample"; ///< "empty", "sample" or a file
+    std::optional<std::string> connection;
+    std::optional<std::string> logFolder;
+    bool help = false;
+};
+
+class UsageError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Reads the words behind the program's name. Throws UsageError.
+HostOptions hostOptions(const std::vector<std::string>& words);
+std::string_view usage();
+
+} // namespace kova

@@ -1,0 +1,36 @@
+#include "demonstration.h"
+#include "host_options.h"
+#include "script_run.h"
+
+#include <iostream>
+
+namespace {
+
+int run(const kova::HostOptions& options) {
+    if (options.help) {
+        std::cout << kova::usage();
+        return 0;
+    }
+    if (options.script)
+        return kova::runScript(options, std::cout, std::cerr);
+#ifdef KOVA_WITH_QT
+    return kova::runDemonstration(options);
+#else
+    std::cerr << "kova-host: this build has no windows; use --script\n";
+    return 2;
+#endif
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    std::ios::sync_with_stdio(false);
+    try {
+        return run(kova::hostOptions({arguments + 1, arguments + count}));
+    } catch (const kova::UsageError& error) {
+        std::cerr << "kova-host: " << error.what() << "\n\n" << kova::usage();
+    } catch (const std::exception& error) {
+        std::cerr << "kova-host: " << error.what() << '\n';
+    }
+    return 2;
+}

@@ -1,0 +1,153 @@
+#include "qt_cashier.h"
+
+#include "adapters/qt/user_interface.h"
+#include "adapters/qt/window_frame.h"
+#include "platform/error.h"
+#include "widgets/button_grid.h"
+#include "widgets/numeric_keypad.h"
+#include "widgets/on_screen_keyboard.h"
+#include "widgets/push_button.h"
+#include "widgets/tab_control.h"
+#include "widgets/utf8.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPixmap>
+#include <QPointer>
+
+namespace kova {
+namespace {
+
+constexpr std::int32_t PathAccessError = 75;
+
+void sendMouse(QWidget& widget, QEvent::Type type, const QPointF& point, Qt::MouseButtons held) {
+    QMouseEvent event(type, point, widget.mapToGlobal(point), Qt::LeftButton, held, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &event);
+}
+
+void touchWidget(const TouchPoint& place) {
+    const QPointer<QWidget> widget = place.widget;
+    sendMouse(*widget, QEvent::MouseButtonPress, place.point, Qt::LeftButton);
+    if (widget)
+        sendMouse(*widget, QEvent::MouseButtonRelease, place.point, Qt::NoButton);
+}
+
+int keyOf(char32_t character) {
+    switch (character) {
+    case U'\b':
+        return Qt::Key_Backspace;
+    case U'\n':
+    case U'\r':
+        return Qt::Key_Return;
+    default:
+        break;
+    }
+    const char32_t upper = upperCase(character);
+    const bool latin = upper >= 0x20 && upper <= 0xFF && upper != 0x7F;
+    return latin ? static_cast<int>(upper) : static_cast<int>(Qt::Key_unknown); // Qt numbers Latin-1 keys so
+}
+
+void typeInto(QWidget& target, char32_t character) {
+    const QPointer<QWidget> widget = &target;
+    const QString text = QString::fromUcs4(&character, 1);
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, keyOf(character), Qt::NoModifier, text);
+        if (widget)
+            QApplication::sendEvent(widget, &event);
+    }
+}
+
+} // namespace
+
+/// One gesture: afterwards what it left waiting is handled and a handler's failure is thrown on.
+template <class Body>
+void QtCashier::carryOut(Body body) {
+    QtEventLoop::Caller caller(userInterface_.loop());
+    body();
+    userInterface_.loop().settle();
+    caller.rethrow();
+}
+
+template <class WithoutDrawing>
+Gesture QtCashier::touchPart(Control& control, const std::optional<std::string>& part,
+                             WithoutDrawing touchModel) {
+    const Gesture reached = control.reach();
+    if (reached != Gesture::Done)
+        return reached;
+    const auto place = userInterface_.touchPoint(control, part);
+    if (!place)
+        return touchModel();
+    carryOut([&] { touchWidget(*place); });
+    return reached;
+}
+
+Gesture QtCashier::press(PushButton& button) {
+    return touchPart(button, {}, [&] { return button.press(); });
+}
+
+Gesture QtCashier::touch(ButtonGrid& grid, const std::string& key) {
+    return touchPart(grid, key, [&] { return grid.touch(key); });
+}
+
+Gesture QtCashier::touchKey(NumericKeypad& keypad, const std::string& key) {
+    return touchPart(keypad, key, [&] { return keypad.touchKey(key); });
+}
+
+Gesture QtCashier::touchKey(OnScreenKeyboard& keyboard, char32_t character) {
+    return touchPart(keyboard, toUtf8(std::u32string(1, character)),
+                     [&] { return keyboard.touchKey(character); });
+}
+
+Gesture QtCashier::selectTab(TabControl& tabs, int index) {
+    return touchPart(tabs, std::to_string(index), [&] { return tabs.touchTab(index); });
+}
+
+Gesture QtCashier::focus(Control& control) {
+    Gesture reached = Gesture::Done;
+    carryOut([&] { reached = control.window().moveFocus(control); });
+    return reached;
+}
+
+Gesture QtCashier::type(Window& window, char32_t character) {
+    Control* const focused = window.focus();
+    if (focused == nullptr)
+        return Gesture::Done;
+    const Gesture reached = focused->reach();
+    if (reached != Gesture::Done || character == U'\t') // the tabulator would move the focus
+        return reached;
+    ControlView* const view = userInterface_.view(*focused);
+    if (view == nullptr)
+        return focused->typeCharacter(character);
+    carryOut([&] { typeInto(view->keyboardWidget(), character); });
+    return reached;
+}
+
+void QtCashier::requestClose(Window& window) {
+    WindowFrame* const frame = userInterface_.frame(window);
+    if (frame == nullptr) {
+        window.requestClose();
+        return;
+    }
+    carryOut([&] {
+        QCloseEvent event;
+        QApplication::sendEvent(frame, &event);
+    });
+}
+
+void QtCashier::wait(std::chrono::milliseconds time) {
+    userInterface_.loop().advance(time);
+    userInterface_.loop().settle();
+}
+
+void QtCashier::screenshot(Window& window, const std::string& file) {
+    WindowFrame* const frame = userInterface_.frame(window);
+    if (frame == nullptr)
+        return;
+    carryOut([] {});
+    if (!frame->grab().save(QString::fromStdString(file), "PNG"))
+        throw Error(PathAccessError, "Cannot write " + file);
+}
+
+} // namespace kova

@@ -1,0 +1,26 @@
+#pragma once
+#include <memory>
+
+namespace kova {
+
+class Cashier;
+class EventLoop;
+class UserInterface;
+struct RegionalSettings;
+
+/// One user interface for a script, with a cashier who works on it.
+class Stage {
+  public:
+    virtual ~Stage() = default;
+    virtual EventLoop& eventLoop() = 0;
+    virtual UserInterface& userInterface() = 0;
+    virtual Cashier& cashier() = 0;
+};
+
+/// Widget models alone, on virtual time.
+std::unique_ptr<Stage> makeHeadlessStage();
+/// Real windows, whose time passes in the cashier's waits alone. Only in builds with Qt. The settings outlive
+/// the stage.
+std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional);
+
+} // namespace kova

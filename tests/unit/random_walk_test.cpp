@@ -1,0 +1,232 @@
+#include "services/conversions.h"
+#include "test_world.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace kova::test {
+namespace {
+
+/// Does anything that a cashier, a host or the surroundings may do, in any order, and watches what must
+/// always hold: no movement without its validations, no more movements than one confirmation may send, a
+/// confirm button that is enabled whenever nothing runs.
+class RandomWalk {
+  public:
+    explicit RandomWalk(unsigned seed) : random_(seed) {
+        world_.database().table("tabValute", {"Valuta"}, {{"€"}, {"CHF"}});
+        world_.database().setting("Attiva_Gestione_MultiCassetto", "1");
+        world_.connect();
+        world_.insideModal = [this](Window& window) { insideModal(window); };
+        world_.sink.then = [this](const std::string& event) { receive(event); };
+        world_.onPresent = [this](Window& window) {
+            if (window.name() == "frm_Drawer_Management")
+                watch(as<PushButton>(window.find("cmdConferma")));
+        };
+    }
+
+    void walk(int steps) {
+        stepsLeft_ = steps;
+        while (stepsLeft_ > 0)
+            step();
+        world_.component->DiscardForm();
+        world_.wait(1000);
+        EXPECT_EQ(world_.loop.timers().running(), 0U);
+        EXPECT_TRUE(world_.process.windows.windows().empty());
+    }
+
+    [[nodiscard]] int movements() const { return movements_; }
+    [[nodiscard]] int confirmations() const { return confirmations_; }
+
+  private:
+    int any(int count) { return std::uniform_int_distribution<int>(0, count - 1)(random_); }
+    bool oneIn(int count) { return any(count) == 0; }
+    template <class Range>
+    const auto& pick(const Range& range) {
+        return *std::next(std::begin(range), any(static_cast<int>(std::size(range))));
+    }
+
+    void step() {
+        --stepsLeft_;
+        if (!world_.component->dialog() || !world_.component->dialog()->loaded())
+            world_.component->Show(depth_ > 4 ? 0 : any(3) - 1);
+        else if (oneIn(12))
+            hostStep();
+        else
+            cashierStep();
+        if (depth_ == 0 && world_.component->dialog()->loaded()) {
+            EXPECT_TRUE(world_.control<PushButton>("cmdConferma").enabled());
+        }
+        world_.log.clear();
+        world_.messages.clear();
+        world_.database().texts.clear();
+        world_.sink.movements.clear();
+        world_.sink.events.clear();
+    }
+
+    void hostStep() {
+        auto& component = *world_.component;
+        static const std::vector<std::string> switches{"UsaSoloValutaAziendale",
+                                                       "ChiusuraAutomatica",
+                                                       "InserimentoAutomatico",
+                                                       "DoppioInserimentoObbligatorio",
+                                                       "ActiveColorMetroStyle",
+                                                       "AttivaRecuperaFondoCassaPrecedente",
+                                                       "PredisponiInserimentoFondoCassaIniziale"};
+        switch (any(8)) {
+        case 0:
+        case 1:
+            component.set(pick(switches), Variant(!oneIn(3)));
+            break;
+        case 2:
+            component.idPagamentoPredefinito(any(4) - 1);
+            break;
+        case 3:
+            component.SetSoftwareName(oneIn(2) ? "Kova" : "CASSA");
+            break;
+        case 4:
+            world_.runtime.change(pick(std::array{1040, 1031, 9, 1033}));
+            break;
+        case 5:
+            world_.database().failures.clear();
+            if (oneIn(3))
+                world_.database().failures.push_back(
+                    {pick(std::array{"tabPagamenti", "tabActivityDrawer", "tabValute", "WHERE id"}),
+                     oneIn(2) ? std::nullopt : std::optional<std::size_t>(static_cast<std::size_t>(any(3)))});
+            break;
+        case 6:
+            oneIn(3) ? world_.connect() : static_cast<void>(component.Show(any(3) - 1));
+            break;
+        default:
+            oneIn(4) ? component.DiscardForm() : world_.loop.post([this] { cashierStep(); });
+        }
+    }
+
+    void cashierStep() {
+        if (!world_.component->dialog()->loaded())
+            return;
+        static const std::vector<std::string> grids{"Pulsantiera_Attivita", "Pulsantiera_Pagamenti",
+                                                    "Pulsantiera_Pagamenti_Versamenti", "Pulsantiera_Valuta"};
+        static const std::vector<std::string> buttons{"cmdNascondiTastiera", "cmdAnnulla", "cmdAnteprima",
+                                                      "cmd_print", "PushButton1"};
+        static const std::vector<std::string> keys{"1", "0", "5", ".", "*", "BACKSPACE", ","};
+        switch (any(13)) {
+        case 0:
+        case 1:
+        case 2: {
+            auto& grid = world_.control<ButtonGrid>(pick(grids));
+            if (!grid.buttons().empty())
+                grid.touch(pick(grid.buttons()).key);
+            break;
+        }
+        case 3:
+            world_.control<NumericKeypad>("Virtual_KeyPAD").touchKey(pick(keys));
+            break;
+        case 4:
+            world_.control<OnScreenKeyboard>("Virtual_Keyboard").touchKey(U'x');
+            break;
+        case 5:
+            world_.dialog().moveFocus(world_.control<TextBox>(oneIn(2) ? "txtNote" : "txtVisore"));
+            break;
+        case 6:
+            if (world_.dialog().focus() != nullptr)
+                world_.dialog().focus()->typeCharacter(pick(std::u32string(U"7,a\b\n.")));
+            break;
+        case 7:
+            world_.control<PushButton>("cmdCassetto", 1 + any(4)).press();
+            break;
+        case 8:
+            world_.wait(pick(std::array{1, 10, 49, 50, 60}));
+            break;
+        case 9:
+            world_.control<TabControl>("TabControl").touchTab(any(2));
+            break;
+        case 10:
+            if (oneIn(4))
+                world_.control<PushButton>(pick(buttons)).press();
+            break;
+        case 11:
+            if (oneIn(20))
+                world_.dialog().requestClose();
+            break;
+        default:
+            world_.control<PushButton>("cmdConferma").press();
+        }
+    }
+
+    void insideModal(Window& window) {
+        const bool message = window.name() == "frmMsgBox";
+        messagesOpen_ += message ? 1 : 0;
+        ++depth_;
+        const int steps = depth_ > 5 ? 0 : any(30);
+        for (int i = 0; i < steps && window.visible() && stepsLeft_ > 0; ++i)
+            step();
+        --depth_;
+        messagesOpen_ -= message ? 1 : 0;
+    }
+
+    void watch(PushButton& confirm) {
+        watches_.push_back(confirm.changed.connect([this, &confirm](Property property) {
+            if (property != Property::Enabled || confirm.enabled())
+                return;
+            ++confirmations_;
+            // Judged at the start: a handler's Show may rename the host between the two halves.
+            const auto& software = world_.process.SoftwareName;
+            const bool pairs =
+                world_.component->DoppioInserimentoObbligatorio() && software != "Kova" && software != "KOVA";
+            leftToSend_ = pairs ? 2 : 1;
+        }));
+    }
+
+    void receive(const std::string& event) {
+        if (event == "SalvaPagamento")
+            checkMovement(world_.sink.movements.back());
+        if (oneIn(15))
+            throw std::runtime_error("host failure");
+        if (oneIn(25))
+            world_.component->DiscardForm();
+        else if (oneIn(25))
+            world_.component->Show(0);
+    }
+
+    void checkMovement(const RecordingSink::Movement& movement) {
+        ++movements_;
+        // Under an open message the refused confirmation holds the button, and automatic ones may follow.
+        if (messagesOpen_ == 0) {
+            EXPECT_GE(--leftToSend_, 0) << "more movements than one confirmation sends";
+        }
+        EXPECT_NE(movement.idpagamento, -1);
+        EXPECT_NE(movement.tipoIncasso, -1);
+        EXPECT_FALSE(movement.Valuta.empty());
+        EXPECT_FALSE(movement.note.empty());
+        EXPECT_GE(movement.cassetto, 0);
+        EXPECT_LE(movement.cassetto, 4);
+    }
+
+    World world_;
+    std::mt19937 random_;
+    int stepsLeft_ = 0;
+    int depth_ = 0; ///< nested modal loops
+    int messagesOpen_ = 0;
+    int movements_ = 0, confirmations_ = 0, leftToSend_ = 0;
+    std::vector<Connection> watches_;
+};
+
+TEST(RandomWalk, NeverBreaksWhatMustAlwaysHold) {
+    int movements = 0;
+    int confirmations = 0;
+    for (const unsigned seed : {1U, 2U, 3U, 4U}) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        RandomWalk walk(seed);
+        walk.walk(50'000);
+        movements += walk.movements();
+        confirmations += walk.confirmations();
+    }
+    EXPECT_GT(movements, 500) << "a walk that saves nothing shows nothing";
+    EXPECT_GT(confirmations, movements);
+    RecordProperty("movements", movements);
+    RecordProperty("confirmations", confirmations);
+}
+
+} // namespace
+} // namespace kova::test
