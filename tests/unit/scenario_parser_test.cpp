@@ -1,5 +1,5 @@
-#include "host/arguments.h"
-#include "host/scenario_parser.h"
+#include "arguments.h"
+#include "scenario_parser.h"
 
 #include <gtest/gtest.h>
 

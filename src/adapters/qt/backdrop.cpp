@@ -23,7 +23,8 @@ class BackgroundOf : public ControlVisitor {
 
 QColor backdropOf(const Control& control) {
     BackgroundOf background;
-    for (Control* parent = control.parent(); parent != nullptr && !background.color; parent = parent->parent())
+    for (Control* parent = control.parent(); parent != nullptr && !background.color;
+         parent = parent->parent())
         parent->accept(background);
     return background.color.value_or(QColor(Qt::white));
 }

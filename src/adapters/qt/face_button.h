@@ -14,7 +14,6 @@ class FaceButton : public QAbstractButton {
         QColor text;
         QFont font;
         bool wrapped = true;
-        friend bool operator==(const Looks&, const Looks&) = default;
     };
     explicit FaceButton(QWidget& parent);
     void setLooks(const Looks& looks);

@@ -32,7 +32,8 @@ void GroupFrameView::paintEvent(QPaintEvent*) {
     const double line = std::max(1.0, scale().smaller());
     painter.setPen(QPen(look::borderOn(back), line));
     painter.setBrush(back);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2), pixels(5), pixels(5));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2), pixels(5),
+                            pixels(5));
     const QColor text = look::readableOn(back, look::toQt(model()->foreColor()));
     painter.setPen(model()->enabled() ? text : look::mixed(text, back, 0.5));
     const QRectF title(pixels(8), line, width() - 2 * pixels(8), TitleHeight * scale().y - line);

@@ -1,8 +1,8 @@
 #include "adapters/qt/look.h"
 
+#include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QPainter>
-#include <QPainterPath>
 #include <QTextLayout>
 
 #include <algorithm>
@@ -12,7 +12,8 @@ namespace kova::look {
 namespace {
 
 constexpr double PixelsPerPoint = 96.0 / 72.0;
-constexpr double CornerRadius = 5;
+constexpr double CornerRadius = 5; // design pixels, as those below
+constexpr double CheckRadius = 8;
 constexpr double LeastContrast = 3; // what WCAG asks of large text
 
 double luminance(const QColor& color) {
@@ -23,8 +24,16 @@ double luminance(const QColor& color) {
 }
 
 double contrast(const QColor& a, const QColor& b) {
-    const auto [darker, lighter] = std::minmax(luminance(a), luminance(b));
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
     return (lighter + 0.05) / (darker + 0.05);
+}
+
+// Condensed DejaVu runs as wide as Tahoma, for which captions and widths were chosen.
+QString family(const QString& wanted) {
+    for (const QString& one : {wanted, QString("DejaVu Sans Condensed"), QString("Noto Sans")})
+        if (QFontDatabase::hasFamily(one))
+            return one;
+    return "DejaVu Sans";
 }
 
 int flags(const TextStyle& style) {
@@ -66,10 +75,12 @@ void drawCheck(QPainter& painter, const QPointF& center, double radius, const QC
     painter.setPen(Qt::NoPen);
     painter.setBrush(disc);
     painter.drawEllipse(center, radius, radius);
-    painter.setPen(QPen(readableOn(disc, Qt::white), radius * 0.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(
+        QPen(readableOn(disc, Qt::white), radius * 0.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.setBrush(Qt::NoBrush);
-    painter.drawPolyline(QPolygonF({center + QPointF(-0.45, 0.05) * radius, center + QPointF(-0.1, 0.4) * radius,
-                                    center + QPointF(0.5, -0.35) * radius}));
+    painter.drawPolyline(
+        QPolygonF({center + QPointF(-0.45, 0.05) * radius, center + QPointF(-0.1, 0.4) * radius,
+                   center + QPointF(0.5, -0.35) * radius}));
 }
 
 QColor markOn(const QColor& face) {
@@ -83,7 +94,7 @@ QColor toQt(Color color) {
 }
 
 bool isDark(const QColor& color) {
-    return luminance(color) < 0.35;
+    return luminance(color) < 0.25;
 }
 
 QColor mixed(const QColor& first, const QColor& second, double share) {
@@ -97,13 +108,18 @@ QColor mixed(const QColor& first, const QColor& second, double share) {
 QColor readableOn(const QColor& background, const QColor& wanted) {
     if (contrast(background, wanted) >= LeastContrast)
         return wanted;
+    return inkOn(background);
+}
+
+QColor inkOn(const QColor& background) {
     const QColor black(Qt::black);
     const QColor white(Qt::white);
     return contrast(background, black) > contrast(background, white) ? black : white;
 }
 
 QColor borderOn(const QColor& background) {
-    return isDark(background) ? mixed(background, Qt::white, 0.35) : mixed(background, QColor(40, 55, 75), 0.35);
+    return isDark(background) ? mixed(background, Qt::white, 0.35)
+                              : mixed(background, QColor(40, 55, 75), 0.35);
 }
 
 QColor accentOn(const QColor& background) {
@@ -111,10 +127,9 @@ QColor accentOn(const QColor& background) {
 }
 
 QFont font(const Font& design, const Scale& scale) {
-    QFont result;
-    // Condensed DejaVu runs as wide as Tahoma, for which captions and widths were chosen.
-    result.setFamilies({QString::fromStdString(design.face), "Noto Sans", "DejaVu Sans Condensed", "DejaVu Sans"});
-    result.setPixelSize(std::max(6, static_cast<int>(std::lround(design.points * PixelsPerPoint * scale.smaller()))));
+    QFont result(family(QString::fromStdString(design.face)));
+    result.setPixelSize(
+        std::max(6, static_cast<int>(std::lround(design.points * PixelsPerPoint * scale.smaller()))));
     result.setBold(design.bold);
     return result;
 }
@@ -151,7 +166,7 @@ void drawFace(QPainter& painter, const QRectF& area, const Face& face) {
         painter.setPen(QPen(markOn(fill), thick));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(shape.adjusted(inset, inset, -inset, -inset), radius, radius);
-        const double disc = std::min(9 * face.unit, std::min(shape.width(), shape.height()) / 4);
+        const double disc = std::min(CheckRadius * face.unit, std::min(shape.width(), shape.height()) / 4);
         drawCheck(painter, shape.topRight() + QPointF(-disc - thick, disc + thick), disc, markOn(fill));
     }
     if (face.focused) {
@@ -163,11 +178,30 @@ void drawFace(QPainter& painter, const QRectF& area, const Face& face) {
 }
 
 QRectF captionArea(const QRectF& area, const Face& face) {
-    const double margin = std::min(4 * face.unit, std::min(area.width(), area.height()) / 10);
+    const double margin = std::min(6 * face.unit, std::min(area.width(), area.height()) / 10);
     QRectF inside = area.adjusted(margin, margin, -margin, -margin);
-    if (face.marked) // clear of the check
-        inside.adjust(12 * face.unit, 0, -12 * face.unit, 0);
-    return inside.width() > area.width() / 2 ? inside : area.adjusted(margin, margin, -margin, -margin);
+    const double check = CheckRadius * 1.6 * face.unit;
+    if (area.height() > 7 * check) // always, so that a caption keeps its size when the button gets marked
+        inside.adjust(0, check, 0, -check);
+    else if (face.marked && area.width() > 4 * check)
+        inside.adjust(check, 0, -check, 0);
+    return inside;
+}
+
+void drawInformation(QPainter& painter, const QRectF& area, const QColor& background) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(area.center());
+    const double size = std::min(area.width(), area.height()) / 100.0;
+    painter.scale(size, size);
+    const QColor disc = accentOn(background);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(disc);
+    painter.drawEllipse(QPointF(0, 0), 46, 46);
+    painter.setBrush(readableOn(disc, Qt::white));
+    painter.drawEllipse(QPointF(0, -21), 7, 7);
+    painter.drawRoundedRect(QRectF(-6, -8, 12, 36), 4, 4);
+    painter.restore();
 }
 
 QFont fitted(const QString& text, QFont font, const QSizeF& room, const TextStyle& style) {
@@ -175,6 +209,10 @@ QFont fitted(const QString& text, QFont font, const QSizeF& room, const TextStyl
     while (pixels > style.smallestPixels && !fits(text, font, room, style))
         font.setPixelSize(--pixels);
     return font;
+}
+
+bool fitsAtAll(const QString& text, const QFont& font, const QSizeF& room, const TextStyle& style) {
+    return fits(text, fitted(text, font, room, style), room, style);
 }
 
 bool drawText(QPainter& painter, const QRectF& area, const QString& text, const QFont& font,

@@ -28,6 +28,8 @@ bool isDark(const QColor& color);
 QColor mixed(const QColor& first, const QColor& second, double share);
 /// `wanted`, or black or white where that could not be read on `background`.
 QColor readableOn(const QColor& background, const QColor& wanted);
+/// Black or white, whichever is read better.
+QColor inkOn(const QColor& background);
 QColor borderOn(const QColor& background);
 /// Marks the focus and what is being used.
 QColor accentOn(const QColor& background);
@@ -35,7 +37,7 @@ QColor accentOn(const QColor& background);
 QFont font(const Font& design, const Scale& scale);
 
 struct Face {
-    QColor color;
+    QColor color = {};
     double unit = 1; ///< pixels of a thin line's design width
     bool flat = false;
     bool down = false;   ///< under the finger
@@ -44,10 +46,13 @@ struct Face {
     bool focused = false;
 };
 void drawFace(QPainter& painter, const QRectF& area, const Face& face);
-/// The area inside the border that a caption may fill.
+/// The area inside the border that a caption may fill, clear of the mark.
 QRectF captionArea(const QRectF& area, const Face& face);
 /// The colour that `face` is filled with.
 QColor filling(const Face& face);
+
+/// A disc with an "i", as large as fits.
+void drawInformation(QPainter& painter, const QRectF& area, const QColor& background);
 
 struct TextStyle {
     Qt::Alignment alignment = Qt::AlignCenter;
@@ -56,6 +61,8 @@ struct TextStyle {
 };
 /// The largest size up to `font`'s own at which the text fits; the smallest when it never does.
 QFont fitted(const QString& text, QFont font, const QSizeF& room, const TextStyle& style);
+/// Whether the text fits at that size or a smaller one.
+bool fitsAtAll(const QString& text, const QFont& font, const QSizeF& room, const TextStyle& style);
 /// Draws the text fitted, and cut with an ellipsis where it does not fit. Returns whether all of it shows.
 bool drawText(QPainter& painter, const QRectF& area, const QString& text, const QFont& font,
               const TextStyle& style = {});

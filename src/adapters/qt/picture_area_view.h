@@ -6,7 +6,7 @@
 
 namespace kova {
 
-/// The information picture, drawn here: a disc with an "i".
+/// Shows the information picture.
 class PictureAreaView final : public QWidget, public ModelView<PictureArea> {
   public:
     PictureAreaView(PictureArea& picture, WindowFrame& frame, QWidget& parent);

@@ -5,7 +5,7 @@
 namespace kova {
 namespace {
 
-constexpr double LeastPoints = 9.5; // captions of less are hard to read at arm's length
+constexpr double LeastPoints = 11; // captions of less are hard to read at arm's length
 
 } // namespace
 
@@ -13,7 +13,8 @@ PushButtonView::PushButtonView(PushButton& button, WindowFrame& frame, QWidget& 
     : FaceButton(parent), ModelView(button, frame) {
     // Reached by the tabulator and the program; a touch leaves the focus where it is.
     setFocusPolicy(Qt::TabFocus);
-    connect(this, &QAbstractButton::clicked, this, [this] { act([](PushButton& target) { target.press(); }); });
+    connect(this, &QAbstractButton::clicked, this,
+            [this] { act([](PushButton& target) { target.press(); }); });
     showProperty(Property::Caption);
     showProperty(Property::ToolTip);
 }
@@ -45,10 +46,9 @@ void PushButtonView::showLooks() {
 void PushButtonView::showProperty(Property property) {
     switch (property) {
     case Property::Caption: {
-        // Doubled, an ampersand is itself; alone it would make a shortcut that fires without a touch.
         const QString caption = QString::fromStdString(model()->caption());
         setText(caption);
-        setShortcut({});
+        setShortcut({}); // an ampersand is drawn as itself and makes no key
         nameWidget(*this, caption.isEmpty() ? QString::fromStdString(model()->toolTip()) : caption);
         break;
     }

@@ -7,7 +7,8 @@ namespace kova {
 
 /// Turns one column's cells into values of the type that the column was declared with. SQLite stores in any
 /// column whatever it is given: a cell that does not fit the declaration arrives as it is stored, and so do
-/// the cells of columns without a declaration and of expressions.
+/// the cells of columns without a declaration and of expressions. Money is exact up to 15 digits, as many as
+/// SQLite stores.
 class ColumnReader {
   public:
     ColumnReader(sqlite3_stmt* statement, int column);

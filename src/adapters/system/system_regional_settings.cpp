@@ -70,7 +70,7 @@ void applyDateFormat(RegionalSettings& settings, std::string_view format) {
                          : day < month ? Order::DayMonthYear
                                        : Order::MonthDayYear;
     settings.dateSeparator = std::string(1, *separator);
-    settings.twoDigitDayAndMonth = pattern[day] == 'd';
+    settings.twoDigitDayAndMonth = day > 0 && pattern.substr(day - 1, 2) == "%d";
 }
 
 RegionalSettings regionalSettingsOfLocale(const std::string& locale) {

@@ -1,0 +1,43 @@
+# For the scripts: what they say, and the Debian 12 packages that they need. To be sourced.
+
+say() { printf '== %s\n' "$*"; }
+fail() {
+  printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+  exit 1
+}
+
+packages_build="g++ cmake ninja-build pkg-config"
+packages_qt="qt6-base-dev libgl-dev fonts-dejavu-core"
+packages_sqlite="libsqlite3-dev"
+packages_tests="libgtest-dev clang-format"
+packages_all="clang clang-tidy libbenchmark-dev"
+
+installed() { dpkg-query -W -f '${db:Status-Abbrev}' "$1" 2>/dev/null | grep -q '^ii'; }
+
+# need_packages GROUP...: installs what is missing of these groups; nothing is asked of the network otherwise.
+need_packages() {
+  command -v dpkg-query >/dev/null || fail "this is no Debian system: install by hand what cmake/packages.sh lists"
+  local group list package missing=()
+  for group in "$@"; do
+    list=packages_$group
+    for package in ${!list}; do
+      installed "$package" || missing+=("$package")
+    done
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  say "installing: ${missing[*]}"
+  local asroot=()
+  if [ "$(id -u)" != 0 ]; then
+    command -v sudo >/dev/null || fail "cannot install ${missing[*]}: neither root nor sudo"
+    asroot=(sudo)
+  fi
+  local log
+  log=$(mktemp)
+  if ! { "${asroot[@]}" apt-get update &&
+    "${asroot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"; } \
+    >"$log" 2>&1; then
+    tail -n 20 "$log"
+    fail "could not install ${missing[*]} (log: $log)"
+  fi
+  rm -f "$log"
+}

@@ -1,0 +1,115 @@
+#include "adapters/qt/button_grid_accessible.h"
+
+#include "adapters/qt/button_grid_view.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QPointer>
+
+#include <vector>
+
+namespace kova {
+namespace {
+
+/// One button of a grid, by its position: a rebuilt grid has its new buttons at once.
+class CellAccessible final : public QAccessibleInterface, public QAccessibleActionInterface {
+  public:
+    CellAccessible(ButtonGridView& grid, int index) : grid_(&grid), index_(index) {}
+
+    [[nodiscard]] bool isValid() const override { return grid_ && grid_->cellButton(index_) != nullptr; }
+    [[nodiscard]] QObject* object() const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface* parent() const override {
+        return grid_ ? QAccessible::queryAccessibleInterface(static_cast<QWidget*>(grid_)) : nullptr;
+    }
+    [[nodiscard]] QAccessibleInterface* child(int) const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    [[nodiscard]] int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+    [[nodiscard]] QAccessible::Role role() const override { return QAccessible::Button; }
+    [[nodiscard]] QString text(QAccessible::Text kind) const override {
+        return isValid() && kind == QAccessible::Name
+                   ? QString::fromStdString(grid_->cellButton(index_)->caption)
+                   : QString();
+    }
+    void setText(QAccessible::Text, const QString&) override {}
+    [[nodiscard]] QRect rect() const override {
+        if (!isValid())
+            return {};
+        const QRect cell = grid_->cell(index_).toAlignedRect();
+        return {grid_->mapToGlobal(cell.topLeft()), cell.size()};
+    }
+    [[nodiscard]] QAccessible::State state() const override {
+        QAccessible::State state;
+        state.invalid = !isValid();
+        if (isValid()) {
+            state.disabled = !grid_->isEnabled();
+            state.invisible = !grid_->isVisible();
+            state.checkable = true;
+            state.checked = grid_->cellButton(index_)->marked;
+        }
+        return state;
+    }
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this)
+                                                    : nullptr;
+    }
+
+    [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
+    void doAction(const QString& action) override {
+        if (isValid() && action == pressAction())
+            grid_->touchCell(index_);
+    }
+    [[nodiscard]] QStringList keyBindingsForAction(const QString&) const override { return {}; }
+
+  private:
+    QPointer<ButtonGridView> grid_;
+    int index_;
+};
+
+class GridAccessible final : public QAccessibleWidget {
+  public:
+    explicit GridAccessible(ButtonGridView& grid)
+        : QAccessibleWidget(&grid, QAccessible::Grouping), grid_(grid) {}
+    ~GridAccessible() override {
+        for (const QAccessible::Id id : cells_)
+            QAccessible::deleteAccessibleInterface(id);
+    }
+    GridAccessible(const GridAccessible&) = delete;
+    GridAccessible& operator=(const GridAccessible&) = delete;
+
+    [[nodiscard]] int childCount() const override { return grid_.cellCount(); }
+    [[nodiscard]] QAccessibleInterface* child(int index) const override {
+        if (index < 0 || index >= childCount())
+            return nullptr;
+        while (cells_.size() <= static_cast<std::size_t>(index)) // QAccessible owns what is registered
+            cells_.push_back(QAccessible::registerAccessibleInterface(
+                new CellAccessible(grid_, static_cast<int>(cells_.size()))));
+        return QAccessible::accessibleInterface(cells_[static_cast<std::size_t>(index)]);
+    }
+    int indexOfChild(const QAccessibleInterface* wanted) const override {
+        for (int index = 0; index < childCount(); ++index)
+            if (child(index) == wanted)
+                return index;
+        return -1;
+    }
+    [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override {
+        return child(grid_.cellAt(QPointF(grid_.mapFromGlobal(QPoint(x, y)))));
+    }
+
+  private:
+    ButtonGridView& grid_;
+    mutable std::vector<QAccessible::Id> cells_;
+};
+
+QAccessibleInterface* forButtonGrid(const QString&, QObject* object) {
+    auto* const grid = dynamic_cast<ButtonGridView*>(object);
+    return grid == nullptr ? nullptr : new GridAccessible(*grid);
+}
+
+} // namespace
+
+void makeButtonGridsAccessible() {
+    QAccessible::installFactory(&forButtonGrid); // installs the same one once
+}
+
+} // namespace kova

@@ -1,0 +1,63 @@
+#include "adapters/qt/numeric_keypad_view.h"
+
+#include <cmath>
+
+namespace kova {
+namespace {
+
+const Font Digit{"Tahoma", 20, true};
+constexpr double HalfGap = 2; // between keys, in design pixels
+const std::string Backspace = "BACKSPACE";
+
+} // namespace
+
+NumericKeypadView::NumericKeypadView(NumericKeypad& keypad, WindowFrame& frame, QWidget& parent)
+    : QWidget(&parent), ModelView(keypad, frame) {
+    nameWidget(*this, {});
+    for (const auto& texts : NumericKeypad::keys()) {
+        auto& row = rows_.emplace_back();
+        for (const std::string& text : texts) {
+            const QString caption = QString::fromStdString(text);
+            auto* key = new KeyButton(*this, text, text == Backspace ? "Backspace" : caption);
+            key->setText(text == Backspace ? QStringLiteral("\u232B") : caption);
+            connect(key, &QAbstractButton::clicked, this,
+                    [this, text] { act([&](NumericKeypad& target) { target.touchKey(text); }); });
+            row.push_back(key);
+        }
+    }
+}
+
+void NumericKeypadView::layOut() {
+    ControlView::layOut();
+    FaceButton::Looks looks;
+    looks.face.unit = scale().smaller();
+    looks.face.color = QColor(250, 250, 251);
+    looks.text = QColor(20, 30, 42);
+    looks.font = look::font(Digit, scale());
+    const double gap = HalfGap * scale().smaller();
+    const double height = static_cast<double>(this->height()) / static_cast<double>(rows_.size());
+    for (std::size_t row = 0; row < rows_.size(); ++row) {
+        const double width = static_cast<double>(this->width()) / static_cast<double>(rows_[row].size());
+        for (std::size_t column = 0; column < rows_[row].size(); ++column) {
+            const QRectF place(static_cast<double>(column) * width, static_cast<double>(row) * height, width,
+                               height);
+            rows_[row][column]->setGeometry(place.adjusted(gap, gap, -gap, -gap).toRect());
+            FaceButton::Looks own = looks;
+            if (rows_[row][column]->key() == Backspace)
+                own.face.color = QColor(226, 231, 237);
+            rows_[row][column]->setLooks(own);
+        }
+    }
+}
+
+std::optional<TouchPoint> NumericKeypadView::touchPoint(const std::optional<std::string>& part) {
+    if (!part)
+        return ControlView::touchPoint(part);
+    for (const auto& row : rows_)
+        for (KeyButton* key : row)
+            if (key->key() == *part)
+                return key->touchPoint();
+    return std::nullopt;
+}
+
+} // namespace kova

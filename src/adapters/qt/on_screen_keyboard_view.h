@@ -1,0 +1,38 @@
+#pragma once
+#include "adapters/qt/control_view.h"
+#include "adapters/qt/key_button.h"
+#include "widgets/on_screen_keyboard.h"
+
+#include <QWidget>
+
+#include <vector>
+
+namespace kova {
+
+/// The keys in the model's rows, and below them a row of its own for the caps-lock key and the space bar, so
+/// that no key gets too narrow for a finger.
+class OnScreenKeyboardView final : public QWidget, public ModelView<OnScreenKeyboard> {
+  public:
+    OnScreenKeyboardView(OnScreenKeyboard& keyboard, WindowFrame& frame, QWidget& parent);
+    QWidget& widget() override { return *this; }
+    /// The key of a character in either letter case.
+    std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
+
+  protected:
+    void layOut() override;
+    void showProperty(Property property) override;
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    struct Key {
+        char32_t character; ///< 0 for caps lock
+        double width;       ///< as a share of its row
+        KeyButton* button;
+    };
+    void addKey(std::vector<Key>& row, char32_t character);
+    void showKeys();
+    void placeKeys();
+    std::vector<std::vector<Key>> rows_;
+};
+
+} // namespace kova

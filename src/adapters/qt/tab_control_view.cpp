@@ -1,0 +1,197 @@
+#include "adapters/qt/tab_control_view.h"
+
+#include "adapters/qt/window_frame.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace kova {
+namespace {
+
+const Font Selected{"Tahoma", 12, true};
+const Font Other{"Tahoma", 12, false};
+
+TabControl& tabsOf(const TabPage& page) {
+    return static_cast<TabControl&>(*page.parent()); // a page stands on nothing else
+}
+
+} // namespace
+
+TouchTabBar::TouchTabBar(QWidget& parent) : QTabBar(&parent) {
+    setDrawBase(false);
+    setExpanding(false);
+    setUsesScrollButtons(false);
+    setElideMode(Qt::ElideRight);
+    setFocusPolicy(Qt::TabFocus);
+}
+
+void TouchTabBar::setLooks(const Looks& looks) {
+    looks_ = looks;
+    setFont(look::font(Selected, looks.scale)); // also makes the tabs ask for their sizes again
+    update();
+}
+
+QSize TouchTabBar::tabSizeHint(int index) const {
+    const QFontMetrics metrics(look::font(Selected, looks_.scale));
+    const double padding = 48 * looks_.scale.smaller();
+    const double least = 160 * looks_.scale.x;
+    return {static_cast<int>(std::max(least, metrics.horizontalAdvance(tabText(index)) + padding)), height()};
+}
+
+void TouchTabBar::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillRect(rect(), looks_.backdrop);
+    const double unit = looks_.scale.smaller();
+    for (int index = 0; index < count(); ++index) {
+        if (!isTabVisible(index))
+            continue;
+        const bool current = index == currentIndex();
+        QColor fill = current ? looks_.page
+                              : look::mixed(looks_.backdrop, QColor(45, 56, 70),
+                                            look::isDark(looks_.backdrop) ? 0.5 : 0.14);
+        if (index == pressed_)
+            fill = look::mixed(fill, look::accentOn(fill), 0.25);
+        const QRectF tab = QRectF(tabRect(index)).adjusted(unit * 2, unit * 3, -unit * 2, unit * 8);
+        painter.setPen(QPen(look::borderOn(fill), std::max(1.0, unit)));
+        painter.setBrush(fill);
+        painter.drawRoundedRect(tab, 6 * unit, 6 * unit);
+        if (current) { // the mark of the selected tab, besides its weight
+            const QRectF mark(tab.left() + 10 * unit, tabRect(index).bottom() - 5 * unit,
+                              tab.width() - 20 * unit, 4 * unit);
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(look::accentOn(fill));
+            painter.drawRoundedRect(mark, 2 * unit, 2 * unit);
+        }
+        if (current && hasFocus()) {
+            painter.setPen(QPen(look::accentOn(fill), unit, Qt::DashLine));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRoundedRect(tab.adjusted(4 * unit, 4 * unit, -4 * unit, -14 * unit), 4 * unit,
+                                    4 * unit);
+        }
+        const QColor text = look::inkOn(fill);
+        painter.setPen(isEnabled() ? text : look::mixed(text, fill, 0.5));
+        look::drawText(painter, QRectF(tabRect(index)).adjusted(10 * unit, 4 * unit, -10 * unit, -5 * unit),
+                       tabText(index), look::font(current ? Selected : Other, looks_.scale),
+                       {.wrapped = false});
+    }
+}
+
+void TouchTabBar::mousePressEvent(QMouseEvent* event) {
+    pressed_ = event->button() == Qt::LeftButton ? tabAt(event->position().toPoint()) : -1;
+    update();
+}
+
+void TouchTabBar::mouseReleaseEvent(QMouseEvent* event) {
+    const int released = std::exchange(pressed_, -1);
+    update();
+    if (released >= 0 && released == tabAt(event->position().toPoint()) && touched)
+        touched(released);
+}
+
+void TouchTabBar::keyPressEvent(QKeyEvent* event) {
+    const int step = event->key() == Qt::Key_Left ? -1 : event->key() == Qt::Key_Right ? 1 : 0;
+    if (step == 0)
+        event->ignore();
+    else if (const int next = currentIndex() + step; next >= 0 && next < count() && touched)
+        touched(next);
+}
+
+TabControlView::TabControlView(TabControl& tabs, WindowFrame& frame, QWidget& parent)
+    : QWidget(&parent), ModelView(tabs, frame), bar_(new TouchTabBar(*this)) {
+    nameWidget(*this, {});
+    bar_->setObjectName(objectName() + "_tabs");
+    bar_->setAccessibleName(accessibleName());
+    bar_->touched = [this](int index) { act([=](TabControl& target) { target.touchTab(index); }); };
+    for (TabPage* page : tabs.pages())
+        pages_.push_back(page->changed.connect([this](Property) { layOut(); }));
+    pages_.push_back(tabs.window().changed.connect([this](Property property) {
+        if (property == Property::BackColor)
+            layOut();
+    }));
+}
+
+void TabControlView::detach() {
+    pages_.clear();
+    ModelView::detach();
+}
+
+void TabControlView::layOut() {
+    ControlView::layOut();
+    int height = 0;
+    for (const TabPage* page : model()->pages())
+        height = frame().pixels(*page).top();
+    bar_->setGeometry(0, 0, width(), height);
+    showTabs();
+}
+
+void TabControlView::showTabs() {
+    const auto& pages = model()->pages();
+    const auto count = static_cast<int>(pages.size());
+    while (bar_->count() < count)
+        bar_->addTab({});
+    QColor background = backdrop();
+    for (int index = 0; index < count; ++index) {
+        const TabPage& page = *pages[static_cast<std::size_t>(index)];
+        bar_->setTabText(index, QString::fromStdString(page.caption()));
+        bar_->setTabVisible(index, page.visible());
+        if (index == model()->selected())
+            background = look::toQt(page.backColor());
+    }
+    bar_->setLooks({scale(), backdrop(), background});
+    bar_->setCurrentIndex(model()->selected());
+    bar_->setEnabled(model()->enabled());
+}
+
+void TabControlView::showProperty(Property property) {
+    if (property == Property::SelectedTab || property == Property::Enabled)
+        showTabs();
+    ControlView::showProperty(property);
+}
+
+std::optional<TouchPoint> TabControlView::touchPoint(const std::optional<std::string>& part) {
+    if (!part)
+        return ControlView::touchPoint(part);
+    for (int index = 0; index < bar_->count(); ++index)
+        if (std::to_string(index) == *part && bar_->tabAt(bar_->tabRect(index).center()) == index)
+            return TouchPoint{bar_, QPointF(bar_->tabRect(index).center())};
+    return std::nullopt;
+}
+
+TabPageView::TabPageView(TabPage& page, WindowFrame& frame, QWidget& parent)
+    : QWidget(&parent), ModelView(page, frame) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    nameWidget(*this, QString::fromStdString(page.caption()));
+    selection_ = tabsOf(page).changed.connect([this](Property property) {
+        if (property == Property::SelectedTab)
+            showProperty(Property::Visible);
+    });
+}
+
+void TabPageView::detach() {
+    selection_.disconnect();
+    ModelView::detach();
+}
+
+bool TabPageView::drawnVisible() const {
+    const TabControl& tabs = tabsOf(*model());
+    const auto selected = static_cast<std::size_t>(tabs.selected());
+    return model()->visible() && selected < tabs.pages().size() && tabs.pages()[selected] == model();
+}
+
+void TabPageView::showProperty(Property property) {
+    if (property == Property::Caption)
+        nameWidget(*this, QString::fromStdString(model()->caption()));
+    ControlView::showProperty(property);
+}
+
+void TabPageView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), model() != nullptr ? look::toQt(model()->backColor()) : QColor(Qt::white));
+}
+
+} // namespace kova

@@ -1,0 +1,185 @@
+#include "adapters/qt/text_box_view.h"
+
+#include "adapters/qt/line_edit_view.h"
+#include "adapters/qt/note_edit_view.h"
+#include "adapters/qt/window_frame.h"
+
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+#include <QWidget>
+
+#include <algorithm>
+
+namespace kova {
+namespace {
+
+constexpr char32_t Backspace = 8;
+constexpr char32_t LineFeed = 10;
+
+// The same keys that Qt's own editors take for text.
+bool isText(const QKeyEvent& event) {
+    const QString text = event.text();
+    if (text.isEmpty() || event.modifiers() == Qt::ControlModifier ||
+        event.modifiers() == (Qt::ControlModifier | Qt::ShiftModifier))
+        return false;
+    const QChar first = text.front();
+    return first.isPrint() || first.category() == QChar::Other_Format ||
+           first.category() == QChar::Other_PrivateUse || (text.size() >= 2 && first.isHighSurrogate());
+}
+
+} // namespace
+
+ControlView* makeTextBoxView(TextBox& box, WindowFrame& frame, QWidget& parent) {
+    if (box.multiLine())
+        return new NoteEditView(box, frame, parent);
+    return new LineEditView(box, frame, parent);
+}
+
+TextPositions TextBoxView::positions() const {
+    return {model()->text(),
+            model()->multiLine() ? TextPositions::Breaks::Joined : TextPositions::Breaks::Kept};
+}
+
+void TextBoxView::startShowing() {
+    nameWidget(widget(), {});
+    widget().setFocusPolicy(Qt::ClickFocus);
+    showProperty(Property::Locked);
+    showText();
+}
+
+void TextBoxView::layOut() {
+    ControlView::layOut();
+    widget().setFont(look::font(model()->font(), scale()));
+    showColors();
+}
+
+void TextBoxView::showProperty(Property property) {
+    switch (property) {
+    case Property::Text:
+        showText();
+        break;
+    case Property::Locked:
+        showLocked(model()->locked());
+        break;
+    case Property::BackColor:
+    case Property::ForeColor:
+        showColors();
+        break;
+    default:
+        break;
+    }
+    ControlView::showProperty(property);
+}
+
+void TextBoxView::showColors() {
+    const QColor back = look::toQt(model()->backColor());
+    const QColor text =
+        look::toQt(model()->foreColor()); // may be the same on purpose: content that is hidden
+    const QColor accent = look::accentOn(backdrop());
+    const QColor faint = look::mixed(back, QColor(150, 155, 160), 0.35);
+    const QString sheet =
+        QString("QLineEdit, QPlainTextEdit { background: %1; color: %2; border: %7px solid %3;"
+                " border-radius: %6px; padding: %8px %11px; selection-background-color: %4;"
+                " selection-color: %5; }"
+                "QLineEdit:focus, QPlainTextEdit:focus { border: %9px solid %4; padding: 0px %12px; }"
+                "QLineEdit:disabled, QPlainTextEdit:disabled { background: %10; }")
+            .arg(back.name(), text.name(), look::borderOn(back).name(), accent.name(),
+                 look::readableOn(accent, Qt::white).name())
+            .arg(pixels(4))
+            .arg(std::max(1, pixels(1)))
+            .arg(std::max(1, pixels(2)) - std::max(1, pixels(1)))
+            .arg(std::max(1, pixels(2)))
+            .arg(faint.name())
+            .arg(pixels(4) + std::max(1, pixels(1)))
+            .arg(pixels(4));
+    if (widget().styleSheet() != sheet)
+        widget().setStyleSheet(sheet);
+}
+
+// Typing changes the least, so that it can be undone; what the program writes cannot.
+void TextBoxView::showText() {
+    const QScopedValueRollback guard(showing_, true);
+    const QString before = editorText();
+    const QString after = positions().editorText();
+    if (before != after && !typing_) {
+        setEditorText(after);
+    } else if (before != after) {
+        const auto shorter = std::min(before.size(), after.size());
+        qsizetype head = 0;
+        while (head < shorter && before[head] == after[head])
+            ++head;
+        qsizetype tail = 0;
+        while (tail < shorter - head && before[before.size() - 1 - tail] == after[after.size() - 1 - tail])
+            ++tail;
+        replaceInEditor({static_cast<int>(head), static_cast<int>(before.size() - tail)},
+                        after.mid(head, after.size() - tail - head));
+    }
+    showSelection();
+}
+
+void TextBoxView::showSelection() {
+    const QScopedValueRollback guard(showing_, true);
+    const TextPositions carry = positions();
+    const Selection wanted{carry.toEditor(model()->selectionStart()),
+                           carry.toEditor(model()->selectionEnd())};
+    const Selection present = editorSelection();
+    if (present.start != wanted.start || present.end != wanted.end)
+        selectInEditor(wanted);
+}
+
+bool TextBoxView::takeKey(const QKeyEvent& event) {
+    if (model() == nullptr)
+        return true;
+    showSelection(); // the program may have moved the caret
+    if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter)
+        typeCharacters(QString(QChar(LineFeed)));
+    else if (event.key() == Qt::Key_Backspace && event.modifiers() == Qt::NoModifier)
+        typeCharacters(QString(QChar(Backspace)));
+    else if (isText(event))
+        typeCharacters(event.text());
+    else
+        return false;
+    return true;
+}
+
+bool TextBoxView::takeCommit(const QInputMethodEvent& event) {
+    if (event.commitString().isEmpty() || event.replacementLength() != 0)
+        return false;
+    typeCharacters(event.commitString());
+    return true;
+}
+
+void TextBoxView::typeCharacters(const QString& text) {
+    for (const char32_t character : text.toStdU32String()) {
+        const QScopedValueRollback guard(typing_, true);
+        act([&](TextBox& box) { box.typeCharacter(character); });
+    }
+    if (model() != nullptr)
+        showSelection();
+}
+
+void TextBoxView::clicked() {
+    act([](TextBox& box) { box.window().moveFocus(box); });
+}
+
+void TextBoxView::editorChanged() {
+    if (showing_ || model() == nullptr)
+        return;
+    const std::string text = editorText().toStdString();
+    const TextPositions carry(text, TextPositions::Breaks::Kept); // the editor's own breaks are single units
+    const Selection selection = editorSelection();
+    act([&](TextBox& box) {
+        box.adoptEdit(text, carry.toModel(selection.start), carry.toModel(selection.end));
+    });
+}
+
+void TextBoxView::editorSelectionChanged() {
+    if (showing_ || model() == nullptr)
+        return;
+    const TextPositions carry = positions();
+    const Selection selection = editorSelection();
+    model()->select(carry.toModel(selection.start), carry.toModel(selection.end));
+}
+
+} // namespace kova

@@ -1,0 +1,54 @@
+#pragma once
+#include "adapters/qt/control_view.h"
+#include "adapters/qt/text_positions.h"
+#include "widgets/text_box.h"
+
+class QInputMethodEvent;
+class QKeyEvent;
+
+namespace kova {
+
+/// What the one-line and the many-line editor have in common. Character keys go to the model, which filters
+/// and edits, and the editor follows; what only the toolkit's editor can do (delete forwards, cut, paste,
+/// drop, undo) it does itself, and the model adopts the result. The caret is kept in step both ways.
+class TextBoxView : public ModelView<TextBox> {
+  public:
+    TextBoxView(TextBox& box, WindowFrame& frame) : ModelView(box, frame) {}
+    [[nodiscard]] bool takesTab() const override { return true; }
+
+  protected:
+    struct Selection {
+        int start, end;
+    };
+    virtual QString editorText() const = 0;
+    virtual void setEditorText(const QString& text) = 0; ///< forgets what could be undone
+    virtual void replaceInEditor(Selection range, const QString& text) = 0;
+    virtual Selection editorSelection() const = 0;
+    virtual void selectInEditor(Selection range) = 0;
+    virtual void showLocked(bool locked) = 0;
+
+    void layOut() override;
+    void showProperty(Property property) override;
+    void startShowing(); ///< to be called at the end of a constructor
+
+    // To be called on the editor's events; true means that the event has been dealt with.
+    bool takeKey(const QKeyEvent& event);
+    bool takeCommit(const QInputMethodEvent& event);
+    void clicked();
+    void editorChanged();
+    void editorSelectionChanged();
+
+  private:
+    void typeCharacters(const QString& text);
+    void showText();
+    void showSelection();
+    void showColors();
+    [[nodiscard]] TextPositions positions() const;
+    bool showing_ = false; ///< the editor is being changed from here
+    bool typing_ = false;  ///< the model is editing what was typed
+};
+
+/// Makes the view of either kind.
+ControlView* makeTextBoxView(TextBox& box, WindowFrame& frame, QWidget& parent);
+
+} // namespace kova

@@ -1,0 +1,68 @@
+#pragma once
+#include "adapters/qt/control_view.h"
+#include "adapters/qt/event_loop.h"
+#include "platform/regional_settings.h"
+#include "platform/user_interface.h"
+
+#include <QPointer>
+#include <QSize>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+class QMessageBox;
+
+namespace kova {
+
+class WindowFrame;
+
+/// Windows on the screen. Each model that is presented gets a top-level widget, which goes with its view.
+class QtUserInterface final : public UserInterface {
+  public:
+    using ModalLoop = std::function<void(Window&)>;
+    using Answer = std::function<MessageAnswer(const PlatformMessage&)>;
+
+    /// What stands in for the cashier and the screen; each may be left out.
+    struct Options {
+        ModalLoop modalLoop = {}; ///< must return only when the window is no longer visible
+        Answer answer = {};       ///< asked before a message box is shown, whose button it then presses
+        QSize surface = {};       ///< pixels of the largest window; the screen without it
+    };
+
+    /// `loop` and `regional` must outlive it, and it all views.
+    QtUserInterface(QtEventLoop& loop, const RegionalSettings& regional);
+    QtUserInterface(QtEventLoop& loop, const RegionalSettings& regional, Options options);
+    QtUserInterface(const QtUserInterface&) = delete;
+    QtUserInterface& operator=(const QtUserInterface&) = delete;
+    ~QtUserInterface() override;
+
+    std::unique_ptr<WindowView> present(Window& window) override;
+    void runModal(Window& window) override;
+    MessageAnswer messageBox(const PlatformMessage& message) override;
+
+    [[nodiscard]] QtEventLoop& loop() const { return loop_; }
+    /// The widget that draws the window; null when nothing does.
+    [[nodiscard]] WindowFrame* frame(const Window& window) const;
+    /// Null when nothing draws the control.
+    [[nodiscard]] ControlView* view(Control& control) const;
+    /// Where to touch a control, or the part of it with that key; nothing when it is not drawn.
+    [[nodiscard]] std::optional<TouchPoint> touchPoint(Control& control,
+                                                       const std::optional<std::string>& part = {}) const;
+
+  private:
+    class FrameView;
+    class InputGuard;
+    void retire(WindowFrame& frame);
+    void fillMessageBox(QMessageBox& box, const PlatformMessage& message) const;
+    [[nodiscard]] QSize surface() const;
+
+    QtEventLoop& loop_;
+    const RegionalSettings& regional_;
+    Options options_;
+    std::vector<WindowFrame*> frames_; ///< from the oldest to the newest
+    std::unique_ptr<InputGuard> guard_;
+};
+
+} // namespace kova

@@ -1,0 +1,41 @@
+#pragma once
+#include "component/cls_Kova_Drawer_Man.h"
+#include "component/events.h"
+#include "platform/database.h"
+#include "platform/export.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+/// What a C++ host includes. The first component makes what all components of the process share: the drawing
+/// with Qt, the clock, the language and the regional settings of this machine, the error log beside the
+/// library's file. All calls come from one thread, the one of the user interface.
+///
+/// A host without Qt needs nothing of it: the library then makes the Qt application itself. A host with Qt
+/// makes its own QApplication before the first component, and releases its components before or after that
+/// application as it likes.
+namespace kova {
+
+/// A new component; the caller's, to be released at any time. Throws Error when no windows can be shown: the
+/// process has a Qt application without widgets.
+[[nodiscard]] KOVA_API std::shared_ptr<cls_Kova_Drawer_Man> createComponent();
+
+/// Opens a connection to hand to `Inizializza`; understands the same texts as `InizializzaByConnString`.
+/// Never null. Throws DatabaseError.
+[[nodiscard]] KOVA_API std::shared_ptr<DatabaseConnection> openDatabase(const std::string& connectionString);
+
+/// Announces the language that the user works in from now on, by its Windows language identifier: 1040
+/// Italian, 1031 German, 9 English; any other shows Italian. At first it is the environment's.
+KOVA_API void setLanguage(std::int32_t id, const std::string& name);
+
+/// Handles the events that wait. For hosts without an event loop of their own while a modeless dialog is
+/// open.
+KOVA_API void processEvents();
+
+/// Closes open dialogs and ends what the first component began; the next one begins anew. Components that
+/// the host still holds may be released afterwards, but not used. Without this call a Qt application that the
+/// library made ends with the process; before one that the host made ends, the library calls it itself.
+KOVA_API void shutDown();
+
+} // namespace kova

@@ -1,0 +1,47 @@
+#include "library/library_process.h"
+
+#include "adapters/system/own_folder.h"
+#include "adapters/system/system_regional_settings.h"
+#include "services/file_error_logger.h"
+
+namespace kova {
+namespace {
+
+/// Destroyed from the last member to the first: the component before what it lives on.
+struct ComponentWithProcess {
+    std::shared_ptr<LibraryProcess> process;
+    std::shared_ptr<cls_Kova_Drawer_Man> component;
+};
+
+} // namespace
+
+LibraryProcess::LibraryProcess() : regional_(systemRegionalSettings()), state_(platform()) {}
+
+Platform LibraryProcess::platform() {
+    return {.userInterface = userInterface_,
+            .eventLoop = eventLoop_,
+            .clock = clock_,
+            .languageRuntime = language_,
+            .settingsStore = settings_,
+            .databases = databases_,
+            .regional = regional_,
+            .makeErrorLogger = [this] { return std::make_unique<FileErrorLogger>(clock_); },
+            .componentFolder = ownFolder()};
+}
+
+std::shared_ptr<cls_Kova_Drawer_Man> LibraryProcess::createComponent() {
+    std::erase_if(components_, [](const auto& component) { return component.expired(); });
+    const auto whole = std::make_shared<ComponentWithProcess>(shared_from_this());
+    whole->component = cls_Kova_Drawer_Man::create(state_);
+    components_.push_back(whole->component);
+    return {whole, whole->component.get()};
+}
+
+void LibraryProcess::closeDialogs() {
+    for (const auto& known : components_)
+        if (const auto component = known.lock())
+            component->DiscardForm();
+    eventLoop_.settle();
+}
+
+} // namespace kova

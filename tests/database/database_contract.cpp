@@ -1,0 +1,296 @@
+#include "database_contract.h"
+
+#include <cstdio>
+
+namespace kova {
+namespace {
+
+using Rows = std::vector<std::string>;
+
+struct CellText {
+    std::string operator()(Null) const { return "-"; }
+    std::string operator()(bool value) const { return value ? "True" : "False"; }
+    std::string operator()(std::int64_t value) const { return std::to_string(value); }
+    std::string operator()(double value) const {
+        char text[40];
+        std::snprintf(text, sizeof text, "%.15g", value);
+        return text;
+    }
+    std::string operator()(Decimal value) const {
+        double number = static_cast<double>(value.unscaled);
+        for (int i = 0; i < value.scale; ++i)
+            number /= 10;
+        return (*this)(number);
+    }
+    std::string operator()(std::string_view value) const { return std::string(value); }
+    std::string operator()(DateTime value) const {
+        const auto day = std::chrono::floor<std::chrono::days>(value);
+        const std::chrono::year_month_day date(day);
+        const std::chrono::hh_mm_ss clock(std::chrono::floor<std::chrono::seconds>(value - day));
+        char text[80];
+        std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02d", int(date.year()),
+                      unsigned(date.month()), unsigned(date.day()), static_cast<int>(clock.hours().count()),
+                      static_cast<int>(clock.minutes().count()), static_cast<int>(clock.seconds().count()));
+        return text;
+    }
+};
+
+} // namespace
+
+std::vector<std::string> rowsOf(Recordset records) {
+    Rows rows;
+    for (; !records.endOfFile(); records.moveNext()) {
+        std::string row;
+        for (std::size_t i = 0; i < records.fieldCount(); ++i)
+            row.append(i ? "|" : "").append(std::visit(CellText{}, records.field(i)));
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+DateTime dateTime(int year, unsigned month, unsigned day, int hours, int minutes, int seconds,
+                  int milliseconds) {
+    using namespace std::chrono;
+    return local_days(std::chrono::year(year) / std::chrono::month(month) / std::chrono::day(day)) +
+           std::chrono::hours(hours) + std::chrono::minutes(minutes) + std::chrono::seconds(seconds) +
+           std::chrono::milliseconds(milliseconds);
+}
+
+DateParameter dayParameter(DateTime day) {
+    return {"Data", "as typed", day};
+}
+
+TEST_P(DatabaseContract, CellsHaveTheTypesOfTheirColumns) {
+    shop->execute("CREATE TABLE kinds(b bit, i int, m money, d decimal(18,4), f float, t nvarchar(50),"
+                  " w datetime, missing money)");
+    shop->execute("INSERT INTO kinds VALUES(1, -7, 0.1, 1234567.8901, 0.5, N'perché – «€» 雪',"
+                  " '2026-11-16T23:59:59.250', NULL)");
+    shop->execute("INSERT INTO kinds VALUES(0, 2147483647, -99999999999.9999, 2, 2, N'',"
+                  " '2026-11-16T00:00:00', 3)");
+    Recordset records = query("SELECT * FROM kinds ORDER BY b DESC");
+
+    EXPECT_EQ(records.field("b"), Value(true));
+    EXPECT_EQ(records.field("i"), Value(std::int64_t{-7}));
+    EXPECT_EQ(records.field("m"), Value(Decimal{1000, 4}));
+    EXPECT_EQ(records.field("d"), Value(Decimal{12345678901, 4}));
+    EXPECT_EQ(records.field("f"), Value(0.5));
+    EXPECT_EQ(records.field("t"), Value(std::string_view("perché – «€» 雪")));
+    EXPECT_EQ(records.field("w"), Value(dateTime(2026, 11, 16, 23, 59, 59, 250)));
+    EXPECT_EQ(records.field("missing"), Value(Null{}));
+
+    records.moveNext();
+    EXPECT_EQ(records.field("b"), Value(false));
+    EXPECT_EQ(records.field("i"), Value(std::int64_t{2147483647}));
+    EXPECT_EQ(records.field("m"), Value(Decimal{-999999999999999, 4}));
+    EXPECT_EQ(records.field("d"), Value(Decimal{20000, 4}));
+    EXPECT_EQ(records.field("f"), Value(2.0));
+    EXPECT_EQ(records.field("t"), Value(std::string_view("")));
+    EXPECT_EQ(records.field("w"), Value(dateTime(2026, 11, 16)));
+    EXPECT_EQ(records.field("missing"), Value(Decimal{30000, 4}));
+}
+
+TEST_P(DatabaseContract, FieldsAreFoundByIndexAndByNameInAnyCase) {
+    shop->execute("INSERT INTO tabPagamenti VALUES(1, N'Contanti', 1, N'€', 10)");
+    const Recordset records =
+        query("SELECT TipoPagamento AS [Tipo Pagamento], idpagamento FROM tabPagamenti");
+
+    EXPECT_EQ(records.fieldCount(), 2u);
+    EXPECT_EQ(records.fieldName(0), "Tipo Pagamento");
+    EXPECT_EQ(records.field("TIPO pagamento"), Value(std::string_view("Contanti")));
+    EXPECT_EQ(records.field("IdPagamento"), records.field(1));
+    EXPECT_EQ(databaseErrorOf([&] { (void)records.field("Tipo"); }).number(), 3265);
+    EXPECT_EQ(databaseErrorOf([&] { (void)records.field(2); }).number(), 3265);
+}
+
+TEST_P(DatabaseContract, TheCountIsExactAndReadingStopsAtTheEnd) {
+    for (int i = 0; i < 1000; ++i)
+        shop->execute("INSERT INTO tabUtenti VALUES(" + std::to_string(i) + ", N'Cassiere')");
+    Recordset records = query("SELECT idutente FROM tabUtenti ORDER BY idutente");
+    EXPECT_EQ(records.recordCount(), 1000);
+    std::int64_t read = 0;
+    for (; !records.endOfFile(); records.moveNext(), ++read)
+        ASSERT_EQ(records.field(0), Value(read));
+    EXPECT_EQ(read, 1000);
+
+    records.moveNext();
+    EXPECT_TRUE(records.endOfFile());
+    EXPECT_EQ(records.recordCount(), 1000);
+    EXPECT_EQ(databaseErrorOf([&] { (void)records.field(0); }).number(), 3021);
+}
+
+TEST_P(DatabaseContract, AnEmptyResultIsNoErrorAndKeepsItsColumns) {
+    const Recordset records = query("SELECT * FROM tabValute WHERE Valuta = N'none'");
+    EXPECT_TRUE(records.endOfFile());
+    EXPECT_EQ(records.recordCount(), 0);
+    ASSERT_EQ(records.fieldCount(), 1u);
+    EXPECT_EQ(records.fieldName(0), "Valuta");
+}
+
+TEST_P(DatabaseContract, AFailedQueryTellsWhyAndTheNextOneWorks) {
+    const auto missing = databaseErrorOf([&] { (void)query("SELECT * FROM [dbo].[tabAltro]"); });
+    EXPECT_EQ(missing.number(), DatabaseError::CommandFailed);
+    EXPECT_EQ(missing.sqlState(), "42S02");
+    EXPECT_NE(std::string(missing.what()).find("tabAltro"), std::string::npos);
+    const auto refused =
+        databaseErrorOf([&] { (void)query("SELECT * FROM tabValute WHERE Valuta='l'''a'"); });
+    EXPECT_EQ(refused.number(), DatabaseError::CommandFailed);
+    EXPECT_EQ(refused.sqlState(), "42000");
+    EXPECT_FALSE(std::string(refused.what()).empty());
+
+    shop->execute("INSERT INTO tabValute VALUES(N'CHF')");
+    EXPECT_EQ(rowsOf(query("SELECT [Valuta] FROM [dbo].[tabValute]")), Rows{"CHF"});
+}
+
+TEST_P(DatabaseContract, AResultStaysAsItWasRead) {
+    shop->execute("INSERT INTO tabValute VALUES(N'CHF')");
+    const Recordset records = query("SELECT valuta FROM tabValute");
+    const Value text = records.field(0);
+    shop->execute("UPDATE tabValute SET Valuta = N'$'");
+    EXPECT_EQ(rowsOf(query("SELECT valuta FROM tabValute")), Rows{"$"});
+    shop->execute("DROP TABLE tabValute");
+    connection.reset();
+    shop.reset();
+    EXPECT_EQ(text, Value(std::string_view("CHF")));
+    EXPECT_EQ(rowsOf(records), Rows{"CHF"});
+}
+
+TEST_P(DatabaseContract, LetterCaseMakesNoDifferenceInNamesAndTexts) {
+    shop->execute("INSERT INTO tabImpostazioni VALUES(N'Città Über', N'1')");
+    EXPECT_EQ(rowsOf(query("select VALORE from DBO.TABIMPOSTAZIONI where DESCRIZIONE = N'CITTÀ üBER'")),
+              Rows{"1"});
+    EXPECT_EQ(rowsOf(query("SELECT valore FROM tabImpostazioni WHERE descrizione = N'Citta Uber'")), Rows{});
+}
+
+TEST_P(DatabaseContract, CataloguesAndSettingsAreRead) {
+    shop->execute("INSERT INTO tabImpostazioni VALUES(N'CifreDecimali', N'3')");
+    shop->execute("INSERT INTO tabImpostazioni VALUES(N'Attiva_Gestione_MultiCassetto', NULL)");
+    shop->execute("INSERT INTO tabActivityDrawer VALUES(1, N'Prelievo', -1, 4, 1, 20, 1, 0)");
+    shop->execute("INSERT INTO tabActivityDrawer VALUES(2, N'Nascosta', 1, 1, 0, 5, 0, 0)");
+    shop->execute("INSERT INTO tabActivityDrawer VALUES(3, NULL, 1, NULL, 1, 10, NULL, 1)");
+    shop->execute("INSERT INTO tabPagamenti VALUES(2, N'Bancomat', 2, N'€', 20)");
+    shop->execute("INSERT INTO tabPagamenti VALUES(NULL, N'Contanti', 1, NULL, 10)");
+
+    EXPECT_EQ(rowsOf(query("SELECT * FROM tabImpostazioni WHERE descrizione='cifredecimali'")),
+              Rows{"CifreDecimali|3"});
+    EXPECT_EQ(rowsOf(query("SELECT Valore FROM tabimpostazioni WHERE descrizione ="
+                           " 'Attiva_Gestione_MultiCassetto'")),
+              Rows{"-"});
+    EXPECT_EQ(rowsOf(query("SELECT * FROM [dbo].[tabActivityDrawer] where visible <> 0 order by Sorting")),
+              (Rows{"3|-|1|-|True|10|-|True", "1|Prelievo|-1|4|True|20|True|False"}));
+    EXPECT_EQ(rowsOf(query("SELECT tabPagamenti.* FROM tabPagamenti order by tabPagamenti.idOrdinamento ")),
+              (Rows{"-|Contanti|1|-|10", "2|Bancomat|2|€|20"}));
+    EXPECT_EQ(rowsOf(query("SELECT description, coefficient, IsAutomaticNote, isOpenECRDrawer"
+                           " FROM tabActivityDrawer WHERE id = 1")),
+              Rows{"Prelievo|-1|True|False"});
+}
+
+void insertMovement(ShopDatabase& shop, const std::string& time, const std::string& rest) {
+    shop.execute("INSERT INTO tabPagamentiScontriniBackoffice(DataOperazione, TipoOperazione, idpagamento,"
+                 " Coefficiente, ImportoIncassato, Valuta, Note, Cassetto, idCassa, idutente, idTestata)"
+                 " VALUES('" +
+                 time + "', " + rest + ")");
+}
+
+TEST_P(DatabaseContract, TheLatestOpenFinalFloatOfATillIsFound) {
+    shop->execute("INSERT INTO tabActivityDrawer VALUES(8, N'Fondo cassa finale', -1, 5, 1, 80, 0, 0)");
+    shop->execute("INSERT INTO tabUtenti VALUES(1, N'Zoë')");
+    insertMovement(*shop, "2026-11-13T19:50:00", "8, 1, -1, 100, N'€', NULL, 1, 3, 1, NULL");
+    insertMovement(*shop, "2026-11-14T19:50:00", "8, 1, -1, 250.5, N'€', NULL, 1, 3, 1, -1");
+    insertMovement(*shop, "2026-11-15T19:50:00", "8, 1, -1, 300, N'€', NULL, 1, 3, 1, 77");
+    insertMovement(*shop, "2026-11-15T20:00:00", "8, 1, -1, 400, N'€', NULL, 1, 4, 9, NULL");
+    insertMovement(*shop, "2026-11-15T21:00:00", "1, 1, 1, 500, N'€', NULL, 1, 3, 1, NULL");
+    const auto finalFloat = [](const std::string& till) {
+        return "SELECT TOP 1 (tabPagamentiScontriniBackoffice.Coefficiente *"
+               " tabPagamentiScontriniBackoffice.ImportoIncassato) as Totale, tabUtenti.Nome,"
+               " tabPagamentiScontriniBackoffice.DataOperazione  From tabPagamentiScontriniBackoffice left "
+               "join"
+               " tabUtenti ON      tabPagamentiScontriniBackoffice.idutente = tabUtenti.idutente WHERE"
+               " TipoOperazione IN     (     SELECT ID     From dbo.tabActivityDrawer     Where idTypeRow = 5"
+               "     )     AND ISNULL(idTestata,-1) = -1     AND idCassa = " +
+               till + " ORDER BY DataOperazione DESC";
+    };
+    EXPECT_EQ(rowsOf(query(finalFloat("3"))), Rows{"-250.5|Zoë|2026-11-14T19:50:00"});
+    EXPECT_EQ(rowsOf(query(finalFloat("4"))), Rows{"-400|-|2026-11-15T20:00:00"});
+    EXPECT_EQ(rowsOf(query(finalFloat("-1"))), Rows{});
+}
+
+void fillMovements(ShopDatabase& shop) {
+    for (const char* sql : {"INSERT INTO tabActivityDrawer VALUES(1, N'Prelievo', -1, 4, 1, 20, 1, 0)",
+                            "INSERT INTO tabActivityDrawer VALUES(2, N'Versamento', 1, 0, 1, 10, 1, 0)",
+                            "INSERT INTO tabActivityDrawer VALUES(3, N'Non fiscale', 1, 10, 0, 5, 0, 0)",
+                            "INSERT INTO tabPagamenti VALUES(1, N'Contanti', 1, N'€', 10)",
+                            "INSERT INTO tabUtenti VALUES(7, N'Rossi')"})
+        shop.execute(sql);
+    insertMovement(shop, "2026-11-15T23:59:59", "2, 1, 1, 1, N'€', NULL, 1, 1, 7, NULL");
+    insertMovement(shop, "2026-11-16T00:00:00", "1, 1, -1, 0.1, N'€', N'resto', 1, 1, 7, NULL");
+    insertMovement(shop, "2026-11-16T12:00:00", "2, 1, 1, 20, N'CHF', NULL, 0, 2, 8, 5");
+    insertMovement(shop, "2026-11-16T13:00:00", "3, 1, 1, 5, N'€', N'conto', 0, 1, 7, NULL");
+    insertMovement(shop, "2026-11-16T13:00:00", "3, 1, 1, 5, N'€', N'conto', 0, 1, 7, NULL");
+    insertMovement(shop, "2026-11-16T23:59:59", "2, 1, 1, NULL, N'€', NULL, 2, 1, 7, NULL");
+    insertMovement(shop, "2026-11-17T00:00:00", "2, 1, 1, 2, N'€', NULL, 1, 1, 7, NULL");
+}
+
+/// The condition that selects 2026-11-16 from a view.
+std::string onTheDay(const std::string& view) {
+    return " WHERE [dbo]." + view +
+           ".[Data Operazione] BETWEEN CONVERT(datetime,'2026-11-16T00:00:00',126)"
+           " and CONVERT(datetime,'2026-11-16T23:59:59',126)";
+}
+
+TEST_P(DatabaseContract, AViewListsTheDayInItsOrder) {
+    fillMovements(*shop);
+    for (const std::string view : {"[Report_Drawer_Operation]", "[Report_Drawer_Daily_Operation]"}) {
+        const auto text = [&](const std::string& filter) {
+            return " SELECT [Data Operazione] as [Data-Ora Aggiornamento], [Tipo Operazione], [Tipo "
+                   "Pagamento],"
+                   " importo, Valuta, [Note Movimento], [Operatore]  FROM [dbo]." +
+                   view + " " + onTheDay(view) + filter + " ORDER BY Ordinamento , [Data operazione] ";
+        };
+        EXPECT_EQ(rowsOf(query(text(""))),
+                  (Rows{"2026-11-16T12:00:00|Versamento|Contanti|20|CHF|-|-",
+                        "2026-11-16T23:59:59|Versamento|Contanti|-|€|-|Rossi",
+                        "2026-11-16T00:00:00|Prelievo|Contanti|-0.1|€|resto|Rossi"}));
+        EXPECT_EQ(rowsOf(query(text(" AND idCassa = 1 AND idUtente = 7"))).size(), 2u);
+        EXPECT_EQ(rowsOf(query(text(" AND idCassa = 1 AND idUtente = -1"))), Rows{});
+    }
+}
+
+TEST_P(DatabaseContract, TheUnionAddsNonFiscalTakingsAndDropsDoubles) {
+    fillMovements(*shop);
+    const auto part = [](const std::string& view) {
+        return std::string(" SELECT [Data Operazione] as [Data-Ora Aggiornamento], [Tipo Operazione],"
+                           " [Tipo Pagamento], importo, Valuta, [Note Movimento] ,Ordinamento, [Operatore] "
+                           " FROM [dbo].") +
+               view + onTheDay(view) + " AND idCassa = 1";
+    };
+    EXPECT_EQ(
+        rowsOf(query("SELECT [Data-Ora Aggiornamento] , [Tipo Operazione], [Tipo Pagamento], Importo, Valuta,"
+                     " [Note Movimento], [Operatore] FROM (" +
+                     part("[Report_Drawer_Operation]") + " UNION" + part("[Report_NonFiscale_Operation]") +
+                     " ) AS T ORDER BY T.Ordinamento, T.[Data-Ora Aggiornamento]")),
+        (Rows{"2026-11-16T13:00:00|Non fiscale|Contanti|5|€|conto|Rossi",
+              "2026-11-16T23:59:59|Versamento|Contanti|-|€|-|Rossi",
+              "2026-11-16T00:00:00|Prelievo|Contanti|-0.1|€|resto|Rossi"}));
+    EXPECT_EQ(rowsOf(query("SELECT importo FROM [dbo].[Report_NonFiscale_Operation]")), (Rows{"5", "5"}));
+}
+
+TEST_P(DatabaseContract, TheFunctionListsTheDayOfItsParameter) {
+    fillMovements(*shop);
+    Query daily{
+        " SELECT [Data-Ora Aggiornamento] ,[Cassetto],[Tipo Operazione],[Tipo Pagamento],importo,valuta,"
+        "[Note Movimento], [Operatore] from [dbo].[GetDailyOperation](?)"};
+    daily.parameters = {dayParameter(dateTime(2026, 11, 15, 10, 30))};
+    EXPECT_EQ(rowsOf(connection->query(daily)),
+              Rows{"2026-11-15T23:59:59|1|Versamento|Contanti|1|€|-|Rossi"});
+    daily.parameters = {dayParameter(dateTime(2026, 11, 16))};
+    Recordset records = connection->query(daily);
+    EXPECT_EQ(records.fieldName(0), "Data-Ora Aggiornamento");
+    EXPECT_EQ(records.recordCount(), 5);
+    EXPECT_EQ(records.field("importo"), Value(Decimal{-1000, 4}));
+    daily.parameters = {dayParameter(dateTime(2026, 11, 18))};
+    EXPECT_EQ(rowsOf(connection->query(daily)), Rows{});
+    daily.parameters.clear();
+    EXPECT_NE(databaseErrorOf([&] { (void)connection->query(daily); }).number(), 0);
+}
+
+} // namespace kova

@@ -1,0 +1,241 @@
+#include "database_contract.h"
+
+#include "adapters/sqlite/server_dialect.h"
+#include "adapters/sqlite/sqlite_database.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace kova {
+namespace {
+
+using Rows = std::vector<std::string>;
+
+class SqliteShop final : public ShopDatabase {
+  public:
+    SqliteShop() { database_.createSchema(); }
+    void execute(const std::string& sql) override { database_.execute(sql); }
+    std::shared_ptr<DatabaseConnection> connection() override { return database_.connection(); }
+
+  private:
+    SqliteHostDatabase database_ = SqliteHostDatabase::inMemory();
+};
+
+class SqliteFile : public testing::Test {
+  protected:
+    ~SqliteFile() override { std::filesystem::remove_all(folder); }
+    [[nodiscard]] std::string path(const std::string& name) const { return (folder / name).string(); }
+    void write(const std::string& name, const std::string& content) const {
+        std::ofstream(path(name), std::ios::binary) << content;
+    }
+    static std::filesystem::path makeFolder() {
+        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+        auto result = std::filesystem::temp_directory_path() / ("kova-sqlite-" + std::string(test->name()));
+        std::filesystem::remove_all(result);
+        std::filesystem::create_directories(result);
+        return result;
+    }
+    std::filesystem::path folder = makeFolder();
+};
+
+TEST(SqliteDialect, RewritesServerTexts) {
+    const std::pair<const char*, const char*> rewritten[] = {
+        {"SELECT TOP 1 a FROM t", "SELECT  a FROM t\nLIMIT 1"},
+        {"select distinct top (5) a FROM t -- all", "select distinct  a FROM t -- all\nLIMIT 5"},
+        {"SELECT TOP 3 a FROM t; SELECT a FROM t", "SELECT  a FROM t\nLIMIT 3; SELECT a FROM t"},
+        {"SELECT a FROM (SELECT TOP 2 a FROM t) u; SELECT 1",
+         "SELECT a FROM (SELECT  a FROM t\nLIMIT 2) u; SELECT 1"},
+        {"ISNULL (a, isnull(b,1))", "IFNULL (a, IFNULL(b,1))"},
+        {"Convert( DateTime , '2026-11-16T00:00:00', 126)+(1)",
+         "(sqlserver_datetime( '2026-11-16T00:00:00', 126) COLLATE sqlserver_datetime)+(1)"},
+        {"a=N'x' AND b=n'''y'", "a='x' AND b='''y'"},
+    };
+    for (const auto& [text, expected] : rewritten)
+        EXPECT_EQ(toSqliteDialect(text), expected);
+}
+
+TEST(SqliteDialect, LeavesEverythingElseAlone) {
+    for (const std::string text :
+         {"SELECT 'SELECT TOP 1 ISNULL(', [TOP 1 ISNULL(], \"N'CONVERT(datetime,\" FROM t",
+          "SELECT /* ' TOP 1 */ a -- ISNULL('\n FROM t", "SELECT top, [a] FROM t WHERE a ISNULL AND N = 1",
+          "CONVERT(int, a)", "SELECT 'open", "SELECT a)", "", "però = N"})
+        EXPECT_EQ(toSqliteDialect(text), text);
+    for (const char* text : {"SELECT TOP 1 a FROM t UNION SELECT 2", "SELECT 2 EXCEPT SELECT TOP 1 a FROM t"})
+        EXPECT_EQ(databaseErrorOf([&] { (void)toSqliteDialect(text); }).sqlState(), "42000");
+}
+
+TEST(SqliteHost, BothFormsOfADateTimeCompareAndSortAsTimes) {
+    auto host = SqliteHostDatabase::inMemory();
+    host.execute("CREATE TABLE t(w datetime, n int); INSERT INTO t VALUES"
+                 "('2026-11-16T10:00:00',1),('2026-11-16 23:59:59.000',2),('2026-11-16',3),"
+                 "('2026-11-17 00:00:00',4),('2026-11-15T23:59:59.999',5),(NULL,6)");
+    EXPECT_EQ(rowsOf(host.connection()->query(
+                  {"SELECT n FROM t WHERE w BETWEEN CONVERT(datetime,'2026-11-16T00:00:00',126) and"
+                   " CONVERT(datetime,'2026-11-16T23:59:59',126) ORDER BY n"})),
+              (Rows{"1", "2", "3"}));
+    EXPECT_EQ(databaseErrorOf([&] {
+                  (void)host.connection()->query(
+                      {"SELECT n FROM t WHERE w < CONVERT(datetime,'16/11/2026',126)"});
+              }).number(),
+              DatabaseError::CommandFailed);
+
+    host.createSchema();
+    host.execute("INSERT INTO tabPagamentiScontriniBackoffice(id, DataOperazione) VALUES"
+                 "(1,'2026-11-16T10:00:00'),(2,'2026-11-16 11:00:00')");
+    EXPECT_EQ(rowsOf(host.connection()->query(
+                  {"SELECT TOP 1 id FROM tabPagamentiScontriniBackoffice ORDER BY DataOperazione DESC"})),
+              Rows{"2"});
+}
+
+TEST(SqliteHost, CellsThatDoNotFitTheirColumnsStayWhatTheyAre) {
+    auto host = SqliteHostDatabase::inMemory();
+    host.execute("CREATE TABLE t(b bit, m money, w datetime, i int, x);"
+                 "INSERT INTO t VALUES('yes', 'a lot', 'tomorrow', 'one', '2026-11-16 10:00:00'),"
+                 "(x'00ff', 1e300, 20261116, 1.5, 7), (5, 9223372036854775807, '2026-02-30', 9e99, NULL)");
+    Recordset records = host.connection()->query({"SELECT *, m * 1 AS product FROM t"});
+    EXPECT_EQ(rowsOf(records)[0], "yes|a lot|tomorrow|one|2026-11-16 10:00:00|0");
+    records.moveNext();
+    EXPECT_EQ(records.field("b"), Value(std::string_view("\0\xff", 2)));
+    EXPECT_EQ(records.field("m"), Value(1e300));
+    EXPECT_EQ(records.field("w"), Value(std::int64_t{20261116}));
+    EXPECT_EQ(records.field("i"), Value(1.5));
+    EXPECT_EQ(records.field("product"), Value(1e300));
+    records.moveNext();
+    EXPECT_EQ(records.field("b"), Value(true));
+    EXPECT_EQ(records.field("m"), Value(std::int64_t{9223372036854775807}));
+    EXPECT_EQ(records.field("w"), Value(std::string_view("2026-02-30")));
+}
+
+TEST(SqliteHost, TheComponentsConnectionOnlyReads) {
+    auto host = SqliteHostDatabase::inMemory();
+    host.createSchema();
+    const auto connection = host.connection();
+    for (const char* text : {"INSERT INTO tabValute VALUES('x')", "DROP TABLE tabValute",
+                             "SELECT 1; INSERT INTO tabValute VALUES('x')", "", " -- nothing"})
+        EXPECT_EQ(databaseErrorOf([&] { (void)connection->query({text}); }).number(),
+                  DatabaseError::CommandFailed)
+            << text;
+    EXPECT_EQ(rowsOf(connection->query({"SELECT count(*) FROM tabValute ; -- done"})), Rows{"0"});
+}
+
+TEST(SqliteHost, TheDailyFunctionReadsWhateverTheViewIs) {
+    auto host = SqliteHostDatabase::inMemory();
+    host.createSchema();
+    const auto daily = [&](const std::string& columns) {
+        Query query{"SELECT " + columns + " FROM [dbo].[GetDailyOperation](?)"};
+        query.parameters = {dayParameter(dateTime(2026, 11, 16))};
+        return rowsOf(host.connection()->query(query));
+    };
+    const std::string as =
+        " AS [Data-Ora Aggiornamento], 1 AS Cassetto, 'a' AS [Tipo Operazione], NULL AS"
+        " [Tipo Pagamento], 2.5 AS importo, '€' AS valuta, NULL AS [Note Movimento], 'b' AS"
+        " Operatore";
+    host.execute(
+        "DROP VIEW Daily_Operation; CREATE VIEW dbo.Daily_Operation AS SELECT '2026-11-16T09:00:00'" + as +
+        " UNION ALL SELECT '2026-11-17 09:00:00', 1, 'a', NULL, 2.5, '€', NULL, 'b'");
+    EXPECT_EQ(daily("*"), Rows{"2026-11-16T09:00:00|1|a|-|2.5|€|-|b"});
+
+    host.execute("DROP VIEW Daily_Operation");
+    EXPECT_EQ(databaseErrorOf([&] { daily("importo"); }).sqlState(), "42S02");
+    host.execute("CREATE VIEW Daily_Operation AS SELECT * FROM GetDailyOperation('2026-11-16')");
+    EXPECT_EQ(databaseErrorOf([&] { daily("importo"); }).number(), DatabaseError::CommandFailed);
+}
+
+TEST_F(SqliteFile, ConnectionStringsNameAnExistingDatabase) {
+    SqliteHostDatabase::openFile(path("shop;1.db")).createSchema();
+    write("empty.db", "");
+    write("text.db", std::string(5000, 'x'));
+    SqliteProvider provider;
+    const std::string file = path("shop;1.db");
+    for (const std::string& text :
+         {"Data Source=\"" + file + "\"", "Provider=x ; DATA source = '" + file + "' ;Mode=Read"})
+        EXPECT_EQ(rowsOf(provider.open(text)->query({"SELECT count(*) FROM dbo.tabValute"})), Rows{"0"})
+            << text;
+    EXPECT_EQ(
+        provider.open("data source= " + path("empty.db") + " ;")->query({"SELECT 1 WHERE 0"}).recordCount(),
+        0);
+
+    for (const std::string& text :
+         {std::string(), std::string("Server=till;Database=shop"), std::string("Data Source"),
+          std::string("Data Source="), std::string("Data Source=:memory:"), "Data Source=" + file,
+          "Data Source=" + path("absent.db"), "Data Source=" + folder.string(),
+          "Data Source=" + path("text.db")}) {
+        const auto error = databaseErrorOf([&] { (void)provider.open(text); });
+        EXPECT_EQ(error.number(), DatabaseError::Unspecified) << text;
+        EXPECT_EQ(error.sqlState(), "HY000") << text;
+    }
+    EXPECT_FALSE(std::filesystem::exists(path("absent.db")));
+}
+
+TEST_F(SqliteFile, AStoredMovementIsCommittedAndReadBackExactly) {
+    auto host = SqliteHostDatabase::openFile(path("shop.db"));
+    EXPECT_TRUE(host.isEmpty());
+    host.createSchema();
+    EXPECT_FALSE(host.isEmpty());
+    StoredMovement movement;
+    movement.dataOperazione = dateTime(2026, 11, 16, 10, 0, 5);
+    movement.tipoOperazione = 3;
+    movement.idpagamento = 1;
+    movement.coefficiente = -1;
+    movement.importoIncassato = 12.3;
+    movement.valuta = "€";
+    movement.note = "dall'ufficio; DROP";
+    movement.cassetto = 2;
+    movement.idCassa = 4;
+    movement.idutente = 9;
+    EXPECT_EQ(host.storeMovement(movement), 1);
+    EXPECT_EQ(host.storeMovement(movement), 2);
+    Recordset records = openSqlite(path("shop.db"))->query({"SELECT * FROM tabPagamentiScontriniBackoffice"});
+    EXPECT_EQ(records.field("ImportoIncassato"), Value(Decimal{123000, 4}));
+    EXPECT_EQ(rowsOf(records)[1], "2|2026-11-16T10:00:05|3|1|-1|12.3|€|dall'ufficio; DROP|2|4|9|-");
+}
+
+TEST_F(SqliteFile, ALockedDatabaseFailsAfterAShortWait) {
+    auto host = SqliteHostDatabase::openFile(path("shop.db"));
+    host.createSchema();
+    const auto reader = openSqlite(path("shop.db"));
+    host.execute("BEGIN EXCLUSIVE");
+    const auto before = std::chrono::steady_clock::now();
+    const auto error = databaseErrorOf([&] { (void)reader->query({"SELECT * FROM tabValute"}); });
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(3));
+    EXPECT_EQ(error.number(), DatabaseError::Unspecified);
+    host.execute("COMMIT");
+    EXPECT_EQ(reader->query({"SELECT * FROM tabValute"}).recordCount(), 0);
+}
+
+TEST(SqliteHost, TheSampleIsAShopWhoseTillsBalance) {
+    auto host = SqliteHostDatabase::inMemory();
+    host.createSchema();
+    host.loadSample();
+    const auto rows = [&](const std::string& text) { return rowsOf(host.connection()->query({text})); };
+    EXPECT_GE(rows("SELECT id FROM tabPagamentiScontriniBackoffice").size(), 300u);
+    EXPECT_EQ(rows("SELECT idTypeRow FROM tabActivityDrawer WHERE visible <> 0 AND idTypeRow BETWEEN 1 AND 5"
+                   " ORDER BY idTypeRow"),
+              (Rows{"1", "2", "3", "4", "5"}));
+    EXPECT_EQ(rows("SELECT a.coefficient FROM tabImpostazioni s JOIN tabActivityDrawer a ON a.id = s.valore"
+                   " WHERE s.descrizione LIKE 'idCassettoCausPred%' ORDER BY s.descrizione"),
+              (Rows{"-1", "1"}));
+    EXPECT_EQ(rows("SELECT idCassa, substr(DataOperazione, 1, 10) FROM tabPagamentiScontriniBackoffice"
+                   " WHERE idpagamento = 1 AND DataOperazione < '2026-11-15' GROUP BY 1, 2"
+                   " HAVING abs(sum(Coefficiente * ImportoIncassato)) > 0.001"),
+              Rows{})
+        << "cash that is neither banked nor counted";
+    EXPECT_EQ(
+        rows("SELECT DISTINCT DataOperazione FROM tabPagamentiScontriniBackoffice WHERE TipoOperazione = 8"
+             " AND ISNULL(idTestata,-1) = -1"),
+        (Rows{"2026-11-14T19:51:00", "2026-11-14T19:52:00", "2026-11-14T19:53:00"}));
+    EXPECT_NE(databaseErrorOf([&] { host.loadSample(); }).number(), 0);
+    EXPECT_EQ(rows("SELECT valore FROM tabImpostazioni").size(), 6u)
+        << "a second load must leave nothing behind";
+}
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Sqlite, DatabaseContract,
+                         testing::Values(DatabaseAdapter{"Sqlite",
+                                                         []() -> std::unique_ptr<ShopDatabase> {
+                                                             return std::make_unique<SqliteShop>();
+                                                         }}),
+                         [](const auto& adapter) { return adapter.param.name; });
+
+} // namespace kova

@@ -1,0 +1,44 @@
+#!/bin/sh
+# Plays one scenario and compares what a person outside sees with what is expected.
+#
+#   play_scenario.sh KOVA_HOST NAME.scenario headless|qt FOLDER
+#
+# Beside NAME.scenario lie
+#   NAME.trace   the expected standard output, byte for byte
+#   NAME.args    more arguments for the host, one line of shell words; $scenarios is the folder of the scenario,
+#                $output the empty folder in which the host runs (optional)
+#   NAME.exit    the expected exit status (optional, otherwise 0)
+#   NAME.err     lines of which each must occur in standard error (optional)
+set -u
+host=$1 scenario=$2 interface=$3
+base=${scenario%.scenario}
+scenarios=$(dirname "$scenario")
+output=$4/$(basename "$base")-$interface
+rm -rf "$output" && mkdir -p "$output" && cd "$output" || exit 1
+
+set --
+[ ! -f "$base.args" ] || eval "set -- $(cat "$base.args")"
+"$host" --script "$scenario" --ui "$interface" "$@" >trace 2>errors
+status=$?
+
+wrong=0
+expected=0
+[ ! -f "$base.exit" ] || expected=$(cat "$base.exit")
+if [ "$status" -ne "$expected" ]; then
+    echo "exit status $status, expected $expected"
+    wrong=1
+fi
+diff -u --label expected "$base.trace" --label played trace || wrong=1
+if [ -f "$base.err" ]; then
+    while IFS= read -r line; do
+        if ! grep -qF -e "$line" errors; then
+            echo "not in standard error: $line"
+            wrong=1
+        fi
+    done <"$base.err"
+fi
+if [ "$wrong" -ne 0 ] && [ -s errors ]; then
+    echo "standard error:"
+    cat errors
+fi
+exit $wrong
