@@ -33,10 +33,11 @@ need_packages() {
   fi
   local log
   log=$(mktemp)
-  if ! { "${asroot[@]}" apt-get update &&
-    "${asroot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"; } \
-    >"$log" 2>&1; then
-    tail -n 20 "$log"
+  # A source of packages that does not answer matters only if what is missing comes from it.
+  "${asroot[@]}" apt-get update >"$log" 2>&1 || true
+  if ! "${asroot[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y --no-install-recommends "${missing[@]}" >>"$log" 2>&1; then
+    tail -n 20 "$log" >&2
     fail "could not install ${missing[*]} (log: $log)"
   fi
   rm -f "$log"

@@ -6,6 +6,8 @@ namespace {
 using namespace std::chrono_literals;
 
 const Font LargeButton{"Tahoma", 12, true};
+const Font MainButton{"Tahoma", 12, true}; // the one that sends a movement stands out
+const Font ActionButton{"Tahoma", 10, false};
 const Font Display{"Tahoma", 18, false};
 const Font Note{"Tahoma", 12, false};
 
@@ -44,20 +46,22 @@ DrawerControls::DrawerControls(EventLoop& loop)
       txtNote({&TabControlPage1, "txtNote", {5625, 2280, 9255, 1410}}, TextBox::Lines::Multiple, Note),
       Virtual_Keyboard({&TabControlPage1, "Virtual_Keyboard", {5535, 3720, 9600, 3735}}),
       cmdNascondiTastiera({&TabControlPage1, "cmdNascondiTastiera", {5640, 7560, 3975, 585}},
-                          "Nascondi tastiera"),
+                          "Nascondi tastiera", ActionButton),
       cmdRecuperaFondoCassaPrecedente(
           {&TabControlPage1, "cmdRecuperaFondoCassaPrecedente", {120, 7560, 3255, 585}},
-          "Recupera Fondo Cassa"),
-      cmdConferma({&TabControlPage1, "cmdConferma", {11520, 7560, 1695, 585}}, "Conferma"),
-      cmdAnnulla({&TabControlPage1, "cmdAnnulla", {13320, 7560, 1575, 585}}, "Chiudi"),
+          "Recupera Fondo Cassa", ActionButton),
+      cmdConferma({&TabControlPage1, "cmdConferma", {11520, 7560, 1695, 585}}, "Conferma", MainButton),
+      cmdAnnulla({&TabControlPage1, "cmdAnnulla", {13320, 7560, 1575, 585}}, "Chiudi", ActionButton),
 
       grd_mov_giornata({&TabControlPage2, "grd_mov_giornata", {120, 120, 15015, 6975}}),
       Label5({&TabControlPage2, "Label5", {120, 7200, 1335, 240}}, "Data movimenti"),
       comboData({&TabControlPage2, "comboData", {120, 7440, 3135, 555}}),
-      cmdCaricaMovimenti({&TabControlPage2, "cmdCaricaMovimenti", {3360, 7440, 1695, 570}}, "Carica"),
-      cmdAnteprima({&TabControlPage2, "cmdAnteprima", {9840, 7440, 1695, 585}}, "Anteprima di stampa"),
-      cmd_print({&TabControlPage2, "cmd_print", {11640, 7440, 1695, 585}}, "Stampa"),
-      PushButton1({&TabControlPage2, "PushButton1", {13440, 7440, 1695, 585}}, "Chiudi"),
+      cmdCaricaMovimenti({&TabControlPage2, "cmdCaricaMovimenti", {3360, 7440, 1695, 570}}, "Carica",
+                         ActionButton),
+      cmdAnteprima({&TabControlPage2, "cmdAnteprima", {9840, 7440, 1695, 585}}, "Anteprima di stampa",
+                   ActionButton),
+      cmd_print({&TabControlPage2, "cmd_print", {11640, 7440, 1695, 585}}, "Stampa", ActionButton),
+      PushButton1({&TabControlPage2, "PushButton1", {13440, 7440, 1695, 585}}, "Chiudi", ActionButton),
 
       TimerAttivita(loop, 50ms), TimerVersamenti(loop, 50ms), tmrAutoClose(loop, 10ms) {
     window.setInitialFocus(txtVisore);

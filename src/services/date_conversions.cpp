@@ -47,6 +47,11 @@ class Reader {
     std::size_t lastLength_ = 0;
 };
 
+std::string twoDigits(std::int64_t number) {
+    std::string text = std::to_string(number);
+    return text.size() < 2 ? text.insert(0, 1, '0') : text;
+}
+
 /// The separator taken, empty for none.
 std::string_view takeDateSeparator(Reader& reader, const RegionalSettings& regional) {
     for (const std::string_view separator : {std::string_view(regional.dateSeparator), std::string_view("/"),
@@ -132,7 +137,7 @@ std::optional<DateTime> parseDate(std::string_view text, const RegionalSettings&
 std::string shortDate(DateTime time, const RegionalSettings& regional) {
     const year_month_day date(floor<days>(time));
     const auto number = [&](unsigned value) {
-        return (regional.twoDigitDayAndMonth && value < 10 ? "0" : "") + std::to_string(value);
+        return regional.twoDigitDayAndMonth ? twoDigits(value) : std::to_string(value);
     };
     const std::string dayText = number(static_cast<unsigned>(date.day()));
     const std::string monthText = number(static_cast<unsigned>(date.month()));
@@ -154,7 +159,6 @@ std::string generalDate(DateTime time, const RegionalSettings& regional) {
     const hh_mm_ss clock(floor<seconds>(time - floor<days>(time)));
     if (time == floor<days>(time))
         return day;
-    const auto twoDigits = [](auto value) { return (value < 10 ? "0" : "") + std::to_string(value); };
     const auto hour = clock.hours().count();
     const std::string rest = regional.timeSeparator + twoDigits(clock.minutes().count()) +
                              regional.timeSeparator + twoDigits(clock.seconds().count());

@@ -146,6 +146,18 @@ TEST(Reentrancy, TouchesThatWaitWhileAGridFillsAreHandledBetweenItsRows) {
     EXPECT_EQ(world.sink.movements.size(), 2U);
 }
 
+TEST(Movement, CarriesAVeryLongNoteWhole) {
+    World world;
+    world.connect();
+    world.show();
+    world.composeMovement();
+    const std::string note(10'000, 'x');
+    world.control<TextBox>("txtNote").paste(note);
+    world.control<PushButton>("cmdConferma").press();
+    EXPECT_EQ(world.sink.movements.at(0).note, note);
+    EXPECT_EQ(world.sink.movements.at(0).importo, 12.5);
+}
+
 TEST(Reentrancy, TheSecondHalfSeesWhatAHandlerWroteInTheFirst) {
     struct Changing final : EventSink {
         void SalvaPagamento(std::int32_t&, double&, std::string& Valuta, std::string&, std::int16_t& cassetto,

@@ -1,6 +1,7 @@
 #include "adapters/qt/look.h"
 
 #include <QFontDatabase>
+#include <QHash>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QTextLayout>
@@ -29,11 +30,20 @@ double contrast(const QColor& a, const QColor& b) {
 }
 
 // Condensed DejaVu runs as wide as Tahoma, for which captions and widths were chosen.
-QString family(const QString& wanted) {
+QString installedFamily(const QString& wanted) {
     for (const QString& one : {wanted, QString("DejaVu Sans Condensed"), QString("Noto Sans")})
         if (QFontDatabase::hasFamily(one))
             return one;
     return "DejaVu Sans";
+}
+
+// Asking the font database takes longer than drawing the text does.
+QString family(const QString& wanted) {
+    static QHash<QString, QString> known;
+    auto found = known.find(wanted);
+    if (found == known.end())
+        found = known.insert(wanted, installedFamily(wanted));
+    return *found;
 }
 
 int flags(const TextStyle& style) {

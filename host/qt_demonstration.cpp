@@ -1,0 +1,61 @@
+#include "demonstration.h"
+
+#include "host_options.h"
+#include "qt_demonstration_database.h"
+#include "qt_demonstration_look.h"
+#include "qt_demonstration_window.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QScreen>
+#include <QStyleFactory>
+
+#include <iostream>
+
+namespace kova {
+namespace {
+
+constexpr int NotCarriedOut = 2;
+
+void tellUnusable(const HostOptions& options, const std::string& reason) {
+    const std::string name = demonstrationDatabaseName(options);
+    std::cerr << "kova-host: " << name << ": " << reason << std::endl;
+    const std::int32_t language = SystemLanguageRuntime().languageId();
+    QMessageBox box(QMessageBox::Critical, caption(Caption::Title, language),
+                    caption(Caption::DatabaseUnusable, language).arg(QString::fromStdString(name)),
+                    QMessageBox::Ok);
+    box.setInformativeText(QString::fromStdString(reason));
+    box.setTextFormat(Qt::PlainText);
+    box.setFont(host_look::font(16, 1));
+    box.setStyleSheet("QLabel { font-size: 16px; } QPushButton { min-width: 120px; min-height: 44px; }");
+    box.exec();
+}
+
+/// The whole screen, also where no window manager maximises.
+void showOnScreen(QWidget& window) {
+    const QScreen& screen = *QGuiApplication::primaryScreen();
+    window.setMinimumSize(800, 560);
+    window.resize(screen.availableSize());
+    window.showMaximized();
+}
+
+} // namespace
+
+int runDemonstration(const HostOptions& options) {
+    int count = 1;
+    char name[] = "kova-host"; // also names the folder of the user's data
+    char* arguments[] = {name, nullptr};
+    QApplication application(count, arguments);
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    try {
+        PointOfSale shop(options);
+        DemonstrationWindow window(shop);
+        showOnScreen(window);
+        return QApplication::exec();
+    } catch (const std::exception& failure) {
+        tellUnusable(options, failure.what());
+        return NotCarriedOut;
+    }
+}
+
+} // namespace kova

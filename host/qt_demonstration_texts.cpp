@@ -1,0 +1,95 @@
+#include "qt_demonstration_texts.h"
+
+#include "services/localised_strings.h"
+
+#include <array>
+
+namespace kova {
+namespace {
+
+struct Texts {
+    Caption which;
+    const char *italian, *german, *english;
+};
+
+constexpr std::array table{
+    Texts{Caption::Title, "Punto cassa", "Kasse", "Point of sale"},
+    Texts{Caption::Subtitle, "Dimostrazione dei movimenti di cassetto",
+          "Vorführung der Kassenladenbewegungen", "Demonstration of cash-drawer movements"},
+    Texts{Caption::OpenDialog, "Movimenti di cassetto", "Kassenlade", "Cash drawer"},
+    Texts{Caption::OpenModeless, "Non modale", "Nicht modal", "Modeless"},
+    Texts{Caption::Choices, "Cassa e opzioni", "Kasse und Optionen", "Till and options"},
+    Texts{Caption::Till, "Cassa", "Kasse", "Till"},
+    Texts{Caption::User, "Operatore", "Bediener", "Operator"},
+    Texts{Caption::NoUser, "Nessuno", "Niemand", "Nobody"},
+    Texts{Caption::DefaultPayment, "Pagamento predefinito", "Zahlart vorgewählt", "Default payment"},
+    Texts{Caption::NoPayment, "Nessuno", "Keine", "None"},
+    Texts{Caption::CompanyCurrency, "Valuta aziendale", "Firmenwährung", "Company currency"},
+    Texts{Caption::SoftwareName, "Nome del software", "Name der Software", "Software name"},
+    Texts{Caption::CompanyCurrencyOnly, "Solo valuta aziendale", "Nur Firmenwährung",
+          "Company currency only"},
+    Texts{Caption::CloseAutomatically, "Chiusura automatica", "Automatisch schließen", "Close automatically"},
+    Texts{Caption::ConfirmAutomatically, "Conferma automatica", "Automatisch bestätigen",
+          "Confirm automatically"},
+    Texts{Caption::DoubleMovement, "Doppio movimento", "Doppelte Bewegung", "Double movement"},
+    Texts{Caption::OnlyOwnMovements, "Solo movimenti propri", "Nur eigene Bewegungen", "Own movements only"},
+    Texts{Caption::ShowProvisional, "Mostra preconti", "Vorabrechnungen zeigen", "Show provisional bills"},
+    Texts{Caption::DarkColours, "Colori scuri", "Dunkle Farben", "Dark colours"},
+    Texts{Caption::OfferPreviousFloat, "Recupera fondo cassa", "Anfangsbestand holen",
+          "Fetch previous float"},
+    Texts{Caption::OpeningFloat, "Fondo cassa iniziale", "Anfangsbestand eingeben", "Enter opening float"},
+    Texts{Caption::Events, "Eventi ricevuti", "Empfangene Ereignisse", "Events received"},
+    Texts{Caption::Introduction,
+          "1.  Scegli la cassa, l'operatore e le opzioni.\n\n"
+          "2.  Apri i movimenti di cassetto e conferma un importo.\n\n"
+          "3.  Qui vedi gli eventi, sotto le righe memorizzate.",
+          "1.  Wähle Kasse, Bediener und Optionen.\n\n"
+          "2.  Öffne die Kassenlade und bestätige einen Betrag.\n\n"
+          "3.  Hier siehst du die Ereignisse, darunter die gespeicherten Zeilen.",
+          "1.  Choose till, operator and options.\n\n"
+          "2.  Open the cash drawer and confirm an amount.\n\n"
+          "3.  Events show up here, and the stored rows below."},
+    Texts{Caption::Movements, "Movimenti memorizzati", "Gespeicherte Bewegungen", "Stored movements"},
+    Texts{Caption::NoMovements, "Ancora nessun movimento", "Noch keine Bewegungen", "No movements yet"},
+    Texts{Caption::ColumnMoment, "Data e ora", "Datum und Zeit", "Date and time"},
+    Texts{Caption::ColumnActivity, "Movimento", "Bewegung", "Movement"},
+    Texts{Caption::ColumnPayment, "Pagamento", "Zahlart", "Payment"},
+    Texts{Caption::ColumnDirection, "Verso", "Richtung", "Direction"},
+    Texts{Caption::ColumnAmount, "Importo", "Betrag", "Amount"},
+    Texts{Caption::ColumnCurrency, "Valuta", "Währung", "Currency"},
+    Texts{Caption::ColumnNote, "Note", "Notiz", "Note"},
+    Texts{Caption::ColumnDrawer, "Cassetto", "Lade", "Drawer"},
+    Texts{Caption::ColumnTill, "Cassa", "Kasse", "Till"},
+    Texts{Caption::ColumnOperator, "Operatore", "Bediener", "Operator"},
+    Texts{Caption::Incoming, "Entrata", "Eingang", "In"},
+    Texts{Caption::Outgoing, "Uscita", "Ausgang", "Out"},
+    Texts{Caption::Drawer, "cassetto", "Lade", "drawer"},
+    Texts{Caption::PrintDay, "Stampare i movimenti del %1", "Bewegungen vom %1 drucken",
+          "Print the movements of %1"},
+    Texts{Caption::PreviewDay, "Anteprima dei movimenti del %1", "Vorschau der Bewegungen vom %1",
+          "Preview the movements of %1"},
+    Texts{Caption::DrawerOpened, "Cassetto aperto", "Kassenlade geöffnet", "Drawer open"},
+    Texts{Caption::NotStored, "Movimento NON memorizzato: %1", "Bewegung NICHT gespeichert: %1",
+          "Movement NOT stored: %1"},
+    Texts{Caption::EntriesKept, "I dati inseriti sono rimasti nella finestra.",
+          "Die Eingaben stehen noch im Fenster.", "What was entered is still in the window."},
+    Texts{Caption::ListUnreadable, "I movimenti non si possono leggere: %1",
+          "Die Bewegungen sind nicht lesbar: %1", "The movements cannot be read: %1"},
+    Texts{Caption::ReadOnly, "Collegamento in sola lettura: i movimenti non possono essere memorizzati.",
+          "Verbindung nur zum Lesen: Bewegungen können nicht gespeichert werden.",
+          "This connection only reads: movements cannot be stored."},
+    Texts{Caption::DatabaseUnusable, "La base dati non si può usare:\n%1",
+          "Die Datenbank ist nicht verwendbar:\n%1", "The database cannot be used:\n%1"}};
+
+} // namespace
+
+QString caption(Caption which, std::int32_t languageId) {
+    for (const Texts& texts : table)
+        if (texts.which == which)
+            return QString::fromUtf8(languageId == language::German    ? texts.german
+                                     : languageId == language::English ? texts.english
+                                                                       : texts.italian);
+    return {};
+}
+
+} // namespace kova

@@ -1,0 +1,61 @@
+#pragma once
+#include <QString>
+
+#include <cstdint>
+
+namespace kova {
+
+/// The host's own texts; the dialog has its own.
+enum class Caption {
+    Title,
+    Subtitle,
+    OpenDialog,
+    OpenModeless,
+    Choices,
+    Till,
+    User,
+    NoUser,
+    DefaultPayment,
+    NoPayment,
+    CompanyCurrency,
+    SoftwareName,
+    CompanyCurrencyOnly,
+    CloseAutomatically,
+    ConfirmAutomatically,
+    DoubleMovement,
+    OnlyOwnMovements,
+    ShowProvisional,
+    DarkColours,
+    OfferPreviousFloat,
+    OpeningFloat,
+    Events,
+    Introduction, ///< three sentences, until the first event
+    Movements,
+    NoMovements,
+    ColumnMoment,
+    ColumnActivity,
+    ColumnPayment,
+    ColumnDirection,
+    ColumnAmount,
+    ColumnCurrency,
+    ColumnNote,
+    ColumnDrawer,
+    ColumnTill,
+    ColumnOperator,
+    Incoming,
+    Outgoing,
+    Drawer,
+    PrintDay,   ///< %1 is the day
+    PreviewDay, ///< %1 is the day
+    DrawerOpened,
+    NotStored, ///< %1 is the reason
+    EntriesKept,
+    ListUnreadable, ///< %1 is the reason
+    ReadOnly,
+    DatabaseUnusable ///< %1 is its name
+};
+
+/// In Italian for a language that is neither German (1031) nor English (9).
+QString caption(Caption which, std::int32_t languageId);
+
+} // namespace kova

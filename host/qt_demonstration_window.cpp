@@ -1,0 +1,233 @@
+#include "qt_demonstration_window.h"
+
+#include "qt_choices_panel.h"
+#include "qt_demonstration_look.h"
+#include "qt_event_list.h"
+#include "qt_movement_list.h"
+#include "services/localised_strings.h"
+
+#include <QBoxLayout>
+#include <QButtonGroup>
+#include <QCloseEvent>
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+
+#include <array>
+#include <cmath>
+
+namespace kova {
+namespace {
+
+struct LanguageChoice {
+    std::int32_t id;
+    const char* name;
+};
+constexpr std::array languageChoices{LanguageChoice{language::Italian, "Italiano"},
+                                     LanguageChoice{language::German, "Deutsch"},
+                                     LanguageChoice{language::English, "English"}};
+
+std::int32_t supportedLanguage(std::int32_t id) {
+    return id == language::German || id == language::English ? id : language::Italian;
+}
+
+} // namespace
+
+DemonstrationWindow::DemonstrationWindow(PointOfSale& shop)
+    : shop_(shop), catalogues_(shop.catalogues()), choices_(new ChoicesPanel(catalogues_)),
+      events_(new EventList(catalogues_, shop.regional())), movements_(new MovementList(shop.regional())),
+      banner_(new QPushButton), languages_(new QButtonGroup(this)) {
+    setObjectName("Demonstration");
+    setAttribute(Qt::WA_StyledBackground);
+    setFont(host_look::font(14, 1));
+    banner_->setObjectName("Banner");
+    banner_->setFocusPolicy(Qt::NoFocus);
+    banner_->hide();
+    connect(banner_, &QPushButton::clicked, banner_, &QWidget::hide);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(makeHeader());
+    layout->addWidget(banner_);
+    layout->addWidget(makeWorkplace(), 1);
+    setLanguage(supportedLanguage(shop_.languageId()));
+    readMovements();
+    if (!shop_.canStore())
+        report({Caption::ReadOnly, {}});
+    receiving_ = shop_.received.connect([this](const ReceivedEvent& event) { onReceived(event); });
+}
+
+QLabel* DemonstrationWindow::makeCaptioned(const char* objectName, Caption which) {
+    auto* const label = new QLabel;
+    label->setObjectName(objectName);
+    labels_.emplace_back(which, label);
+    return label;
+}
+
+QWidget* DemonstrationWindow::makeHeader() {
+    auto* const header = new QFrame;
+    header->setObjectName("Header");
+    auto* const titles = new QVBoxLayout;
+    titles->setSpacing(0);
+    titles->addStretch();
+    titles->addWidget(makeCaptioned("Title", Caption::Title));
+    titles->addWidget(makeCaptioned("Subtitle", Caption::Subtitle));
+    titles->addStretch();
+    auto* const layout = new QHBoxLayout(header);
+    layout->addLayout(titles, 1);
+    for (const LanguageChoice& choice : languageChoices) {
+        auto* const button = new QPushButton(QString::fromUtf8(choice.name));
+        button->setObjectName("LanguageSegment");
+        button->setCheckable(true);
+        languages_->addButton(button, choice.id);
+        layout->addWidget(button);
+    }
+    connect(languages_, &QButtonGroup::idClicked, this, [this](int id) { chooseLanguage(id); });
+    header_ = layout;
+    return header;
+}
+
+QWidget* DemonstrationWindow::makeWorkplace() {
+    auto* const workplace = new QWidget;
+    auto* const upper = new QHBoxLayout;
+    upper->addWidget(makeCard(choices_), 58);
+    upper->addWidget(makeActions(), 42);
+    auto* const layout = new QVBoxLayout(workplace);
+    layout->addLayout(upper, 62);
+    layout->addWidget(makeCard(movements_, Caption::Movements), 38);
+    roomyLayouts_ = {layout, upper};
+    return workplace;
+}
+
+QWidget* DemonstrationWindow::makeActions() {
+    auto* const actions = new QWidget;
+    auto* const buttons = new QHBoxLayout;
+    buttons->addWidget(makeShowButton("Primary", Caption::OpenDialog, PointOfSale::Modality::Modal), 1);
+    buttons->addWidget(makeShowButton("Secondary", Caption::OpenModeless, PointOfSale::Modality::Modeless));
+    auto* const layout = new QVBoxLayout(actions);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(buttons);
+    layout->addWidget(makeCard(events_, Caption::Events), 1);
+    cardLayouts_.push_back(buttons);
+    return actions;
+}
+
+QPushButton* DemonstrationWindow::makeShowButton(const char* objectName, Caption which,
+                                                 PointOfSale::Modality modality) {
+    auto* const button = new QPushButton;
+    button->setObjectName(objectName);
+    buttons_.emplace_back(which, button);
+    connect(button, &QPushButton::clicked, this, [this, modality] {
+        notice_.hide();
+        shop_.show(choices_->choices(), modality);
+        notice_.hide(); // it spoke to whoever worked in the dialog
+    });
+    return button;
+}
+
+QFrame* DemonstrationWindow::makeCard(QWidget* content, std::optional<Caption> title) {
+    auto* const card = new QFrame;
+    card->setObjectName("Card");
+    auto* const layout = new QVBoxLayout(card);
+    if (title)
+        layout->addWidget(makeCaptioned("CardTitle", *title));
+    layout->addWidget(content, 1);
+    cardLayouts_.push_back(layout);
+    return card;
+}
+
+/// Called inside the component's request: the table is read when that is over.
+void DemonstrationWindow::onReceived(const ReceivedEvent& event) {
+    events_->add(event);
+    if (!event.failure.empty()) {
+        report({Caption::NotStored, QString::fromStdString(event.failure)});
+    } else if (event.movement) {
+        failure_.reset();
+        showBanner();
+        QMetaObject::invokeMethod(
+            this, [this] { readMovements(); }, Qt::QueuedConnection);
+    } else if (event.name == "ApriCassetto") {
+        notice_.display(caption(Caption::DrawerOpened, languageId_), Notice::Kind::Success, scale_);
+    }
+}
+
+void DemonstrationWindow::readMovements() {
+    try {
+        movements_->setMovements(shop_.latestMovements());
+    } catch (const std::exception& failure) {
+        report({Caption::ListUnreadable, QString::fromUtf8(failure.what())});
+    }
+}
+
+void DemonstrationWindow::report(Failure failure) {
+    failure_ = std::move(failure);
+    showBanner();
+    if (failure_->message == Caption::NotStored) // the dialog covers this window
+        notice_.display(banner_->text() + '\n' + caption(Caption::EntriesKept, languageId_),
+                        Notice::Kind::Failure, scale_);
+}
+
+void DemonstrationWindow::showBanner() {
+    banner_->setVisible(failure_.has_value());
+    if (!failure_)
+        return;
+    QString text = caption(failure_->message, languageId_);
+    if (text.contains("%1"))
+        text = text.arg(failure_->reason);
+    banner_->setText(text);
+}
+
+void DemonstrationWindow::chooseLanguage(std::int32_t id) {
+    setLanguage(id);
+    shop_.setLanguage(id, languages_->button(id)->text().toStdString());
+}
+
+void DemonstrationWindow::setLanguage(std::int32_t id) {
+    languageId_ = id;
+    languages_->button(id)->setChecked(true);
+    setWindowTitle(caption(Caption::Title, id));
+    for (const auto& [which, label] : labels_)
+        label->setText(caption(which, id));
+    for (const auto& [which, button] : buttons_)
+        button->setText(caption(which, id));
+    choices_->setLanguage(id);
+    events_->setLanguage(id);
+    movements_->setLanguage(id);
+    if (!banner_->isHidden())
+        showBanner();
+}
+
+void DemonstrationWindow::resizeEvent(QResizeEvent*) {
+    constexpr double LeastChange = 0.01; // of the scale; each change lays everything out anew
+    const double scale = host_look::scaleFor(size());
+    if (std::abs(scale - scale_) >= LeastChange)
+        setScale(scale);
+}
+
+void DemonstrationWindow::setScale(double scale) {
+    scale_ = scale;
+    const auto px = [scale](double length) { return host_look::pixels(length, scale); };
+    setStyleSheet(host_look::styleSheet(scale));
+    header_->setContentsMargins(px(16), px(6), px(12), px(6));
+    header_->setSpacing(px(6));
+    for (QLayout* const layout : roomyLayouts_)
+        layout->setSpacing(px(10));
+    roomyLayouts_.front()->setContentsMargins(px(10), px(10), px(10), px(10));
+    for (QLayout* const layout : cardLayouts_) {
+        layout->setSpacing(px(8));
+        if (layout->parentWidget()->objectName() == "Card")
+            layout->setContentsMargins(px(12), px(8), px(10), px(8));
+    }
+    for (const auto& [which, button] : buttons_)
+        button->setFixedHeight(px(84));
+    choices_->setScale(scale);
+    events_->setScale(scale);
+    movements_->setScale(scale);
+}
+
+void DemonstrationWindow::closeEvent(QCloseEvent* event) {
+    shop_.closeDialog();
+    QWidget::closeEvent(event);
+}
+
+} // namespace kova

@@ -1,0 +1,77 @@
+#!/bin/sh
+# Plays a long random scenario on both user interfaces: neither may crash, and both must see the same.
+#
+#   random_walk.sh KOVA_HOST SEED STEPS FOLDER
+set -u
+host=$1 seed=$2 steps=$3
+output=$4/random-walk-$seed
+rm -rf "$output" && mkdir -p "$output" && cd "$output" || exit 1
+
+awk -v seed="$seed" -v steps="$steps" '
+function any(n) { return int(rand() * n) }
+function pick(text,  words) { return words[1 + any(split(text, words, "|"))] }
+function switched() { return any(3) ? "True" : "False" }
+BEGIN {
+    srand(seed)
+    print "create"
+    print "connect"
+    for (step = 0; step < steps; ++step) {
+        if (any(14) == 0) {
+            print pick("set DoppioInserimentoObbligatorio|set InserimentoAutomatico|set ChiusuraAutomatica|" \
+                "set UsaSoloValutaAziendale|set PredisponiInserimentoFondoCassaIniziale|" \
+                "set ActiveColorMetroStyle|set AttivaRecuperaFondoCassaPrecedente") " " switched()
+            print "discard" # the deposit grid is filled when the dialog loads
+            continue
+        }
+        if (any(30) == 0) {
+            print pick("runtime-language 1040|runtime-language 1031|runtime-language 9|software KOVA|" \
+                "software CASSA|set idPagamentoPredefinito 1|set idPagamentoPredefinito -1|regional en-US|" \
+                "regional it-IT|connect|discard|handler SalvaPagamento throw \"no\" at 2|" \
+                "handler SalvaPagamento discard|handler SalvaPagamento clear|handler ApriCassetto show|" \
+                "handler Stampa discard|handler Stampa clear|fail-sql \"tabPagamenti\" \"x\" rows 2|" \
+                "fail-sql clear")
+            continue
+        }
+        print "show 0" # the last step may have closed it
+        kind = any(18)
+        if (kind < 3) print "touch Pulsantiera_Attivita " 2 + any(2)
+        else if (kind < 5) print "touch " pick("Pulsantiera_Pagamenti|Pulsantiera_Pagamenti_Versamenti") " 1"
+        else if (kind == 5) print "key \"" pick("1|5|0|.|*|BACKSPACE") "\""
+        else if (kind == 6) print "keyboard \"" pick("a|Nota 1|è") "\""
+        else if (kind == 7) print pick("focus txtNote|focus txtVisore|type \"7,x\"|press cmdNascondiTastiera")
+        else if (kind == 8) print pick("text txtNote \"n\"|text txtVisore \"12\"|text txtVisore \"1.5\"")
+        else if (kind == 9) print "press cmdCassetto " 1 + any(4)
+        else if (kind == 10) print "wait " pick("10|50|60")
+        else if (kind == 11) print "tab " any(2)
+        else if (kind == 12) print any(4) ? "dump selection" : pick("press cmd_print|press PushButton1|close|press cmdAnnulla")
+        else if (kind == 13) print pick("dump control txtNote|dump control txtVisore|dump forms|dump log|dump dialog")
+        else if (kind < 16) print "press cmdConferma"
+        else {
+            print "tab 0\ntouch Pulsantiera_Pagamenti 1\ntouch Pulsantiera_Pagamenti_Versamenti 2\nwait 50"
+            print "show 0\ntab 0\ntouch Pulsantiera_Attivita 2\ntouch Pulsantiera_Valuta \"€\"\nkey \"5\"\nwait 50\nshow 0\npress cmdConferma"
+        }
+    }
+    print "dump log"
+}' >walk.scenario
+
+catalogues='INSERT INTO tabActivityDrawer VALUES'
+{
+    echo "sql \"$catalogues (2,'Prelievo',-1,4,1,20,1,1), (3,'Fondo',1,1,1,30,0,0)\""
+    echo "sql \"INSERT INTO tabPagamenti VALUES (1,'Contanti',1,'€',10), (2,'Carta',2,'€',20), (3,'Fr.',1,'CHF',30)\""
+    echo "sql \"INSERT INTO tabValute VALUES ('€'), ('CHF')\""
+    echo "sql \"INSERT INTO tabImpostazioni VALUES ('Attiva_Gestione_MultiCassetto','1')\""
+    echo "sql \"INSERT INTO tabImpostazioni VALUES ('idCassettoCausPred_Prelievi',2), ('idCassettoCausPred_Versamenti',3)\""
+    cat walk.scenario
+} >whole.scenario
+
+for interface in headless qt; do
+    if ! "$host" --script whole.scenario --ui $interface >$interface.trace 2>$interface.errors; then
+        echo "$interface: exit status $?"
+        tail -n 20 $interface.errors
+        exit 1
+    fi
+done
+saved=$(grep -c '^event SalvaPagamento' headless.trace)
+echo "$saved movements in $steps steps"
+[ "$saved" -ge 5 ] || { echo "a walk that saves nothing shows nothing"; exit 1; }
+diff -u headless.trace qt.trace

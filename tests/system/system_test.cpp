@@ -1,0 +1,130 @@
+#include "adapters/system/ini_settings_store.h"
+#include "adapters/system/locale_name.h"
+#include "adapters/system/own_folder.h"
+#include "adapters/system/system_clock.h"
+#include "adapters/system/system_language_runtime.h"
+#include "adapters/system/system_regional_settings.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+namespace kova {
+namespace {
+
+/// Environment variables of one test; all that choose a locale begin unset.
+class Environment {
+  public:
+    Environment() {
+        for (const char* const name : {"LC_ALL", "LC_MESSAGES", "LC_NUMERIC", "LANG", "KOVA_SETTINGS", "TZ"})
+            unsetenv(name);
+    }
+    void set(const char* name, const std::string& value) { setenv(name, value.c_str(), 1); }
+};
+
+class SystemAdapter : public testing::Test {
+  protected:
+    Environment environment;
+};
+
+TEST_F(SystemAdapter, SettingsComeFromTheSectionOfTheirKeyWhateverTheCase) {
+    const auto file = std::filesystem::path(testing::TempDir()) / "kova_settings_test.ini";
+    std::ofstream(file) << "LanguageID=1\n"
+                           "[SOFTWARE/ZELT/OTHER/Options]\nLanguageID=2\n"
+                           "; [SOFTWARE/ZELT/KOVA/Options]\n"
+                           "  [software\\Zelt\\KOVA/options]  \r\n"
+                           "# LanguageID=3\n"
+                           "languageid =  1031 \r\n"
+                           "LanguageID=4\n"
+                           "Empty=\n"
+                           "No value\n"
+                           "Formula=a=b\n"
+                           "[SOFTWARE/ZELT/KOVA]\nLate=5\n";
+    environment.set("KOVA_SETTINGS", file.string());
+    const IniSettingsStore store(settingsFile());
+    const auto option = [&](const char* name) { return store.read("SOFTWARE\\ZELT\\KOVA", "Options", name); };
+    EXPECT_EQ(option("LanguageID"), "1031");
+    EXPECT_EQ(option("Empty"), "");
+    EXPECT_EQ(option("FORMULA"), "a=b");
+    EXPECT_EQ(option("No value"), std::nullopt);
+    EXPECT_EQ(option("Late"), std::nullopt);
+    std::filesystem::remove(file);
+    EXPECT_EQ(option("LanguageID"), std::nullopt) << "a file that is gone holds nothing";
+    EXPECT_EQ(IniSettingsStore(testing::TempDir()).read("a", "b", "c"), std::nullopt) << "nor does a folder";
+}
+
+TEST_F(SystemAdapter, TheFirstVariableThatIsNotEmptyChoosesTheLanguage) {
+    EXPECT_EQ(SystemLanguageRuntime().languageId(), 0);
+    environment.set("LANG", "it_IT.UTF-8");
+    EXPECT_EQ(SystemLanguageRuntime().languageId(), 1040);
+    environment.set("LC_MESSAGES", "de_CH@euro");
+    environment.set("LC_ALL", "");
+    EXPECT_EQ(SystemLanguageRuntime().languageId(), 1031);
+    environment.set("LC_ALL", "en");
+    EXPECT_EQ(SystemLanguageRuntime().languageId(), 9);
+    for (const char* const unknown : {"C", "C.UTF-8", "POSIX", "eo", "itx_IT", ""})
+        EXPECT_EQ(languageIdOfLocale(unknown), 0) << unknown;
+    EXPECT_EQ(languageIdOfLocale("fr_FR"), 1036);
+}
+
+TEST_F(SystemAdapter, AChosenLanguageIsAnnouncedAfterItHasBecomeThePresentOne) {
+    SystemLanguageRuntime runtime;
+    std::string heard;
+    const auto connection = runtime.languageChanged.connect([&](std::int32_t id, const std::string& name) {
+        heard += name + std::to_string(id) + (runtime.languageId() == id ? "=" : "!");
+    });
+    runtime.setLanguage(1031, "Deutsch");
+    runtime.setLanguage(1031, "Deutsch");
+    EXPECT_EQ(heard, "Deutsch1031=Deutsch1031=");
+    EXPECT_EQ(runtime.languageName(), "Deutsch");
+}
+
+TEST_F(SystemAdapter, RegionalSettingsFollowTheLocaleOfNumbers) {
+    EXPECT_EQ(systemRegionalSettings().name, "it-IT");
+    environment.set("LANG", "de_CH.UTF-8");
+    EXPECT_EQ(systemRegionalSettings(), regionalSettings("de-CH"));
+    environment.set("LC_NUMERIC", "en_US");
+    EXPECT_EQ(systemRegionalSettings(), regionalSettings("en-US"));
+    for (const char* const none : {"C", "C.UTF-8", "POSIX", "xx_XX"})
+        EXPECT_EQ(regionalSettingsOfLocale(none), RegionalSettings{}) << none;
+}
+
+TEST_F(SystemAdapter, ShortDatesTakeOrderSeparatorAndWidthFromTheFormat) {
+    using Order = RegionalSettings::DateOrder;
+    const auto date = [](const char* format) {
+        RegionalSettings settings;
+        applyDateFormat(settings, format);
+        return std::tuple(settings.dateOrder, settings.dateSeparator, settings.twoDigitDayAndMonth);
+    };
+    EXPECT_EQ(date("%d.%m.%y"), std::tuple(Order::DayMonthYear, ".", true));
+    EXPECT_EQ(date("%-d/%-m/%Y"), std::tuple(Order::DayMonthYear, "/", false));
+    EXPECT_EQ(date("%e. %m. %Y"), std::tuple(Order::DayMonthYear, ".", false));
+    EXPECT_EQ(date("%D"), std::tuple(Order::MonthDayYear, "/", true));
+    EXPECT_EQ(date("%Y-%m-%d"), std::tuple(Order::YearMonthDay, "-", true));
+    EXPECT_EQ(date("%F"), std::tuple(Order::YearMonthDay, "-", true));
+    EXPECT_EQ(date("%x"), std::tuple(Order::DayMonthYear, "/", true))
+        << "what cannot be read changes nothing";
+}
+
+TEST_F(SystemAdapter, TheClockShowsLocalTime) {
+    using namespace std::chrono;
+    const auto ahead = [&](const char* zone) {
+        environment.set("TZ", zone);
+        tzset();
+        const auto local = SystemClock().now().time_since_epoch();
+        return round<minutes>(local - floor<milliseconds>(system_clock::now()).time_since_epoch());
+    };
+    EXPECT_EQ(ahead("UTC0"), 0min);
+    EXPECT_EQ(ahead("XXX-5:45"), 345min) << "a zone east of Greenwich";
+    EXPECT_EQ(ahead("XXX3"), -180min);
+}
+
+TEST_F(SystemAdapter, TheOwnFolderIsTheOneOfThisProgram) {
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+    EXPECT_EQ(ownFolder(), program.parent_path().string());
+}
+
+} // namespace
+} // namespace kova
