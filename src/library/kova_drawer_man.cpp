@@ -50,7 +50,7 @@ void shutDown() {
     if (!ending)
         return;
     qRemovePostRoutine(shutDown);
-    ending->closeDialogs();
+    ending->end();
 }
 
 } // namespace kova

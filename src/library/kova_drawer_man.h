@@ -34,8 +34,8 @@ KOVA_API void setLanguage(std::int32_t id, const std::string& name);
 KOVA_API void processEvents();
 
 /// Closes open dialogs and ends what the first component began; the next one begins anew. Components that
-/// the host still holds may be released afterwards, but not used. Without this call a Qt application that the
-/// library made ends with the process; before one that the host made ends, the library calls it itself.
+/// the host still holds may be released afterwards, but not used. The library calls it itself when the
+/// process exits, and before a Qt application of the host's ends.
 KOVA_API void shutDown();
 
 } // namespace kova

@@ -4,6 +4,8 @@
 #include "adapters/system/system_regional_settings.h"
 #include "services/file_error_logger.h"
 
+#include <cstdlib>
+
 namespace kova {
 namespace {
 
@@ -12,6 +14,19 @@ struct ComponentWithProcess {
     std::shared_ptr<LibraryProcess> process;
     std::shared_ptr<cls_Kova_Drawer_Man> component;
 };
+
+bool exiting = false;
+
+/// A component that a host still holds when the process exits stays as it is: Qt's own static objects may be
+/// gone by then, and nothing can be drawn or closed any more.
+void release(ComponentWithProcess* whole) {
+    if (!exiting) {
+        delete whole;
+        return;
+    }
+    static auto* const left = new std::vector<ComponentWithProcess*>;
+    left->push_back(whole);
+}
 
 } // namespace
 
@@ -31,17 +46,21 @@ Platform LibraryProcess::platform() {
 
 std::shared_ptr<cls_Kova_Drawer_Man> LibraryProcess::createComponent() {
     std::erase_if(components_, [](const auto& component) { return component.expired(); });
-    const auto whole = std::make_shared<ComponentWithProcess>(shared_from_this());
+    static const int registered = std::atexit([] { exiting = true; });
+    (void)registered;
+    const std::shared_ptr<ComponentWithProcess> whole(new ComponentWithProcess{shared_from_this(), {}},
+                                                      release);
     whole->component = cls_Kova_Drawer_Man::create(state_);
     components_.push_back(whole->component);
     return {whole, whole->component.get()};
 }
 
-void LibraryProcess::closeDialogs() {
+void LibraryProcess::end() {
     for (const auto& known : components_)
         if (const auto component = known.lock())
             component->DiscardForm();
     eventLoop_.settle();
+    eventLoop_.endApplication();
 }
 
 } // namespace kova

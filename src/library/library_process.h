@@ -23,8 +23,9 @@ class LibraryProcess : public std::enable_shared_from_this<LibraryProcess> {
     [[nodiscard]] DatabaseProvider& databases() { return databases_; }
     [[nodiscard]] SystemLanguageRuntime& language() { return language_; }
     void processEvents() { eventLoop_.processPendingEvents(); }
-    /// Closes all dialogs, whose windows are gone when this returns.
-    void closeDialogs();
+    /// Closes all dialogs, and ends the Qt application if it is the library's. Components may be released
+    /// afterwards, whenever the host likes.
+    void end();
 
   private:
     Platform platform();

@@ -16,11 +16,11 @@ if [ -n "$surplus" ]; then
 fi
 
 for name in 'createComponent()' 'openDatabase(' 'setLanguage(int' 'processEvents()' 'shutDown()' \
-    'cls_Kova_Drawer_Man::connect(' 'cls_Kova_Drawer_Man::Show(' 'cls_Kova_Drawer_Man::DiscardForm()' \
+    'cls_Kova_Drawer_Man::connect(' 'cls_Kova_Drawer_Man::Show' 'cls_Kova_Drawer_Man::DiscardForm()' \
     'cls_Kova_Drawer_Man::Inizializza(' 'cls_Kova_Drawer_Man::InizializzaByConnString(' \
     'cls_Kova_Drawer_Man::SetSoftwareName(' 'cls_Kova_Drawer_Man::ApriCassetto()' \
     'cls_Kova_Drawer_Man::Stampa(' 'cls_Kova_Drawer_Man::Anteprima(' 'cls_Kova_Drawer_Man::SalvaPagamento(' \
-    'cls_Kova_Drawer_Man::get(' 'cls_Kova_Drawer_Man::set(' 'cls_Kova_Drawer_Man::invoke(' \
+    'cls_Kova_Drawer_Man::get' 'cls_Kova_Drawer_Man::set(' 'cls_Kova_Drawer_Man::invoke(' \
     'Snapshot::add(' 'Snapshot::findColumn(' 'Recordset::field('; do
     case $exported in
     *"kova::$name"*) ;;

@@ -103,6 +103,11 @@ void QtEventLoop::advance(Milliseconds time) {
     } while (timers_.now() < target);
 }
 
+void QtEventLoop::endApplication() {
+    alarm_.reset();
+    application_.reset();
+}
+
 void QtEventLoop::settle() {
     QCoreApplication::processEvents();
     // With no Qt loop running nobody else carries out deleteLater.
@@ -183,7 +188,7 @@ void QtEventLoop::alignWithWall() {
 }
 
 void QtEventLoop::arm() {
-    if (time_ != Time::Live)
+    if (time_ != Time::Live || !alarm_)
         return;
     const auto next = timers_.untilNext();
     if (next)

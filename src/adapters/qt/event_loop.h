@@ -42,6 +42,10 @@ class QtEventLoop final : public EventLoop {
     /// Handles what Qt has waiting (painting, focus, deletion); stepped time stands still.
     void settle();
 
+    /// Ends the QApplication, if it is this object's; no window may be left, and none can be shown from now
+    /// on.
+    void endApplication();
+
     /// Runs a handler that Qt called, and keeps what it throws for the innermost caller.
     void runHandler(const std::function<void()>& handler) noexcept;
     /// Deletes the object as soon as no handler is running any more, so that one which is on the stack may

@@ -61,15 +61,15 @@ void applyDateFormat(RegionalSettings& settings, std::string_view format) {
     const auto day = position("de");
     const auto month = position("m");
     const auto year = position("yY");
-    const auto separator =
-        std::ranges::find_if(pattern, [](char c) { return c == '/' || c == '.' || c == '-'; });
-    if (std::max({day, month, year}) == pattern.size() || separator == pattern.end())
+    // Behind the first field: before it a "-" may be a flag, as in "%-d".
+    const auto separator = pattern.find_first_of("/.-", std::min({day, month, year}));
+    if (std::max({day, month, year}) == pattern.size() || separator == std::string::npos)
         return;
     using Order = RegionalSettings::DateOrder;
     settings.dateOrder = year < day    ? Order::YearMonthDay
                          : day < month ? Order::DayMonthYear
                                        : Order::MonthDayYear;
-    settings.dateSeparator = std::string(1, *separator);
+    settings.dateSeparator = std::string(1, pattern[separator]);
     settings.twoDigitDayAndMonth = day > 0 && pattern.substr(day - 1, 2) == "%d";
 }
 
