@@ -22,12 +22,13 @@ const QColor Failure(176, 32, 36);
 
 namespace {
 
+constexpr double DesignTextSize = 14;
 constexpr double DesignWidth = 1024;
 constexpr double DesignHeight = 736; // what a title bar leaves of 768
 
 // @name stands for a colour, [number] for a length that grows with the window.
 constexpr const char* Sheet = R"(
-* { color: @ink; }
+* { color: @ink; font-family: "@family"; }
 #Demonstration { background: @ground; }
 #Header { background: @ink; }
 #Header QLabel { color: white; }
@@ -98,6 +99,7 @@ QFont font(double designPixels, double scale, QFont::Weight weight) {
 
 QString styleSheet(double scale) {
     QString sheet = Sheet;
+    sheet.replace("@family", font(DesignTextSize, scale).family());
     for (const auto& [name, color] : {std::pair{"@ink", Ink},
                                       {"@muted", Muted},
                                       {"@ground", Ground},

@@ -39,7 +39,6 @@ DemonstrationWindow::DemonstrationWindow(PointOfSale& shop)
       banner_(new QPushButton), languages_(new QButtonGroup(this)) {
     setObjectName("Demonstration");
     setAttribute(Qt::WA_StyledBackground);
-    setFont(host_look::font(14, 1));
     banner_->setObjectName("Banner");
     banner_->setFocusPolicy(Qt::NoFocus);
     banner_->hide();
@@ -117,6 +116,8 @@ QPushButton* DemonstrationWindow::makeShowButton(const char* objectName, Caption
     auto* const button = new QPushButton;
     button->setObjectName(objectName);
     buttons_.emplace_back(which, button);
+    if (modality == PointOfSale::Modality::Modal)
+        button->setFocus(); // the return key opens the dialog at once
     connect(button, &QPushButton::clicked, this, [this, modality] {
         notice_.hide();
         shop_.show(choices_->choices(), modality);

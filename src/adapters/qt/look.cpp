@@ -1,8 +1,8 @@
 #include "adapters/qt/look.h"
 
 #include <QFontDatabase>
-#include <QHash>
 #include <QFontMetricsF>
+#include <QHash>
 #include <QPainter>
 #include <QTextLayout>
 
