@@ -10,9 +10,13 @@
 #include "widgets/numeric_keypad.h"
 #include "widgets/on_screen_keyboard.h"
 #include "widgets/push_button.h"
+#include "widgets/report_grid.h"
 #include "widgets/tab_control.h"
 #include "widgets/text_box.h"
 #include "widgets/utf8.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace kova {
 namespace {
@@ -133,6 +137,35 @@ void tab(Scene& scene, const Arguments& arguments) {
     gesture(scene, "tab " + std::to_string(index), [&] { return scene.cashier.selectTab(tabs, index); });
 }
 
+/// The movements list and the number of the column that the line names by its caption.
+std::pair<ReportGrid*, std::size_t> reportColumn(Scene& scene, const Arguments& arguments) {
+    arguments.requireCount(1);
+    auto& grid = firstOfKind<ReportGrid>(loadedWindows(scene), "report grid");
+    const auto& columns = grid.columns();
+    const auto found = std::ranges::find(columns, arguments.text(0), &ReportGrid::Column::caption);
+    if (found == columns.end())
+        throw ScenarioError(grid.name() + " has no column " + arguments.text(0));
+    return {&grid, static_cast<std::size_t>(found - columns.begin())};
+}
+
+void sort(Scene& scene, const Arguments& arguments) {
+    const auto [grid, column] = reportColumn(scene, arguments);
+    gesture(scene, "sort " + traced(arguments.text(0)),
+            [&, list = grid, touched = column] { return list->touchHeader(touched); });
+}
+
+void group(Scene& scene, const Arguments& arguments) {
+    const auto [grid, column] = reportColumn(scene, arguments);
+    gesture(scene, "group " + traced(arguments.text(0)),
+            [&, list = grid, dragged = column] { return list->groupBy(dragged); });
+}
+
+void ungroup(Scene& scene, const Arguments& arguments) {
+    arguments.requireCount(0);
+    auto& grid = firstOfKind<ReportGrid>(loadedWindows(scene), "report grid");
+    gesture(scene, "ungroup", [&] { return grid.ungroup(); });
+}
+
 void close(Scene& scene, const Arguments& arguments) {
     arguments.requireCount(0);
     Window& window = activeWindow(scene);
@@ -157,17 +190,13 @@ void screenshot(Scene& scene, const Arguments& arguments) {
 }
 
 constexpr Command commands[] = {
-    {"touch", touch},
-    {"press", press},
-    {"key", key},
-    {"keyboard", keyboard},
-    {"focus", focus},
-    {"type", type},
-    {"text", text},
-    {"tab", tab},
-    {"close", close},
-    {"wait", wait},
-    {"screenshot", screenshot},
+    {"touch", touch},     {"press", press},
+    {"key", key},         {"keyboard", keyboard},
+    {"focus", focus},     {"type", type},
+    {"text", text},       {"tab", tab},
+    {"sort", sort},       {"group", group},
+    {"ungroup", ungroup}, {"close", close},
+    {"wait", wait},       {"screenshot", screenshot},
 };
 
 } // namespace

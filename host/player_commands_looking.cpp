@@ -8,6 +8,7 @@
 #include "services/message_box.h"
 #include "trace.h"
 #include "widgets/button_grid.h"
+#include "widgets/report_grid.h"
 
 #include <utility>
 
@@ -100,6 +101,42 @@ void dumpGrid(Scene& scene, const Arguments& arguments) {
               requireKind<ButtonGrid>(findControl(scene, {arguments.text(0), {}}), "ButtonGrid"));
 }
 
+void traceRecord(Scene& scene, const ReportGrid& grid, std::size_t number, std::size_t record) {
+    TraceLine line("record " + traced(static_cast<std::int32_t>(number)));
+    for (std::size_t column = 0; column < grid.columns().size(); ++column)
+        line.then(std::string(grid.item(record, column)));
+    scene.trace.add(line);
+}
+
+void dumpReport(Scene& scene, const Arguments& arguments) {
+    arguments.requireCount(0);
+    const ReportGrid none({nullptr, {}, {}});
+    const ReportGrid* shown = nullptr;
+    for (const Window* window : loadedWindows(scene))
+        shown = shown == nullptr ? firstOfKind<ReportGrid>(*window) : shown;
+    const ReportGrid& grid = shown == nullptr ? none : *shown;
+    scene.trace.add(TraceLine("report")
+                        .with("columns", static_cast<std::int32_t>(grid.columns().size()))
+                        .with("records", static_cast<std::int32_t>(grid.recordCount()))
+                        .with("empty-text", grid.emptyText())
+                        .with("group-hint", grid.groupHint())
+                        .with("sort-prefix", grid.sortPrefix()));
+    for (std::size_t i = 0; i < grid.columns().size(); ++i) {
+        const auto& column = grid.columns()[i];
+        scene.trace.add(TraceLine("column " + traced(static_cast<std::int32_t>(i)))
+                            .with("caption", column.caption)
+                            .with("width", column.width)
+                            .with("resizable", column.resizable));
+    }
+    std::size_t number = 0;
+    for (const auto& row : grid.rows())
+        if (row.record != ReportGrid::Row::NoRecord)
+            traceRecord(scene, grid, number++, static_cast<std::size_t>(row.record));
+    // A load that failed was not shown: its records stand in the order in which they came.
+    for (; number < grid.recordCount(); ++number)
+        traceRecord(scene, grid, number, number);
+}
+
 void dumpSql(Scene& scene, const Arguments& arguments) {
     arguments.requireCount(0);
     for (const Query& query : scene.queries.takeQueries()) {
@@ -122,9 +159,16 @@ void dumpLog(Scene& scene, const Arguments& arguments) {
 
 /// What `dump` can look at.
 constexpr Command subjects[] = {
-    {"selection", dumpSelection}, {"settings", dumpSettings}, {"dialog", dumpDialog},
-    {"payments", dumpPayments},   {"forms", dumpForms},       {"control", dumpControl},
-    {"grid", dumpGrid},           {"sql", dumpSql},           {"log", dumpLog},
+    {"selection", dumpSelection},
+    {"settings", dumpSettings},
+    {"dialog", dumpDialog},
+    {"payments", dumpPayments},
+    {"forms", dumpForms},
+    {"control", dumpControl},
+    {"grid", dumpGrid},
+    {"report", dumpReport},
+    {"sql", dumpSql},
+    {"log", dumpLog},
 };
 
 void dump(Scene& scene, const Arguments& arguments) {

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
 #include <QStyleFactory>
 
@@ -21,13 +22,13 @@ void tellUnusable(const HostOptions& options, const std::string& reason) {
     const std::string name = demonstrationDatabaseName(options);
     std::cerr << "kova-host: " << name << ": " << reason << std::endl;
     const std::int32_t language = SystemLanguageRuntime().languageId();
+    const double scale = host_look::scaleFor(QGuiApplication::primaryScreen()->availableSize());
     QMessageBox box(QMessageBox::Critical, caption(Caption::Title, language),
-                    caption(Caption::DatabaseUnusable, language).arg(QString::fromStdString(name)),
-                    QMessageBox::Ok);
-    box.setInformativeText(QString::fromStdString(reason));
+                    caption(Caption::DatabaseUnusable, language).arg(QString::fromStdString(name)));
     box.setTextFormat(Qt::PlainText);
-    box.setFont(host_look::font(16, 1));
-    box.setStyleSheet("QLabel { font-size: 16px; } QPushButton { min-width: 120px; min-height: 44px; }");
+    box.setInformativeText(QString::fromStdString(reason));
+    box.addButton("OK", QMessageBox::AcceptRole)->setObjectName("Primary");
+    box.setStyleSheet(host_look::styleSheet(scale));
     box.exec();
 }
 

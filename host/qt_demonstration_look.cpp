@@ -23,6 +23,7 @@ const QColor Failure(176, 32, 36);
 namespace {
 
 constexpr double DesignTextSize = 14;
+constexpr int LongestLength = 110; // in the sheet below
 constexpr double DesignWidth = 1024;
 constexpr double DesignHeight = 736; // what a title bar leaves of 768
 
@@ -44,15 +45,12 @@ constexpr const char* Sheet = R"(
     font-weight: bold; padding: 0 [12]px; }
 #Primary:pressed { background: #0b4a83; }
 #Primary:focus { border: [3]px solid #ffd666; }
-#Secondary { background: white; color: @accent; border: [2]px solid @accent; border-radius: [10]px;
-    font-size: [14]px; font-weight: bold; padding: 0 [8]px; }
-#Secondary:pressed { background: #dbe8f4; }
-#Secondary:focus { border: [3]px solid #e0a800; }
 #Segment { background: #f4f6f8; border: [1]px solid @line; font-size: [15]px; padding: 0 [4]px;
     border-radius: [6]px; }
 #Segment:checked { background: @accent; border-color: @accent; color: white; font-weight: bold; }
 #Segment:focus { border: [2]px solid #e0a800; }
-#LanguageSegment { background: transparent; color: white; border: [1]px solid #6b7f94; font-size: [14]px;
+#LanguageButtons { background: @ink; }
+#LanguageSegment { background: @ink; color: white; border: [1]px solid #6b7f94; font-size: [14]px;
     border-radius: [6]px; min-height: [44]px; padding: 0 [12]px; }
 #LanguageSegment:checked { background: white; color: @ink; }
 #LanguageSegment:focus { border: [2]px solid #ffd666; }
@@ -62,17 +60,21 @@ QLineEdit { background: #f4f6f8; border: [1]px solid @line; border-radius: [6]px
 QLineEdit:focus { border: [2]px solid @accent; }
 QComboBox { combobox-popup: 0; }
 QComboBox QListView { background: white; border: [1]px solid @line; outline: 0; }
-QComboBox QListView::item { min-height: [44]px; padding: 0 [8]px; }
+QComboBox QListView::item { background: white; min-height: [44]px; padding: 0 [8]px; }
 QComboBox QListView::item:selected { background: @accent; color: white; }
 #Banner { background: @failure; color: white; font-size: [16]px; font-weight: bold; border: none;
     padding: [10]px [16]px; text-align: left; }
 QListView, QTableView { background: white; border: none; outline: 0; font-size: [13]px; }
 QTableView { alternate-background-color: #f4f7fa; selection-background-color: #dbe8f4;
     selection-color: @ink; }
+QTableView::item:selected { background: #dbe8f4; color: @ink; border: none; }
 QHeaderView { background: white; border: none; }
 QHeaderView::section { background: white; color: @muted; border: none; border-bottom: [2]px solid @line;
     padding: 0 3px; font-size: [12]px; font-weight: bold; }
 QScrollArea { border: none; }
+QMessageBox { background: white; }
+QMessageBox QLabel { font-size: [16]px; }
+QMessageBox #Primary { font-size: [16]px; border-radius: [6]px; min-width: [110]px; min-height: [44]px; }
 QScrollBar:vertical { background: transparent; width: [14]px; margin: 0; }
 QScrollBar::handle:vertical { background: #b4bfca; border-radius: [5]px; min-height: [40]px;
     margin: [2]px; }
@@ -107,7 +109,7 @@ QString styleSheet(double scale) {
                                       {"@accent", Accent},
                                       {"@failure", Failure}})
         sheet.replace(name, color.name());
-    for (int length = 1; length <= 44; ++length)
+    for (int length = 1; length <= LongestLength; ++length)
         sheet.replace(QString("[%1]").arg(length), QString::number(std::max(1, pixels(length, scale))));
     return sheet;
 }

@@ -16,8 +16,7 @@ constexpr std::array table{
     Texts{Caption::Title, "Punto cassa", "Kasse", "Point of sale"},
     Texts{Caption::Subtitle, "Dimostrazione dei movimenti di cassetto",
           "Vorführung der Kassenladenbewegungen", "Demonstration of cash-drawer movements"},
-    Texts{Caption::OpenDialog, "Movimenti di cassetto", "Kassenlade", "Cash drawer"},
-    Texts{Caption::OpenModeless, "Non modale", "Nicht modal", "Modeless"},
+    Texts{Caption::OpenDialog, "Registra movimento", "Bewegung erfassen", "Record a movement"},
     Texts{Caption::Choices, "Cassa e opzioni", "Kasse und Optionen", "Till and options"},
     Texts{Caption::Till, "Cassa", "Kasse", "Till"},
     Texts{Caption::User, "Operatore", "Bediener", "Operator"},
@@ -41,13 +40,13 @@ constexpr std::array table{
     Texts{Caption::Events, "Eventi ricevuti", "Empfangene Ereignisse", "Events received"},
     Texts{Caption::Introduction,
           "1.  Scegli la cassa, l'operatore e le opzioni.\n\n"
-          "2.  Apri i movimenti di cassetto e conferma un importo.\n\n"
+          "2.  Tocca «Registra movimento» e conferma un importo.\n\n"
           "3.  Qui vedi gli eventi, sotto le righe memorizzate.",
           "1.  Wähle Kasse, Bediener und Optionen.\n\n"
-          "2.  Öffne die Kassenlade und bestätige einen Betrag.\n\n"
+          "2.  Tippe auf «Bewegung erfassen» und bestätige einen Betrag.\n\n"
           "3.  Hier siehst du die Ereignisse, darunter die gespeicherten Zeilen.",
           "1.  Choose till, operator and options.\n\n"
-          "2.  Open the cash drawer and confirm an amount.\n\n"
+          "2.  Touch “Record a movement” and confirm an amount.\n\n"
           "3.  Events show up here, and the stored rows below."},
     Texts{Caption::Movements, "Movimenti memorizzati", "Gespeicherte Bewegungen", "Stored movements"},
     Texts{Caption::NoMovements, "Ancora nessun movimento", "Noch keine Bewegungen", "No movements yet"},

@@ -10,7 +10,6 @@ enum class Caption {
     Title,
     Subtitle,
     OpenDialog,
-    OpenModeless,
     Choices,
     Till,
     User,

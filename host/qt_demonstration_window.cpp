@@ -7,25 +7,14 @@
 #include "services/localised_strings.h"
 
 #include <QBoxLayout>
-#include <QButtonGroup>
-#include <QCloseEvent>
 #include <QFrame>
 #include <QLabel>
 #include <QPushButton>
 
-#include <array>
 #include <cmath>
 
 namespace kova {
 namespace {
-
-struct LanguageChoice {
-    std::int32_t id;
-    const char* name;
-};
-constexpr std::array languageChoices{LanguageChoice{language::Italian, "Italiano"},
-                                     LanguageChoice{language::German, "Deutsch"},
-                                     LanguageChoice{language::English, "English"}};
 
 std::int32_t supportedLanguage(std::int32_t id) {
     return id == language::German || id == language::English ? id : language::Italian;
@@ -36,19 +25,27 @@ std::int32_t supportedLanguage(std::int32_t id) {
 DemonstrationWindow::DemonstrationWindow(PointOfSale& shop)
     : shop_(shop), catalogues_(shop.catalogues()), choices_(new ChoicesPanel(catalogues_)),
       events_(new EventList(catalogues_, shop.regional())), movements_(new MovementList(shop.regional())),
-      banner_(new QPushButton), languages_(new QButtonGroup(this)) {
+      banner_(new QPushButton), open_(new QPushButton),
+      languages_(new LanguageButtons(LanguageButtons::Place::InWindow)) {
     setObjectName("Demonstration");
     setAttribute(Qt::WA_StyledBackground);
     banner_->setObjectName("Banner");
     banner_->setFocusPolicy(Qt::NoFocus);
     banner_->hide();
     connect(banner_, &QPushButton::clicked, banner_, &QWidget::hide);
+    open_->setObjectName("Primary");
+    connect(open_, &QPushButton::clicked, this, [this] { openDialog(); });
+    languageChoices_[0] = languages_->chosen.connect(
+        [this](std::int32_t id, const QString& name) { chooseLanguage(id, name); });
+    languageChoices_[1] =
+        strip_.chosen.connect([this](std::int32_t id, const QString& name) { chooseLanguage(id, name); });
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(makeHeader());
     layout->addWidget(banner_);
     layout->addWidget(makeWorkplace(), 1);
+    open_->setFocus(); // the space bar opens the dialog at once
     setLanguage(supportedLanguage(shop_.languageId()));
     readMovements();
     if (!shop_.canStore())
@@ -74,14 +71,7 @@ QWidget* DemonstrationWindow::makeHeader() {
     titles->addStretch();
     auto* const layout = new QHBoxLayout(header);
     layout->addLayout(titles, 1);
-    for (const LanguageChoice& choice : languageChoices) {
-        auto* const button = new QPushButton(QString::fromUtf8(choice.name));
-        button->setObjectName("LanguageSegment");
-        button->setCheckable(true);
-        languages_->addButton(button, choice.id);
-        layout->addWidget(button);
-    }
-    connect(languages_, &QButtonGroup::idClicked, this, [this](int id) { chooseLanguage(id); });
+    layout->addWidget(languages_);
     header_ = layout;
     return header;
 }
@@ -94,36 +84,20 @@ QWidget* DemonstrationWindow::makeWorkplace() {
     auto* const layout = new QVBoxLayout(workplace);
     layout->addLayout(upper, 62);
     layout->addWidget(makeCard(movements_, Caption::Movements), 38);
-    roomyLayouts_ = {layout, upper};
+    roomyLayouts_.push_back(upper);
+    roomyLayouts_.push_back(layout);
+    workplace_ = layout;
     return workplace;
 }
 
 QWidget* DemonstrationWindow::makeActions() {
     auto* const actions = new QWidget;
-    auto* const buttons = new QHBoxLayout;
-    buttons->addWidget(makeShowButton("Primary", Caption::OpenDialog, PointOfSale::Modality::Modal), 1);
-    buttons->addWidget(makeShowButton("Secondary", Caption::OpenModeless, PointOfSale::Modality::Modeless));
     auto* const layout = new QVBoxLayout(actions);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addLayout(buttons);
+    layout->addWidget(open_);
     layout->addWidget(makeCard(events_, Caption::Events), 1);
-    cardLayouts_.push_back(buttons);
+    roomyLayouts_.push_back(layout);
     return actions;
-}
-
-QPushButton* DemonstrationWindow::makeShowButton(const char* objectName, Caption which,
-                                                 PointOfSale::Modality modality) {
-    auto* const button = new QPushButton;
-    button->setObjectName(objectName);
-    buttons_.emplace_back(which, button);
-    if (modality == PointOfSale::Modality::Modal)
-        button->setFocus(); // the return key opens the dialog at once
-    connect(button, &QPushButton::clicked, this, [this, modality] {
-        notice_.hide();
-        shop_.show(choices_->choices(), modality);
-        notice_.hide(); // it spoke to whoever worked in the dialog
-    });
-    return button;
 }
 
 QFrame* DemonstrationWindow::makeCard(QWidget* content, std::optional<Caption> title) {
@@ -135,6 +109,14 @@ QFrame* DemonstrationWindow::makeCard(QWidget* content, std::optional<Caption> t
     layout->addWidget(content, 1);
     cardLayouts_.push_back(layout);
     return card;
+}
+
+void DemonstrationWindow::openDialog() {
+    notice_.hide();
+    strip_.accompanyModalWindows(scale_);
+    shop_.show(choices_->choices());
+    strip_.leave();
+    notice_.hide(); // it spoke to whoever worked in the dialog
 }
 
 /// Called inside the component's request: the table is read when that is over.
@@ -178,19 +160,19 @@ void DemonstrationWindow::showBanner() {
     banner_->setText(text);
 }
 
-void DemonstrationWindow::chooseLanguage(std::int32_t id) {
+void DemonstrationWindow::chooseLanguage(std::int32_t id, const QString& name) {
     setLanguage(id);
-    shop_.setLanguage(id, languages_->button(id)->text().toStdString());
+    shop_.setLanguage(id, name.toStdString());
 }
 
 void DemonstrationWindow::setLanguage(std::int32_t id) {
     languageId_ = id;
-    languages_->button(id)->setChecked(true);
+    languages_->select(id);
+    strip_.select(id);
     setWindowTitle(caption(Caption::Title, id));
     for (const auto& [which, label] : labels_)
         label->setText(caption(which, id));
-    for (const auto& [which, button] : buttons_)
-        button->setText(caption(which, id));
+    open_->setText(caption(Caption::OpenDialog, id));
     choices_->setLanguage(id);
     events_->setLanguage(id);
     movements_->setLanguage(id);
@@ -213,22 +195,16 @@ void DemonstrationWindow::setScale(double scale) {
     header_->setSpacing(px(6));
     for (QLayout* const layout : roomyLayouts_)
         layout->setSpacing(px(10));
-    roomyLayouts_.front()->setContentsMargins(px(10), px(10), px(10), px(10));
+    workplace_->setContentsMargins(px(10), px(10), px(10), px(10));
     for (QLayout* const layout : cardLayouts_) {
         layout->setSpacing(px(8));
-        if (layout->parentWidget()->objectName() == "Card")
-            layout->setContentsMargins(px(12), px(8), px(10), px(8));
+        layout->setContentsMargins(px(12), px(8), px(10), px(8));
     }
-    for (const auto& [which, button] : buttons_)
-        button->setFixedHeight(px(84));
+    open_->setFixedHeight(px(84));
+    languages_->setScale(scale);
     choices_->setScale(scale);
     events_->setScale(scale);
     movements_->setScale(scale);
-}
-
-void DemonstrationWindow::closeEvent(QCloseEvent* event) {
-    shop_.closeDialog();
-    QWidget::closeEvent(event);
 }
 
 } // namespace kova

@@ -1,19 +1,19 @@
 #pragma once
 #include "qt_demonstration_texts.h"
+#include "qt_language_buttons.h"
 #include "qt_notice.h"
 #include "qt_point_of_sale.h"
 
 #include <QWidget>
 
+#include <array>
 #include <optional>
 #include <utility>
 #include <vector>
 
-class QButtonGroup;
 class QFrame;
 class QLabel;
 class QPushButton;
-class QVBoxLayout;
 
 namespace kova {
 
@@ -30,7 +30,6 @@ class DemonstrationWindow final : public QWidget {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
 
   private:
     struct Failure {
@@ -42,13 +41,13 @@ class DemonstrationWindow final : public QWidget {
     QWidget* makeActions();
     QFrame* makeCard(QWidget* content, std::optional<Caption> title = {});
     QLabel* makeCaptioned(const char* objectName, Caption which);
-    QPushButton* makeShowButton(const char* objectName, Caption which, PointOfSale::Modality modality);
 
+    void openDialog();
     void onReceived(const ReceivedEvent& event);
     void readMovements();
     void report(Failure failure);
     void showBanner();
-    void chooseLanguage(std::int32_t id);
+    void chooseLanguage(std::int32_t id, const QString& name);
     void setLanguage(std::int32_t id);
     void setScale(double scale);
 
@@ -63,14 +62,17 @@ class DemonstrationWindow final : public QWidget {
     EventList* events_;
     MovementList* movements_;
     QPushButton* banner_;
-    QButtonGroup* languages_;
+    QPushButton* open_;
+    LanguageButtons* languages_;
     std::vector<std::pair<Caption, QLabel*>> labels_;
-    std::vector<std::pair<Caption, QPushButton*>> buttons_;
-    std::vector<QLayout*> roomyLayouts_; ///< with gaps between and around their parts
+    std::vector<QLayout*> roomyLayouts_; ///< with wide gaps between their parts
     std::vector<QLayout*> cardLayouts_;
     QLayout* header_ = nullptr;
+    QLayout* workplace_ = nullptr;
 
+    LanguageButtons strip_{LanguageButtons::Place::Strip}; ///< while the dialog is open
     Notice notice_;
+    std::array<Connection, 2> languageChoices_;
     Connection receiving_;
 };
 

@@ -35,8 +35,8 @@ constexpr std::array<ColumnShape, MovementListModel::ColumnCount> shapes{{
     {Caption::ColumnPayment, 105, Left},
     {Caption::ColumnDirection, 68, Left},
     {Caption::ColumnAmount, 84, Right},
-    {Caption::ColumnCurrency, 64, Middle},
-    {Caption::ColumnNote, 150, Left},
+    {Caption::ColumnCurrency, 74, Middle},
+    {Caption::ColumnNote, 140, Left},
     {Caption::ColumnDrawer, 76, Middle},
     {Caption::ColumnTill, 54, Middle},
     {Caption::ColumnOperator, 125, Left},
@@ -56,6 +56,8 @@ MovementListModel::Row MovementListModel::readRow(const Recordset& movements) co
         QString text;
         if (column == Amount && !null)
             text = amountText(asDouble(value, regional_), regional_);
+        else if (column == Drawer && asText(value, regional_) == "0")
+            text = QStringLiteral("\u2013"); // no drawer was chosen
         else if (column != Direction)
             text = QString::fromStdString(asText(value, regional_)).simplified();
         else if (!null)

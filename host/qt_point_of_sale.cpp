@@ -51,7 +51,7 @@ Platform PointOfSale::platform(const HostOptions& options) {
             .componentFolder = options.logFolder.value_or(ownFolder())};
 }
 
-void PointOfSale::show(const ComponentOptions& choices, Modality modality) {
+void PointOfSale::show(const ComponentOptions& choices) {
     auto& c = *component_;
     c.idCassa(choices.idCassa);
     c.idUtente(choices.idUtente);
@@ -67,7 +67,7 @@ void PointOfSale::show(const ComponentOptions& choices, Modality modality) {
     c.ActiveColorMetroStyle(choices.ActiveColorMetroStyle);
     c.AttivaRecuperaFondoCassaPrecedente(choices.AttivaRecuperaFondoCassaPrecedente);
     c.PredisponiInserimentoFondoCassaIniziale(choices.PredisponiInserimentoFondoCassaIniziale);
-    c.Show(modality == Modality::Modal ? 1 : 0);
+    c.Show();
 }
 
 ShopCatalogues PointOfSale::catalogues() const {

@@ -43,17 +43,14 @@ struct ShopCatalogues {
 /// before the component goes on. Needs a QApplication, which must outlive it.
 class PointOfSale final : private EventSink {
   public:
-    enum class Modality { Modal, Modeless };
-
     /// Throws std::exception when the database cannot be used.
     explicit PointOfSale(const HostOptions& options);
     PointOfSale(const PointOfSale&) = delete;
     PointOfSale& operator=(const PointOfSale&) = delete;
     ~PointOfSale();
 
-    /// Returns when a modal dialog has closed.
-    void show(const ComponentOptions& choices, Modality modality);
-    void closeDialog() { component_->DiscardForm(); }
+    /// Shows the dialog and returns when it has closed.
+    void show(const ComponentOptions& choices);
 
     /// 1040 Italian, 1031 German, 9 English; others show Italian. An open dialog follows at once.
     void setLanguage(std::int32_t id, const std::string& name) { language_.setLanguage(id, name); }

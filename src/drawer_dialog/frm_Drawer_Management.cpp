@@ -60,6 +60,9 @@ void frm_Drawer_Management::connectHandlers() {
            [this, index = static_cast<std::int16_t>(*button.index())] { cmdCassetto_Click(index); });
     on(c.cmdConferma.pressed, [this] { cmdConferma_Click(); });
     on(c.cmdAnnulla.pressed, [this] { cmdAnnulla_Click(); });
+    on(c.cmdRecuperaFondoCassaPrecedente.pressed, [this] { cmdRecuperaFondoCassaPrecedente_Click(); });
+    on(c.tabs.selectedChanged, [this](int index) { TabControl_SelectedChanged(index); });
+    on(c.cmdCaricaMovimenti.pressed, [this] { cmdCaricaMovimenti_Click(); });
     on(c.cmd_print.pressed, [this] { cmd_print_Click(); });
     on(c.cmdAnteprima.pressed, [this] { cmdAnteprima_Click(); });
     on(c.PushButton1.pressed, [this] { Unload(); });

@@ -16,7 +16,8 @@ class cls_Kova_Drawer_Man;
 /// component; its controls come and go with each loading. It sends movements to the host through its
 /// component and keeps none. Every procedure that can fail traps its failures under a label of the error log.
 ///
-/// One source file per topic: start_up, catalogues, selection, entry, confirmation, closing, movements_page.
+/// One source file per topic: start_up, catalogues, selection, entry, confirmation,
+/// previous_float, closing, movements_page, appearance.
 class frm_Drawer_Management {
   public:
     frm_Drawer_Management(ProcessState& process, cls_Kova_Drawer_Man& component);
@@ -98,8 +99,12 @@ class frm_Drawer_Management {
     void ProceduraChiudi();
     void tmrAutoClose_Timer();
     void Unload();
+    // previous_float.cpp
+    void cmdRecuperaFondoCassaPrecedente_Click();
     // movements_page.cpp
     void setupReportControl();
+    void TabControl_SelectedChanged(int index);
+    void cmdCaricaMovimenti_Click();
     void cmd_print_Click();
     void cmdAnteprima_Click();
 

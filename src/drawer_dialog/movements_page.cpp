@@ -1,5 +1,7 @@
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
+#include "report/movement_query.h"
+#include "services/conversions.h"
 
 namespace kova {
 
@@ -11,7 +13,31 @@ void frm_Drawer_Management::setupReportControl() {
             text(59, "Trascinare qui l'intestazione di colonna per raggruppare per quella colonna"));
         grid.setHeaderFont({"Tahoma", 8});
         grid.setSortPrefix(text(61, "Ordina per: "));
+        const auto& regional = process_.platform.regional;
+        grid.setReadings(
+            [&regional](std::string_view cell) {
+                return isNumeric(cell, regional) ? std::optional(toDouble(cell, regional)) : std::nullopt;
+            },
+            [&regional](std::string_view cell) -> std::optional<double> {
+                const auto date = parseDate(cell, regional);
+                if (!date)
+                    return std::nullopt;
+                return static_cast<double>(date->time_since_epoch().count());
+            });
     });
+}
+
+void frm_Drawer_Management::TabControl_SelectedChanged(int index) {
+    trapped(process_, "TabControl_SelectedChanged", [&] {
+        if (index == 1)
+            carica_Movimenti_Giornata(process_, controls().grd_mov_giornata, controls().comboData.text(),
+                                      component());
+    });
+}
+
+void frm_Drawer_Management::cmdCaricaMovimenti_Click() {
+    carica_Movimenti_Giornata(process_, controls().grd_mov_giornata, controls().comboData.text(),
+                              component());
 }
 
 // Print failures are filed under the confirm button's label, where support has always looked for them.

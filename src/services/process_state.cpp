@@ -19,6 +19,12 @@ NumberFormat& ProcessState::numberFormat() {
     return *numberFormat_;
 }
 
+SqlDateFormatter& ProcessState::sqlDateFormatter() {
+    if (!sqlDateFormatter_)
+        sqlDateFormatter_ = std::make_unique<SqlDateFormatter>(platform.regional);
+    return *sqlDateFormatter_;
+}
+
 frmMsgBox& ProcessState::messageWindow() {
     if (!messageWindow_)
         messageWindow_ = std::make_unique<frmMsgBox>(*this);

@@ -3,6 +3,7 @@
 #include "platform/platform.h"
 #include "services/localised_strings.h"
 #include "services/number_format.h"
+#include "services/sql_date_formatter.h"
 #include "widgets/window_stack.h"
 
 #include <memory>
@@ -39,9 +40,10 @@ class ProcessState {
     std::int32_t CurrentLanguageId = 0; ///< 0 until the first selection, then 1040, 1031 or 9
     WindowStack windows;
 
-    /// Created on first use, like the three below.
+    /// Created on first use, like those below.
     ErrorLogger& ErrorLog();
     NumberFormat& numberFormat();
+    SqlDateFormatter& sqlDateFormatter();
     frmMsgBox& messageWindow();
     /// Null while no message was ever shown.
     [[nodiscard]] frmMsgBox* existingMessageWindow() { return messageWindow_.get(); }
@@ -54,6 +56,7 @@ class ProcessState {
   private:
     std::unique_ptr<ErrorLogger> errorLogger_;
     std::unique_ptr<NumberFormat> numberFormat_;
+    std::unique_ptr<SqlDateFormatter> sqlDateFormatter_;
     std::unique_ptr<frmMsgBox> messageWindow_;
 };
 

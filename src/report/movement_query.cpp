@@ -1,0 +1,149 @@
+#include "report/movement_query.h"
+
+#include "component/cls_Kova_Drawer_Man.h"
+#include "services/conversions.h"
+#include "services/message_box.h"
+#include "services/process_state.h"
+#include "widgets/report_grid.h"
+
+#include <algorithm>
+#include <array>
+
+namespace kova {
+namespace {
+
+constexpr std::int32_t CriticalIcon = 16;
+constexpr int ColumnWidth = 20; ///< characters
+constexpr double RowPoints = 10;
+
+bool readsViews(const std::string& softwareName) {
+    return softwareName == "FALCA" || softwareName == "MIRANTE";
+}
+
+/// The restriction to a till and to a user, as the component's options ask.
+std::string filterSuffix(const cls_Kova_Drawer_Man& component) {
+    std::string suffix;
+    if (component.idCassa() != -1)
+        suffix += " AND idCassa = " + std::to_string(component.idCassa());
+    if (component.VisualizzaMovimentiUtenteLoggato())
+        suffix += " AND idUtente = " + std::to_string(component.idUtente());
+    return suffix;
+}
+
+/// Today's movements have a view of their own.
+std::string viewOf(DateTime day, DateTime now) {
+    return day == std::chrono::floor<std::chrono::days>(now) ? "[Report_Drawer_Daily_Operation]"
+                                                             : "[Report_Drawer_Operation]";
+}
+
+std::string between(const SqlDateFormatter& formatter, const std::string& date) {
+    return " BETWEEN " + formatter.FormatSqlDate(date, true, true) + " and " +
+           formatter.FormatSqlDate(date + " 23:59.59", true, true);
+}
+
+std::string viewQuery(const std::string& view, const std::string& date, const SqlDateFormatter& formatter,
+                      const cls_Kova_Drawer_Man& component) {
+    return " SELECT [Data Operazione] as [Data-Ora Aggiornamento], [Tipo Operazione], [Tipo Pagamento], "
+           "importo, Valuta, [Note Movimento], [Operatore] "
+           " FROM [dbo]." +
+           view +
+           " "
+           " WHERE [dbo]." +
+           view + ".[Data Operazione]" + between(formatter, date) + filterSuffix(component) +
+           " ORDER BY Ordinamento , [Data operazione] ";
+}
+
+std::string unionQuery(const std::string& view, const std::string& date, const SqlDateFormatter& formatter,
+                       const cls_Kova_Drawer_Man& component) {
+    std::string text = "SELECT"
+                       " [Data-Ora Aggiornamento] , [Tipo Operazione], [Tipo Pagamento], Importo, Valuta, "
+                       "[Note Movimento], [Operatore]"
+                       " FROM ("
+                       " SELECT [Data Operazione] as [Data-Ora Aggiornamento],  [Tipo Operazione], "
+                       "[Tipo Pagamento], importo, Valuta, [Note Movimento] ,Ordinamento, [Operatore]  "
+                       "FROM [dbo]." +
+                       view + " WHERE [dbo]." + view + ".[Data Operazione]" + between(formatter, date);
+    text += filterSuffix(component);
+    text += " UNION"
+            " SELECT [Data Operazione] as [Data-Ora Aggiornamento], [Tipo Operazione], [Tipo Pagamento], "
+            "importo, Valuta, [Note Movimento] ,Ordinamento, [Operatore]  "
+            "FROM [dbo].[Report_NonFiscale_Operation]"
+            " WHERE [dbo].[Report_NonFiscale_Operation].[Data Operazione]" +
+            between(formatter, date);
+    text += filterSuffix(component);
+    return text + " ) AS T"
+                  " ORDER BY T.Ordinamento, T.[Data-Ora Aggiornamento]";
+}
+
+Query movementQuery(ProcessState& process, const std::string& date, DateTime when,
+                    const cls_Kova_Drawer_Man& component) {
+    auto& formatter = process.sqlDateFormatter();
+    formatter.SetMode(1);
+    if (!readsViews(process.SoftwareName))
+        return {
+            " SELECT [Data-Ora Aggiornamento] ,[Cassetto],[Tipo Operazione],[Tipo Pagamento],importo,valuta,"
+            "[Note Movimento], [Operatore] from [dbo].[GetDailyOperation](?)",
+            CursorType::Static,
+            LockType::ReadOnly,
+            {{"Data", date, std::chrono::floor<std::chrono::days>(when)}}};
+    const std::string view = viewOf(when, process.platform.clock.now());
+    return {component.AttivaVisualizzazionePrecontiDefinitivi()
+                ? unionQuery(view, date, formatter, component)
+                : viewQuery(view, date, formatter, component)};
+}
+
+/// The labels that the shops' views know in Italian only.
+void relabelInGerman(std::string& cell) {
+    struct Label {
+        std::string_view italian, german;
+    };
+    static constexpr std::array<Label, 4> labels{{{"scontrini incassati", "Empfangen Gesammelt"},
+                                                  {"fatture incassate", "Rechnungen Gesammelt"},
+                                                  {"ricevute incassate", "Quittungen Gesammelt"},
+                                                  {"non fiscale", "Nicht-Steuer"}}};
+    const auto same = [](char c, char lower) { return (c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c) == lower; };
+    for (const auto& label : labels) {
+        if (std::ranges::equal(cell, label.italian, same)) {
+            cell = label.german;
+            return;
+        }
+    }
+}
+
+void fillGrid(ProcessState& process, ReportGrid& grid, Recordset rows) {
+    const std::size_t fields = rows.fieldCount();
+    for (std::size_t i = 0; i < fields; ++i)
+        grid.addColumn(static_cast<int>(i), rows.fieldName(i), ColumnWidth, true);
+    const bool german = process.CurrentLanguageId == language::German;
+    const std::int32_t count = rows.recordCount();
+    for (std::int32_t j = 0; j < count; ++j) {
+        grid.addRecord();
+        for (std::size_t i = 0; i < fields; ++i) {
+            std::string cell = asText(NullToDefault(rows.field(i), ""), process.platform.regional);
+            if (german)
+                relabelInGerman(cell);
+            grid.addItem(static_cast<std::size_t>(j), cell);
+        }
+        rows.moveNext();
+    }
+}
+
+} // namespace
+
+void carica_Movimenti_Giornata(ProcessState& process, ReportGrid& grid, const std::string& date,
+                               cls_Kova_Drawer_Man& component) {
+    trapped(process, "carica_Movimenti_Giornata", [&] {
+        const auto when = parseDate(date, process.platform.regional);
+        if (!when) {
+            ShowMessage(process, "Impostare correttamente la data selezionata", CriticalIcon, "Messaggio");
+            return;
+        }
+        grid.deleteRecords();
+        grid.deleteColumns();
+        fillGrid(process, grid, process.query(movementQuery(process, date, *when, component)));
+        grid.populate();
+        grid.setRowPoints(RowPoints);
+    });
+}
+
+} // namespace kova
