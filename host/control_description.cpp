@@ -49,8 +49,10 @@ class Attributes : public ControlVisitor {
 } // namespace
 
 std::string describedControl(Control& control) {
-    const auto index = control.index() ? "[" + traced(*control.index()) + "]" : std::string();
-    TraceLine line("control " + control.name() + index);
+    std::string name = "control " + control.name();
+    if (control.index())
+        name.append("[").append(traced(*control.index())).append("]");
+    TraceLine line(name);
     line.with("visible", control.visible()).with("enabled", control.enabled()).with("rect", control.bounds());
     Attributes attributes(line);
     control.accept(attributes);

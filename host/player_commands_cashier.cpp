@@ -23,7 +23,10 @@ namespace {
 
 /// As `ignored` lines name a control. A copy: the control may be gone after the gesture.
 std::string lineName(const Control& control) {
-    return control.name() + (control.index() ? " " + std::to_string(*control.index()) : std::string());
+    std::string name = control.name();
+    if (control.index())
+        name.append(" ").append(std::to_string(*control.index()));
+    return name;
 }
 
 /// Makes a gesture and prints `ignored …` when it did not get through. What a handler without a trap throws
