@@ -43,7 +43,7 @@ RegionalSettings settingsOf(const InstalledLocale& locale, std::string tag) {
     settings.groupSeparator = locale.text(THOUSEP);
     if (const auto currency = locale.text(CRNCYSTR); currency.size() > 1)
         settings.currencySymbol = currency.substr(1); // the first character says where it stands
-    settings.listSeparator = settings.decimalSeparator == "," ? ";" : ",";
+    settings.listSeparator = std::string(1, settings.decimalSeparator == "," ? ';' : ',');
     applyDateFormat(settings, locale.text(D_FMT));
     const auto time = locale.text(T_FMT);
     settings.twelveHours = time == "%r" || time.find("%I") != std::string::npos;
