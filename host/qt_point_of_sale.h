@@ -47,7 +47,7 @@ class PointOfSale final : private EventSink {
     explicit PointOfSale(const HostOptions& options);
     PointOfSale(const PointOfSale&) = delete;
     PointOfSale& operator=(const PointOfSale&) = delete;
-    ~PointOfSale();
+    ~PointOfSale() override;
 
     /// Shows the dialog and returns when it has closed.
     void show(const ComponentOptions& choices);

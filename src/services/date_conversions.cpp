@@ -155,7 +155,7 @@ std::string shortDate(DateTime time, const RegionalSettings& regional) {
 }
 
 std::string generalDate(DateTime time, const RegionalSettings& regional) {
-    const std::string day = shortDate(time, regional);
+    std::string day = shortDate(time, regional);
     const hh_mm_ss clock(floor<seconds>(time - floor<days>(time)));
     if (time == floor<days>(time))
         return day;

@@ -36,7 +36,7 @@ void roundTo(Digits& number, int places) {
         number.digits.insert(0, static_cast<std::size_t>(1 - number.beforePoint), '0');
         number.beforePoint = 1;
     }
-    const auto wanted = static_cast<std::size_t>(number.beforePoint + places);
+    const auto wanted = static_cast<std::size_t>(number.beforePoint) + static_cast<std::size_t>(places);
     const bool up = number.digits.size() > wanted && number.digits[wanted] >= '5';
     number.digits.resize(wanted, '0');
     if (!up)

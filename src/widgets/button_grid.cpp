@@ -42,7 +42,8 @@ Gesture ButtonGrid::touch(const std::string& key) {
     const Gesture reached = reach();
     if (reached != Gesture::Done)
         return reached;
-    const std::string touched = key; // the handler may rebuild the grid that the key came from
+    // The handler may rebuild the grid that the key came from.
+    const std::string touched = key; // NOLINT(performance-unnecessary-copy-initialization)
     buttonClick(touched);
     return reached;
 }

@@ -54,7 +54,8 @@ QRectF ButtonGridView::cell(int index) const {
     const auto [columns, rows] = arrangement();
     const double width = static_cast<double>(this->width()) / columns;
     const double height = static_cast<double>(this->height()) / rows;
-    return {(index % columns) * width, (index / columns) * height, width, height};
+    const int row = index / columns;
+    return {(index % columns) * width, row * height, width, height};
 }
 
 int ButtonGridView::cellAt(const QPointF& point) const {
