@@ -1,6 +1,7 @@
 #include "component/type_description.h"
 
 #include "component/events.h"
+#include "platform/letter_case.h"
 
 #include <algorithm>
 
@@ -89,14 +90,6 @@ constexpr Library theLibrary{
     .enumerationName = "kDMTypeRow",
 };
 
-char lowered(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool sameName(std::string_view a, std::string_view b) {
-    return std::ranges::equal(a, b, [](char x, char y) { return lowered(x) == lowered(y); });
-}
-
 template <class Condition>
 const Member* findIf(Condition condition) {
     const auto* found = std::ranges::find_if(memberTable, condition);
@@ -122,7 +115,8 @@ std::span<const EnumerationValue> enumeration() {
 }
 
 const Member* find(std::string_view name, MemberKind kind) {
-    return findIf([&](const Member& member) { return member.kind == kind && sameName(member.name, name); });
+    return findIf(
+        [&](const Member& member) { return member.kind == kind && equalIgnoringCase(member.name, name); });
 }
 
 const Member* find(int dispatchId, MemberKind kind) {

@@ -36,6 +36,8 @@ void fill(ProcessState& process, ButtonGrid& grid, const std::string& query, Arr
         addRow(rows, position);
         rows.moveNext();
         process.platform.eventLoop.processPendingEvents();
+        if (grid.buttons().size() != static_cast<std::size_t>(position) + 1)
+            return; // an event brought another save, which has filled the grid anew
     }
 }
 

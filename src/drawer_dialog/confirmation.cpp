@@ -1,9 +1,8 @@
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
+#include "platform/letter_case.h"
 #include "services/conversions.h"
 #include "services/message_box.h"
-
-#include <algorithm>
 
 namespace kova {
 namespace {
@@ -23,19 +22,13 @@ class DisabledWhile {
     PushButton& button_;
 };
 
-bool isNamedKova(std::string name) {
-    std::ranges::transform(name, name.begin(), [](char c) {
-        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    });
-    return name == "KOVA";
-}
-
 } // namespace
 
 void frm_Drawer_Management::cmdConferma_Click() {
     trapped(process_, ConfirmLabel, [&] {
         const DisabledWhile confirming(controls().cmdConferma);
-        const bool pairs = component().DoppioInserimentoObbligatorio() && !isNamedKova(process_.SoftwareName);
+        const bool pairs =
+            component().DoppioInserimentoObbligatorio() && !equalIgnoringCase(process_.SoftwareName, "KOVA");
         const bool saved = pairs ? SalvaMovimentoDoppio() : SalvaMovimento();
         if (saved && component().ChiusuraAutomatica())
             controls().tmrAutoClose.start();

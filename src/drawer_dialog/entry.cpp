@@ -1,24 +1,14 @@
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
+#include "platform/letter_case.h"
 #include "services/numeric_key_filter.h"
 
-#include <algorithm>
-
 namespace kova {
-namespace {
-
-bool isBackspace(std::string_view key) {
-    return std::ranges::equal(key, std::string_view("BACKSPACE"), [](char typed, char wanted) {
-        return typed == wanted || (typed >= 'a' && typed <= 'z' && typed - 'a' + 'A' == wanted);
-    });
-}
-
-} // namespace
 
 void frm_Drawer_Management::Virtual_KeyPAD_Keyboard(const std::string& key) {
     trapped(process_, "Virtual_KeyPAD_Keyboard", [&] {
         auto& display = controls().txtVisore;
-        if (isBackspace(key)) {
+        if (equalIgnoringCase(key, "BACKSPACE")) {
             display.setText(""); // the whole amount, so that no half of a wrong one stays behind
         } else if (key == ".") {
             if (display.text().find(',') == std::string::npos)

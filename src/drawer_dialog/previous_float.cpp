@@ -31,16 +31,13 @@ std::string dayAndTime(const Value& value, const RegionalSettings& regional) {
     const auto* time = std::get_if<DateTime>(&value);
     if (time == nullptr)
         return asText(value, regional);
-    const auto padded = [](std::int64_t number) {
-        std::string text = std::to_string(number);
-        return text.size() < 2 ? text.insert(0, 1, '0') : text;
-    };
     const year_month_day day(floor<days>(*time));
     const hh_mm_ss clock(floor<minutes>(*time - floor<days>(*time)));
     const std::string& slash = regional.dateSeparator;
-    return padded(static_cast<unsigned>(day.day())) + slash + padded(static_cast<unsigned>(day.month())) +
-           slash + std::to_string(static_cast<int>(day.year())) + " " + padded(clock.hours().count()) +
-           regional.timeSeparator + padded(clock.minutes().count());
+    return twoDigits(static_cast<unsigned>(day.day())) + slash +
+           twoDigits(static_cast<unsigned>(day.month())) + slash +
+           std::to_string(static_cast<int>(day.year())) + " " + twoDigits(clock.hours().count()) +
+           regional.timeSeparator + twoDigits(clock.minutes().count());
 }
 
 } // namespace

@@ -1,28 +1,12 @@
 #include "platform/database.h"
 
+#include "platform/letter_case.h"
+#include "platform/overloaded.h"
+
 #include <algorithm>
 #include <bit>
 
 namespace kova {
-namespace {
-
-char lowered(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool equalIgnoringCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return lowered(x) == lowered(y); });
-}
-
-template <class... Ts>
-struct Overloaded : Ts... {
-    using Ts::operator()...;
-};
-template <class... Ts>
-Overloaded(Ts...) -> Overloaded<Ts...>;
-
-} // namespace
 
 std::optional<std::size_t> Snapshot::findColumn(std::string_view name) const {
     const auto found = std::find_if(columnNames_.begin(), columnNames_.end(),

@@ -1,12 +1,12 @@
 #include "report/movement_query.h"
 
 #include "component/cls_Kova_Drawer_Man.h"
+#include "platform/letter_case.h"
 #include "services/conversions.h"
 #include "services/message_box.h"
 #include "services/process_state.h"
 #include "widgets/report_grid.h"
 
-#include <algorithm>
 #include <array>
 
 namespace kova {
@@ -101,9 +101,8 @@ void relabelInGerman(std::string& cell) {
                                                   {"fatture incassate", "Rechnungen Gesammelt"},
                                                   {"ricevute incassate", "Quittungen Gesammelt"},
                                                   {"non fiscale", "Nicht-Steuer"}}};
-    const auto same = [](char c, char lower) { return (c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c) == lower; };
     for (const auto& label : labels) {
-        if (std::ranges::equal(cell, label.italian, same)) {
+        if (equalIgnoringCase(cell, label.italian)) {
             cell = label.german;
             return;
         }

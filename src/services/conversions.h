@@ -34,6 +34,8 @@ std::string toText(double number, const RegionalSettings& regional);
 /// Day and, if given, time of day; day and month in the region's order, the year with two or four digits,
 /// also year first with hyphens (ISO 8601). Seconds may follow a dot. Nothing for any other text.
 std::optional<DateTime> parseDate(std::string_view text, const RegionalSettings& regional);
+/// At least two digits, as in 05.
+std::string twoDigits(std::int64_t number);
 /// The day in the region's short-date form.
 std::string shortDate(DateTime time, const RegionalSettings& regional);
 /// The region's general form: short date and time, the time left out at midnight.

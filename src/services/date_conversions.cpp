@@ -47,11 +47,6 @@ class Reader {
     std::size_t lastLength_ = 0;
 };
 
-std::string twoDigits(std::int64_t number) {
-    std::string text = std::to_string(number);
-    return text.size() < 2 ? text.insert(0, 1, '0') : text;
-}
-
 /// The separator taken, empty for none.
 std::string_view takeDateSeparator(Reader& reader, const RegionalSettings& regional) {
     for (const std::string_view separator : {std::string_view(regional.dateSeparator), std::string_view("/"),
@@ -116,6 +111,11 @@ std::optional<milliseconds> readTime(Reader& reader, const RegionalSettings& reg
 }
 
 } // namespace
+
+std::string twoDigits(std::int64_t number) {
+    std::string text = std::to_string(number);
+    return text.size() < 2 ? text.insert(0, 1, '0') : text;
+}
 
 std::optional<DateTime> parseDate(std::string_view text, const RegionalSettings& regional) {
     Reader reader(text);

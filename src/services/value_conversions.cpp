@@ -1,16 +1,11 @@
 #include "services/conversions.h"
 
+#include "platform/overloaded.h"
+
 #include <cmath>
 
 namespace kova {
 namespace {
-
-template <class... Ts>
-struct Overloaded : Ts... {
-    using Ts::operator()...;
-};
-template <class... Ts>
-Overloaded(Ts...) -> Overloaded<Ts...>;
 
 std::string exactText(Decimal decimal, const RegionalSettings& regional) {
     std::string digits = std::to_string(decimal.unscaled);

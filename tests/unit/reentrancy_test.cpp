@@ -146,6 +146,29 @@ TEST(Reentrancy, TouchesThatWaitWhileAGridFillsAreHandledBetweenItsRows) {
     EXPECT_EQ(world.sink.movements.size(), 2U);
 }
 
+TEST(Reentrancy, ASaveWhileAGridFillsLeavesEachButtonOnce) {
+    World world;
+    world.connect();
+    world.component->InserimentoAutomatico(true);
+    world.show();
+    const auto compose = [&world] {
+        world.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
+        world.control<TextBox>("txtVisore").paste("12,5");
+        world.control<TextBox>("txtNote").paste("RESTO");
+        world.control<ButtonGrid>("Pulsantiera_Attivita").touch("3");
+        world.wait(50);
+    };
+    world.sink.then = [&](const std::string& raised) {
+        if (raised == "SalvaPagamento" && world.sink.movements.size() == 1)
+            world.loop.post(compose);
+    };
+    compose();
+    EXPECT_EQ(world.sink.movements.size(), 2U);
+    EXPECT_EQ(world.control<ButtonGrid>("Pulsantiera_Pagamenti").buttons().size(), 3U);
+    EXPECT_EQ(world.control<ButtonGrid>("Pulsantiera_Attivita").buttons().size(), 3U);
+    EXPECT_TRUE(world.takeLog().empty());
+}
+
 TEST(Movement, CarriesAVeryLongNoteWhole) {
     World world;
     world.connect();
