@@ -129,9 +129,8 @@ void dumpReport(Scene& scene, const Arguments& arguments) {
                             .with("resizable", column.resizable));
     }
     std::size_t number = 0;
-    for (const auto& row : grid.rows())
-        if (row.record != ReportGrid::Row::NoRecord)
-            traceRecord(scene, grid, number++, static_cast<std::size_t>(row.record));
+    for (const std::int32_t record : grid.order())
+        traceRecord(scene, grid, number++, static_cast<std::size_t>(record));
     // A load that failed was not shown: its records stand in the order in which they came.
     for (; number < grid.recordCount(); ++number)
         traceRecord(scene, grid, number, number);

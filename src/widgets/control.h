@@ -30,7 +30,8 @@ enum class Property {
     ZOrder,
     Focus,
     Title,
-    Records
+    Records, ///< what a list holds, or its order
+    Rows     ///< which rows of a list are shown or selected, or the widths of its columns
 };
 
 /// What became of a gesture.
