@@ -2,6 +2,8 @@
 
 #include "services/conversions.h"
 
+#include <algorithm>
+
 namespace kova {
 
 std::string moneyText(Decimal amount, const RegionalSettings& regional, Sign sign) {

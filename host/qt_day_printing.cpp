@@ -21,7 +21,9 @@
 #include <QTranslator>
 #include <QWindow>
 
+#include <algorithm>
 #include <exception>
+#include <vector>
 
 namespace kova {
 namespace {
@@ -50,7 +52,7 @@ class ToolkitTexts {
 void setUp(QPrinter& printer, const DayDocument& document) {
     printer.setPageSize(QPageSize(document.regional.name == "en-US" ? QPageSize::Letter : QPageSize::A4));
     printer.setPageMargins(Margins, QPageLayout::Millimeter);
-    printer.setDocName(document.title());
+    printer.setDocName(document.title().replace('/', '-')); // also proposed as a file's name
 }
 
 /// The dialog stands above the window in use, which it blocks, and gives way to it when it is done.
@@ -117,18 +119,23 @@ void printPages(const DayDocument& document, QPrinter& printer) {
             if (taken)
                 pages.paint(painter, page);
         }
-    taken = painter.end() && taken && printer.printerState() != QPrinter::Error;
+    taken = taken && painter.end() && printer.printerState() != QPrinter::Error;
     if (!taken)
         throw Error(DeviceFault, caption(Caption::PrinterFault, document.languageId).toStdString());
 }
 
-void printWithDialog(const DayDocument& document) {
+void printWithDialog(const DayDocument& document, double scale) {
     const ToolkitTexts texts(document.languageId);
     QPrinter printer(QPrinter::HighResolution);
     setUp(printer, document);
     QPrintDialog dialog(&printer);
     dialog.setObjectName("DayPrintDialog");
     dialog.setWindowTitle(document.title());
+    dialog.setFont(host_look::font(15, scale));
+    dialog.setStyleSheet(QString("QPushButton, QToolButton, QComboBox, QLineEdit { min-height: %1px; }"
+                                 "QPushButton { min-width: %2px; }")
+                             .arg(host_look::pixels(40, scale))
+                             .arg(host_look::pixels(100, scale)));
     if (runInFront(dialog) == QDialog::Accepted)
         printPages(document, printer);
 }
@@ -143,6 +150,7 @@ void showPreview(const DayDocument& document, double scale) {
     fitForFingers(dialog, document, scale);
     if (const QWidget* const below = QApplication::activeWindow())
         dialog.setGeometry(below->screen()->availableGeometry());
+    dialog.setWindowState(Qt::WindowMaximized);
     std::exception_ptr failure; // exceptions cannot pass through Qt
     QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, [&](QPrinter* target) {
         try {

@@ -188,7 +188,7 @@ void DemonstrationWindow::showDocument(const DayDocument& document, bool preview
         if (preview)
             showPreview(document, scale_);
         else
-            printWithDialog(document);
+            printWithDialog(document, scale_);
     } catch (const std::exception& failure) {
         report({Caption::NotPrinted, QString::fromUtf8(failure.what())});
     }
