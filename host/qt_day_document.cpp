@@ -16,6 +16,8 @@ constexpr double SmallSize = 8;
 constexpr double FooterGap = 3; ///< millimetres; like those below
 constexpr double SectionGap = 8;
 constexpr double SmallGap = 2;
+constexpr double MovementsGap = 3;
+constexpr double SumsGap = 9;
 const QColor Ink(0, 0, 0);
 const QColor Muted(80, 80, 80);
 const QString Between = QStringLiteral(" \u00B7 ");
@@ -158,7 +160,7 @@ void DayPages::putTable(const PrintTable& table) {
 
 void DayPages::putMovements() {
     const auto say = [&](Caption which) { return caption(which, document_.languageId); };
-    putTable(PrintTable(*measure_,
+    putTable(PrintTable(*measure_, MovementsGap,
                         {{say(Caption::ColumnTime), Side::Right, 0},
                          {say(Caption::ColumnActivity), Side::Left, 30},
                          {say(Caption::ColumnPayment), Side::Left, 20},
@@ -173,7 +175,7 @@ void DayPages::putMovements() {
 /// The sums stay together where a page can hold them all.
 void DayPages::putSums() {
     const auto say = [&](Caption which) { return caption(which, document_.languageId); };
-    const PrintTable table(*measure_,
+    const PrintTable table(*measure_, SumsGap,
                            {{say(Caption::ColumnPayment), Side::Left, 1},
                             {say(Caption::ColumnCurrency), Side::Middle, 0},
                             {say(Caption::MovementsInSum), Side::Right, 0},

@@ -18,7 +18,6 @@ constexpr double SmallestShrinking = 0.5;
 constexpr int MostLines = 12; ///< of one cell
 constexpr double TextSize = 8.5;
 constexpr double HeadingSize = 8;
-constexpr double Gap = 2.6;     ///< millimetres between columns
 constexpr double Padding = 0.8; ///< millimetres above and below a row's text
 constexpr double ThinRule = 0.1;
 constexpr double StrongRule = 0.35;
@@ -97,11 +96,11 @@ void PrintPage::paint(QPainter& painter) const {
     }
 }
 
-PrintTable::PrintTable(const PrintMeasure& measure, std::vector<PrintColumn> columns,
+PrintTable::PrintTable(const PrintMeasure& measure, double gap, std::vector<PrintColumn> columns,
                        std::vector<PrintRow> rows)
     : measure_(measure), columns_(std::move(columns)), rows_(std::move(rows)), plain_(measure.font(TextSize)),
       strong_(measure.font(TextSize, QFont::Bold)), heading_(measure.font(HeadingSize, QFont::Bold)) {
-    shareWidth();
+    shareWidth(measure.gap(gap));
 }
 
 double PrintTable::naturalWidth(std::size_t column) const {
@@ -111,8 +110,7 @@ double PrintTable::naturalWidth(std::size_t column) const {
     return std::ceil(width);
 }
 
-void PrintTable::shareWidth() {
-    const double gap = measure_.mm(Gap);
+void PrintTable::shareWidth(double gap) {
     double room = measure_.page().width() - gap * static_cast<double>(columns_.size() - 1);
     double shares = 0;
     for (std::size_t i = 0; i < columns_.size(); ++i) {

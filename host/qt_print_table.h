@@ -18,6 +18,8 @@ class PrintMeasure {
     /// The whole area of the device is the page's; on paper narrower than A4's the letters shrink with it.
     explicit PrintMeasure(QPaintDevice& device);
     [[nodiscard]] double mm(double length) const { return length * perMillimetre_; }
+    /// A gap, which shrinks with the letters; of the same millimetres.
+    [[nodiscard]] double gap(double length) const { return mm(length) * shrinking_; }
     [[nodiscard]] QFont font(double points, QFont::Weight weight = QFont::Normal) const;
     [[nodiscard]] QRectF page() const { return page_; }
     [[nodiscard]] QPaintDevice& device() const { return device_; }
@@ -76,8 +78,10 @@ struct PrintRow {
 /// business.
 class PrintTable {
   public:
-    /// All rows are given beforehand, as they decide on the columns' widths.
-    PrintTable(const PrintMeasure& measure, std::vector<PrintColumn> columns, std::vector<PrintRow> rows);
+    /// All rows are given beforehand, as they decide on the columns' widths. `gap` is what stands between
+    /// columns, in millimetres.
+    PrintTable(const PrintMeasure& measure, double gap, std::vector<PrintColumn> columns,
+               std::vector<PrintRow> rows);
     [[nodiscard]] std::size_t rowCount() const { return rows_.size(); }
     [[nodiscard]] double headingHeight() const;
     [[nodiscard]] double rowHeight(std::size_t row) const;
@@ -85,7 +89,7 @@ class PrintTable {
     void putRow(PrintPage& page, double top, std::size_t row) const;
 
   private:
-    void shareWidth();
+    void shareWidth(double gap);
     [[nodiscard]] double naturalWidth(std::size_t column) const;
     [[nodiscard]] const QFont& fontOf(const PrintRow& row) const { return row.strong ? strong_ : plain_; }
     void putCell(PrintPage& page, double top, std::size_t column, const QString& text, const QFont& font,
