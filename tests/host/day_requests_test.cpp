@@ -34,6 +34,11 @@ Widget* shown(const QString& name) {
 /// A cashier who opens the dialog, turns to its second page and asks there.
 class DayRequests : public testing::Test {
   protected:
+    ~DayRequests() override {
+        window.reset();
+        shop.reset();
+        std::filesystem::remove(file);
+    }
     DayRequests() {
         HostOptions options;
         std::filesystem::remove(file);
@@ -79,7 +84,8 @@ class DayRequests : public testing::Test {
         return sign->isHidden() ? QString() : sign->text();
     }
 
-    const std::string file = testing::TempDir() + "kova-day-requests.sqlite";
+    const std::string file = testing::TempDir() + "kova-" + // tests run side by side
+                             testing::UnitTest::GetInstance()->current_test_info()->name() + ".sqlite";
     int count = 1;
     char name[6] = "tests";
     char* arguments[2] = {name, nullptr};
