@@ -27,6 +27,7 @@ enum class Property {
     Marks,   ///< which buttons of a grid are marked
     SelectedTab,
     CapsLock,
+    Icon,
     ZOrder,
     Focus,
     Title,
@@ -123,6 +124,9 @@ class CaptionedControl : public Control {
     std::string caption_;
     Color backColor_, foreColor_;
 };
+
+/// Where a line of text stands in its bounds.
+enum class Alignment { Left, Center, Right };
 
 /// Face, size and weight of a text, at the design size of the surface.
 struct Font {

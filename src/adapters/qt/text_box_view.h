@@ -14,7 +14,7 @@ namespace kova {
 class TextBoxView : public ModelView<TextBox> {
   public:
     TextBoxView(TextBox& box, WindowFrame& frame) : ModelView(box, frame) {}
-    [[nodiscard]] bool takesTab() const override { return true; }
+    [[nodiscard]] bool takesTab() const override { return model()->tabStop(); }
 
   protected:
     struct Selection {
