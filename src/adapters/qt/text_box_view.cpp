@@ -60,7 +60,9 @@ void TextBoxView::showProperty(Property property) {
         showText();
         break;
     case Property::Locked:
-        showLocked(model()->locked());
+        // Where the window takes the keys, a caret would promise what typing does not do.
+        showLocked(model()->locked() || model()->window().takesKeys());
+        showColors();
         break;
     case Property::BackColor:
     case Property::ForeColor:
@@ -78,14 +80,15 @@ void TextBoxView::showColors() {
         look::toQt(model()->foreColor()); // may be the same on purpose: content that is hidden
     const QColor accent = look::accentOn(backdrop());
     const QColor faint = look::mixed(back, QColor(150, 155, 160), 0.35);
+    // What cannot be filled in has no frame, so that it does not look as if it could.
+    const QString frame = model()->locked() ? QStringLiteral("transparent") : look::borderOn(back).name();
     const QString sheet =
         QString("QLineEdit, QPlainTextEdit { background: %1; color: %2; border: %7px solid %3;"
                 " border-radius: %6px; padding: %8px %11px; selection-background-color: %4;"
                 " selection-color: %5; }"
                 "QLineEdit:focus, QPlainTextEdit:focus { border: %9px solid %4; padding: 0px %12px; }"
                 "QLineEdit:disabled, QPlainTextEdit:disabled { background: %10; }")
-            .arg(back.name(), text.name(), look::borderOn(back).name(), accent.name(),
-                 look::readableOn(accent, Qt::white).name())
+            .arg(back.name(), text.name(), frame, accent.name(), look::readableOn(accent, Qt::white).name())
             .arg(pixels(4))
             .arg(std::max(1, pixels(1)))
             .arg(std::max(1, pixels(2)) - std::max(1, pixels(1)))
