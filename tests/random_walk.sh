@@ -15,9 +15,10 @@ function switched() { return any(3) ? "True" : "False" }
 # also stay open below what follows.
 function countCoins(  gestures) {
     print "discard\nshow 0\ntab 0\npress CMD_CaricaMoneta"
-    for (gestures = any(12); gestures > 0; --gestures)
+    for (gestures = any(20); gestures > 0; --gestures)
         print pick("focus txtValuta " any(30) "|focus txtValuta " any(15) "|focus FlatEdit " any(3) "|key \"2\"|key \".\"|" \
-            "key \"BACKSPACE\"|type \"7,x\\n\"|press CMD_Carica|press CMD_Carica|press CMD_cancella|" \
+            "key \"BACKSPACE\"|type \"7,x\\n\"|press CMD_Carica|press CMD_cancella|" \
+            "focus txtValuta " any(30) "\ntype \"3\"\npress CMD_Carica\ndump coin|" \
             "text txtValuta " any(30) " \"2,5\"|runtime-language 9|dump coin|dump control txtPrimaValuta|" \
             "dump control txtValuta " any(30) "|dump control CMD_Carica|touch Pulsantiera_Pagamenti 1")
     print pick("press CMD_CaricaMoneta|press CMD_CaricaMoneta|press CMD_Annulla|close|discard|wait 60|dump forms")
@@ -87,7 +88,7 @@ for interface in headless qt; do
         exit 1
     fi
 done
-counted=$(grep -c '^coin IndiceMoneta' headless.trace)
+counted=$(grep -c '^coin IndiceMoneta=[0-9]' headless.trace)
 echo "$counted looks at a coin count"
 [ "$counted" -ge 5 ] || { echo "a walk that counts nothing shows nothing"; exit 1; }
 saved=$(grep -c '^event SalvaPagamento' headless.trace)
