@@ -145,6 +145,12 @@ TEST_F(CoinCounting, LoadsAHiddenCountAfreshOnceItWasDiscarded) {
     world.component->DiscardForm();
     world.takeLog();
     world.show();
+    world.runtime.change(1031);
+    failWhenLoaded("CMD_Annulla", Property::Caption);
+    world.control<PushButton>("CMD_CaricaMoneta").press();
+    expectOneRecord("cmd_CaricaMoneta_Click", "no drawing");
+    EXPECT_FALSE(coins().loaded()) << "half a dialog is not found again";
+    world.onPresent = {};
     world.countCoins([&] {
         EXPECT_EQ(field(8).text(), "");
         EXPECT_EQ(coins().IndiceMoneta(), -1);
