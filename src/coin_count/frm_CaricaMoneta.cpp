@@ -12,19 +12,6 @@ constexpr Color Grey{192, 192, 192};
 
 } // namespace
 
-/// Stands around every handler: one may end in the unloading of the dialog, or in the last reference to it
-/// being dropped. Both live on until the outermost handler has returned.
-class frm_CaricaMoneta::HandlerScope {
-  public:
-    explicit HandlerScope(frm_CaricaMoneta& dialog)
-        : dialog_(dialog.weak_from_this().lock()),
-          controls_(dialog.controls_ ? dialog.controls_ : dialog.retired_.lock()) {}
-
-  private:
-    std::shared_ptr<frm_CaricaMoneta> dialog_;
-    std::shared_ptr<CoinControls> controls_; ///< goes before the dialog that its handlers speak to
-};
-
 frm_CaricaMoneta::~frm_CaricaMoneta() {
     unload();
 }
@@ -33,7 +20,7 @@ CoinControls& frm_CaricaMoneta::controls() {
     if (controls_)
         return *controls_;
     if (const auto retired = retired_.lock())
-        return *retired; // a running handler keeps it alive
+        return *retired; // the opening around the running handler keeps it alive
     throw Error(91, "Object variable or With block variable not set");
 }
 
@@ -58,7 +45,6 @@ void frm_CaricaMoneta::load() {
     auto fresh = std::make_shared<CoinControls>();
     fresh->view = process_.platform.userInterface.present(fresh->window);
     controls_ = std::move(fresh);
-    const HandlerScope scope(*this);
     connectHandlers();
     try {
         Form_Load();
@@ -70,12 +56,7 @@ void frm_CaricaMoneta::load() {
 
 void frm_CaricaMoneta::connectHandlers() {
     auto& c = *controls_;
-    const auto on = [&](auto& signal, auto handler) {
-        c.handlers.push_back(signal.connect([this, handler](auto&&... arguments) {
-            const HandlerScope scope(*this);
-            handler(arguments...);
-        }));
-    };
+    const auto on = [&](auto& signal, auto handler) { c.handlers.push_back(signal.connect(handler)); };
     on(c.window.keyPress, [this](char32_t character) { Form_KeyPress(character); });
     on(c.window.closeRequested, [this] { unload(); });
     for (auto& field : c.txtValuta)
@@ -91,18 +72,13 @@ void frm_CaricaMoneta::connectHandlers() {
 void frm_CaricaMoneta::Form_Load() {
     auto& c = controls();
     c.ml_RuntimeSupport = process_.platform.languageRuntime.languageChanged.connect(
-        [this](std::int32_t id, const std::string& name) {
-            const HandlerScope scope(*this);
-            ml_RuntimeSupport_LanguageChanged(id, name);
-        });
+        [this](std::int32_t id, const std::string& name) { ml_RuntimeSupport_LanguageChanged(id, name); });
     ApplyCaptions();
     trapped(process_, "load form CaricaMonete", [&] {
         if (process_.settings.ValutaAziendale == "€")
             greySecondCurrency();
-        c.handlers.push_back(c.Virtual_KeyPAD.Keyboard.connect([this](std::string& key) {
-            const HandlerScope scope(*this);
-            Virtual_KeyPAD_Keyboard(key);
-        }));
+        c.handlers.push_back(
+            c.Virtual_KeyPAD.Keyboard.connect([this](std::string& key) { Virtual_KeyPAD_Keyboard(key); }));
         c.CMD_Annulla.setIcon(PushButton::Icon::Cancel);
         c.CMD_CaricaMoneta.setIcon(PushButton::Icon::Confirm);
         c.CMD_cancella.setIcon(PushButton::Icon::Clear);
@@ -169,6 +145,8 @@ void frm_CaricaMoneta::setMetroStyle() {
     }
 }
 
+// A person's gestures are all handled in here. A handler may end in the unloading of the dialog: the controls
+// live on until the loop around it has ended, as the dialog does in the hands of its caller.
 bool frm_CaricaMoneta::showModal() {
     const auto shown = controls_;
     if (shown->window.visible()) // by another component's dialog, which takes the count

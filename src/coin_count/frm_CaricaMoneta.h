@@ -13,8 +13,8 @@ class ProcessState;
 
 /// The dialog in which a cashier counts coins and banknotes, in euro and in the company's currency. It is
 /// modal over the movement dialog, which makes one for each count and takes the totals afterwards; its own
-/// buttons only hide it. Owned by `ProcessState::coinDialog` and by its running handlers.
-class frm_CaricaMoneta : public std::enable_shared_from_this<frm_CaricaMoneta> {
+/// buttons only hide it. Owned by `ProcessState::coinDialog` and by the opening that waits for it.
+class frm_CaricaMoneta {
   public:
     explicit frm_CaricaMoneta(ProcessState& process) : process_(process), count_(process) {}
     ~frm_CaricaMoneta();
@@ -44,8 +44,6 @@ class frm_CaricaMoneta : public std::enable_shared_from_this<frm_CaricaMoneta> {
     [[nodiscard]] Window* window() { return controls_ ? &controls_->window : nullptr; }
 
   private:
-    class HandlerScope;
-
     // frm_CaricaMoneta.cpp
     void connectHandlers();
     void Form_Load();
