@@ -41,8 +41,9 @@ QFont ReportGridPainter::font(Font design, bool bold) const {
     return look::font(design, layout_.scale);
 }
 
-void ReportGridPainter::write(const QRectF& area, const QString& words, Qt::Alignment side) {
-    look::drawText(painter_, area.adjusted(layout_.margin, 0, -layout_.margin, 0), words, painter_.font(),
+void ReportGridPainter::write(const QRectF& area, const QString& words, const QFont& letters,
+                              Qt::Alignment side) {
+    look::drawText(painter_, area.adjusted(layout_.margin, 0, -layout_.margin, 0), words, letters,
                    {.alignment = side | Qt::AlignVCenter, .wrapped = false});
 }
 
@@ -52,24 +53,25 @@ void ReportGridPainter::paintGroupArea(bool target) {
     for (const auto column : grid_.groupColumns())
         captions << text(grid_.columns()[column].caption);
     painter_.setPen(captions.isEmpty() ? PaleInk : Ink);
-    painter_.setFont(font(grid_.rowFont(), !captions.isEmpty()));
+    const QFont letters = font(grid_.rowFont(), !captions.isEmpty());
     QRectF area = layout_.groupArea;
     if (const auto sorted = grid_.sortColumn()) {
         const QString words =
             text(grid_.sortPrefix()).trimmed() + ' ' + text(grid_.columns()[*sorted].caption);
-        const double width = painter_.fontMetrics().horizontalAdvance(words) + 4 * layout_.margin;
-        write(area.adjusted(std::max(0.0, area.width() - width), 0, 0, 0), words, Qt::AlignRight);
+        const double width = QFontMetricsF(letters).horizontalAdvance(words) + 4 * layout_.margin;
+        write(area.adjusted(std::max(0.0, area.width() - width), 0, 0, 0), words, letters, Qt::AlignRight);
         area.setRight(std::max(area.left(), area.right() - width));
     }
     write(area,
-          captions.isEmpty() ? text(grid_.groupHint()) : "✕  " + captions.join(QString::fromUtf8("  ›  ")));
+          captions.isEmpty() ? text(grid_.groupHint()) : "✕  " + captions.join(QString::fromUtf8("  ›  ")),
+          letters);
 }
 
 void ReportGridPainter::paintHeaders(const ReportGridTouch& touch) {
     painter_.fillRect(layout_.headers, HeaderColor);
     Font design = grid_.headerFont();
     design.points = std::max(design.points, SmallestHeaderPoints);
-    painter_.setFont(font(design, true));
+    const QFont letters = font(design, true);
     for (std::size_t i = 0; i < grid_.columns().size(); ++i) {
         QString caption = text(grid_.columns()[i].caption);
         if (grid_.sortColumn() == i)
@@ -78,7 +80,7 @@ void ReportGridPainter::paintHeaders(const ReportGridTouch& touch) {
         if (touch.pressedHeader == i)
             painter_.fillRect(cell, SelectedColor);
         painter_.setPen(Ink);
-        write(cell, caption, grid_.amountColumn() == i ? Qt::AlignRight : Qt::AlignLeft);
+        write(cell, caption, letters, grid_.amountColumn() == i ? Qt::AlignRight : Qt::AlignLeft);
         const bool moved = touch.movedBorder == i;
         painter_.setPen(
             QPen(moved ? look::accentOn(HeaderColor) : look::borderOn(HeaderColor), moved ? 3 : 1));
@@ -100,8 +102,8 @@ void ReportGridPainter::paintDragged(const ReportGridTouch& touch) {
     painter_.setPen(look::accentOn(Qt::white));
     painter_.drawRect(ghost);
     painter_.setPen(Ink);
-    painter_.setFont(font(grid_.rowFont(), true));
-    write(ghost, text(grid_.columns()[*touch.draggedHeader].caption));
+    const QFont letters = font(grid_.rowFont(), true);
+    write(ghost, text(grid_.columns()[*touch.draggedHeader].caption), letters);
     painter_.setOpacity(1);
 }
 
@@ -111,9 +113,9 @@ void ReportGridPainter::paintRows(std::size_t firstRow) {
     painter_.setClipRect(area);
     if (rows.empty()) {
         painter_.setPen(PaleInk);
-        painter_.setFont(font(grid_.rowFont(), false));
+        const QFont letters = font(grid_.rowFont(), false);
         write({area.left(), area.top(), area.width(), 4 * layout_.rowHeight}, text(grid_.emptyText()),
-              Qt::AlignHCenter);
+              letters, Qt::AlignHCenter);
     }
     for (std::size_t number = firstRow; number < rows.size(); ++number) {
         const QRectF line = layout_.row(number);
@@ -138,9 +140,8 @@ void ReportGridPainter::paintRecord(std::size_t record, const QRectF& area) {
     const auto amounts = grid_.amountColumn();
     const QFont plain = font(grid_.rowFont(), false);
     for (std::size_t i = 0; i + 1 < layout_.edges.size(); ++i) {
-        painter_.setFont(plain); // a long text before may have made it smaller
         write({layout_.edges[i], area.top(), layout_.edges[i + 1] - layout_.edges[i], area.height()},
-              text(grid_.item(record, i)), amounts == i ? Qt::AlignRight : Qt::AlignLeft);
+              text(grid_.item(record, i)), plain, amounts == i ? Qt::AlignRight : Qt::AlignLeft);
     }
 }
 
@@ -149,16 +150,16 @@ void ReportGridPainter::paintGroup(const ReportGrid::Group& group, const QRectF&
     painter_.setPen(look::borderOn(GroupColor));
     painter_.drawLine(area.topLeft(), area.topRight());
     painter_.setPen(Ink);
-    painter_.setFont(font(grid_.rowFont(), true));
+    const QFont letters = font(grid_.rowFont(), true);
     const QString sums = text(grid_.written(group.sums));
-    const double width = std::min(painter_.fontMetrics().horizontalAdvance(sums) + 4 * layout_.margin,
+    const double width = std::min(QFontMetricsF(letters).horizontalAdvance(sums) + 4 * layout_.margin,
                                   area.width() * SumsShare);
-    write(area.adjusted(area.width() - width, 0, 0, 0), sums, Qt::AlignRight);
-    painter_.setFont(font(grid_.rowFont(), true));
+    write(area.adjusted(area.width() - width, 0, 0, 0), sums, letters, Qt::AlignRight);
     const double indent = layout_.margin * 4 * static_cast<double>(group.level);
-    write(area.adjusted(indent, 0, -width, 0), QString::fromUtf8(group.collapsed ? "▸  " : "▾  ") +
-                                                   text(grid_.columns()[group.column].caption) + ": " +
-                                                   text(group.value) + QString("  (%1)").arg(group.count));
+    write(area.adjusted(indent, 0, -width, 0),
+          QString::fromUtf8(group.collapsed ? "▸  " : "▾  ") + text(grid_.columns()[group.column].caption) +
+              ": " + text(group.value) + QString("  (%1)").arg(group.count),
+          letters);
 }
 
 void ReportGridPainter::paintFooter() {
@@ -168,12 +169,11 @@ void ReportGridPainter::paintFooter() {
     painter_.setPen(look::borderOn(HeaderColor));
     painter_.drawLine(layout_.footer.topLeft(), layout_.footer.topRight());
     painter_.setPen(Ink);
-    painter_.setFont(font(grid_.rowFont(), true));
+    const QFont letters = font(grid_.rowFont(), true);
     const QRectF area = layout_.footer.adjusted(0, 0, layout_.list.width() - layout_.footer.width(), 0);
-    write(area, QString::fromUtf8("Σ  (%1)").arg(grid_.recordCount()));
-    painter_.setFont(font(grid_.rowFont(), true));
+    write(area, QString::fromUtf8("Σ  (%1)").arg(grid_.recordCount()), letters);
     write(area.adjusted(area.width() * (1 - SumsShare) / 2, 0, 0, 0), text(grid_.written(grid_.totals())),
-          Qt::AlignRight);
+          letters, Qt::AlignRight);
 }
 
 } // namespace kova

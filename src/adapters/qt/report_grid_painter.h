@@ -28,7 +28,8 @@ class ReportGridPainter {
     void paintRecord(std::size_t record, const QRectF& area);
     void paintGroup(const ReportGrid::Group& group, const QRectF& area);
     void paintFooter();
-    void write(const QRectF& area, const QString& text, Qt::Alignment side = Qt::AlignLeft);
+    void write(const QRectF& area, const QString& words, const QFont& letters,
+               Qt::Alignment side = Qt::AlignLeft);
     [[nodiscard]] QFont font(Font design, bool bold) const;
 
     QPainter& painter_;
