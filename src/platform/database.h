@@ -1,6 +1,8 @@
 #pragma once
 #include "platform/error.h"
 #include "platform/export.h"
+#include "platform/paged_vector.h"
+#include "platform/text_arena.h"
 
 #include <chrono>
 #include <cstddef>
@@ -62,7 +64,7 @@ class KOVA_API Snapshot {
     /// Row and column must exist.
     [[nodiscard]] Value at(std::size_t row, std::size_t column) const;
     /// Bytes held by cells and texts.
-    [[nodiscard]] std::size_t memoryUse() const;
+    [[nodiscard]] std::size_t memoryUse() const { return cells_.memoryUse() + texts_.memoryUse(); }
 
     // The filling side, for adapters: all columns first, then cell by cell, row by row.
     void addColumn(std::string name) { columnNames_.push_back(std::move(name)); }
@@ -72,17 +74,14 @@ class KOVA_API Snapshot {
   private:
     enum class Kind : std::uint8_t { Nothing, Boolean, Integer, Real, Exact, Text, Time };
     struct Cell {
-        std::int64_t bits = 0; ///< of a text, where it begins
+        std::int64_t bits = 0; ///< of a text, its offset
         std::uint32_t length = 0;
         Kind kind = Kind::Nothing;
         std::uint8_t scale = 0;
     };
-    std::string_view keep(std::string_view text);
-
-    static constexpr std::size_t BlockCells = 4096;
     std::vector<std::string> columnNames_;
-    std::vector<std::vector<Cell>> cells_; ///< blocks, all but the last full
-    std::vector<std::string> texts_;       ///< blocks that are never longer than what they reserved
+    PagedVector<Cell> cells_;
+    TextArena texts_;
     std::size_t rowCount_ = 0;
 };
 

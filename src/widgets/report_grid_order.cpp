@@ -120,6 +120,7 @@ void ReportGrid::groupRecords(std::size_t column) {
 
 void ReportGrid::buildRows() {
     rows_.clear();
+    rows_.reserve(order_.size());
     groups_.clear();
     addRows(0, order_.size(), 0, Row::None);
 }

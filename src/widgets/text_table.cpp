@@ -1,6 +1,5 @@
 #include "widgets/text_table.h"
 
-#include <limits>
 #include <stdexcept>
 
 namespace kova {
@@ -16,32 +15,28 @@ void TextTable::addRecord() {
 }
 
 void TextTable::addItem(std::size_t record, std::string_view text) {
-    if (text.size() > std::numeric_limits<std::uint32_t>::max() - texts_.size())
-        throw std::length_error("the list is too long");
-    const Item item{static_cast<std::uint32_t>(texts_.size()), static_cast<std::uint32_t>(text.size())};
-    texts_.append(text);
-    auto& range = records_.at(record);
-    if (record + 1 == records_.size()) {
-        items_.push_back(item);
-        ++range.count;
-        return;
+    if (record >= records_.size())
+        throw std::out_of_range("no such record");
+    Range& range = records_[record];
+    if (range.first + range.count != items_.size()) { // items came after its own: it moves behind them
+        const auto moved = static_cast<std::uint32_t>(items_.size());
+        for (std::uint32_t i = 0; i < range.count; ++i)
+            items_.push_back(items_[range.first + i]);
+        range.first = moved;
     }
-    items_.insert(items_.begin() + range.first + range.count, item);
+    items_.push_back(texts_.keep(text));
     ++range.count;
-    for (std::size_t later = record + 1; later < records_.size(); ++later)
-        ++records_[later].first;
 }
 
 std::string_view TextTable::item(std::size_t record, std::size_t column) const {
-    const auto& range = records_.at(record);
-    if (column >= range.count)
-        return {};
-    const auto& item = items_[range.first + column];
-    return std::string_view(texts_).substr(item.offset, item.length);
+    if (record >= records_.size())
+        throw std::out_of_range("no such record");
+    const Range& range = records_[record];
+    return column < range.count ? texts_.at(items_[range.first + column]) : std::string_view();
 }
 
 std::size_t TextTable::memoryUse() const {
-    return texts_.capacity() + items_.capacity() * sizeof(Item) + records_.capacity() * sizeof(Range);
+    return texts_.memoryUse() + items_.memoryUse() + records_.memoryUse();
 }
 
 } // namespace kova

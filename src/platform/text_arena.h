@@ -1,0 +1,46 @@
+#pragma once
+#include "platform/export.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace kova {
+
+/// Keeps many texts, which never move, and gives each a short place instead of an address. Short texts that
+/// come again soon, as the few names in a column do, are mostly kept once.
+class KOVA_API TextArena {
+  public:
+    struct Place {
+        std::uint32_t offset, length;
+    };
+    /// Throws std::length_error beyond 4 GiB.
+    Place keep(std::string_view text);
+    [[nodiscard]] std::string_view at(Place place) const {
+        if (place.length == 0)
+            return {};
+        return {pages_[place.offset / PageSize] + place.offset % PageSize, place.length};
+    }
+    /// Keeps the memory of ordinary texts for the next ones.
+    void clear();
+    /// Bytes held.
+    [[nodiscard]] std::size_t memoryUse() const;
+
+  private:
+    static constexpr std::size_t PageSize = 65536;
+    struct Piece {
+        std::unique_ptr<char[]> bytes;
+        std::size_t pages; ///< more than one for a text that is longer than a page
+    };
+    Place add(std::string_view text);
+    void addPages(std::size_t count);
+    std::vector<Piece> pieces_;
+    std::vector<Piece> spare_;        ///< of one page each
+    std::vector<char*> pages_;        ///< by offset
+    std::size_t used_ = PageSize;     ///< of the last page
+    std::array<Place, 256> recent_{}; ///< by a hash of the text
+};
+
+} // namespace kova
