@@ -107,6 +107,16 @@ Gesture ReportGrid::resizeColumn(std::size_t column, int width) {
     return reached;
 }
 
+Gesture ReportGrid::adoptWidths(const std::vector<int>& widths) {
+    const Gesture reached = reach();
+    if (reached != Gesture::Done || widths.size() != columns_.size())
+        return reached;
+    for (std::size_t i = 0; i < widths.size(); ++i)
+        columns_[i].width = std::max(widths[i], 1);
+    changed(Property::Rows);
+    return reached;
+}
+
 Gesture ReportGrid::touchRow(std::size_t row, Extent extent) {
     const Gesture reached = reach();
     if (reached != Gesture::Done || row >= rows_.size())

@@ -16,7 +16,7 @@ class ReportGrid : public Control {
   public:
     struct Column {
         std::string caption;
-        int width; ///< in characters; the list shares its own width out in proportion
+        int width; ///< in characters; while all are the same, a list is drawn as its texts need it
         bool resizable;
     };
     /// What was added up in one currency.
@@ -104,6 +104,9 @@ class ReportGrid : public Control {
     /// Takes the room from the column to the right, or gives it; both keep a legible rest. The last column
     /// and one that is not resizable stay.
     Gesture resizeColumn(std::size_t column, int width);
+    /// Takes over the widths in which the columns were drawn, before the first border moves; one for each
+    /// column.
+    Gesture adoptWidths(const std::vector<int>& widths);
     /// Collapses or expands a group at its header; selects a record.
     Gesture touchRow(std::size_t row, Extent extent);
     Gesture selectAll();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace kova {
 namespace {
@@ -16,7 +17,8 @@ constexpr double BorderReach = 14; // to each side
 } // namespace
 
 ReportGridLayout::ReportGridLayout(const ReportGrid& grid, const QSize& size, const Scale& designScale,
-                                   bool scrollBarShown, std::size_t firstRowShown)
+                                   bool scrollBarShown, const std::vector<double>& needs,
+                                   std::size_t firstRowShown)
     : scale(designScale), margin(std::round(Margin * scale.smaller())),
       rowHeight(std::floor(RowHeight * scale.y)),
       scrollBarWidth(std::round(ScrollBarWidth * scale.smaller())),
@@ -27,12 +29,33 @@ ReportGridLayout::ReportGridLayout(const ReportGrid& grid, const QSize& size, co
     const double footerHeight = grid.totals().empty() ? 0 : std::round(RowHeight * scale.y * 1.2);
     footer = {0, size.height() - footerHeight, double(size.width()), footerHeight};
     list = {0, headers.bottom(), headers.width(), std::max(0.0, footer.top() - headers.bottom())};
-    double characters = 0;
-    for (const auto& column : grid.columns())
-        characters += column.width;
+    placeColumns(needs);
+}
+
+/// Columns that nobody resized get what they need and an equal share of the rest, or less in proportion.
+void ReportGridLayout::placeColumns(const std::vector<double>& needs) {
+    const auto& columns = grid_.columns();
+    const bool untouched =
+        needs.size() == columns.size() && std::ranges::all_of(columns, [&](const auto& column) {
+            return column.width == columns.front().width;
+        });
+    const double needed = std::accumulate(needs.begin(), needs.end(), 0.0);
+    const double spare =
+        std::max(0.0, headers.width() - needed) / std::max(static_cast<double>(columns.size()), 1.0);
+    std::vector<double> shares;
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        shares.push_back(untouched ? needs[i] + spare : columns[i].width);
+    const double all = std::accumulate(shares.begin(), shares.end(), 0.0);
     edges.push_back(0);
-    for (const auto& column : grid.columns())
-        edges.push_back(edges.back() + headers.width() * column.width / std::max(characters, 1.0));
+    for (const double share : shares)
+        edges.push_back(edges.back() + headers.width() * share / std::max(all, 1.0));
+}
+
+std::vector<int> ReportGridLayout::widths() const {
+    std::vector<int> result;
+    for (std::size_t i = 0; i + 1 < edges.size(); ++i)
+        result.push_back(characters(edges[i + 1] - edges[i]));
+    return result;
 }
 
 std::optional<std::size_t> ReportGridLayout::columnAt(double x) const {

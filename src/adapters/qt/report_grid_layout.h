@@ -13,9 +13,10 @@ namespace kova {
 
 /// Where the parts of a list are drawn, in pixels, and what lies under a finger.
 struct ReportGridLayout {
-    /// `firstRow` is the row at the top of the list area.
+    /// `needs` are the widths that the columns' texts need, in pixels; `firstRow` is the row at the top of
+    /// the list area.
     ReportGridLayout(const ReportGrid& grid, const QSize& size, const Scale& designScale, bool scrollBarShown,
-                     std::size_t firstRowShown);
+                     const std::vector<double>& needs, std::size_t firstRowShown);
 
     [[nodiscard]] std::optional<std::size_t> columnAt(double x) const;
     /// The column whose right border, if it can be moved, is within reach of a finger.
@@ -26,6 +27,8 @@ struct ReportGridLayout {
     [[nodiscard]] QRectF row(std::size_t number) const;
     /// Characters of a column that is so many pixels wide.
     [[nodiscard]] int characters(double width) const;
+    /// As drawn, in characters.
+    [[nodiscard]] std::vector<int> widths() const;
     [[nodiscard]] int fullRows() const;
 
     Scale scale;
@@ -34,6 +37,7 @@ struct ReportGridLayout {
     std::vector<double> edges;               ///< left edges of the columns, and the right edge of the last
 
   private:
+    void placeColumns(const std::vector<double>& needs);
     const ReportGrid& grid_;
     std::size_t firstRow_;
 };

@@ -21,7 +21,34 @@ QString text(std::string_view utf8) {
 /// The share of a group's header that its sums may take.
 constexpr double SumsShare = 0.55;
 
+QFont lettersOf(Font design, bool bold, const Scale& scale) {
+    design.bold = bold;
+    return look::font(design, scale);
+}
+
+QFont headerLetters(const ReportGrid& grid, const Scale& scale) {
+    Font design = grid.headerFont();
+    design.points = std::max(design.points, SmallestHeaderPoints);
+    return lettersOf(design, true, scale);
+}
+
 } // namespace
+
+std::vector<double> neededWidths(const ReportGrid& grid, const Scale& scale) {
+    constexpr std::size_t looked = 50;    // records; others look much the same
+    constexpr double margins = 2 * 6 + 4; // design pixels
+    constexpr double most = 260;          // a long note must not push the others aside
+    const QFontMetricsF header(headerLetters(grid, scale));
+    const QFontMetricsF row(lettersOf(grid.rowFont(), false, scale));
+    std::vector<double> widths;
+    for (std::size_t column = 0; column < grid.columns().size(); ++column) {
+        double width = header.horizontalAdvance(text(grid.columns()[column].caption) + " ▲");
+        for (std::size_t record = 0; record < std::min(looked, grid.recordCount()); ++record)
+            width = std::max(width, row.horizontalAdvance(text(grid.item(record, column))));
+        widths.push_back(std::min(width, most * scale.smaller()) + margins * scale.smaller());
+    }
+    return widths;
+}
 
 void ReportGridPainter::paint(std::size_t firstRow, const ReportGridTouch& touch, bool enabled) {
     const QRectF whole(layout_.groupArea.topLeft(), layout_.footer.bottomRight());
@@ -36,15 +63,16 @@ void ReportGridPainter::paint(std::size_t firstRow, const ReportGridTouch& touch
     paintDragged(touch);
 }
 
-QFont ReportGridPainter::font(Font design, bool bold) const {
-    design.bold = bold;
-    return look::font(design, layout_.scale);
+QFont ReportGridPainter::font(const Font& design, bool bold) const {
+    return lettersOf(design, bold, layout_.scale);
 }
 
 void ReportGridPainter::write(const QRectF& area, const QString& words, const QFont& letters,
                               Qt::Alignment side) {
     look::drawText(painter_, area.adjusted(layout_.margin, 0, -layout_.margin, 0), words, letters,
-                   {.alignment = side | Qt::AlignVCenter, .wrapped = false});
+                   {.alignment = side | Qt::AlignVCenter,
+                    .wrapped = false,
+                    .smallestPixels = letters.pixelSize() * 4 / 5});
 }
 
 void ReportGridPainter::paintGroupArea(bool target) {
@@ -69,9 +97,7 @@ void ReportGridPainter::paintGroupArea(bool target) {
 
 void ReportGridPainter::paintHeaders(const ReportGridTouch& touch) {
     painter_.fillRect(layout_.headers, HeaderColor);
-    Font design = grid_.headerFont();
-    design.points = std::max(design.points, SmallestHeaderPoints);
-    const QFont letters = font(design, true);
+    const QFont letters = headerLetters(grid_, layout_.scale);
     for (std::size_t i = 0; i < grid_.columns().size(); ++i) {
         QString caption = text(grid_.columns()[i].caption);
         if (grid_.sortColumn() == i)

@@ -13,6 +13,9 @@ struct ReportGridTouch {
     QPointF at;
 };
 
+/// The widths that the captions and the first texts of the columns need, in pixels.
+std::vector<double> neededWidths(const ReportGrid& grid, const Scale& scale);
+
 /// Draws a list; of its rows only those in sight.
 class ReportGridPainter {
   public:
@@ -30,7 +33,7 @@ class ReportGridPainter {
     void paintFooter();
     void write(const QRectF& area, const QString& words, const QFont& letters,
                Qt::Alignment side = Qt::AlignLeft);
-    [[nodiscard]] QFont font(Font design, bool bold) const;
+    [[nodiscard]] QFont font(const Font& design, bool bold) const;
 
     QPainter& painter_;
     const ReportGrid& grid_;

@@ -40,8 +40,9 @@ ReportGridView::ReportGridView(ReportGrid& grid, WindowFrame& frame, QWidget& pa
 }
 
 ReportGridLayout ReportGridView::layout() const {
-    return {*model(), size(), scale(), scrollBar_.isVisibleTo(this),
-            static_cast<std::size_t>(scrollBar_.value())};
+    return {*model(), size(),
+            scale(),  scrollBar_.isVisibleTo(this),
+            needs_,   static_cast<std::size_t>(scrollBar_.value())};
 }
 
 std::optional<TouchPoint> ReportGridView::touchPoint(const std::optional<std::string>& part) {
@@ -64,16 +65,20 @@ std::optional<TouchPoint> ReportGridView::touchPoint(const std::optional<std::st
 
 void ReportGridView::layOut() {
     ModelView::layOut();
-    if (model() != nullptr)
-        fitScrollBar();
+    if (model() == nullptr)
+        return;
+    needs_ = neededWidths(*model(), scale());
+    fitScrollBar();
 }
 
 void ReportGridView::showProperty(Property property) {
     ModelView::showProperty(property);
     if (model() == nullptr || (property != Property::Records && property != Property::Rows))
         return;
-    if (property == Property::Records)
+    if (property == Property::Records) {
+        needs_ = neededWidths(*model(), scale());
         scrollBar_.setValue(0);
+    }
     fitScrollBar();
     update();
 }
@@ -132,6 +137,7 @@ void ReportGridView::mouseMoveEvent(QMouseEvent* event) {
         return;
     if (const auto border = touch_.movedBorder)
         act([&](ReportGrid& grid) {
+            grid.adoptWidths(parts.widths());
             grid.resizeColumn(*border, parts.characters(at.x() - parts.edges[*border]));
         });
     else if (parts.list.contains(pressedAt_))

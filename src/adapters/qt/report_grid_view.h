@@ -45,6 +45,7 @@ class ReportGridView final : public QWidget, public ModelView<ReportGrid> {
     void saveList();
 
     QScrollBar scrollBar_{Qt::Vertical, this};
+    std::vector<double> needs_; ///< widths of the columns
     QTimer longTouch_;
     Press press_ = Press::None;
     ReportGridTouch touch_;
