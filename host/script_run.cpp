@@ -1,5 +1,6 @@
 #include "script_run.h"
 
+#include "adapters/databases/databases.h"
 #include "host_database.h"
 #include "host_options.h"
 #include "movement_store.h"
@@ -49,7 +50,7 @@ std::unique_ptr<Stage> makeStage(HostInterface userInterface,
 /// Builds everything that a script needs, plays it, and takes it down again.
 std::optional<ScenarioPlayer::Failure> play(const HostOptions& options, std::vector<std::string> lines,
                                             RegionalSettings& regional, Stage& stage, std::ostream& out) {
-    SqliteProvider provider;
+    Databases provider;
     HostDatabase database = openHostDatabase(options, provider);
     SqliteHostDatabase* const embedded = database.embedded ? &*database.embedded : nullptr;
 
