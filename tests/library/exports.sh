@@ -3,7 +3,7 @@
 #
 #   exports.sh libKova_Drawer_Man.so
 set -u
-exported=$(nm -DC --defined-only "$1" | cut -d ' ' -f 3-) || exit 1
+exported=$(nm -gDC --defined-only "$1" | cut -d ' ' -f 3-) || exit 1
 wrong=0
 
 classes='cls_Kova_Drawer_Man|EventSink|Error|DatabaseError|DatabaseConnection|Snapshot|Recordset'

@@ -1,7 +1,6 @@
 #include "adapters/odbc/column_buffer.h"
 
 #include "adapters/odbc/decimal_text.h"
-#include "adapters/odbc/odbc_error.h"
 #include "adapters/odbc/utf16.h"
 
 #include <sqlext.h>
@@ -21,19 +20,15 @@ DateTime dateTimeOf(const SQL_TIMESTAMP_STRUCT& time) {
            milliseconds((time.fraction + nanoseconds / 2) / nanoseconds);
 }
 
-void require(SQLRETURN result, SQLHSTMT statement) {
-    if (!succeeded(result))
-        throw odbcError(SQL_HANDLE_STMT, statement);
-}
-
 } // namespace
 
-ColumnBuffer::ColumnBuffer(SQLHSTMT statement, SQLUSMALLINT position) : position_(position) {
+ColumnBuffer::ColumnBuffer(const OdbcStatementHandle& statement, SQLUSMALLINT position)
+    : position_(position) {
     SQLWCHAR name[256] = {};
     SQLSMALLINT nameLength = 0, sqlType = 0, digits = 0, nullable = 0;
     SQLULEN size = 0;
-    require(SQLDescribeColW(statement, position, name, 256, &nameLength, &sqlType, &size, &digits, &nullable),
-            statement);
+    statement.require(SQLDescribeColW(statement.get(), position, name, 256, &nameLength, &sqlType, &size,
+                                      &digits, &nullable));
     appendUtf16(name_, std::u16string_view(reinterpret_cast<const char16_t*>(name)));
     kind_ = kindOf(sqlType);
     if (kind_ == Kind::Exact) {
@@ -102,12 +97,12 @@ SQLPOINTER ColumnBuffer::target() {
     }
 }
 
-void ColumnBuffer::bind(SQLHSTMT statement) {
-    require(SQLBindCol(statement, position_, targetType(), target(), capacity_, &indicator_), statement);
+void ColumnBuffer::bind(const OdbcStatementHandle& statement) {
+    statement.require(SQLBindCol(statement.get(), position_, targetType(), target(), capacity_, &indicator_));
     bound_ = true;
 }
 
-void ColumnBuffer::readInto(Snapshot& snapshot, SQLHSTMT statement) {
+void ColumnBuffer::readInto(Snapshot& snapshot, const OdbcStatementHandle& statement) {
     if (!bound_)
         fetchCell(statement);
     if (indicator_ == SQL_NULL_DATA)
@@ -116,22 +111,23 @@ void ColumnBuffer::readInto(Snapshot& snapshot, SQLHSTMT statement) {
         snapshot.add(cell());
 }
 
-void ColumnBuffer::fetchCell(SQLHSTMT statement) {
+void ColumnBuffer::fetchCell(const OdbcStatementHandle& statement) {
     if (unlimited())
-        fetchRestOfText(statement);
+        fetchText(statement);
     else
-        require(SQLGetData(statement, position_, targetType(), target(), capacity_, &indicator_), statement);
+        statement.require(
+            SQLGetData(statement.get(), position_, targetType(), target(), capacity_, &indicator_));
 }
 
-void ColumnBuffer::fetchRestOfText(SQLHSTMT statement) {
+void ColumnBuffer::fetchText(const OdbcStatementHandle& statement) {
     std::u16string whole;
     for (;;) {
         SQLLEN left = 0; // bytes from here on, or SQL_NO_TOTAL
         const auto bytes = static_cast<SQLLEN>(wide_.size() * sizeof(char16_t));
-        const auto result = SQLGetData(statement, position_, SQL_C_WCHAR, wide_.data(), bytes, &left);
+        const auto result = SQLGetData(statement.get(), position_, SQL_C_WCHAR, wide_.data(), bytes, &left);
         if (result == SQL_NO_DATA)
             break;
-        require(result, statement);
+        statement.require(result);
         if (left == SQL_NULL_DATA) {
             indicator_ = SQL_NULL_DATA;
             return;

@@ -1,7 +1,7 @@
 #pragma once
+#include "adapters/odbc/odbc_handles.h"
 #include "platform/database.h"
 
-#include <sql.h>
 #include <sqltypes.h>
 #include <string>
 #include <vector>
@@ -13,15 +13,15 @@ namespace kova {
 class ColumnBuffer {
   public:
     /// Asks the driver about the column; positions count from 1. Throws DatabaseError.
-    ColumnBuffer(SQLHSTMT statement, SQLUSMALLINT position);
+    ColumnBuffer(const OdbcStatementHandle& statement, SQLUSMALLINT position);
 
     [[nodiscard]] const std::string& name() const { return name_; }
     /// Its cells may be of any length, so that no buffer can be bound.
     [[nodiscard]] bool unlimited() const { return capacity_ == 0; }
     /// The driver fills the buffer at each fetch from now on; the object must not move any more.
-    void bind(SQLHSTMT statement);
+    void bind(const OdbcStatementHandle& statement);
     /// Appends the current row's cell. Throws DatabaseError.
-    void readInto(Snapshot& snapshot, SQLHSTMT statement);
+    void readInto(Snapshot& snapshot, const OdbcStatementHandle& statement);
 
   private:
     enum class Kind { Boolean, Integer, Real, Exact, Text, Time };
@@ -34,8 +34,8 @@ class ColumnBuffer {
     static Kind kindOf(SQLSMALLINT sqlType);
     [[nodiscard]] SQLSMALLINT targetType() const;
     [[nodiscard]] SQLPOINTER target();
-    void fetchCell(SQLHSTMT statement);
-    void fetchRestOfText(SQLHSTMT statement);
+    void fetchCell(const OdbcStatementHandle& statement);
+    void fetchText(const OdbcStatementHandle& statement);
     [[nodiscard]] Value cell();
 
     SQLUSMALLINT position_;

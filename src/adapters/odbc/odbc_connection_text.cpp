@@ -9,7 +9,7 @@
 namespace kova {
 namespace {
 
-/// `key=value` with its separator.
+/// `key=value` with its separator; something without an equals sign has neither key nor value.
 struct Pair {
     std::string_view key, value, whole;
 };
@@ -43,9 +43,12 @@ std::vector<Pair> pairsOf(std::string_view text) {
         const bool hasValue = mark != std::string_view::npos && text[mark] == '=';
         const auto end = hasValue ? endOfValue(text, mark + 1) : std::min(mark, text.size());
         const auto next = std::min(end + 1, text.size());
-        pairs.push_back({trimmed(text.substr(start, std::min(mark, end) - start)),
-                         hasValue ? trimmed(text.substr(mark + 1, end - mark - 1)) : std::string_view(),
-                         text.substr(start, next - start)});
+        Pair pair{{}, {}, text.substr(start, next - start)};
+        if (hasValue) {
+            pair.key = trimmed(text.substr(start, mark - start));
+            pair.value = trimmed(text.substr(mark + 1, end - mark - 1));
+        }
+        pairs.push_back(pair);
         start = next;
     }
     return pairs;

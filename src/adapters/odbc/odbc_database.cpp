@@ -4,18 +4,12 @@
 #include "adapters/odbc/odbc_handles.h"
 #include "adapters/odbc/odbc_statement.h"
 
-#include <sqlext.h>
-
 namespace kova {
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
-bool isDead(SQLHDBC connection) {
-    SQLUINTEGER dead = SQL_CD_FALSE;
-    const auto result = SQLGetConnectAttr(connection, SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr);
-    return succeeded(result) && dead == SQL_CD_TRUE;
-}
+constexpr std::chrono::milliseconds bearableWait{500}; ///< of a cashier, several times in a row
 
 class SharedConnection final : public DatabaseConnection {
   public:
@@ -49,7 +43,8 @@ class OwnConnection final : public DatabaseConnection {
 };
 
 /// A server that cannot be reached may keep the cashier waiting until the log-in time-out, and a dialog that
-/// opens sends several queries. After an attempt that took long, none follows for as long again.
+/// opens sends several queries. After an attempt that took long, none
+/// follows for as long again: the queries of that time fail at once.
 void OwnConnection::connect() {
     const auto start = Clock::now();
     if (lastFailure_ && start < nextAttempt_)
@@ -58,8 +53,8 @@ void OwnConnection::connect() {
         session_ = std::make_unique<OdbcSession>(text_);
         lastFailure_.reset();
     } catch (const DatabaseError& error) {
-        const auto end = Clock::now();
-        nextAttempt_ = end + (end - start);
+        const auto duration = Clock::now() - start;
+        nextAttempt_ = Clock::now() + (duration < bearableWait ? Clock::duration::zero() : duration);
         lastFailure_ = error;
         throw;
     }

@@ -54,13 +54,18 @@ Record tellingRecord(SQLSMALLINT kind, SQLHANDLE handle) {
     return first.value_or(Record{"HY000", 0, "The driver gives no reason"});
 }
 
+bool isTimeOut(const Record& record) {
+    return record.state == "HYT00" || record.state == "HYT01";
+}
+
 std::int32_t numberFor(const Record& record) {
+    constexpr std::int32_t logInFailed = 18456; // of the server; FreeTDS takes it for a refused command
     const std::string kind = record.state.substr(0, 2);
     if (kind == "08")
         return DatabaseError::NotConnected;
-    if (kind == "28")
+    if (kind == "28" || record.native == logInFailed)
         return logInRefused;
-    if (record.state == "HYT00" || record.state == "HYT01")
+    if (isTimeOut(record))
         return queryTimedOut;
     // States of the server that are about the command: cardinality, data, integrity, syntax, parameters.
     for (const char* const about : {"07", "21", "22", "23", "37", "42", "44"})
@@ -69,14 +74,24 @@ std::int32_t numberFor(const Record& record) {
     return DatabaseError::Unspecified;
 }
 
-} // namespace
-
-DatabaseError odbcError(SQLSMALLINT handleKind, SQLHANDLE handle) {
-    const Record record = tellingRecord(handleKind, handle);
+DatabaseError asError(const Record& record) {
     return {numberFor(record),
             record.text + " (SQLSTATE " + record.state + ", native error " + std::to_string(record.native) +
                 ")",
             record.state};
+}
+
+} // namespace
+
+DatabaseError odbcError(SQLSMALLINT handleKind, SQLHANDLE handle) {
+    return asError(tellingRecord(handleKind, handle));
+}
+
+DatabaseError lostConnectionError(SQLSMALLINT handleKind, SQLHANDLE handle) {
+    Record record = tellingRecord(handleKind, handle);
+    if (!record.state.starts_with("08") && !isTimeOut(record))
+        record.state = "08S01";
+    return asError(record);
 }
 
 bool isConnectionFailure(const DatabaseError& error) {

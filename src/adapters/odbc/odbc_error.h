@@ -13,6 +13,10 @@ inline constexpr std::int32_t queryTimedOut = -2147217871;
 /// description ends with the SQLSTATE and the server's own error number.
 DatabaseError odbcError(SQLSMALLINT handleKind, SQLHANDLE handle);
 
+/// The same when the link is known to be dead: a time-out, or a connection failure whatever state the driver
+/// gives.
+DatabaseError lostConnectionError(SQLSMALLINT handleKind, SQLHANDLE handle);
+
 /// The link to the server is gone, or was never there.
 bool isConnectionFailure(const DatabaseError& error);
 

@@ -43,6 +43,20 @@ OdbcHandle::OdbcHandle(SQLSMALLINT kind, SQLHANDLE parent) : kind_(kind) {
     throw odbcError(kind == SQL_HANDLE_STMT ? SQL_HANDLE_DBC : SQL_HANDLE_ENV, parent);
 }
 
+bool isDead(SQLHDBC connection) {
+    SQLUINTEGER dead = SQL_CD_FALSE;
+    const auto result = SQLGetConnectAttrW(connection, SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr);
+    return succeeded(result) && dead == SQL_CD_TRUE;
+}
+
+void OdbcStatementHandle::require(SQLRETURN result) const {
+    if (succeeded(result))
+        return;
+    if (isDead(connection_))
+        throw lostConnectionError(SQL_HANDLE_STMT, get());
+    throw odbcError(SQL_HANDLE_STMT, get());
+}
+
 OdbcSession::OdbcSession(const OdbcConnectionText& text)
     : environment_(SQL_HANDLE_ENV, SQL_NULL_HANDLE),
       connection_(SQL_HANDLE_DBC, declareVersion(environment_.get())) {

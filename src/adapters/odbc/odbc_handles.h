@@ -21,6 +21,24 @@ class OdbcHandle {
     SQLHANDLE handle_ = nullptr;
 };
 
+/// Owns a statement on a connection, and knows what its calls' results mean.
+class OdbcStatementHandle {
+  public:
+    /// Throws DatabaseError.
+    explicit OdbcStatementHandle(SQLHDBC connection)
+        : connection_(connection), handle_(SQL_HANDLE_STMT, connection) {}
+    [[nodiscard]] SQLHSTMT get() const { return handle_.get(); }
+    /// Throws DatabaseError for a call on the statement that failed; see odbc_error.h for a dead link.
+    void require(SQLRETURN result) const;
+
+  private:
+    SQLHDBC connection_;
+    OdbcHandle handle_;
+};
+
+/// The driver knows that the link to the server is gone.
+bool isDead(SQLHDBC connection);
+
 /// A connection to a server for as long as it lives.
 class OdbcSession {
   public:

@@ -1,7 +1,6 @@
 #include "adapters/odbc/odbc_statement.h"
 
 #include "adapters/odbc/column_buffer.h"
-#include "adapters/odbc/odbc_error.h"
 #include "adapters/odbc/utf16.h"
 
 #include <sqlext.h>
@@ -22,7 +21,7 @@ SQL_DATE_STRUCT dateOf(DateTime time) {
 }
 
 /// Drivers give each column once, from the left; behind the first column that cannot be bound none may be.
-void bindFromTheLeft(std::list<ColumnBuffer>& columns, SQLHSTMT statement) {
+void bindFromTheLeft(std::list<ColumnBuffer>& columns, const OdbcStatementHandle& statement) {
     for (ColumnBuffer& column : columns) {
         if (column.unlimited())
             return;
@@ -35,7 +34,7 @@ void bindFromTheLeft(std::list<ColumnBuffer>& columns, SQLHSTMT statement) {
 // The cursor stays what it is by default, forward-only and read-only: the rows go into a snapshot, and with
 // FreeTDS a static cursor costs a journey to the server for each row.
 OdbcStatement::OdbcStatement(SQLHDBC connection, std::optional<std::chrono::seconds> timeout)
-    : handle_(SQL_HANDLE_STMT, connection) {
+    : handle_(connection) {
     // Otherwise the driver looks for escapes in braces and rewrites them.
     SQLSetStmtAttrW(handle_.get(), SQL_ATTR_NOSCAN, number(SQL_NOSCAN_ON), 0);
     if (timeout) {
@@ -44,18 +43,13 @@ OdbcStatement::OdbcStatement(SQLHDBC connection, std::optional<std::chrono::seco
     }
 }
 
-void OdbcStatement::require(SQLRETURN result) const {
-    if (!succeeded(result))
-        throw odbcError(SQL_HANDLE_STMT, handle_.get());
-}
-
 /// A date as a date, not as text that the server would read by its own order of day and month.
 void OdbcStatement::bindParameter(const DateParameter& parameter) {
     constexpr SQLULEN dateCharacters = 10;
     dates_.push_back(dateOf(parameter.value));
     const auto position = static_cast<SQLUSMALLINT>(dates_.size());
-    require(SQLBindParameter(handle_.get(), position, SQL_PARAM_INPUT, SQL_C_TYPE_DATE, SQL_TYPE_DATE,
-                             dateCharacters, 0, &dates_.back(), sizeof(SQL_DATE_STRUCT), &dateSize_));
+    handle_.require(SQLBindParameter(handle_.get(), position, SQL_PARAM_INPUT, SQL_C_TYPE_DATE, SQL_TYPE_DATE,
+                                     dateCharacters, 0, &dates_.back(), sizeof(SQL_DATE_STRUCT), &dateSize_));
 }
 
 void OdbcStatement::execute(const Query& query) {
@@ -64,8 +58,13 @@ void OdbcStatement::execute(const Query& query) {
     std::u16string text = toUtf16(query.text);
     const auto result = SQLExecDirectW(handle_.get(), reinterpret_cast<SQLWCHAR*>(text.data()),
                                        static_cast<SQLINTEGER>(text.size()));
+    if (result == SQL_NEED_DATA) {
+        SQLCancel(handle_.get()); // otherwise the statement cannot be freed
+        throw DatabaseError(DatabaseError::CommandFailed,
+                            "the number of parameters does not match the command text", "07002");
+    }
     if (result != SQL_NO_DATA)
-        require(result);
+        handle_.require(result);
     skipToRows();
 }
 
@@ -73,32 +72,31 @@ void OdbcStatement::execute(const Query& query) {
 void OdbcStatement::skipToRows() {
     SQLSMALLINT columns = 0;
     for (;;) {
-        require(SQLNumResultCols(handle_.get(), &columns));
+        handle_.require(SQLNumResultCols(handle_.get(), &columns));
         if (columns > 0)
             return;
         const auto result = SQLMoreResults(handle_.get());
         if (result == SQL_NO_DATA)
             throw DatabaseError(DatabaseError::CommandFailed, "the command gives no rows", "24000");
-        require(result);
+        handle_.require(result);
     }
 }
 
 std::shared_ptr<const Snapshot> OdbcStatement::readAll() {
-    const auto statement = handle_.get();
     SQLSMALLINT count = 0;
-    require(SQLNumResultCols(statement, &count));
+    handle_.require(SQLNumResultCols(handle_.get(), &count));
     auto snapshot = std::make_shared<Snapshot>();
     std::list<ColumnBuffer> columns; // never moves what the driver fills
     for (SQLSMALLINT i = 1; i <= count; ++i)
-        snapshot->addColumn(columns.emplace_back(statement, static_cast<SQLUSMALLINT>(i)).name());
-    bindFromTheLeft(columns, statement);
+        snapshot->addColumn(columns.emplace_back(handle_, static_cast<SQLUSMALLINT>(i)).name());
+    bindFromTheLeft(columns, handle_);
     for (;;) {
-        const auto result = SQLFetch(statement);
+        const auto result = SQLFetch(handle_.get());
         if (result == SQL_NO_DATA)
             return snapshot;
-        require(result);
+        handle_.require(result);
         for (ColumnBuffer& column : columns)
-            column.readInto(*snapshot, statement);
+            column.readInto(*snapshot, handle_);
         snapshot->endRow();
     }
 }

@@ -22,8 +22,7 @@ class OdbcStatement {
   private:
     void bindParameter(const DateParameter& parameter);
     void skipToRows();
-    void require(SQLRETURN result) const;
-    OdbcHandle handle_;
+    OdbcStatementHandle handle_;
     std::list<SQL_DATE_STRUCT> dates_; ///< the driver reads them when the text is sent
     SQLLEN dateSize_ = sizeof(SQL_DATE_STRUCT);
 };
