@@ -9,6 +9,7 @@
 #                $output the empty folder in which the host runs (optional)
 #   NAME.exit    the expected exit status (optional, otherwise 0)
 #   NAME.err     lines of which each must occur in standard error (optional)
+#   NAME.embedded  why the scenario makes sense on the embedded database alone (optional)
 #
 # With "server" the error texts in the log may be those of a SQL Server.
 set -u

@@ -1,5 +1,5 @@
-// Plays a scenario like kova-host, but with a server between the component and the embedded database: the host
-// writes to the database itself, and the component reads through ODBC.
+// Plays a scenario like kova-host, but with a server between the component and the embedded database: the
+// host writes to the database itself, and the component reads through ODBC.
 
 #include "../tds_server/tds_server.h"
 #include "host_database.h"

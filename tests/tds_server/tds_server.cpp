@@ -101,10 +101,10 @@ std::vector<unsigned> TdsServer::takeVersions() {
     return std::exchange(versions_, {});
 }
 
-bool TdsServer::logIn(const std::string& name, const std::string& secret, unsigned version) {
+LogIns TdsServer::logIn(const std::string& name, const std::string& secret, unsigned version) {
     const std::lock_guard lock(mutex_);
     versions_.push_back(version);
-    return name == user && secret == password && !refuses_;
+    return name == user && secret == password ? logIns_.load() : LogIns::Refuse;
 }
 
 std::optional<Fault> TdsServer::received(const ExecuteCall& call) {

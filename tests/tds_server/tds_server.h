@@ -32,7 +32,7 @@ class TdsServer final : private SessionServices {
     /// For FreeTDS, with a valid user; `more` is appended.
     [[nodiscard]] std::string connectionString(const std::string& more = "") const;
 
-    void refuseLogIns(bool refuse) { refuses_ = refuse; }
+    void setLogIns(LogIns logIns) { logIns_ = logIns; }
     void add(Fault fault);
     void clearFaults();
     /// What arrived since the last call, in order.
@@ -45,7 +45,7 @@ class TdsServer final : private SessionServices {
         std::unique_ptr<TdsSession> session;
         std::thread thread;
     };
-    bool logIn(const std::string& user, const std::string& password, unsigned version) override;
+    LogIns logIn(const std::string& user, const std::string& password, unsigned version) override;
     std::optional<Fault> received(const ExecuteCall& call) override;
     Recordset answer(const Query& query) override;
     ExactType exactType() override { return options_.exact; }
@@ -55,7 +55,7 @@ class TdsServer final : private SessionServices {
     Options options_;
     int listener_ = -1;
     int port_ = 0; ///< 0 until the first start
-    std::atomic<bool> refuses_ = false;
+    std::atomic<LogIns> logIns_ = LogIns::Accept;
     std::thread acceptor_;
     std::list<Client> clients_; ///< of the acceptor, and of `stop` when that has ended
 

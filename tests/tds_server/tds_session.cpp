@@ -85,7 +85,10 @@ bool TdsSession::answerLogIn(const std::string& body) {
     const auto packetSize = reader.number<std::uint32_t>();
     version_ = version >> 24;
     const auto user = readField(body, 40, readText);
-    if (!services_.logIn(user, readField(body, 44, readPassword), version_)) {
+    const auto what = services_.logIn(user, readField(body, 44, readPassword), version_);
+    if (what == LogIns::Ignore)
+        listenInVain();
+    if (what != LogIns::Accept) {
         sendError(logInFailed, "Login failed for user '" + user + "'.", false);
         return false;
     }
@@ -142,6 +145,12 @@ void TdsSession::answer(const ExecuteCall& call, bool isCall) {
     }
 }
 
+/// Until the client hangs up, or the server stops.
+void TdsSession::listenInVain() {
+    while (stream_.receive()) {
+    }
+}
+
 /// Whether the fault leaves nothing to answer.
 bool TdsSession::suffer(const Fault& fault) {
     if (fault.kind == Fault::Kind::HangUp) {
@@ -151,8 +160,7 @@ bool TdsSession::suffer(const Fault& fault) {
     if (fault.kind == Fault::Kind::Stall)
         return true; // the client's attention comes in as the next message
     if (fault.kind == Fault::Kind::StallDeadly) {
-        while (stream_.receive()) {
-        }
+        listenInVain();
         return true;
     }
     return false;

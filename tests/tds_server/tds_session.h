@@ -10,12 +10,14 @@
 
 namespace kova::test {
 
+enum class LogIns { Accept, Refuse, Ignore };
+
 /// What a session asks of the server that it belongs to. Called from the session's own thread.
 class SessionServices {
   public:
     virtual ~SessionServices() = default;
-    /// Whether this client may come in.
-    virtual bool logIn(const std::string& user, const std::string& password, unsigned version) = 0;
+    /// What to do with this client.
+    virtual LogIns logIn(const std::string& user, const std::string& password, unsigned version) = 0;
     /// A text has arrived, with the declaration of its parameters.
     virtual std::optional<Fault> received(const ExecuteCall& call) = 0;
     virtual Recordset answer(const Query& query) = 0;
@@ -36,6 +38,7 @@ class TdsSession {
     void answerBatch(const std::string& body);
     void answerCall(const std::string& body);
     void answer(const ExecuteCall& call, bool isCall);
+    void listenInVain();
     bool suffer(const Fault& fault);
     void sendRows(const AnswerTable& rows, const std::optional<Fault>& fault, bool isCall);
     void sendError(std::int32_t number, const std::string& message, bool isCall);

@@ -38,7 +38,7 @@ DatabaseError openingFailure(const DatabaseError& error, const std::string& driv
 OdbcHandle::OdbcHandle(SQLSMALLINT kind, SQLHANDLE parent) : kind_(kind) {
     if (succeeded(SQLAllocHandle(kind, parent, &handle_)))
         return;
-    if (parent == nullptr)
+    if (kind == SQL_HANDLE_ENV)
         throw DatabaseError(DatabaseError::Unspecified, "No ODBC environment can be made", "HY001");
     throw odbcError(kind == SQL_HANDLE_STMT ? SQL_HANDLE_DBC : SQL_HANDLE_ENV, parent);
 }

@@ -58,11 +58,6 @@ void OdbcStatement::execute(const Query& query) {
     std::u16string text = toUtf16(query.text);
     const auto result = SQLExecDirectW(handle_.get(), reinterpret_cast<SQLWCHAR*>(text.data()),
                                        static_cast<SQLINTEGER>(text.size()));
-    if (result == SQL_NEED_DATA) {
-        SQLCancel(handle_.get()); // otherwise the statement cannot be freed
-        throw DatabaseError(DatabaseError::CommandFailed,
-                            "the number of parameters does not match the command text", "07002");
-    }
     if (result != SQL_NO_DATA)
         handle_.require(result);
     skipToRows();
