@@ -168,7 +168,10 @@ void ResultColumn::writeCell(WireWriter& writer, std::size_t row) const {
         break;
     case Type::Text:
     case Type::LongText:
-        writeText(writer, asPlainText(value));
+        if (const auto* const text = std::get_if<std::string_view>(&value))
+            writeText(writer, *text);
+        else
+            writeText(writer, asPlainText(value));
         break;
     }
 }

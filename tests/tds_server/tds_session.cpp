@@ -5,6 +5,7 @@ namespace {
 
 constexpr unsigned doneToken = 0xFD, doneOfCallToken = 0xFE, doneInCallToken = 0xFF;
 constexpr unsigned moreFollows = 0x01, failed = 0x02, counted = 0x10, attentionSeen = 0x20;
+constexpr std::size_t enoughToSend = 65536; ///< bytes
 constexpr std::int32_t logInFailed = 18456, invalidObject = 208, wrongSyntax = 102;
 
 std::int32_t serverNumber(const DatabaseError& error) {
@@ -174,19 +175,20 @@ void TdsSession::sendRows(const AnswerTable& rows, const std::optional<Fault>& f
     for (const ResultColumn& column : columns)
         column.describe(writer_);
     for (std::size_t row = 0; row < rows.rowCount(); ++row) {
-        WireWriter line;
-        line.byte(0xD1);
+        const auto start = writer_.size();
+        writer_.byte(0xD1);
         for (const ResultColumn& column : columns)
-            column.writeCell(line, row);
+            column.writeCell(writer_, row);
         if (fault && fault->kind == Fault::Kind::BreakOff && row == fault->afterRows) {
-            stream_.add(writer_.built());
-            stream_.add(line.built().substr(0, line.size() / 2));
+            stream_.add(std::string_view(writer_.built()).substr(0, (start + writer_.size()) / 2));
             writer_.clear();
             stream_.breakOff();
             return;
         }
-        stream_.add(writer_.bytes(line.built()).built());
-        writer_.clear();
+        if (writer_.size() > enoughToSend) {
+            stream_.add(writer_.built());
+            writer_.clear();
+        }
     }
     if (isCall) {
         addDone(doneInCallToken, counted | moreFollows, rows.rowCount());

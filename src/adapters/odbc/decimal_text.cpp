@@ -26,16 +26,16 @@ Value decimalFromText(std::string_view text) {
     if (negative || number.starts_with('+'))
         number.remove_prefix(1);
     const auto point = number.find('.');
-    std::string digits(number.substr(0, point));
+    const std::string_view whole = number.substr(0, point);
     std::string_view fraction = point == std::string_view::npos ? "" : number.substr(point + 1);
-    if (digits.empty() && fraction.empty())
+    if (whole.empty() && fraction.empty())
         return text;
-    if (!allDigits(digits) || !allDigits(fraction))
+    if (!allDigits(whole) || !allDigits(fraction))
         return text;
     while (fraction.size() > largestScale && fraction.ends_with('0'))
         fraction.remove_suffix(1);
-    digits.append(fraction);
-    digits.insert(0, negative ? "-" : "");
+    std::string digits = negative ? "-" : "";
+    digits.append(whole).append(fraction);
 
     std::int64_t unscaled = 0;
     const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), unscaled);

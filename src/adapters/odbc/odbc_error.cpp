@@ -75,10 +75,10 @@ std::int32_t numberFor(const Record& record) {
 }
 
 DatabaseError asError(const Record& record) {
-    return {numberFor(record),
-            record.text + " (SQLSTATE " + record.state + ", native error " + std::to_string(record.native) +
-                ")",
-            record.state};
+    std::string description = record.text;
+    description.append(" (SQLSTATE ").append(record.state).append(", native error ");
+    description.append(std::to_string(record.native)).append(")");
+    return {numberFor(record), description, record.state};
 }
 
 } // namespace
