@@ -3,6 +3,7 @@
 #include "platform/database.h"
 #include "platform/letter_case.h"
 
+#include <algorithm>
 #include <charconv>
 #include <vector>
 

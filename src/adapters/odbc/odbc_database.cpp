@@ -4,6 +4,8 @@
 #include "adapters/odbc/odbc_handles.h"
 #include "adapters/odbc/odbc_statement.h"
 
+#include <optional>
+
 namespace kova {
 namespace {
 
@@ -43,8 +45,8 @@ class OwnConnection final : public DatabaseConnection {
 };
 
 /// A server that cannot be reached may keep the cashier waiting until the log-in time-out, and a dialog that
-/// opens sends several queries. After an attempt that took long, none
-/// follows for as long again: the queries of that time fail at once.
+/// opens sends several queries. After an attempt that took long, none follows for as long again: the queries
+/// of that time fail at once.
 void OwnConnection::connect() {
     const auto start = Clock::now();
     if (lastFailure_ && start < nextAttempt_)

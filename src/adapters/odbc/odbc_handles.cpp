@@ -3,21 +3,15 @@
 #include "adapters/odbc/odbc_error.h"
 #include "adapters/odbc/utf16.h"
 
-#include <cstdint>
 #include <sqlext.h>
 #include <sqlucode.h>
 
 namespace kova {
 namespace {
 
-/// Attributes that are numbers travel as pointers.
-SQLPOINTER number(std::uintptr_t value) {
-    return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr)
-}
-
 /// The environment speaks ODBC 3 before anything else happens in it.
 SQLHANDLE declareVersion(SQLHANDLE environment) {
-    if (!succeeded(SQLSetEnvAttr(environment, SQL_ATTR_ODBC_VERSION, number(SQL_OV_ODBC3), 0)))
+    if (!succeeded(SQLSetEnvAttr(environment, SQL_ATTR_ODBC_VERSION, attributeNumber(SQL_OV_ODBC3), 0)))
         throw odbcError(SQL_HANDLE_ENV, environment);
     return environment;
 }
@@ -43,6 +37,10 @@ OdbcHandle::OdbcHandle(SQLSMALLINT kind, SQLHANDLE parent) : kind_(kind) {
     throw odbcError(kind == SQL_HANDLE_STMT ? SQL_HANDLE_DBC : SQL_HANDLE_ENV, parent);
 }
 
+SQLPOINTER attributeNumber(std::uintptr_t value) {
+    return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr)
+}
+
 bool isDead(SQLHDBC connection) {
     SQLUINTEGER dead = SQL_CD_FALSE;
     const auto result = SQLGetConnectAttrW(connection, SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr);
@@ -61,7 +59,7 @@ OdbcSession::OdbcSession(const OdbcConnectionText& text)
     : environment_(SQL_HANDLE_ENV, SQL_NULL_HANDLE),
       connection_(SQL_HANDLE_DBC, declareVersion(environment_.get())) {
     const auto seconds = static_cast<std::uintptr_t>(text.logInTimeout.count());
-    SQLSetConnectAttrW(get(), SQL_ATTR_LOGIN_TIMEOUT, number(seconds), 0); // a driver may have none
+    SQLSetConnectAttrW(get(), SQL_ATTR_LOGIN_TIMEOUT, attributeNumber(seconds), 0); // a driver may have none
     std::u16string wide = toUtf16(text.driverText);
     const auto connected =
         SQLDriverConnectW(get(), nullptr, reinterpret_cast<SQLWCHAR*>(wide.data()),

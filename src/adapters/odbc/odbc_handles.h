@@ -1,8 +1,8 @@
 #pragma once
 #include "adapters/odbc/odbc_connection_text.h"
 
+#include <cstdint>
 #include <sql.h>
-#include <utility>
 
 namespace kova {
 
@@ -35,6 +35,9 @@ class OdbcStatementHandle {
     SQLHDBC connection_;
     OdbcHandle handle_;
 };
+
+/// Attributes that are numbers travel as pointers.
+SQLPOINTER attributeNumber(std::uintptr_t value);
 
 /// The driver knows that the link to the server is gone.
 bool isDead(SQLHDBC connection);

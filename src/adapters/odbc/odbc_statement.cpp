@@ -9,10 +9,6 @@
 namespace kova {
 namespace {
 
-SQLPOINTER number(std::uintptr_t value) {
-    return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr)
-}
-
 SQL_DATE_STRUCT dateOf(DateTime time) {
     const std::chrono::year_month_day date(std::chrono::floor<std::chrono::days>(time));
     return {static_cast<SQLSMALLINT>(static_cast<int>(date.year())),
@@ -36,10 +32,10 @@ void bindFromTheLeft(std::list<ColumnBuffer>& columns, const OdbcStatementHandle
 OdbcStatement::OdbcStatement(SQLHDBC connection, std::optional<std::chrono::seconds> timeout)
     : handle_(connection) {
     // Otherwise the driver looks for escapes in braces and rewrites them.
-    SQLSetStmtAttrW(handle_.get(), SQL_ATTR_NOSCAN, number(SQL_NOSCAN_ON), 0);
+    SQLSetStmtAttrW(handle_.get(), SQL_ATTR_NOSCAN, attributeNumber(SQL_NOSCAN_ON), 0);
     if (timeout) {
         const auto seconds = static_cast<std::uintptr_t>(timeout->count());
-        SQLSetStmtAttrW(handle_.get(), SQL_ATTR_QUERY_TIMEOUT, number(seconds), 0);
+        SQLSetStmtAttrW(handle_.get(), SQL_ATTR_QUERY_TIMEOUT, attributeNumber(seconds), 0);
     }
 }
 
