@@ -14,9 +14,7 @@ constexpr unsigned numericPrecision = 19;
 constexpr unsigned moneyScale = 4;
 
 std::string asPlainText(const Value& value) {
-    RegionalSettings regional;
-    regional.decimalSeparator = ".";
-    return asText(value, regional);
+    return asText(value, regionalSettings("en-US").value());
 }
 
 double asReal(const Value& value) {
@@ -53,13 +51,6 @@ void writeDateTime(WireWriter& writer, DateTime time) {
 
 } // namespace
 
-AnswerTable::AnswerTable(const Recordset& records) : records_(records) {
-    cells_.reserve(rowCount() * columnCount());
-    for (Recordset cursor = records; !cursor.endOfFile(); cursor.moveNext())
-        for (std::size_t column = 0; column < columnCount(); ++column)
-            cells_.push_back(cursor.field(column));
-}
-
 ResultColumn::Type ResultColumn::typeOf(const Value& value, ExactType exact) {
     if (std::holds_alternative<bool>(value))
         return Type::Bit;
@@ -78,11 +69,11 @@ ResultColumn::Type ResultColumn::common(Type a, Type b) {
     return low == high || numbers ? high : Type::Text;
 }
 
-ResultColumn::ResultColumn(const AnswerTable& rows, std::size_t column, unsigned version, ExactType exact)
-    : rows_(rows), column_(column), version_(version) {
+ResultColumn::ResultColumn(Recordset records, std::size_t column, unsigned version, ExactType exact)
+    : name_(records.fieldName(column)), version_(version) {
     std::optional<Type> type;
-    for (std::size_t row = 0; row < rows.rowCount(); ++row) {
-        const Value& value = rows.at(row, column);
+    for (; !records.endOfFile(); records.moveNext()) {
+        const Value value = records.field(column);
         if (std::holds_alternative<Null>(value))
             continue;
         type = common(type.value_or(typeOf(value, exact)), typeOf(value, exact));
@@ -135,11 +126,10 @@ void ResultColumn::describe(WireWriter& writer) const {
             writer.byte(0x63).number(std::int32_t{0x7FFFFFFE}).bytes(collation).word(0);
         break;
     }
-    writer.shortText(rows_.columnName(column_));
+    writer.shortText(name_);
 }
 
-void ResultColumn::writeCell(WireWriter& writer, std::size_t row) const {
-    const Value& value = rows_.at(row, column_);
+void ResultColumn::writeCell(WireWriter& writer, const Value& value) const {
     if (std::holds_alternative<Null>(value)) {
         writeNull(writer);
         return;

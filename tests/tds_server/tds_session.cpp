@@ -140,7 +140,7 @@ void TdsSession::answer(const ExecuteCall& call, bool isCall) {
         Query query{call.text};
         for (const DateTime date : call.dates)
             query.parameters.push_back({"", "", date});
-        sendRows(AnswerTable(services_.answer(query)), fault, isCall);
+        sendRows(services_.answer(query), fault, isCall);
     } catch (const DatabaseError& error) {
         sendError(serverNumber(error), error.what(), isCall);
     }
@@ -167,18 +167,19 @@ bool TdsSession::suffer(const Fault& fault) {
     return false;
 }
 
-void TdsSession::sendRows(const AnswerTable& rows, const std::optional<Fault>& fault, bool isCall) {
+void TdsSession::sendRows(Recordset records, const std::optional<Fault>& fault, bool isCall) {
     std::vector<ResultColumn> columns;
-    for (std::size_t i = 0; i < rows.columnCount(); ++i)
-        columns.emplace_back(rows, i, version_, services_.exactType());
+    for (std::size_t i = 0; i < records.fieldCount(); ++i)
+        columns.emplace_back(records, i, version_, services_.exactType());
     writer_.byte(0x81).word(columns.size());
     for (const ResultColumn& column : columns)
         column.describe(writer_);
-    for (std::size_t row = 0; row < rows.rowCount(); ++row) {
+    std::size_t row = 0;
+    for (; !records.endOfFile(); records.moveNext(), ++row) {
         const auto start = writer_.size();
         writer_.byte(0xD1);
-        for (const ResultColumn& column : columns)
-            column.writeCell(writer_, row);
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            columns[i].writeCell(writer_, records.field(i));
         if (fault && fault->kind == Fault::Kind::BreakOff && row == fault->afterRows) {
             stream_.add(std::string_view(writer_.built()).substr(0, (start + writer_.size()) / 2));
             writer_.clear();
@@ -191,11 +192,11 @@ void TdsSession::sendRows(const AnswerTable& rows, const std::optional<Fault>& f
         }
     }
     if (isCall) {
-        addDone(doneInCallToken, counted | moreFollows, rows.rowCount());
+        addDone(doneInCallToken, counted | moreFollows, row);
         writer_.byte(0x79).number(std::int32_t{0}); // the procedure's result
         addDone(doneOfCallToken, 0, 0);
     } else {
-        addDone(doneToken, counted, rows.rowCount());
+        addDone(doneToken, counted, row);
     }
     flush();
 }

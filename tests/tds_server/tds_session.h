@@ -40,7 +40,7 @@ class TdsSession {
     void answer(const ExecuteCall& call, bool isCall);
     void listenInVain();
     bool suffer(const Fault& fault);
-    void sendRows(const AnswerTable& rows, const std::optional<Fault>& fault, bool isCall);
+    void sendRows(Recordset records, const std::optional<Fault>& fault, bool isCall);
     void sendError(std::int32_t number, const std::string& message, bool isCall);
     void addError(std::int32_t number, const std::string& message);
     void addDone(unsigned token, unsigned status, std::size_t rows);
