@@ -1,5 +1,6 @@
 #include "control_finder.h"
 
+#include "coin_count/frm_CaricaMoneta.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "script_host.h"
 
@@ -10,11 +11,15 @@ namespace kova {
 std::vector<Window*> loadedWindows(const Scene& scene) {
     const auto& shown = scene.process.windows.windows();
     std::vector<Window*> windows(shown.rbegin(), shown.rend());
+    const auto addHidden = [&windows](Window* window) {
+        if (window != nullptr && std::ranges::find(windows, window) == windows.end())
+            windows.push_back(window);
+    };
     if (const auto* current = scene.host.currentIfAny())
         if (auto* dialog = current->component()->dialog())
-            if (Window* window = dialog->window();
-                window != nullptr && std::ranges::find(windows, window) == windows.end())
-                windows.push_back(window);
+            addHidden(dialog->window());
+    if (const auto& coins = scene.process.coinDialog)
+        addHidden(coins->window());
     return windows;
 }
 

@@ -11,7 +11,7 @@
 namespace kova {
 
 /// The loaded windows in the order in which a control is looked up: the active one, the others on the screen
-/// from front to back, then the current component's dialog if it is loaded but not shown.
+/// from front to back, then the current component's dialog and the coin count if loaded but not shown.
 std::vector<Window*> loadedWindows(const Scene& scene);
 /// Throws ScenarioError when no window is on the screen.
 Window& activeWindow(const Scene& scene);

@@ -34,8 +34,7 @@ Gesture HeadlessCashier::focus(Control& control) {
 }
 
 Gesture HeadlessCashier::type(Window& window, char32_t character) {
-    Control* focused = window.focus();
-    return focused == nullptr ? Gesture::Done : focused->typeCharacter(character);
+    return window.typeCharacter(character);
 }
 
 void HeadlessCashier::requestClose(Window& window) {

@@ -1,3 +1,4 @@
+#include "coin_count/frm_CaricaMoneta.h"
 #include "control_description.h"
 #include "control_finder.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
@@ -74,6 +75,20 @@ void dumpPayments(Scene& scene, const Arguments& arguments) {
                             .then(payments->GetItem(2, row)));
 }
 
+void dumpCoin(Scene& scene, const Arguments& arguments) {
+    arguments.requireCount(0);
+    const auto& coins = scene.process.coinDialog;
+    if (!coins) {
+        scene.trace.add("coin none");
+        return;
+    }
+    scene.trace.add(TraceLine("coin")
+                        .with("IndiceMoneta", coins->IndiceMoneta())
+                        .with("ImportoPrimaValuta", coins->getImportoPrimaValuta())
+                        .with("ImportoSecondaValuta", coins->getImportoSecondaValuta())
+                        .with("result", coins->result()));
+}
+
 void traceForm(Scene& scene, const std::string& name, const Window* window) {
     const bool loaded = window != nullptr;
     scene.trace.add(TraceLine("form " + name)
@@ -87,7 +102,8 @@ void dumpForms(Scene& scene, const Arguments& arguments) {
     auto* dialog = currentDialog(scene);
     auto* message = scene.process.existingMessageWindow();
     traceForm(scene, "frm_Drawer_Management", dialog == nullptr ? nullptr : dialog->window());
-    traceForm(scene, "frm_CaricaMoneta", nullptr);
+    const auto& coins = scene.process.coinDialog;
+    traceForm(scene, "frm_CaricaMoneta", coins ? coins->window() : nullptr);
     traceForm(scene, "frmMsgBox", message == nullptr ? nullptr : message->window());
 }
 
@@ -129,9 +145,8 @@ void dumpReport(Scene& scene, const Arguments& arguments) {
                             .with("resizable", column.resizable));
     }
     std::size_t number = 0;
-    for (const auto& row : grid.rows())
-        if (row.record != ReportGrid::Row::NoRecord)
-            traceRecord(scene, grid, number++, static_cast<std::size_t>(row.record));
+    for (const std::int32_t record : grid.order())
+        traceRecord(scene, grid, number++, static_cast<std::size_t>(record));
     // A load that failed was not shown: its records stand in the order in which they came.
     for (; number < grid.recordCount(); ++number)
         traceRecord(scene, grid, number, number);
@@ -163,6 +178,7 @@ constexpr Command subjects[] = {
     {"settings", dumpSettings},
     {"dialog", dumpDialog},
     {"payments", dumpPayments},
+    {"coin", dumpCoin},
     {"forms", dumpForms},
     {"control", dumpControl},
     {"grid", dumpGrid},

@@ -111,6 +111,8 @@ Gesture QtCashier::focus(Control& control) {
 }
 
 Gesture QtCashier::type(Window& window, char32_t character) {
+    if (window.takesKeys())
+        return typeToWindow(window, character);
     Control* const focused = window.focus();
     if (focused == nullptr)
         return Gesture::Done;
@@ -121,6 +123,20 @@ Gesture QtCashier::type(Window& window, char32_t character) {
     if (view == nullptr)
         return focused->typeCharacter(character);
     carryOut([&] { typeInto(view->keyboardWidget(), character); });
+    return reached;
+}
+
+/// At a widget of the window, wherever the focus is: the window has to take the key before it.
+Gesture QtCashier::typeToWindow(Window& window, char32_t character) {
+    const Gesture reached = window.reach();
+    if (reached != Gesture::Done || character == U'\t')
+        return reached;
+    WindowFrame* const frame = userInterface_.frame(window);
+    if (frame == nullptr)
+        return window.typeCharacter(character);
+    ControlView* const view = window.focus() == nullptr ? nullptr : userInterface_.view(*window.focus());
+    QWidget& target = view == nullptr ? *frame : view->keyboardWidget();
+    carryOut([&] { typeInto(target, character); });
     return reached;
 }
 

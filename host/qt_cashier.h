@@ -30,6 +30,7 @@ class QtCashier final : public Cashier {
   private:
     template <class WithoutDrawing>
     Gesture touchPart(Control& control, const std::optional<std::string>& part, WithoutDrawing touchModel);
+    Gesture typeToWindow(Window& window, char32_t character);
     template <class Body>
     void carryOut(Body body);
     QtUserInterface& userInterface_;

@@ -78,7 +78,31 @@ constexpr std::array table{
           "Verbindung nur zum Lesen: Bewegungen können nicht gespeichert werden.",
           "This connection only reads: movements cannot be stored."},
     Texts{Caption::DatabaseUnusable, "La base dati non si può usare:\n%1",
-          "Die Datenbank ist nicht verwendbar:\n%1", "The database cannot be used:\n%1"}};
+          "Die Datenbank ist nicht verwendbar:\n%1", "The database cannot be used:\n%1"},
+    Texts{Caption::DocumentTitle, "Movimenti di cassetto", "Kassenladenbewegungen", "Cash-drawer movements"},
+    Texts{Caption::AllTills, "Tutte le casse", "Alle Kassen", "All tills"},
+    Texts{Caption::MovementCount, "%1 movimenti", "%1 Bewegungen", "%1 movements"},
+    Texts{Caption::OneMovement, "1 movimento", "1 Bewegung", "1 movement"},
+    Texts{Caption::ColumnTime, "Ora", "Zeit", "Time"},
+    Texts{Caption::Sums, "Totali per pagamento e valuta", "Summen nach Zahlart und Währung",
+          "Totals by payment and currency"},
+    Texts{Caption::MovementsInSum, "Movimenti", "Bewegungen", "Movements"},
+    Texts{Caption::SumIncoming, "Entrate", "Eingänge", "In"},
+    Texts{Caption::SumOutgoing, "Uscite", "Ausgänge", "Out"},
+    Texts{Caption::Balance, "Saldo", "Saldo", "Balance"},
+    Texts{Caption::Total, "Totale", "Gesamt", "Total"},
+    Texts{Caption::PrintedAt, "Stampato il %1 alle %2", "Gedruckt am %1 um %2", "Printed on %1 at %2"},
+    Texts{Caption::NoDate, "«%1» non è una data: scegli il giorno e riprova.",
+          "«%1» ist kein Datum: bitte einen Tag wählen und nochmals versuchen.",
+          "“%1” is no date: choose the day and try again."},
+    Texts{Caption::NoMovementsOn, "Nessun movimento il %1", "Keine Bewegungen am %1", "No movements on %1"},
+    Texts{Caption::DayUnreadable, "I movimenti del giorno non si possono leggere: %1",
+          "Die Bewegungen des Tages sind nicht lesbar: %1", "The day's movements cannot be read: %1"},
+    Texts{Caption::NotPrinted, "Documento NON stampato: %1", "Dokument NICHT gedruckt: %1",
+          "Document NOT printed: %1"},
+    Texts{Caption::PrinterFault, "la stampante o il file non si può usare",
+          "der Drucker oder die Datei ist nicht verwendbar", "the printer or the file cannot be used"},
+    Texts{Caption::ClosePreview, "Chiudi", "Schließen", "Close"}};
 
 } // namespace
 

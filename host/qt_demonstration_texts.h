@@ -51,7 +51,25 @@ enum class Caption {
     EntriesKept,
     ListUnreadable, ///< %1 is the reason
     ReadOnly,
-    DatabaseUnusable ///< %1 is its name
+    DatabaseUnusable, ///< %1 is its name
+    DocumentTitle,
+    AllTills,
+    MovementCount, ///< %1 is their number, not 1
+    OneMovement,
+    ColumnTime,
+    Sums,
+    MovementsInSum,
+    SumIncoming,
+    SumOutgoing,
+    Balance,
+    Total,
+    PrintedAt,     ///< %1 is the day, %2 the time
+    NoDate,        ///< %1 is what was entered
+    NoMovementsOn, ///< %1 is the day
+    DayUnreadable, ///< %1 is the reason
+    NotPrinted,    ///< %1 is the reason
+    PrinterFault,
+    ClosePreview
 };
 
 /// In Italian for a language that is neither German (1031) nor English (9).

@@ -1,9 +1,12 @@
 #include "qt_demonstration_window.h"
 
 #include "qt_choices_panel.h"
+#include "qt_day_document.h"
+#include "qt_day_printing.h"
 #include "qt_demonstration_look.h"
 #include "qt_event_list.h"
 #include "qt_movement_list.h"
+#include "services/conversions.h"
 #include "services/localised_strings.h"
 
 #include <QBoxLayout>
@@ -11,6 +14,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include <algorithm>
 #include <cmath>
 
 namespace kova {
@@ -18,6 +22,12 @@ namespace {
 
 std::int32_t supportedLanguage(std::int32_t id) {
     return id == language::German || id == language::English ? id : language::Italian;
+}
+
+/// About what the dialog asked for, and of no account once another document is there.
+bool speaksOfDocuments(Caption message) {
+    return message == Caption::NoDate || message == Caption::NoMovementsOn ||
+           message == Caption::NotPrinted || message == Caption::DayUnreadable;
 }
 
 } // namespace
@@ -131,7 +141,58 @@ void DemonstrationWindow::onReceived(const ReceivedEvent& event) {
             this, [this] { readMovements(); }, Qt::QueuedConnection);
     } else if (event.name == "ApriCassetto") {
         notice_.display(caption(Caption::DrawerOpened, languageId_), Notice::Kind::Success, scale_);
+    } else {
+        handOutDay(event);
     }
+}
+
+/// The dialog waits until its cashier is done with the document.
+void DemonstrationWindow::handOutDay(const ReceivedEvent& event) {
+    notice_.hide();
+    if (failure_ && speaksOfDocuments(failure_->message)) {
+        failure_.reset();
+        showBanner();
+    }
+    if (const auto document = makeDocument(event.date))
+        showDocument(*document, event.name == "Anteprima");
+}
+
+std::optional<DayDocument> DemonstrationWindow::makeDocument(const std::string& date) {
+    const auto day = parseDate(date, shop_.regional());
+    if (!day) {
+        report({Caption::NoDate, QString::fromStdString(date).simplified()});
+        return std::nullopt;
+    }
+    DayDocument document{{}, {}, shop_.now(), shop_.regional(), languageId_};
+    try {
+        document.report = shop_.dayReport(*day);
+    } catch (const std::exception& failure) {
+        report({Caption::DayUnreadable, QString::fromUtf8(failure.what())});
+        return std::nullopt;
+    }
+    if (document.report.movements.empty()) {
+        report({Caption::NoMovementsOn, QString::fromStdString(shortDate(*day, shop_.regional()))});
+        return std::nullopt;
+    }
+    if (const auto& user = document.report.scope.user) {
+        const auto found = std::ranges::find(catalogues_.users, *user, &NamedId::id);
+        document.userName =
+            found == catalogues_.users.end() ? QString::number(*user) : QString::fromStdString(found->name);
+    }
+    return document;
+}
+
+void DemonstrationWindow::showDocument(const DayDocument& document, bool preview) {
+    strip_.leave(); // it stands above everything
+    try {
+        if (preview)
+            showPreview(document, scale_);
+        else
+            printWithDialog(document, scale_);
+    } catch (const std::exception& failure) {
+        report({Caption::NotPrinted, QString::fromUtf8(failure.what())});
+    }
+    strip_.accompanyModalWindows(scale_);
 }
 
 void DemonstrationWindow::readMovements() {
@@ -145,9 +206,12 @@ void DemonstrationWindow::readMovements() {
 void DemonstrationWindow::report(Failure failure) {
     failure_ = std::move(failure);
     showBanner();
-    if (failure_->message == Caption::NotStored) // the dialog covers this window
+    // The dialog covers this window.
+    if (failure_->message == Caption::NotStored)
         notice_.display(banner_->text() + '\n' + caption(Caption::EntriesKept, languageId_),
                         Notice::Kind::Failure, scale_);
+    else if (speaksOfDocuments(failure_->message))
+        notice_.display(banner_->text(), Notice::Kind::Failure, scale_);
 }
 
 void DemonstrationWindow::showBanner() {

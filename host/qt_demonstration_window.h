@@ -17,6 +17,7 @@ class QPushButton;
 
 namespace kova {
 
+struct DayDocument;
 class ChoicesPanel;
 class EventList;
 class MovementList;
@@ -45,6 +46,9 @@ class DemonstrationWindow final : public QWidget {
     void openDialog();
     void onReceived(const ReceivedEvent& event);
     void readMovements();
+    void handOutDay(const ReceivedEvent& event);
+    [[nodiscard]] std::optional<DayDocument> makeDocument(const std::string& date);
+    void showDocument(const DayDocument& document, bool preview);
     void report(Failure failure);
     void showBanner();
     void chooseLanguage(std::int32_t id, const QString& name);

@@ -95,6 +95,15 @@ Recordset PointOfSale::latestMovements() const {
          "ORDER BY m.id DESC"});
 }
 
+DayReport PointOfSale::dayReport(DateTime day) const {
+    DayScope scope{day, {}, {}};
+    if (component_->idCassa() != -1)
+        scope.till = component_->idCassa();
+    if (component_->VisualizzaMovimentiUtenteLoggato())
+        scope.user = component_->idUtente();
+    return makeDayReport(scope, database_.connection->query(dayReportQuery(scope)), regional_);
+}
+
 void PointOfSale::store(const SavedMovement& movement) {
     if (!canStore())
         throw DatabaseError(DatabaseError::Unspecified, "this connection only reads", "25006");

@@ -6,6 +6,7 @@
 #include "adapters/system/system_clock.h"
 #include "adapters/system/system_language_runtime.h"
 #include "component/cls_Kova_Drawer_Man.h"
+#include "day_report.h"
 #include "host_database.h"
 #include "movement_store.h"
 #include "services/process_state.h"
@@ -59,11 +60,15 @@ class PointOfSale final : private EventSink {
     /// False on a server: the component's connections only read, and the host has no other one.
     [[nodiscard]] bool canStore() const { return database_.embedded.has_value(); }
 
-    // Both throw DatabaseError.
+    // All throw DatabaseError.
     [[nodiscard]] ShopCatalogues catalogues() const;
     /// The last 200 rows stored, newest first: moment, activity, payment, coefficient, amount, currency,
     /// note, drawer, till, operator.
     [[nodiscard]] Recordset latestMovements() const;
+    /// Of the till in use, and of its user alone where the choices ask for that. Throws Error for stored
+    /// amounts that cannot be summed.
+    [[nodiscard]] DayReport dayReport(DateTime day) const;
+    [[nodiscard]] DateTime now() const { return clock_.now(); }
 
     /// After the movement is stored, or has failed to be.
     Signal<const ReceivedEvent&> received;

@@ -11,6 +11,18 @@ awk -v seed="$seed" -v steps="$steps" '
 function any(n) { return int(rand() * n) }
 function pick(text,  words) { return words[1 + any(split(text, words, "|"))] }
 function switched() { return any(3) ? "True" : "False" }
+# From a fresh dialog, so that the window is there; nothing that may close it comes before the end, where it may
+# also stay open below what follows.
+function countCoins(  gestures) {
+    print "discard\nshow 0\ntab 0\npress CMD_CaricaMoneta"
+    for (gestures = any(20); gestures > 0; --gestures)
+        print pick("focus txtValuta " any(30) "|focus txtValuta " any(15) "|focus FlatEdit " any(3) "|key \"2\"|key \".\"|" \
+            "key \"BACKSPACE\"|type \"7,x\\n\"|press CMD_Carica|press CMD_cancella|" \
+            "focus txtValuta " any(30) "\ntype \"3\"\npress CMD_Carica\ndump coin|" \
+            "text txtValuta " any(30) " \"2,5\"|runtime-language 9|dump coin|dump control txtPrimaValuta|" \
+            "dump control txtValuta " any(30) "|dump control CMD_Carica|touch Pulsantiera_Pagamenti 1")
+    print pick("press CMD_CaricaMoneta|press CMD_CaricaMoneta|press CMD_Annulla|close|discard|wait 60|dump forms")
+}
 BEGIN {
     srand(seed)
     print "create"
@@ -30,6 +42,10 @@ BEGIN {
                 "handler SalvaPagamento discard|handler SalvaPagamento clear|handler ApriCassetto show|" \
                 "handler Stampa discard|handler Stampa clear|fail-sql \"tabPagamenti\" \"x\" rows 2|" \
                 "fail-sql clear")
+            continue
+        }
+        if (any(25) == 0) {
+            countCoins()
             continue
         }
         print "show 0" # the last step may have closed it
@@ -60,6 +76,7 @@ catalogues='INSERT INTO tabActivityDrawer VALUES'
     echo "sql \"INSERT INTO tabPagamenti VALUES (1,'Contanti',1,'€',10), (2,'Carta',2,'€',20), (3,'Fr.',1,'CHF',30)\""
     echo "sql \"INSERT INTO tabValute VALUES ('€'), ('CHF')\""
     echo "sql \"INSERT INTO tabImpostazioni VALUES ('Attiva_Gestione_MultiCassetto','1')\""
+    [ $((seed % 2)) -eq 0 ] || echo "sql \"INSERT INTO tabImpostazioni VALUES ('ValutaAziendale','CHF')\""
     echo "sql \"INSERT INTO tabImpostazioni VALUES ('idCassettoCausPred_Prelievi',2), ('idCassettoCausPred_Versamenti',3)\""
     cat walk.scenario
 } >whole.scenario
@@ -71,6 +88,9 @@ for interface in headless qt; do
         exit 1
     fi
 done
+counted=$(grep -c '^coin IndiceMoneta=[0-9]' headless.trace)
+echo "$counted looks at a coin count"
+[ "$counted" -ge 5 ] || { echo "a walk that counts nothing shows nothing"; exit 1; }
 saved=$(grep -c '^event SalvaPagamento' headless.trace)
 echo "$saved movements in $steps steps"
 [ "$saved" -ge 5 ] || { echo "a walk that saves nothing shows nothing"; exit 1; }

@@ -1,3 +1,4 @@
+#include "coin_count/frm_CaricaMoneta.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "drawer_dialog/handler_scope.h"
@@ -25,6 +26,8 @@ void frm_Drawer_Management::AnnullaClick() {
     trapped(process_, "AnnullaClick", [&] {
         if (auto* message = process_.existingMessageWindow())
             message->unload();
+        if (const auto coins = process_.coinDialog)
+            coins->unload();
         ProceduraChiudi();
     });
 }

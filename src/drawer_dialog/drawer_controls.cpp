@@ -68,9 +68,9 @@ DrawerControls::DrawerControls(EventLoop& loop)
 }
 
 void DrawerControls::retire() {
-    TimerAttivita.retire();
-    TimerVersamenti.retire();
-    tmrAutoClose.retire();
+    TimerAttivita.stop();
+    TimerVersamenti.stop();
+    tmrAutoClose.stop();
     handlers.clear();
     ml_RuntimeSupport.disconnect();
     view.reset();

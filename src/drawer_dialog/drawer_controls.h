@@ -22,7 +22,7 @@ namespace kova {
 /// a set whose dialog was unloaded lives on until the outermost running handler has returned.
 struct DrawerControls {
     explicit DrawerControls(EventLoop& loop);
-    /// Takes the set out of service: timers stop for good, no gesture has an effect, the view closes.
+    /// Takes the set out of service: no gesture and no timer has an effect, the view closes.
     void retire();
 
     Window window;

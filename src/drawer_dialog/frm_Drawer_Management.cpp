@@ -61,6 +61,7 @@ void frm_Drawer_Management::connectHandlers() {
     on(c.cmdConferma.pressed, [this] { cmdConferma_Click(); });
     on(c.cmdAnnulla.pressed, [this] { cmdAnnulla_Click(); });
     on(c.cmdRecuperaFondoCassaPrecedente.pressed, [this] { cmdRecuperaFondoCassaPrecedente_Click(); });
+    on(c.CMD_CaricaMoneta.pressed, [this] { cmd_CaricaMoneta_Click(); });
     on(c.tabs.selectedChanged, [this](int index) { TabControl_SelectedChanged(index); });
     on(c.cmdCaricaMovimenti.pressed, [this] { cmdCaricaMovimenti_Click(); });
     on(c.cmd_print.pressed, [this] { cmd_print_Click(); });

@@ -17,7 +17,7 @@ class cls_Kova_Drawer_Man;
 /// component and keeps none. Every procedure that can fail traps its failures under a label of the error log.
 ///
 /// One source file per topic: start_up, catalogues, selection, entry, confirmation,
-/// previous_float, closing, movements_page, appearance.
+/// previous_float, coin_count, closing, movements_page, appearance.
 class frm_Drawer_Management {
   public:
     frm_Drawer_Management(ProcessState& process, cls_Kova_Drawer_Man& component);
@@ -35,7 +35,7 @@ class frm_Drawer_Management {
     /// Modality 0 returns at once, any other value when the dialog has closed. A dialog on the screen comes
     /// to the front; asked to be modal from inside one of its own handlers it returns at once all the same.
     void Show(std::int32_t modality);
-    /// Closes the message window, then the dialog.
+    /// Closes the message window and the coin count, then the dialog.
     void AnnullaClick();
 
     void ml_RuntimeSupport_LanguageChanged(std::int32_t LanguageID, const std::string& Language);
@@ -101,6 +101,9 @@ class frm_Drawer_Management {
     void Unload();
     // previous_float.cpp
     void cmdRecuperaFondoCassaPrecedente_Click();
+    // coin_count.cpp
+    void cmd_CaricaMoneta_Click();
+    void takeCountedAmounts(const frm_CaricaMoneta& coins);
     // movements_page.cpp
     void setupReportControl();
     void TabControl_SelectedChanged(int index);

@@ -4,6 +4,31 @@
 #include "services/conversions.h"
 
 namespace kova {
+namespace {
+
+/// What the list needs to know of the user's region to sort, to add up and to offer its menu.
+void prepareList(ProcessState& process, ReportGrid& grid) {
+    const auto& regional = process.platform.regional;
+    grid.setConventions({[&regional](std::string_view cell) { return parseNumber(cell, regional); },
+                         [&regional](std::string_view cell) -> std::optional<double> {
+                             const auto date = parseDate(cell, regional);
+                             if (!date)
+                                 return std::nullopt;
+                             return static_cast<double>(date->time_since_epoch().count());
+                         },
+                         [&process](double sum) { return process.numberFormat().FormatSum(sum); }});
+    grid.setSummedColumns("importo", "valuta");
+    switch (process.CurrentLanguageId) {
+    case language::German:
+        return grid.setMenuTexts({"Auswahl kopieren", "Alles auswählen", "Liste als CSV speichern …"});
+    case language::English:
+        return grid.setMenuTexts({"Copy selection", "Select all", "Save list as CSV …"});
+    default:
+        return grid.setMenuTexts({"Copia selezione", "Seleziona tutto", "Salva elenco in CSV …"});
+    }
+}
+
+} // namespace
 
 void frm_Drawer_Management::setupReportControl() {
     trapped(process_, "setupReportControl", [&] {
@@ -13,17 +38,7 @@ void frm_Drawer_Management::setupReportControl() {
             text(59, "Trascinare qui l'intestazione di colonna per raggruppare per quella colonna"));
         grid.setHeaderFont({"Tahoma", 8});
         grid.setSortPrefix(text(61, "Ordina per: "));
-        const auto& regional = process_.platform.regional;
-        grid.setReadings(
-            [&regional](std::string_view cell) {
-                return isNumeric(cell, regional) ? std::optional(toDouble(cell, regional)) : std::nullopt;
-            },
-            [&regional](std::string_view cell) -> std::optional<double> {
-                const auto date = parseDate(cell, regional);
-                if (!date)
-                    return std::nullopt;
-                return static_cast<double>(date->time_since_epoch().count());
-            });
+        prepareList(process_, grid);
     });
 }
 

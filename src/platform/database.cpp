@@ -17,7 +17,8 @@ std::optional<std::size_t> Snapshot::findColumn(std::string_view name) const {
 }
 
 Value Snapshot::at(std::size_t row, std::size_t column) const {
-    const Cell& cell = cells_.at(row * columnNames_.size() + column);
+    const std::size_t index = row * columnNames_.size() + column;
+    const Cell& cell = cells_.at(index / BlockCells).at(index % BlockCells);
     switch (cell.kind) {
     case Kind::Boolean:
         return cell.bits != 0;
@@ -28,7 +29,7 @@ Value Snapshot::at(std::size_t row, std::size_t column) const {
     case Kind::Exact:
         return Decimal{cell.bits, cell.scale};
     case Kind::Text:
-        return std::string_view(arena_).substr(static_cast<std::size_t>(cell.bits), cell.length);
+        return std::string_view(std::bit_cast<const char*>(cell.bits), cell.length);
     case Kind::Time:
         return DateTime(std::chrono::milliseconds(cell.bits));
     case Kind::Nothing:
@@ -38,31 +39,56 @@ Value Snapshot::at(std::size_t row, std::size_t column) const {
 }
 
 void Snapshot::add(const Value& value) {
-    cells_.push_back(std::visit(Overloaded{
-                                    [](Null) { return Cell{}; },
-                                    [](bool v) {
-                                        return Cell{v ? 1 : 0, 0, Kind::Boolean, 0};
-                                    },
-                                    [](std::int64_t v) {
-                                        return Cell{v, 0, Kind::Integer, 0};
-                                    },
-                                    [](double v) {
-                                        return Cell{std::bit_cast<std::int64_t>(v), 0, Kind::Real, 0};
-                                    },
-                                    [](Decimal v) {
-                                        return Cell{v.unscaled, 0, Kind::Exact, v.scale};
-                                    },
-                                    [this](std::string_view v) {
-                                        const Cell cell{static_cast<std::int64_t>(arena_.size()),
-                                                        static_cast<std::uint32_t>(v.size()), Kind::Text, 0};
-                                        arena_.append(v);
-                                        return cell;
-                                    },
-                                    [](DateTime v) {
-                                        return Cell{v.time_since_epoch().count(), 0, Kind::Time, 0};
-                                    },
-                                },
-                                value));
+    if (cells_.empty() || cells_.back().size() == BlockCells) {
+        cells_.emplace_back();
+        cells_.back().reserve(cells_.size() > 1 ? BlockCells : 0); // most results are short
+    }
+    cells_.back().push_back(std::visit(Overloaded{
+                                           [](Null) { return Cell{}; },
+                                           [](bool v) {
+                                               return Cell{v ? 1 : 0, 0, Kind::Boolean, 0};
+                                           },
+                                           [](std::int64_t v) {
+                                               return Cell{v, 0, Kind::Integer, 0};
+                                           },
+                                           [](double v) {
+                                               return Cell{std::bit_cast<std::int64_t>(v), 0, Kind::Real, 0};
+                                           },
+                                           [](Decimal v) {
+                                               return Cell{v.unscaled, 0, Kind::Exact, v.scale};
+                                           },
+                                           [this](std::string_view v) {
+                                               return Cell{std::bit_cast<std::int64_t>(keep(v).data()),
+                                                           static_cast<std::uint32_t>(v.size()), Kind::Text,
+                                                           0};
+                                           },
+                                           [](DateTime v) {
+                                               return Cell{v.time_since_epoch().count(), 0, Kind::Time, 0};
+                                           },
+                                       },
+                                       value));
+}
+
+std::string_view Snapshot::keep(std::string_view text) {
+    constexpr std::size_t firstBlock = 1024, largestBlock = 65536;
+    if (texts_.empty() || texts_.back().capacity() - texts_.back().size() < text.size()) {
+        const std::size_t doubled = texts_.empty() ? firstBlock : 2 * texts_.back().capacity();
+        texts_.emplace_back();
+        texts_.back().reserve(std::max(std::min(doubled, largestBlock), text.size()));
+    }
+    std::string& block = texts_.back();
+    const std::size_t begin = block.size();
+    block.append(text);
+    return std::string_view(block).substr(begin);
+}
+
+std::size_t Snapshot::memoryUse() const {
+    std::size_t bytes = 0;
+    for (const auto& block : cells_)
+        bytes += block.capacity() * sizeof(Cell);
+    for (const auto& block : texts_)
+        bytes += block.capacity();
+    return bytes;
 }
 
 void Recordset::requireRow() const {

@@ -46,9 +46,14 @@ class KOVA_API DatabaseError : public Error {
     std::string sqlState_;
 };
 
-/// A whole result, read once and immutable from then on; all texts lie in one arena.
+/// A whole result, read once and immutable from then on. Cells and texts lie in blocks that never move: a
+/// long result is neither copied while it grows, nor does it need one large piece of memory.
 class KOVA_API Snapshot {
   public:
+    Snapshot() = default;
+    Snapshot(const Snapshot&) = delete;
+    Snapshot& operator=(const Snapshot&) = delete;
+
     [[nodiscard]] std::size_t rowCount() const { return rowCount_; }
     [[nodiscard]] std::size_t columnCount() const { return columnNames_.size(); }
     [[nodiscard]] const std::string& columnName(std::size_t column) const { return columnNames_.at(column); }
@@ -57,9 +62,7 @@ class KOVA_API Snapshot {
     /// Row and column must exist.
     [[nodiscard]] Value at(std::size_t row, std::size_t column) const;
     /// Bytes held by cells and texts.
-    [[nodiscard]] std::size_t memoryUse() const {
-        return cells_.capacity() * sizeof(Cell) + arena_.capacity();
-    }
+    [[nodiscard]] std::size_t memoryUse() const;
 
     // The filling side, for adapters: all columns first, then cell by cell, row by row.
     void addColumn(std::string name) { columnNames_.push_back(std::move(name)); }
@@ -69,14 +72,17 @@ class KOVA_API Snapshot {
   private:
     enum class Kind : std::uint8_t { Nothing, Boolean, Integer, Real, Exact, Text, Time };
     struct Cell {
-        std::int64_t bits = 0;
+        std::int64_t bits = 0; ///< of a text, where it begins
         std::uint32_t length = 0;
         Kind kind = Kind::Nothing;
         std::uint8_t scale = 0;
     };
+    std::string_view keep(std::string_view text);
+
+    static constexpr std::size_t BlockCells = 4096;
     std::vector<std::string> columnNames_;
-    std::vector<Cell> cells_;
-    std::string arena_;
+    std::vector<std::vector<Cell>> cells_; ///< blocks, all but the last full
+    std::vector<std::string> texts_;       ///< blocks that are never longer than what they reserved
     std::size_t rowCount_ = 0;
 };
 

@@ -115,10 +115,12 @@ void fillGrid(ProcessState& process, ReportGrid& grid, Recordset rows) {
         grid.addColumn(static_cast<int>(i), rows.fieldName(i), ColumnWidth, true);
     const bool german = process.CurrentLanguageId == language::German;
     const std::int32_t count = rows.recordCount();
+    std::string cell;
     for (std::int32_t j = 0; j < count; ++j) {
         grid.addRecord();
         for (std::size_t i = 0; i < fields; ++i) {
-            std::string cell = asText(NullToDefault(rows.field(i), ""), process.platform.regional);
+            cell.clear();
+            appendText(cell, NullToDefault(rows.field(i), ""), process.platform.regional);
             if (german)
                 relabelInGerman(cell);
             grid.addItem(static_cast<std::size_t>(j), cell);

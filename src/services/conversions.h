@@ -13,6 +13,8 @@ namespace kova {
 // takes blanks around, a sign, the region's currency symbol before or after, groups of exactly three digits,
 // the region's decimal separator with digits on at least one side, and an exponent.
 
+/// The number; nothing for a text that does not convert to a double.
+std::optional<double> parseNumber(std::string_view text, const RegionalSettings& regional);
 /// Whether the text converts to a double.
 bool isNumeric(std::string_view text, const RegionalSettings& regional);
 /// Throws Error: 13 for no number, 6 for one that a double cannot hold.
@@ -28,6 +30,7 @@ std::int32_t keyToId(std::string_view key, const RegionalSettings& regional);
 
 /// Shortest decimal form of up to 15 digits, so that no binary noise shows; no grouping.
 std::string toText(double number, const RegionalSettings& regional);
+std::string toText(Decimal number, const RegionalSettings& regional);
 
 // Dates.
 
@@ -45,6 +48,8 @@ std::string generalDate(DateTime time, const RegionalSettings& regional);
 
 /// The ordinary conversion; Null gives an empty text.
 std::string asText(const Value& value, const RegionalSettings& regional);
+/// The same behind `text`; for many cells in a row.
+void appendText(std::string& text, const Value& value, const RegionalSettings& regional);
 /// The value, or `fallback` when it is Null.
 Value NullToDefault(const Value& value, const Value& fallback);
 /// Any number but 0 is true. Throws Error 13 for Null and for a text that is neither a number nor "True" or

@@ -110,11 +110,23 @@ std::optional<milliseconds> readTime(Reader& reader, const RegionalSettings& reg
     return hours(hour24) + minutes(*minuteNumber) + seconds(secondNumber);
 }
 
+/// With a leading zero, where wanted, if it has one digit.
+void appendNumber(std::string& text, std::int64_t number, bool twoDigits) {
+    if (number >= 0 && number < 100) {
+        if (number >= 10 || twoDigits)
+            text += static_cast<char>('0' + number / 10);
+        text += static_cast<char>('0' + number % 10);
+    } else {
+        text += std::to_string(number);
+    }
+}
+
 } // namespace
 
 std::string twoDigits(std::int64_t number) {
-    std::string text = std::to_string(number);
-    return text.size() < 2 ? text.insert(0, 1, '0') : text;
+    std::string text;
+    appendNumber(text, number, true);
+    return text;
 }
 
 std::optional<DateTime> parseDate(std::string_view text, const RegionalSettings& regional) {
@@ -136,35 +148,45 @@ std::optional<DateTime> parseDate(std::string_view text, const RegionalSettings&
 
 std::string shortDate(DateTime time, const RegionalSettings& regional) {
     const year_month_day date(floor<days>(time));
-    const auto number = [&](unsigned value) {
-        return regional.twoDigitDayAndMonth ? twoDigits(value) : std::to_string(value);
+    std::string text;
+    const auto add = [&](std::int64_t value) {
+        if (!text.empty())
+            text += regional.dateSeparator;
+        appendNumber(text, value, regional.twoDigitDayAndMonth);
     };
-    const std::string dayText = number(static_cast<unsigned>(date.day()));
-    const std::string monthText = number(static_cast<unsigned>(date.month()));
-    const std::string yearText = std::to_string(static_cast<int>(date.year()));
-    const std::string& separator = regional.dateSeparator;
+    const auto dayNumber = static_cast<unsigned>(date.day());
+    const auto monthNumber = static_cast<unsigned>(date.month());
+    const auto yearNumber = static_cast<int>(date.year());
     switch (regional.dateOrder) {
     case Order::MonthDayYear:
-        return monthText + separator + dayText + separator + yearText;
+        add(monthNumber), add(dayNumber), add(yearNumber);
+        break;
     case Order::YearMonthDay:
-        return yearText + separator + monthText + separator + dayText;
+        add(yearNumber), add(monthNumber), add(dayNumber);
+        break;
     case Order::DayMonthYear:
+        add(dayNumber), add(monthNumber), add(yearNumber);
         break;
     }
-    return dayText + separator + monthText + separator + yearText;
+    return text;
 }
 
 std::string generalDate(DateTime time, const RegionalSettings& regional) {
-    std::string day = shortDate(time, regional);
+    std::string text = shortDate(time, regional);
     const hh_mm_ss clock(floor<seconds>(time - floor<days>(time)));
     if (time == floor<days>(time))
-        return day;
+        return text;
+    text += ' ';
     const auto hour = clock.hours().count();
-    const std::string rest = regional.timeSeparator + twoDigits(clock.minutes().count()) +
-                             regional.timeSeparator + twoDigits(clock.seconds().count());
-    if (!regional.twelveHours)
-        return day + " " + twoDigits(hour) + rest;
-    return day + " " + std::to_string(hour % 12 == 0 ? 12 : hour % 12) + rest + (hour < 12 ? " AM" : " PM");
+    const bool twelve = regional.twelveHours;
+    appendNumber(text, !twelve ? hour : hour % 12 == 0 ? 12 : hour % 12, !twelve);
+    for (const std::int64_t part : {clock.minutes().count(), clock.seconds().count()}) {
+        text += regional.timeSeparator;
+        appendNumber(text, part, true);
+    }
+    if (twelve)
+        text += hour < 12 ? " AM" : " PM";
+    return text;
 }
 
 } // namespace kova

@@ -120,6 +120,40 @@ class NumberParser {
     bool negativeExponent_ = false;
 };
 
+/// The plain numbers that most texts are, as -12,5: exact, since a double holds 15 digits and powers of ten
+/// up to 10^22. Nothing for any other text.
+std::optional<double> parsePlain(std::string_view text, const RegionalSettings& regional) {
+    constexpr std::size_t mostDigits = 15;
+    static constexpr std::array<double, mostDigits + 1> powers{1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                               1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const bool negative = text.starts_with('-');
+    text.remove_prefix(negative ? 1 : 0);
+    std::int64_t digits = 0;
+    std::size_t count = 0, decimals = 0;
+    bool inFraction = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] >= '0' && text[i] <= '9' && count < mostDigits) {
+            digits = digits * 10 + (text[i] - '0');
+            ++count;
+            decimals += inFraction ? 1 : 0;
+        } else if (!inFraction && regional.decimalSeparator == text.substr(i, 1)) {
+            inFraction = true;
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (count == 0)
+        return std::nullopt;
+    const double number = static_cast<double>(digits) / powers[decimals];
+    return negative ? -number : number;
+}
+
+Parsed parse(std::string_view text, const RegionalSettings& regional) {
+    if (const auto plain = parsePlain(text, regional))
+        return {Reading::Number, *plain};
+    return NumberParser(text, regional).parse();
+}
+
 template <class Integer>
 Integer rounded(double number) {
     // The processor's default rounding is half to even, as the shops' earlier programs rounded.
@@ -131,12 +165,17 @@ Integer rounded(double number) {
 
 } // namespace
 
+std::optional<double> parseNumber(std::string_view text, const RegionalSettings& regional) {
+    const Parsed parsed = parse(text, regional);
+    return parsed.reading == Reading::Number ? std::optional(parsed.number) : std::nullopt;
+}
+
 bool isNumeric(std::string_view text, const RegionalSettings& regional) {
-    return NumberParser(text, regional).parse().reading == Reading::Number;
+    return parse(text, regional).reading == Reading::Number;
 }
 
 double toDouble(std::string_view text, const RegionalSettings& regional) {
-    const Parsed parsed = NumberParser(text, regional).parse();
+    const Parsed parsed = parse(text, regional);
     switch (parsed.reading) {
     case Reading::Number:
         return parsed.number;
@@ -172,16 +211,38 @@ std::int32_t keyToId(std::string_view key, const RegionalSettings& regional) {
 }
 
 std::string toText(double number, const RegionalSettings& regional) {
+    // Most amounts have up to four decimals, and are written much faster as what they are.
+    constexpr double moneyUnits = 1e4;
+    constexpr std::uint8_t moneyScale = 4;
+    constexpr double largest = 1e11; // 15 digits
+    const double units = std::round(number * moneyUnits);
+    if (std::fabs(number) < largest && units / moneyUnits == number)
+        return toText(Decimal{static_cast<std::int64_t>(units), moneyScale}, regional);
+
     constexpr int significantDigits = 15;
     std::array<char, 64> buffer{};
-    const double shown = number == 0 ? 0 : number; // no "-0"
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), shown,
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
                                    std::chars_format::general, significantDigits)
                          .ptr;
     std::string text(buffer.data(), end);
     std::ranges::replace(text, 'e', 'E');
     if (const auto point = text.find('.'); point != std::string::npos)
         text.replace(point, 1, regional.decimalSeparator);
+    return text;
+}
+
+std::string toText(Decimal number, const RegionalSettings& regional) {
+    std::array<char, 24> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number.unscaled).ptr;
+    std::string text(buffer.data(), end);
+    const std::size_t scale = number.scale;
+    const std::size_t sign = text.front() == '-' ? 1 : 0;
+    if (text.size() - sign <= scale)
+        text.insert(sign, scale + 1 - (text.size() - sign), '0');
+    const std::size_t whole = text.size() - scale;
+    text.erase(std::max(text.find_last_not_of('0') + 1, whole));
+    if (text.size() > whole)
+        text.insert(whole, regional.decimalSeparator);
     return text;
 }
 

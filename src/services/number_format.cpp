@@ -73,4 +73,13 @@ std::string NumberFormat::FormatAmount(const double& value, const std::int16_t& 
     return (value < 0 && !zero ? "-" : "") + result;
 }
 
+std::string NumberFormat::FormatSum(const double& value) const {
+    constexpr std::int16_t moneyDecimals = 4;
+    std::int16_t decimals = amountDecimals_;
+    const double units = std::round(value * 1e4);
+    while (decimals < moneyDecimals && std::fmod(units, std::pow(10.0, moneyDecimals - decimals)) != 0)
+        ++decimals;
+    return FormatAmount(value, decimals);
+}
+
 } // namespace kova

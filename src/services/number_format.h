@@ -21,6 +21,8 @@ class NumberFormat {
     [[nodiscard]] std::string FormatValue(const double& value) const {
         return FormatAmount(value, amountDecimals_);
     }
+    /// A sum of amounts, with the amount decimals or as many more, up to money's four, as it needs.
+    [[nodiscard]] std::string FormatSum(const double& value) const;
 
   private:
     const RegionalSettings& regional_;

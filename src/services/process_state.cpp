@@ -1,5 +1,6 @@
 #include "services/process_state.h"
 
+#include "coin_count/frm_CaricaMoneta.h"
 #include "services/message_box.h"
 
 namespace kova {

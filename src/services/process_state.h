@@ -12,6 +12,7 @@
 namespace kova {
 
 class frmMsgBox;
+class frm_CaricaMoneta;
 
 /// The settings read from the database when a host connects.
 struct Settings {
@@ -39,6 +40,8 @@ class ProcessState {
     StringSource strings;
     std::int32_t CurrentLanguageId = 0; ///< 0 until the first selection, then 1040, 1031 or 9
     WindowStack windows;
+    /// The coin count while one is open, and after it could not be taken over; otherwise null.
+    std::shared_ptr<frm_CaricaMoneta> coinDialog;
 
     /// Created on first use, like those below.
     ErrorLogger& ErrorLog();

@@ -7,18 +7,6 @@
 namespace kova {
 namespace {
 
-std::string exactText(Decimal decimal, const RegionalSettings& regional) {
-    std::string digits = std::to_string(decimal.unscaled);
-    const bool negative = digits.front() == '-';
-    digits.erase(0, negative ? 1 : 0);
-    if (digits.size() <= decimal.scale)
-        digits.insert(0, decimal.scale + 1 - digits.size(), '0');
-    std::string fraction = digits.substr(digits.size() - decimal.scale);
-    digits.resize(digits.size() - decimal.scale);
-    fraction.erase(fraction.find_last_not_of('0') + 1);
-    return (negative ? "-" : "") + digits + (fraction.empty() ? "" : regional.decimalSeparator + fraction);
-}
-
 double numberOf(Decimal decimal) {
     return static_cast<double>(decimal.unscaled) / std::pow(10.0, decimal.scale);
 }
@@ -26,14 +14,19 @@ double numberOf(Decimal decimal) {
 } // namespace
 
 std::string asText(const Value& value, const RegionalSettings& regional) {
-    return std::visit(Overloaded{[](Null) { return std::string(); },
-                                 [](bool v) { return std::string(v ? "True" : "False"); },
-                                 [](std::int64_t v) { return std::to_string(v); },
-                                 [&](double v) { return toText(v, regional); },
-                                 [&](Decimal v) { return exactText(v, regional); },
-                                 [](std::string_view v) { return std::string(v); },
-                                 [&](DateTime v) { return generalDate(v, regional); }},
-                      value);
+    std::string text;
+    appendText(text, value, regional);
+    return text;
+}
+
+void appendText(std::string& text, const Value& value, const RegionalSettings& regional) {
+    std::visit(Overloaded{[](Null) {}, [&](bool v) { text += v ? "True" : "False"; },
+                          [&](std::int64_t v) { text += std::to_string(v); },
+                          [&](double v) { text += toText(v, regional); },
+                          [&](Decimal v) { text += toText(v, regional); },
+                          [&](std::string_view v) { text += v; },
+                          [&](DateTime v) { text += generalDate(v, regional); }},
+               value);
 }
 
 Value NullToDefault(const Value& value, const Value& fallback) {
@@ -66,7 +59,7 @@ bool equalsNumber(const Value& value, double number, const RegionalSettings& reg
     if (std::holds_alternative<Null>(value) || std::holds_alternative<DateTime>(value))
         return false;
     if (const auto* text = std::get_if<std::string_view>(&value))
-        return isNumeric(*text, regional) && toDouble(*text, regional) == number;
+        return parseNumber(*text, regional) == number;
     return asDouble(value, regional) == number;
 }
 

@@ -27,10 +27,12 @@ enum class Property {
     Marks,   ///< which buttons of a grid are marked
     SelectedTab,
     CapsLock,
+    Icon,
     ZOrder,
     Focus,
     Title,
-    Records
+    Records, ///< what a list holds, or its order
+    Rows     ///< which rows of a list are shown or selected, or the widths of its columns
 };
 
 /// What became of a gesture.
@@ -122,6 +124,9 @@ class CaptionedControl : public Control {
     std::string caption_;
     Color backColor_, foreColor_;
 };
+
+/// Where a line of text stands in its bounds.
+enum class Alignment { Left, Center, Right };
 
 /// Face, size and weight of a text, at the design size of the surface.
 struct Font {

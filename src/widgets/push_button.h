@@ -6,6 +6,9 @@ namespace kova {
 /// A touch button with a caption. `press` is the cashier's touch.
 class PushButton : public CaptionedControl {
   public:
+    /// A picture beside the caption, 16 design pixels in size.
+    enum class Icon { None, Cancel, Confirm, Clear };
+
     PushButton(Place place, std::string caption, Font font = {})
         : CaptionedControl(std::move(place), std::move(caption), colors::ButtonFace), font_(std::move(font)) {
     }
@@ -14,6 +17,8 @@ class PushButton : public CaptionedControl {
     [[nodiscard]] const Font& font() const { return font_; }
     [[nodiscard]] const std::string& toolTip() const { return toolTip_; }
     void setToolTip(const std::string& text) { assign(toolTip_, text, Property::ToolTip); }
+    [[nodiscard]] Icon icon() const { return icon_; }
+    void setIcon(Icon icon) { assign(icon_, icon, Property::Icon); }
     [[nodiscard]] bool latched() const { return latched_; } ///< drawn held down
     void setLatched(bool latched) { assign(latched_, latched, Property::Latched); }
     /// Drawn flat, in its own colours, instead of the platform's look.
@@ -28,6 +33,7 @@ class PushButton : public CaptionedControl {
   private:
     Font font_;
     std::string toolTip_;
+    Icon icon_ = Icon::None;
     bool latched_ = false;
     bool ownColors_ = false;
 };

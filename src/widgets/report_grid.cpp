@@ -1,30 +1,39 @@
 #include "widgets/report_grid.h"
 
+#include "platform/letter_case.h"
+
 #include <algorithm>
-#include <cmath>
-#include <numeric>
 
 namespace kova {
+namespace {
+
+constexpr int NarrowestColumn = 5; // characters
+
+} // namespace
 
 void ReportGrid::deleteRecords() {
-    texts_.clear();
-    items_.clear();
-    records_.clear();
+    table_.clear();
+    order_.clear();
     rows_.clear();
-    clearOrder();
+    groups_.clear();
+    selected_.clear();
+    amounts_.clear();
+    totals_.clear();
+    forgetOrder();
     changed(Property::Records);
 }
 
 void ReportGrid::deleteColumns() {
     columns_.clear();
-    clearOrder();
+    forgetOrder();
     changed(Property::Records);
 }
 
-void ReportGrid::clearOrder() {
+void ReportGrid::forgetOrder() {
     sortColumn_.reset();
     direction_ = Direction::AsLoaded;
     groupColumns_.clear();
+    collapsed_.clear();
 }
 
 void ReportGrid::addColumn(int index, const std::string& caption, int width, bool resizable) {
@@ -32,97 +41,18 @@ void ReportGrid::addColumn(int index, const std::string& caption, int width, boo
     columns_.insert(columns_.begin() + at, {caption, width, resizable});
 }
 
-void ReportGrid::addRecord() {
-    records_.push_back({static_cast<std::uint32_t>(items_.size()), 0});
-}
-
-void ReportGrid::addItem(std::size_t record, std::string_view text) {
-    const Item item{static_cast<std::uint32_t>(texts_.size()), static_cast<std::uint32_t>(text.size())};
-    texts_.append(text);
-    auto& range = records_.at(record);
-    items_.insert(items_.begin() + range.first + range.count, item);
-    ++range.count;
-    for (std::size_t later = record + 1; later < records_.size(); ++later)
-        ++records_[later].first;
-}
-
-std::string_view ReportGrid::item(std::size_t record, std::size_t column) const {
-    const auto& range = records_.at(record);
-    if (column >= range.count)
-        return {};
-    const auto& item = items_[range.first + column];
-    return std::string_view(texts_).substr(item.offset, item.length);
+std::optional<std::size_t> ReportGrid::findColumn(std::string_view caption) const {
+    const auto found = std::ranges::find_if(
+        columns_, [&](const Column& column) { return equalIgnoringCase(column.caption, caption); });
+    if (found == columns_.end())
+        return std::nullopt;
+    return static_cast<std::size_t>(found - columns_.begin());
 }
 
 std::size_t ReportGrid::memoryUse() const {
-    return texts_.capacity() + items_.capacity() * sizeof(Item) + records_.capacity() * sizeof(Range) +
-           rows_.capacity() * sizeof(Row);
-}
-
-void ReportGrid::setReadings(Reading number, Reading date) {
-    number_ = std::move(number);
-    date_ = std::move(date);
-}
-
-void ReportGrid::populate() {
-    Order order(records_.size());
-    std::iota(order.begin(), order.end(), 0);
-    if (sortColumn_ && direction_ != Direction::AsLoaded)
-        sortRecords(order, *sortColumn_, direction_ == Direction::Descending);
-    // Stable, from the innermost grouping outwards: records keep their order inside a group.
-    for (auto column = groupColumns_.rbegin(); column != groupColumns_.rend(); ++column)
-        sortRecords(order, *column, false);
-    rows_.clear();
-    addGroup(order, 0, order.size(), 0);
-    changed(Property::Records);
-}
-
-void ReportGrid::addGroup(const Order& order, std::size_t first, std::size_t end, std::size_t level) {
-    if (level == groupColumns_.size()) {
-        for (; first < end; ++first)
-            rows_.push_back({order[first], static_cast<std::int32_t>(level), {}, 0});
-        return;
-    }
-    const auto value = [&](std::size_t position) {
-        return item(static_cast<std::size_t>(order[position]), groupColumns_[level]);
-    };
-    while (first < end) {
-        std::size_t next = first + 1;
-        while (next < end && value(next) == value(first))
-            ++next;
-        rows_.push_back({Row::NoRecord, static_cast<std::int32_t>(level), std::string(value(first)),
-                         static_cast<std::int32_t>(next - first)});
-        addGroup(order, first, next, level + 1);
-        first = next;
-    }
-}
-
-/// The column's values; none when some cell, empty ones aside, cannot be read so. Empty cells come first.
-std::vector<double> ReportGrid::readAs(const Reading& reading, std::size_t column) const {
-    std::vector<double> values;
-    if (!reading)
-        return values;
-    values.reserve(records_.size());
-    for (std::size_t record = 0; record < records_.size(); ++record) {
-        const std::string_view text = item(record, column);
-        const auto value = text.empty() ? std::optional(-HUGE_VAL) : reading(text);
-        if (!value)
-            return {};
-        values.push_back(*value);
-    }
-    return values;
-}
-
-void ReportGrid::sortRecords(Order& order, std::size_t column, bool descending) const {
-    auto values = readAs(number_, column);
-    if (values.empty())
-        values = readAs(date_, column);
-    const auto at = [](std::int32_t record) { return static_cast<std::size_t>(record); };
-    const auto before = [&](std::int32_t a, std::int32_t b) {
-        return values.empty() ? item(at(a), column) < item(at(b), column) : values[at(a)] < values[at(b)];
-    };
-    std::ranges::stable_sort(
-        order, [&](std::int32_t a, std::int32_t b) { return descending ? before(b, a) : before(a, b); });
+    return table_.memoryUse() + order_.capacity() * sizeof(order_[0]) + rows_.capacity() * sizeof(Row) +
+           groups_.capacity() * sizeof(Group) + amounts_.capacity() * sizeof(amounts_[0]) +
+           selected_.capacity() / 8;
 }
 
 Gesture ReportGrid::touchHeader(std::size_t column) {
@@ -158,8 +88,68 @@ Gesture ReportGrid::ungroup() {
     if (reached != Gesture::Done || groupColumns_.empty())
         return reached;
     groupColumns_.clear();
+    collapsed_.clear();
     populate();
     return reached;
+}
+
+Gesture ReportGrid::resizeColumn(std::size_t column, int width) {
+    const Gesture reached = reach();
+    if (reached != Gesture::Done || column + 1 >= columns_.size() || !columns_[column].resizable)
+        return reached;
+    Column& left = columns_[column];
+    Column& right = columns_[column + 1];
+    const int both = left.width + right.width;
+    const int narrowest = std::min(NarrowestColumn, both / 2);
+    left.width = std::clamp(width, narrowest, both - narrowest);
+    right.width = both - left.width;
+    changed(Property::Rows);
+    return reached;
+}
+
+Gesture ReportGrid::touchRow(std::size_t row, Extent extent) {
+    const Gesture reached = reach();
+    if (reached != Gesture::Done || row >= rows_.size())
+        return reached;
+    if (rows_[row].group != Row::None) {
+        const GroupPath path = pathOf(rows_[row].group);
+        if (!collapsed_.insert(path).second)
+            collapsed_.erase(path);
+        buildRows();
+    } else {
+        selected_.resize(recordCount());
+        const auto record = static_cast<std::size_t>(rows_[row].record);
+        if (extent != Extent::Toggle)
+            selected_.assign(recordCount(), false);
+        if (extent == Extent::UpTo) {
+            const auto [first, last] = std::minmax(std::min(anchor_, rows_.size() - 1), row);
+            for (std::size_t at = first; at <= last; ++at)
+                if (rows_[at].record != Row::None)
+                    selected_[static_cast<std::size_t>(rows_[at].record)] = true;
+        } else {
+            selected_[record] = !selected_[record];
+            anchor_ = row;
+        }
+    }
+    changed(Property::Rows);
+    return reached;
+}
+
+Gesture ReportGrid::selectAll() {
+    const Gesture reached = reach();
+    if (reached != Gesture::Done)
+        return reached;
+    selected_.assign(recordCount(), true);
+    changed(Property::Rows);
+    return reached;
+}
+
+std::vector<std::size_t> ReportGrid::selectedRecords() const {
+    std::vector<std::size_t> records;
+    for (const std::int32_t record : order_)
+        if (selected(static_cast<std::size_t>(record)))
+            records.push_back(static_cast<std::size_t>(record));
+    return records;
 }
 
 } // namespace kova

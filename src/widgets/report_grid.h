@@ -1,33 +1,59 @@
 #pragma once
 #include "widgets/control.h"
+#include "widgets/text_table.h"
 
 #include <cstdint>
 #include <functional>
+#include <set>
 #include <string_view>
 #include <vector>
 
 namespace kova {
 
-/// A read-only list of texts with column headers, which a touch sorts by, and a group-by area. Sorting and
-/// grouping work on the records held; a new load begins without them.
+/// A read-only list of texts with column headers, which a touch sorts by, and a group-by area. Sorting,
+/// grouping, sums and selection work on the records held; a new load begins without them.
 class ReportGrid : public Control {
   public:
     struct Column {
         std::string caption;
-        int width; ///< initial width in characters
+        int width; ///< in characters; the list shares its own width out in proportion
         bool resizable;
     };
-    /// What a line of the list shows: a record, or the header of a group of records.
+    /// What was added up in one currency.
+    struct Sum {
+        std::string currency;
+        double amount;
+    };
+    /// A line of the list: a record, or the header of a group.
     struct Row {
-        static constexpr std::int32_t NoRecord = -1;
-        std::int32_t record = NoRecord;
-        std::int32_t level = 0; ///< of a group header, from 0
-        std::string value;      ///< of a group header: the column's value in the group
-        std::int32_t count = 0; ///< of a group header: its records
+        static constexpr std::int32_t None = -1;
+        std::int32_t record = None;
+        std::int32_t group = None;
+        friend bool operator==(const Row&, const Row&) = default;
+    };
+    /// The records that have the same value in a column, under one header.
+    struct Group {
+        std::size_t column;
+        std::size_t level;   ///< 0 for the outermost
+        std::int32_t parent; ///< the group around it, Row::None for the outermost
+        std::string value;
+        std::int32_t count;
+        std::vector<Sum> sums; ///< by first appearance; none when the list has nothing to add up
+        bool collapsed;
     };
     enum class Direction { AsLoaded, Ascending, Descending };
-    /// Reads a cell as a number, or as a date; nothing when it is none.
-    using Reading = std::function<std::optional<double>(std::string_view)>;
+    enum class Extent { Single, Toggle, UpTo }; ///< of a touch on a record: alone, with Ctrl, with Shift
+    /// How the user's region writes what stands in the cells. Without readings all are texts.
+    struct Conventions {
+        /// Reads a cell as a number, or as a date; nothing when it is none.
+        using Reading = std::function<std::optional<double>(std::string_view)>;
+        Reading number, date;
+        std::function<std::string(double)> amount; ///< writes a sum
+    };
+    /// What a context menu offers, in the user's language.
+    struct MenuTexts {
+        std::string copy, selectAll, save;
+    };
 
     using Control::Control;
     void accept(ControlVisitor& visitor) override;
@@ -37,67 +63,107 @@ class ReportGrid : public Control {
     void deleteColumns();
     /// Inserts a column before the one that has this index, or behind the last.
     void addColumn(int index, const std::string& caption, int width, bool resizable);
-    void addRecord();
+    void addRecord() { table_.addRecord(); }
     /// The next item of a record, which must exist. Cheapest for the last record.
-    void addItem(std::size_t record, std::string_view text);
+    void addItem(std::size_t record, std::string_view text) { table_.addItem(record, text); }
     /// Builds the rows shown from the records.
     void populate();
 
     [[nodiscard]] const std::vector<Column>& columns() const { return columns_; }
-    [[nodiscard]] std::size_t recordCount() const { return records_.size(); }
+    [[nodiscard]] std::size_t recordCount() const { return table_.recordCount(); }
     /// Empty for an item that was not added. The view is valid until the next record or item is added.
-    [[nodiscard]] std::string_view item(std::size_t record, std::size_t column) const;
+    [[nodiscard]] std::string_view item(std::size_t record, std::size_t column) const {
+        return table_.item(record, column);
+    }
     [[nodiscard]] const std::vector<Row>& rows() const { return rows_; }
-    /// Bytes held by records, rows and texts.
+    [[nodiscard]] const Group& group(const Row& header) const {
+        return groups_.at(static_cast<std::size_t>(header.group));
+    }
+    /// All records in the order shown, those of collapsed groups among them; as of the last `populate`.
+    [[nodiscard]] const std::vector<std::int32_t>& order() const { return order_; }
+    /// Bytes held by texts, records and rows.
     [[nodiscard]] std::size_t memoryUse() const;
 
-    /// How cells are told to be numbers or dates: a column whose cells all are one or the other, empty ones
-    /// aside, is sorted by value. Without readings all are texts.
-    void setReadings(Reading number, Reading date);
-    /// The cashier's touch on a header: ascending, descending, as loaded.
+    /// A column whose cells are all numbers, or all dates, empty ones aside, is sorted by value.
+    void setConventions(Conventions conventions) { conventions_ = std::move(conventions); }
+    /// Names the columns to add up and to add up by, letter case aside. A list that has both, with nothing
+    /// but numbers in the first, shows sums. They are exact for money, that is to four decimals.
+    void setSummedColumns(std::string amount, std::string currency);
+    [[nodiscard]] std::optional<std::size_t> amountColumn() const;
+    /// Of all records.
+    [[nodiscard]] const std::vector<Sum>& totals() const { return totals_; }
+    /// As shown: each currency before its amount.
+    [[nodiscard]] std::string written(const std::vector<Sum>& sums) const;
+
+    // The cashier's gestures.
+    /// A touch on a header: ascending, descending, as loaded.
     Gesture touchHeader(std::size_t column);
-    /// The cashier's drag of a header into the group-by area; a column that is there already stays.
+    /// A header dragged into the group-by area; a column that is there already stays.
     Gesture groupBy(std::size_t column);
     Gesture ungroup();
+    /// Takes the room from the column to the right, or gives it; both keep a legible rest. The last column
+    /// and one that is not resizable stay.
+    Gesture resizeColumn(std::size_t column, int width);
+    /// Collapses or expands a group at its header; selects a record.
+    Gesture touchRow(std::size_t row, Extent extent);
+    Gesture selectAll();
+
     [[nodiscard]] std::optional<std::size_t> sortColumn() const { return sortColumn_; }
     [[nodiscard]] Direction sortDirection() const { return direction_; }
     [[nodiscard]] const std::vector<std::size_t>& groupColumns() const { return groupColumns_; }
+    [[nodiscard]] bool selected(std::size_t record) const {
+        return record < selected_.size() && selected_[record];
+    }
+    /// In the order shown.
+    [[nodiscard]] std::vector<std::size_t> selectedRecords() const;
 
     [[nodiscard]] const std::string& emptyText() const { return emptyText_; } ///< shown without records
     void setEmptyText(const std::string& text) { assign(emptyText_, text, Property::Text); }
     [[nodiscard]] const std::string& groupHint() const { return groupHint_; } ///< in the empty group-by area
     void setGroupHint(const std::string& text) { assign(groupHint_, text, Property::Text); }
-    [[nodiscard]] const std::string& sortPrefix() const {
-        return sortPrefix_;
-    } ///< before the sort column's name
+    /// Before the sort column's name.
+    [[nodiscard]] const std::string& sortPrefix() const { return sortPrefix_; }
     void setSortPrefix(const std::string& text) { assign(sortPrefix_, text, Property::Text); }
+    [[nodiscard]] const MenuTexts& menuTexts() const { return menuTexts_; }
+    void setMenuTexts(MenuTexts texts) { menuTexts_ = std::move(texts); }
     [[nodiscard]] const Font& headerFont() const { return headerFont_; }
     void setHeaderFont(const Font& font) { assign(headerFont_, font, Property::Text); }
     [[nodiscard]] const Font& rowFont() const { return rowFont_; }
     void setRowPoints(double points) { assign(rowFont_, Font{rowFont_.face, points, false}, Property::Text); }
 
   private:
-    struct Item {
-        std::uint32_t offset, length;
-    };
-    struct Range {
-        std::uint32_t first, count;
-    };
-    using Order = std::vector<std::int32_t>;
-    void sortRecords(Order& order, std::size_t column, bool descending) const;
-    [[nodiscard]] std::vector<double> readAs(const Reading& reading, std::size_t column) const;
-    void addGroup(const Order& order, std::size_t first, std::size_t end, std::size_t level);
-    void clearOrder();
+    /// The values of a group and of those around it.
+    using GroupPath = std::vector<std::string>;
+
+    // report_grid_order.cpp
+    void sortRecords(std::size_t column, bool descending);
+    void groupRecords(std::size_t column);
+    [[nodiscard]] GroupPath pathOf(std::int32_t group) const;
+    void addRows(std::size_t first, std::size_t end, std::size_t level, std::int32_t parent);
+    void buildRows();
+    // report_grid_sums.cpp
+    void readAmounts();
+    [[nodiscard]] std::vector<Sum> sumsOf(std::size_t first, std::size_t end) const;
+
+    [[nodiscard]] std::optional<std::size_t> findColumn(std::string_view caption) const;
+    void forgetOrder();
 
     std::vector<Column> columns_;
-    std::string texts_;
-    std::vector<Item> items_;
-    std::vector<Range> records_;
+    TextTable table_;
+    std::vector<std::int32_t> order_;
     std::vector<Row> rows_;
+    std::vector<Group> groups_;
     std::optional<std::size_t> sortColumn_;
     Direction direction_ = Direction::AsLoaded;
     std::vector<std::size_t> groupColumns_;
-    Reading number_, date_;
+    std::set<GroupPath> collapsed_;
+    std::vector<bool> selected_; ///< by record
+    std::size_t anchor_ = 0;     ///< the row where the selection was begun
+    std::string amountCaption_, currencyCaption_;
+    std::vector<double> amounts_; ///< of each record in ten-thousandths; none when the list has no sums
+    std::vector<Sum> totals_;
+    Conventions conventions_;
+    MenuTexts menuTexts_;
     std::string emptyText_, groupHint_, sortPrefix_;
     Font headerFont_;
     Font rowFont_;

@@ -7,17 +7,21 @@ namespace kova {
 class TextBox : public Control {
   public:
     enum class Lines { Single, Multiple };
-    TextBox(Place place, Lines lines, Font font)
-        : Control(std::move(place)), lines_(lines), font_(std::move(font)) {}
+    TextBox(Place place, Lines lines, Font font, Alignment alignment = Alignment::Left)
+        : Control(std::move(place)), lines_(lines), font_(std::move(font)), alignment_(alignment) {}
     void accept(ControlVisitor& visitor) override;
 
     [[nodiscard]] bool multiLine() const { return lines_ == Lines::Multiple; }
     [[nodiscard]] const Font& font() const { return font_; }
+    [[nodiscard]] Alignment alignment() const { return alignment_; } ///< of a single line
     [[nodiscard]] const std::string& text() const { return text_; }
     /// Puts the caret at the end.
     void setText(const std::string& text);
     [[nodiscard]] bool locked() const { return locked_; } ///< shown but not editable
     void setLocked(bool locked) { assign(locked_, locked, Property::Locked); }
+    /// Whether the tabulator key stops here; a touch gives it the focus either way.
+    [[nodiscard]] bool tabStop() const { return tabStop_; }
+    void setTabStop(bool stop) { tabStop_ = stop; }
     [[nodiscard]] Color backColor() const { return backColor_; }
     void setBackColor(Color color) { assign(backColor_, color, Property::BackColor); }
     [[nodiscard]] Color foreColor() const { return foreColor_; }
@@ -45,9 +49,11 @@ class TextBox : public Control {
     void edit(char32_t character);
     Lines lines_;
     Font font_;
+    Alignment alignment_;
     std::string text_;
     std::size_t selectionStart_ = 0, selectionEnd_ = 0;
     bool locked_ = false;
+    bool tabStop_ = true;
     Color backColor_ = colors::White, foreColor_ = colors::Black;
 };
 

@@ -18,8 +18,6 @@ class Timer {
     /// Starting a running timer changes nothing: its tick stays due when it was.
     void start();
     void stop();
-    /// Stops for good: later starts change nothing.
-    void retire();
     [[nodiscard]] bool running() const { return id_.has_value(); }
     Signal<> tick;
 
@@ -27,7 +25,6 @@ class Timer {
     EventLoop& loop_;
     std::chrono::milliseconds interval_;
     std::optional<TimerId> id_;
-    bool retired_ = false;
 };
 
 } // namespace kova

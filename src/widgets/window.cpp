@@ -24,4 +24,13 @@ Gesture Window::moveFocus(Control& control) {
     return Gesture::Done;
 }
 
+Gesture Window::typeCharacter(char32_t character) {
+    if (!takesKeys_)
+        return focus_ == nullptr ? Gesture::Done : focus_->typeCharacter(character);
+    const Gesture reached = reach();
+    if (reached == Gesture::Done)
+        keyPress(character);
+    return reached;
+}
+
 } // namespace kova

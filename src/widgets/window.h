@@ -36,6 +36,13 @@ class Window : public CaptionedControl {
     /// Where the focus is to be when the window is shown first; says nothing.
     void setInitialFocus(Control& control) { focus_ = &control; }
 
+    /// Whether the window takes every key of the physical keyboard itself, so that no control sees one.
+    [[nodiscard]] bool takesKeys() const { return takesKeys_; }
+    void setTakesKeys(bool takes) { takesKeys_ = takes; }
+    /// A character key: for the window itself, or for the control with the focus, which need not exist.
+    Gesture typeCharacter(char32_t character) override;
+    Signal<char32_t> keyPress; ///< a character that the window takes itself
+
     /// The operating system's request to close, as by the title bar or a log-off.
     void requestClose() { closeRequested(); }
 
@@ -52,6 +59,7 @@ class Window : public CaptionedControl {
     Control* focus_ = nullptr;
     bool modal_ = false;
     bool blocked_ = false;
+    bool takesKeys_ = false;
     Severity severity_ = Severity::None;
 };
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 
 namespace kova::test {
@@ -37,6 +38,7 @@ class RandomWalk {
 
     [[nodiscard]] int movements() const { return movements_; }
     [[nodiscard]] int confirmations() const { return confirmations_; }
+    [[nodiscard]] int counted() const { return counted_; }
 
   private:
     int any(int count) { return std::uniform_int_distribution<int>(0, count - 1)(random_); }
@@ -56,6 +58,9 @@ class RandomWalk {
             cashierStep();
         if (depth_ == 0 && world_.component->dialog()->loaded()) {
             EXPECT_TRUE(world_.control<PushButton>("cmdConferma").enabled());
+        }
+        if (depth_ == 0) {
+            EXPECT_EQ(world_.process.coinDialog, nullptr) << "a count outlived its opening";
         }
         world_.log.clear();
         world_.messages.clear();
@@ -102,7 +107,68 @@ class RandomWalk {
         }
     }
 
+    /// Anything in the coin count, wherever it stands among the windows.
+    void coinStep() {
+        Window* const window = world_.process.coinDialog ? world_.process.coinDialog->window() : nullptr;
+        if (window == nullptr)
+            return;
+        static const std::vector<std::string> buttons{"CMD_Carica",   "CMD_Carica",  "CMD_Carica",
+                                                      "CMD_cancella", "CMD_Annulla", "CMD_CaricaMoneta"};
+        static const std::vector<std::string> keys{"1", "0", "5", ".", "*", "BACKSPACE"};
+        static const std::vector<std::string> counts{"3", "2,5", "-1", "abc", "", "1e3", "1e308"};
+        switch (any(7)) {
+        case 0:
+        case 1:
+            world_.coin<NumericKeypad>("Virtual_KeyPAD").touchKey(pick(keys));
+            break;
+        case 2:
+            window->moveFocus(world_.coin<TextBox>("txtValuta", any(CoinCount::FieldCount)));
+            break;
+        case 3:
+            window->typeCharacter(pick(std::u32string(U"7,a\b\n.")));
+            break;
+        case 4:
+            if (oneIn(3))
+                world_.coin<TextBox>("txtValuta", any(CoinCount::FieldCount)).paste(pick(counts));
+            else if (oneIn(4))
+                window->moveFocus(world_.coin<TextBox>("FlatEdit", any(3)));
+            break;
+        case 5:
+            if (oneIn(30))
+                window->requestClose();
+            break;
+        default:
+            pressInCount(pick(buttons));
+        }
+    }
+
+    /// What a confirmed count comes to is reckoned here in another way: in hundredths.
+    void pressInCount(const std::string& name) {
+        const auto coins = world_.process.coinDialog;
+        auto& button = world_.coin<PushButton>(name);
+        double hundredths = 0;
+        if (name == "CMD_CaricaMoneta" && button.reach() == Gesture::Done)
+            for (int i = 0; i < CoinCount::FirstOfSecondCurrency; ++i) {
+                const std::string& count = world_.coin<TextBox>("txtValuta", i).text();
+                if (isNumeric(count, world_.regional))
+                    hundredths += toDouble(count, world_.regional) * std::round(coinValue(i) * 100);
+            }
+        const bool pressed = button.press() == Gesture::Done;
+        if (pressed && name == "CMD_CaricaMoneta" && std::fabs(hundredths) < 1e12) {
+            ++counted_;
+            EXPECT_NEAR(coins->getImportoPrimaValuta(), hundredths / 100, 1e-3);
+        }
+    }
+
+    [[nodiscard]] double coinValue(int index) const {
+        return CoinCount::Denominations.at(static_cast<std::size_t>(index));
+    }
+
     void cashierStep() {
+        if (world_.process.coinDialog && !oneIn(5)) {
+            coinStep();
+            return;
+        }
         if (!world_.component->dialog()->loaded())
             return;
         static const std::vector<std::string> grids{"Pulsantiera_Attivita", "Pulsantiera_Pagamenti",
@@ -148,6 +214,8 @@ class RandomWalk {
         case 11:
             if (oneIn(20))
                 world_.dialog().requestClose();
+            else if (oneIn(4))
+                world_.control<PushButton>("CMD_CaricaMoneta").press();
             break;
         default:
             world_.control<PushButton>("cmdConferma").press();
@@ -209,22 +277,27 @@ class RandomWalk {
     int depth_ = 0; ///< nested modal loops
     int messagesOpen_ = 0;
     int movements_ = 0, confirmations_ = 0, leftToSend_ = 0;
+    int counted_ = 0; ///< coin counts confirmed
     std::vector<Connection> watches_;
 };
 
 TEST(RandomWalk, NeverBreaksWhatMustAlwaysHold) {
     int movements = 0;
     int confirmations = 0;
+    int counted = 0;
     for (const unsigned seed : {1U, 2U, 3U, 4U}) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         RandomWalk walk(seed);
         walk.walk(50'000);
         movements += walk.movements();
         confirmations += walk.confirmations();
+        counted += walk.counted();
     }
     EXPECT_GT(movements, 500) << "a walk that saves nothing shows nothing";
     EXPECT_GT(confirmations, movements);
+    EXPECT_GT(counted, 100);
     RecordProperty("movements", movements);
+    RecordProperty("counted", counted);
     RecordProperty("confirmations", confirmations);
 }
 

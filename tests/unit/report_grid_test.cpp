@@ -1,6 +1,8 @@
 #include "services/conversions.h"
+#include "services/number_format.h"
 #include "services/sql_date_formatter.h"
 #include "widgets/report_grid.h"
+#include "widgets/report_text.h"
 #include "widgets/window.h"
 
 #include <gtest/gtest.h>
@@ -16,15 +18,15 @@ class Report : public testing::Test {
   protected:
     Report() {
         window.setVisible(true);
-        grid.setReadings(
-            [](std::string_view cell) {
-                return isNumeric(cell, Italian) ? std::optional(toDouble(cell, Italian)) : std::nullopt;
-            },
-            [](std::string_view cell) -> std::optional<double> {
-                const auto date = parseDate(cell, Italian);
-                return date ? std::optional(static_cast<double>(date->time_since_epoch().count()))
-                            : std::nullopt;
-            });
+        grid.setConventions({[](std::string_view cell) { return parseNumber(cell, Italian); },
+                             [](std::string_view cell) -> std::optional<double> {
+                                 const auto date = parseDate(cell, Italian);
+                                 return date ? std::optional(
+                                                   static_cast<double>(date->time_since_epoch().count()))
+                                             : std::nullopt;
+                             },
+                             [this](double sum) { return numbers.FormatSum(sum); }});
+        numbers.SetAmountDecimals(2);
         for (const char* caption : {"day", "kind", "amount"})
             grid.addColumn(static_cast<int>(grid.columns().size()), caption, 20, true);
         add({"02/11/2026", "b", "9,5"});
@@ -38,15 +40,23 @@ class Report : public testing::Test {
         for (const char* cell : cells)
             grid.addItem(grid.recordCount() - 1, cell);
     }
-    /// Record numbers in the order shown; a group header stands as the number of its records in brackets.
+    /// Record numbers in the order shown; a group header stands as its value and number of records in
+    /// brackets.
     [[nodiscard]] std::string shown() const {
         std::string result;
         for (const auto& row : grid.rows())
-            result += row.record == ReportGrid::Row::NoRecord
-                          ? "[" + row.value + " " + std::to_string(row.count) + "]"
-                          : std::to_string(row.record);
+            result += row.group == ReportGrid::Row::None
+                          ? std::to_string(row.record)
+                          : "[" + grid.group(row).value + " " + std::to_string(grid.group(row).count) + "]";
         return result;
     }
+    [[nodiscard]] std::string selection() const {
+        std::string result;
+        for (const std::size_t record : grid.selectedRecords())
+            result += std::to_string(record);
+        return result;
+    }
+    NumberFormat numbers{Italian};
     Window window{"window", "", {}};
     ReportGrid grid{{&window, "grid", {}}};
 };
@@ -79,6 +89,127 @@ TEST_F(Report, GroupsRecordsInTheirSortedOrder) {
     grid.populate();
     EXPECT_EQ(shown(), "");
     EXPECT_FALSE(grid.sortColumn()) << "a new load begins without an order";
+}
+
+TEST_F(Report, KeepsTextsOfTheSameValueInGroupsOfTheirOwn) {
+    grid.deleteRecords();
+    for (const char* amount : {"1,0", "1", "1,0"})
+        add({"", "k", amount});
+    grid.populate();
+    grid.groupBy(2);
+    EXPECT_EQ(shown(), "[1,0 2]02[1 1]1");
+}
+
+TEST_F(Report, CollapsesAndExpandsGroups) {
+    using Extent = ReportGrid::Extent;
+    grid.groupBy(1);
+    grid.groupBy(0);
+    const std::string whole = "[10 1][01/12/2025 1]3[a 1][16/10/2026 1]1[b 2][ 1]2[02/11/2026 1]0";
+    ASSERT_EQ(shown(), whole);
+    grid.touchRow(6, Extent::Single);
+    EXPECT_EQ(shown(), "[10 1][01/12/2025 1]3[a 1][16/10/2026 1]1[b 2]");
+    grid.touchRow(1, Extent::Single);
+    EXPECT_EQ(shown(), "[10 1][01/12/2025 1][a 1][16/10/2026 1]1[b 2]");
+    grid.touchHeader(2);
+    EXPECT_EQ(shown(), "[10 1][01/12/2025 1][a 1][16/10/2026 1]1[b 2]") << "sorting leaves them as they are";
+    EXPECT_EQ(grid.order().size(), 4U) << "what is collapsed is hidden, not gone";
+    grid.touchRow(5, Extent::Single);
+    grid.touchRow(1, Extent::Single);
+    EXPECT_EQ(shown(), whole);
+    grid.touchRow(0, Extent::Single);
+    grid.ungroup();
+    EXPECT_EQ(grid.rows().size(), 4U);
+    grid.groupBy(1);
+    EXPECT_EQ(grid.rows().size(), 7U) << "a new grouping begins expanded";
+}
+
+TEST_F(Report, AddsUpMoneyPerCurrencyWithoutNoise) {
+    grid.setSummedColumns("AMOUNT", "kind");
+    grid.deleteRecords();
+    for (const auto& [kind, amount] : {std::pair{"€", "0,1"},
+                                       {"CHF", "1.000"},
+                                       {"€", "0,2"},
+                                       {"€", "-0,0001"},
+                                       {"CHF", ""},
+                                       {"", "5"},
+                                       {"$", ""}})
+        add({"d", kind, amount});
+    grid.populate();
+    EXPECT_EQ(grid.written(grid.totals()), "€ 0,2999   CHF 1.000,00   5,00");
+    grid.groupBy(1);
+    std::string sums;
+    for (const auto& row : grid.rows())
+        if (row.group != ReportGrid::Row::None)
+            sums += grid.group(row).value + "=" + grid.written(grid.group(row).sums) + ";";
+    EXPECT_EQ(sums, "=5,00;$=;CHF=CHF 1.000,00;€=€ 0,2999;");
+    add({"d", "€", "abc"});
+    grid.populate();
+    EXPECT_TRUE(grid.totals().empty()) << "a sum without one of its amounts would be wrong";
+    EXPECT_TRUE(grid.group(grid.rows()[0]).sums.empty());
+    grid.setSummedColumns("amount", "currency");
+    grid.deleteRecords();
+    add({"d", "€", "1"});
+    grid.populate();
+    EXPECT_TRUE(grid.totals().empty()) << "there is no such column";
+}
+
+TEST_F(Report, SelectsRecordsAsListsDo) {
+    using Extent = ReportGrid::Extent;
+    grid.touchHeader(2); // shows 3102
+    grid.touchRow(1, Extent::Single);
+    EXPECT_EQ(selection(), "1");
+    grid.touchRow(3, Extent::UpTo);
+    EXPECT_EQ(selection(), "102");
+    grid.touchRow(2, Extent::UpTo);
+    EXPECT_EQ(selection(), "10") << "from where it was begun";
+    grid.touchRow(0, Extent::Toggle);
+    EXPECT_EQ(selection(), "310");
+    grid.touchRow(1, Extent::Toggle);
+    EXPECT_EQ(selection(), "30");
+    grid.touchHeader(2);
+    EXPECT_EQ(selection(), "03") << "records stay selected, in the order now shown";
+    grid.touchRow(2, Extent::Single);
+    EXPECT_EQ(selection(), "1");
+    grid.selectAll();
+    EXPECT_EQ(selection(), "2013");
+    grid.touchRow(9, Extent::Single);
+    EXPECT_EQ(selection(), "2013") << "there is no such row";
+    grid.deleteRecords();
+    add({"", "", ""});
+    grid.populate();
+    EXPECT_EQ(selection(), "");
+}
+
+TEST_F(Report, MovesBordersWithoutLosingAColumn) {
+    grid.resizeColumn(0, 30);
+    EXPECT_EQ(grid.columns()[0].width, 30);
+    EXPECT_EQ(grid.columns()[1].width, 10) << "the room comes from the next column";
+    grid.resizeColumn(0, 1000);
+    EXPECT_EQ(grid.columns()[0].width + grid.columns()[1].width, 40);
+    EXPECT_GE(grid.columns()[1].width, 5);
+    grid.resizeColumn(0, -3);
+    EXPECT_GE(grid.columns()[0].width, 5);
+    grid.resizeColumn(2, 50);
+    EXPECT_EQ(grid.columns()[2].width, 20);
+    grid.addColumn(0, "fixed", 20, false);
+    grid.resizeColumn(0, 10);
+    EXPECT_EQ(grid.columns()[0].width, 20);
+}
+
+TEST_F(Report, IsHandedOutAsText) {
+    add({"a;b", "say \"c\"", "x\ty\r\nz"});
+    grid.populate();
+    grid.touchHeader(1);
+    grid.groupBy(1);
+    grid.touchRow(0, ReportGrid::Extent::Single); // collapsed
+    EXPECT_EQ(tabSeparated(grid, {4, 0}), "a;b\tsay \"c\"\tx y  z\r\n02/11/2026\tb\t9,5\r\n");
+    EXPECT_EQ(commaSeparated(grid, ";"), "\xEF\xBB\xBF"
+                                         "day;kind;amount\r\n"
+                                         "01/12/2025;10;\r\n"
+                                         "16/10/2026;a;-100\r\n"
+                                         "02/11/2026;b;9,5\r\n"
+                                         ";b;1.000\r\n"
+                                         "\"a;b\";\"say \"\"c\"\"\";\"x\ty\r\nz\"\r\n");
 }
 
 TEST_F(Report, TakesItemsInAnyOrderAndGivesEmptyOnesForMissing) {

@@ -79,6 +79,8 @@ class World::FaultyInterface final : public UserInterface {
         if (world_.faults.messageBox)
             throw Error(5, "no box");
         world_.messages.push_back("!" + message.text);
+        if (world_.insideBox)
+            world_.insideBox();
         return MessageAnswer::Ok;
     }
 
@@ -142,6 +144,15 @@ void World::connect() {
     component->Inizializza(database_);
     log.clear();
     database_->texts.clear();
+}
+
+void World::countCoins(const std::function<void()>& then) {
+    insideModal = [&](Window& window) {
+        if (window.name() == "frm_CaricaMoneta")
+            then();
+    };
+    control<PushButton>("CMD_CaricaMoneta").press();
+    insideModal = {};
 }
 
 void World::composeMovement() {

@@ -1,5 +1,6 @@
 #pragma once
 #include "adapters/headless/headless.h"
+#include "coin_count/frm_CaricaMoneta.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "services/process_state.h"
@@ -105,6 +106,13 @@ class World {
     Kind& control(const std::string& name, std::optional<int> index = {}) {
         return as<Kind>(dialog().find(name, index));
     }
+    /// Of the coin count, which must be loaded.
+    template <class Kind>
+    Kind& coin(const std::string& name, std::optional<int> index = {}) {
+        return as<Kind>(process.coinDialog->window()->find(name, index));
+    }
+    /// Opens the coin count and does that in it; left open, it is closed by the system then.
+    void countCoins(const std::function<void()>& then);
     /// Fills in everything that a single movement needs.
     void composeMovement();
     std::vector<LogRecord> takeLog() { return std::exchange(log, {}); }
@@ -144,6 +152,7 @@ class World {
         openDatabase;                         ///< instead of the double
     std::function<void(Window&)> onPresent;   ///< sees each window before its start-up
     std::function<void(Window&)> insideModal; ///< what happens in a modal loop before it is closed
+    std::function<void()> insideBox;          ///< what happens while a platform box is open
     HeadlessEventLoop loop;
 
   private:

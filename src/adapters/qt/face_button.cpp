@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QToolTip>
 
+#include <algorithm>
+
 namespace kova {
 namespace {
 
@@ -33,9 +35,23 @@ void FaceButton::paintEvent(QPaintEvent*) {
     look::drawFace(painter, rect(), face);
     const QColor fill = look::filling(face);
     const QColor text = look::readableOn(fill, looks_.text);
-    painter.setPen(face.enabled ? text : look::mixed(text, fill, 0.55));
-    wholeCaption_ = look::drawText(painter, look::captionArea(rect(), face), this->text(), looks_.font,
-                                   {.wrapped = looks_.wrapped});
+    const QColor ink = face.enabled ? text : look::mixed(text, fill, 0.55);
+    const QRectF area = drawPicture(painter, look::captionArea(rect(), face), ink);
+    painter.setPen(ink);
+    wholeCaption_ = look::drawText(painter, area, this->text(), looks_.font, {.wrapped = looks_.wrapped});
+}
+
+/// Returns what is left for the caption.
+QRectF FaceButton::drawPicture(QPainter& painter, const QRectF& area, const QColor& color) const {
+    if (!looks_.picture)
+        return area;
+    const double size = std::min({looks_.pictureSize, area.width(), area.height()});
+    QRectF place(0, 0, size, size);
+    place.moveCenter(area.center());
+    if (!text().isEmpty())
+        place.moveLeft(area.left());
+    looks_.picture(painter, place, color);
+    return area.adjusted(size * 1.25, 0, 0, 0);
 }
 
 void FaceButton::keyPressEvent(QKeyEvent* event) {

@@ -3,6 +3,8 @@
 
 #include <QAbstractButton>
 
+#include <functional>
+
 namespace kova {
 
 /// A real button drawn with this rendering's look: feedback when the finger goes down, `clicked` when it goes
@@ -14,6 +16,9 @@ class FaceButton : public QAbstractButton {
         QColor text;
         QFont font;
         bool wrapped = true;
+        /// Draws a picture beside the caption in the colour given; may be empty.
+        std::function<void(QPainter&, const QRectF&, const QColor&)> picture = {};
+        double pictureSize = 0; ///< pixels
     };
     explicit FaceButton(QWidget& parent);
     void setLooks(const Looks& looks);
@@ -25,6 +30,7 @@ class FaceButton : public QAbstractButton {
     bool event(QEvent* event) override;
 
   private:
+    QRectF drawPicture(QPainter& painter, const QRectF& area, const QColor& color) const;
     Looks looks_;
     bool wholeCaption_ = true;
 };

@@ -10,9 +10,9 @@
 namespace kova {
 namespace {
 
-const Font OneLine{"Tahoma", 9, false};
 const Font Message{"Tahoma", 12, false};
 constexpr int SmallestPixels = 5; // a message is never cut
+constexpr double RightMargin = 7; // between a text that stands right and what it names, in design pixels
 
 } // namespace
 
@@ -24,11 +24,12 @@ LabelView::LabelView(Label& label, WindowFrame& frame, QWidget& parent)
 }
 
 bool LabelView::severalLines() const {
-    return frame().pixels(*model()).height() >= 2 * QFontMetrics(look::font(OneLine, scale())).lineSpacing();
+    return frame().pixels(*model()).height() >=
+           2 * QFontMetrics(look::font(model()->font(), scale())).lineSpacing();
 }
 
 QFont LabelView::fullFont() const {
-    return look::font(severalLines() ? Message : OneLine, scale());
+    return look::font(severalLines() ? Message : model()->font(), scale());
 }
 
 void LabelView::layOut() {
@@ -75,8 +76,10 @@ void LabelView::paintEvent(QPaintEvent*) {
     const QColor text = look::readableOn(backdrop(), look::toQt(model()->foreColor()));
     painter.setPen(isEnabled() ? text : look::mixed(text, backdrop(), 0.5));
     const bool several = severalLines();
-    look::drawText(painter, rect(), this->text(), fullFont(),
-                   {.alignment = Qt::AlignLeft | Qt::AlignVCenter,
+    const bool right = model()->alignment() == Alignment::Right;
+    look::drawText(painter, rect().adjusted(0, 0, right ? -pixels(RightMargin) : 0, 0), this->text(),
+                   fullFont(),
+                   {.alignment = look::toQt(model()->alignment()) | Qt::AlignVCenter,
                     .wrapped = several,
                     .smallestPixels = several ? SmallestPixels : pixels(8)});
 }

@@ -10,6 +10,7 @@ namespace kova {
 LineEditView::LineEditView(TextBox& box, WindowFrame& frame, QWidget& parent)
     : QLineEdit(&parent), TextBoxView(box, frame) {
     setMaxLength(std::numeric_limits<int>::max());
+    setAlignment(look::toQt(box.alignment()) | Qt::AlignVCenter);
     startShowing();
     connect(this, &QLineEdit::textChanged, this, [this] { editorChanged(); });
     connect(this, &QLineEdit::selectionChanged, this, [this] { editorSelectionChanged(); });

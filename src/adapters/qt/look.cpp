@@ -103,6 +103,18 @@ QColor toQt(Color color) {
     return {color.red, color.green, color.blue};
 }
 
+Qt::Alignment toQt(Alignment alignment) {
+    switch (alignment) {
+    case Alignment::Center:
+        return Qt::AlignHCenter;
+    case Alignment::Right:
+        return Qt::AlignRight;
+    case Alignment::Left:
+        break;
+    }
+    return Qt::AlignLeft;
+}
+
 bool isDark(const QColor& color) {
     return luminance(color) < 0.25;
 }

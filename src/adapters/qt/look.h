@@ -23,6 +23,7 @@ struct Scale {
 namespace kova::look {
 
 QColor toQt(Color color);
+Qt::Alignment toQt(Alignment alignment);
 bool isDark(const QColor& color);
 /// `share` of `second` in `first` [0-1].
 QColor mixed(const QColor& first, const QColor& second, double share);

@@ -1,10 +1,13 @@
 #include "adapters/qt/push_button_view.h"
 
+#include "adapters/qt/icons.h"
+
 #include <algorithm>
 
 namespace kova {
 namespace {
 
+constexpr double IconSize = 16;    // design pixels
 constexpr double LeastPoints = 11; // captions of less are hard to read at arm's length
 
 } // namespace
@@ -40,6 +43,11 @@ void PushButtonView::showLooks() {
     }
     looks.text = look::toQt(button.foreColor());
     looks.font = look::font(font, scale());
+    looks.pictureSize = pixels(IconSize);
+    if (const auto icon = button.icon(); icon != PushButton::Icon::None)
+        looks.picture = [icon](QPainter& painter, const QRectF& area, const QColor& color) {
+            look::drawIcon(painter, area, icon, color);
+        };
     setLooks(looks);
 }
 

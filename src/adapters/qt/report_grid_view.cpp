@@ -1,30 +1,30 @@
 #include "adapters/qt/report_grid_view.h"
 
+#include "adapters/qt/save_text.h"
+#include "adapters/qt/window_frame.h"
+#include "widgets/report_text.h"
+
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
 
 #include <algorithm>
-#include <cmath>
 
 namespace kova {
 namespace {
 
-constexpr double GroupHeight = 40; // design pixels
-constexpr double HeaderHeight = 38;
-constexpr double RowHeight = 30;
-constexpr double ScrollBarWidth = 26;
-constexpr double Margin = 6;
-constexpr qint64 LongTouch = 600; // milliseconds
+constexpr int LongTouchMilliseconds = 600;
+constexpr double TouchSlack = 10; // design pixels that a touching finger may roll
 
-const QColor Ink(20, 30, 42);
-const QColor HeaderColor(241, 243, 246);
-const QColor StripeColor(247, 249, 251);
-const QColor GroupColor(222, 228, 235);
-const look::TextStyle LeftAligned{.alignment = Qt::AlignLeft | Qt::AlignVCenter, .wrapped = false};
-
-QString text(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+ReportGrid::Extent extentOf(Qt::KeyboardModifiers keys) {
+    return keys.testFlag(Qt::ControlModifier) ? ReportGrid::Extent::Toggle
+           : keys.testFlag(Qt::ShiftModifier) ? ReportGrid::Extent::UpTo
+                                              : ReportGrid::Extent::Single;
 }
 
 } // namespace
@@ -32,35 +32,34 @@ QString text(std::string_view utf8) {
 ReportGridView::ReportGridView(ReportGrid& grid, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(grid, frame) {
     nameWidget(*this, {});
+    setFocusPolicy(Qt::ClickFocus);
+    longTouch_.setSingleShot(true);
+    longTouch_.setInterval(LongTouchMilliseconds);
+    QObject::connect(&longTouch_, &QTimer::timeout, this, [this] { onLongTouch(); });
     QObject::connect(&scrollBar_, &QScrollBar::valueChanged, this, [this] { update(); });
 }
 
-QRectF ReportGridView::groupArea() const {
-    return {0, 0, double(width()), GroupHeight * scale().y};
+ReportGridLayout ReportGridView::layout() const {
+    return {*model(), size(), scale(), scrollBar_.isVisibleTo(this),
+            static_cast<std::size_t>(scrollBar_.value())};
 }
 
-QRectF ReportGridView::headerArea() const {
-    const double scrollBar = scrollBar_.isVisibleTo(this) ? scrollBar_.width() : 0;
-    return {0, groupArea().bottom(), width() - scrollBar, HeaderHeight * scale().y};
-}
-
-QRectF ReportGridView::listArea() const {
-    const double top = headerArea().bottom();
-    return {0, top, headerArea().width(), height() - top};
-}
-
-double ReportGridView::rowHeight() const {
-    return std::floor(RowHeight * scale().y);
-}
-
-std::vector<double> ReportGridView::edges() const {
-    std::vector<double> result{0};
-    double characters = 0;
-    for (const auto& column : model()->columns())
-        characters += column.width;
-    for (const auto& column : model()->columns())
-        result.push_back(result.back() + headerArea().width() * column.width / std::max(characters, 1.0));
-    return result;
+std::optional<TouchPoint> ReportGridView::touchPoint(const std::optional<std::string>& part) {
+    if (!part || model() == nullptr)
+        return ControlView::touchPoint(part);
+    const ReportGridLayout parts = layout();
+    const auto blank = part->find(' ');
+    const QString number = QString::fromStdString(part->substr(blank + 1));
+    const auto index = static_cast<std::size_t>(number.toUInt());
+    if (*part == "group area")
+        return TouchPoint{this, parts.groupArea.center()};
+    if (part->starts_with("row "))
+        return TouchPoint{this, parts.row(index + static_cast<std::size_t>(scrollBar_.value())).center()};
+    if (index >= model()->columns().size())
+        return std::nullopt;
+    const QRectF header = parts.header(index);
+    return TouchPoint{this, part->starts_with("border ") ? QPointF(header.right(), header.center().y())
+                                                         : header.center()};
 }
 
 void ReportGridView::layOut() {
@@ -71,159 +70,165 @@ void ReportGridView::layOut() {
 
 void ReportGridView::showProperty(Property property) {
     ModelView::showProperty(property);
-    if (property == Property::Records && model() != nullptr) {
+    if (model() == nullptr || (property != Property::Records && property != Property::Rows))
+        return;
+    if (property == Property::Records)
         scrollBar_.setValue(0);
-        fitScrollBar();
-        update();
-    }
+    fitScrollBar();
+    update();
 }
 
 void ReportGridView::fitScrollBar() {
-    const auto visible = static_cast<int>(listArea().height() / rowHeight());
+    const ReportGridLayout parts = layout();
+    const int visible = parts.fullRows();
     const auto rows = static_cast<int>(model()->rows().size());
     scrollBar_.setVisible(rows > visible);
     scrollBar_.setRange(0, std::max(0, rows - visible));
     scrollBar_.setPageStep(std::max(1, visible - 1));
-    const int barWidth = pixels(ScrollBarWidth);
-    const int top = static_cast<int>(groupArea().bottom());
-    scrollBar_.setGeometry(width() - barWidth, top, barWidth, height() - top);
-}
-
-QString ReportGridView::groupText() const {
-    QStringList parts;
-    for (const auto column : model()->groupColumns())
-        parts << text(model()->columns()[column].caption);
-    QString shown = parts.isEmpty() ? text(model()->groupHint()) : parts.join(QString::fromUtf8("  ›  "));
-    if (const auto sorted = model()->sortColumn())
-        shown += "     " + text(model()->sortPrefix()) + text(model()->columns()[*sorted].caption);
-    return shown;
+    scrollBar_.setGeometry(QRectF(width() - parts.scrollBarWidth, parts.headers.top(), parts.scrollBarWidth,
+                                  parts.list.bottom() - parts.headers.top())
+                               .toRect());
 }
 
 void ReportGridView::paintEvent(QPaintEvent*) {
     if (model() == nullptr)
         return;
     QPainter painter(this);
-    painter.fillRect(rect(), isEnabled() ? QColor(Qt::white) : QColor(235, 236, 238));
-    painter.fillRect(groupArea(), GroupColor);
-    painter.setPen(QColor(62, 74, 89));
-    const double margin = pixels(Margin);
-    look::drawText(painter, groupArea().adjusted(margin, 0, -margin, 0), groupText(),
-                   look::font(model()->rowFont(), scale()), LeftAligned);
-    paintHeaders(painter);
-    paintRows(painter);
-    painter.setPen(QPen(look::borderOn(Qt::white), std::max(1.0, scale().smaller())));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
-}
-
-void ReportGridView::paintHeaders(QPainter& painter) const {
-    const QRectF area = headerArea();
-    painter.fillRect(area, HeaderColor);
-    Font design = model()->headerFont();
-    design.points = std::max(design.points, 9.0);
-    design.bold = true;
-    const QFont font = look::font(design, scale());
-    const auto columns = edges();
-    const double margin = pixels(Margin);
-    for (std::size_t i = 0; i + 1 < columns.size(); ++i) {
-        QString caption = text(model()->columns()[i].caption);
-        if (model()->sortColumn() == i)
-            caption +=
-                QString::fromUtf8(model()->sortDirection() == ReportGrid::Direction::Ascending ? " ▲" : " ▼");
-        painter.setPen(Ink);
-        const QRectF cell(columns[i], area.top(), columns[i + 1] - columns[i], area.height());
-        look::drawText(painter, cell.adjusted(margin, 0, -margin, 0), caption, font, LeftAligned);
-        painter.setPen(look::borderOn(HeaderColor));
-        painter.drawLine(cell.topRight(), cell.bottomRight());
-    }
-    painter.setPen(look::borderOn(HeaderColor));
-    painter.drawLine(area.bottomLeft(), area.bottomRight());
-}
-
-void ReportGridView::paintRows(QPainter& painter) const {
-    const auto& rows = model()->rows();
-    const QRectF area = listArea();
-    if (rows.empty()) {
-        painter.setPen(QColor(80, 90, 102));
-        look::drawText(painter, QRectF(area.left(), area.top(), area.width(), 4 * rowHeight()),
-                       text(model()->emptyText()), look::font(model()->rowFont(), scale()));
-        return;
-    }
-    const auto columns = edges();
-    painter.setClipRect(area);
-    double top = area.top();
-    for (auto row = static_cast<std::size_t>(scrollBar_.value()); row < rows.size() && top < area.bottom();
-         ++row) {
-        const QRectF line(area.left(), top, area.width(), rowHeight());
-        if (row % 2 == 1)
-            painter.fillRect(line, StripeColor);
-        paintRow(painter, rows[row], line, columns);
-        top += rowHeight();
-    }
-    painter.setClipping(false);
-}
-
-void ReportGridView::paintRow(QPainter& painter, const ReportGrid::Row& row, const QRectF& area,
-                              const std::vector<double>& columns) const {
-    const double margin = pixels(Margin);
-    Font design = model()->rowFont();
-    painter.setPen(Ink);
-    if (row.record == ReportGrid::Row::NoRecord) {
-        design.bold = true;
-        painter.fillRect(area, GroupColor);
-        const auto& caption =
-            model()->columns()[model()->groupColumns()[static_cast<std::size_t>(row.level)]].caption;
-        const QString header =
-            text(caption) + ": " + text(row.value) + "  (" + QString::number(row.count) + ")";
-        look::drawText(painter, area.adjusted(margin * (1 + 3 * row.level), 0, -margin, 0), header,
-                       look::font(design, scale()), LeftAligned);
-        return;
-    }
-    const QFont font = look::font(design, scale());
-    for (std::size_t i = 0; i + 1 < columns.size(); ++i) {
-        const QRectF cell(columns[i], area.top(), columns[i + 1] - columns[i], area.height());
-        look::drawText(painter, cell.adjusted(margin, 0, -margin, 0),
-                       text(model()->item(static_cast<std::size_t>(row.record), i)), font, LeftAligned);
-    }
+    const ReportGridLayout parts = layout();
+    ReportGridPainter(painter, *model(), parts)
+        .paint(static_cast<std::size_t>(scrollBar_.value()), touch_, isEnabled());
 }
 
 void ReportGridView::mousePressEvent(QMouseEvent* event) {
-    pressed_.start();
+    if (model() == nullptr || event->button() != Qt::LeftButton)
+        return;
+    press_ = Press::Touch;
     pressedAt_ = event->position();
     scrolledFrom_ = scrollBar_.value();
+    touch_ = {};
+    const ReportGridLayout parts = layout();
+    if (parts.headers.contains(pressedAt_)) {
+        touch_.movedBorder = parts.borderAt(pressedAt_.x());
+        if (!touch_.movedBorder)
+            touch_.pressedHeader = parts.columnAt(pressedAt_.x());
+    }
+    if (!touch_.movedBorder)
+        longTouch_.start();
+    update();
 }
 
 void ReportGridView::mouseMoveEvent(QMouseEvent* event) {
-    if (listArea().contains(pressedAt_))
-        scrollBar_.setValue(scrolledFrom_ +
-                            static_cast<int>((pressedAt_.y() - event->position().y()) / rowHeight()));
+    if (model() == nullptr || press_ == Press::None || press_ == Press::Spent)
+        return;
+    const QPointF at = event->position();
+    touch_.at = at;
+    const ReportGridLayout parts = layout();
+    if (press_ == Press::Touch && (at - pressedAt_).manhattanLength() > TouchSlack * scale().smaller()) {
+        press_ = Press::Drag;
+        longTouch_.stop();
+        touch_.draggedHeader = touch_.pressedHeader;
+    }
+    if (press_ != Press::Drag)
+        return;
+    if (const auto border = touch_.movedBorder)
+        act([&](ReportGrid& grid) {
+            grid.resizeColumn(*border, parts.characters(at.x() - parts.edges[*border]));
+        });
+    else if (parts.list.contains(pressedAt_))
+        scrollBar_.setValue(scrolledFrom_ + static_cast<int>((pressedAt_.y() - at.y()) / parts.rowHeight));
+    update();
 }
 
 void ReportGridView::mouseReleaseEvent(QMouseEvent* event) {
-    if (model() == nullptr)
+    longTouch_.stop();
+    const Press press = std::exchange(press_, Press::None);
+    const ReportGridTouch touch = std::exchange(touch_, {});
+    update();
+    if (model() == nullptr || touch.movedBorder)
         return;
-    const QPointF at = event->position();
-    if (groupArea().contains(at) && groupArea().contains(pressedAt_)) {
+    if (press == Press::Touch)
+        finishTouch(event->position(), extentOf(event->modifiers()));
+    else if (press == Press::Drag && touch.draggedHeader && layout().groupArea.contains(event->position()))
+        act([&](ReportGrid& grid) { grid.groupBy(*touch.draggedHeader); });
+}
+
+void ReportGridView::finishTouch(const QPointF& at, ReportGrid::Extent extent) {
+    const ReportGridLayout parts = layout();
+    if (parts.groupArea.contains(at))
         act([](ReportGrid& grid) { grid.ungroup(); });
+    else if (const auto column = parts.columnAt(at.x()); column && parts.headers.contains(at))
+        act([&](ReportGrid& grid) { grid.touchHeader(*column); });
+    else if (const auto row = parts.rowAt(at))
+        act([&](ReportGrid& grid) { grid.touchRow(*row, extent); });
+}
+
+void ReportGridView::onLongTouch() {
+    if (model() == nullptr || press_ != Press::Touch)
         return;
-    }
-    if (!headerArea().contains(pressedAt_))
-        return;
-    const auto columns = edges();
-    const auto columnAt = [&](double x) {
-        return static_cast<std::size_t>(std::ranges::upper_bound(columns, x) - columns.begin() - 1);
-    };
-    const auto column = columnAt(pressedAt_.x());
-    const bool draggedUp = groupArea().contains(at);
-    if (!draggedUp && (!headerArea().contains(at) || columnAt(at.x()) != column))
-        return;
-    const bool grouping = draggedUp || pressed_.elapsed() >= LongTouch;
-    act([=](ReportGrid& grid) { grouping ? grid.groupBy(column) : grid.touchHeader(column); });
+    press_ = Press::Spent;
+    const auto header = std::exchange(touch_, {}).pressedHeader;
+    if (header)
+        act([&](ReportGrid& grid) { grid.groupBy(*header); });
+    else if (layout().list.contains(pressedAt_))
+        openMenu(mapToGlobal(pressedAt_.toPoint()));
+    update();
 }
 
 void ReportGridView::wheelEvent(QWheelEvent* event) {
     constexpr int degreesPerRow = 40;
     scrollBar_.setValue(scrollBar_.value() - event->angleDelta().y() / degreesPerRow);
+}
+
+void ReportGridView::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy))
+        copySelection();
+    else if (event->matches(QKeySequence::SelectAll))
+        act([](ReportGrid& grid) { grid.selectAll(); });
+    else if (event->key() == Qt::Key_Home)
+        scrollBar_.triggerAction(QScrollBar::SliderToMinimum);
+    else if (event->key() == Qt::Key_End)
+        scrollBar_.triggerAction(QScrollBar::SliderToMaximum);
+    else if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down || event->key() == Qt::Key_PageUp ||
+             event->key() == Qt::Key_PageDown)
+        QCoreApplication::sendEvent(&scrollBar_, event);
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void ReportGridView::contextMenuEvent(QContextMenuEvent* event) {
+    if (model() != nullptr && layout().list.contains(event->pos()))
+        openMenu(event->globalPos());
+}
+
+void ReportGridView::openMenu(const QPoint& at) {
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setStyleSheet(QString("QMenu { font-size: %1px; } QMenu::item { padding: %2px %3px; }")
+                            .arg(pixels(15))
+                            .arg(pixels(11))
+                            .arg(pixels(24)));
+    const auto& words = model()->menuTexts();
+    const bool empty = model()->recordCount() == 0;
+    menu->addAction(QString::fromStdString(words.copy), this, [this] { copySelection(); })
+        ->setEnabled(!model()->selectedRecords().empty());
+    menu->addAction(QString::fromStdString(words.selectAll), this,
+                    [this] { act([](ReportGrid& grid) { grid.selectAll(); }); })
+        ->setEnabled(!empty);
+    menu->addAction(QString::fromStdString(words.save), this, [this] { saveList(); })->setEnabled(!empty);
+    menu->popup(at);
+}
+
+void ReportGridView::copySelection() {
+    if (model() == nullptr)
+        return;
+    const auto records = model()->selectedRecords();
+    if (!records.empty())
+        QGuiApplication::clipboard()->setText(QString::fromStdString(tabSeparated(*model(), records)));
+}
+
+void ReportGridView::saveList() {
+    if (model() != nullptr)
+        askAndSave(*this, "movimenti.csv", commaSeparated(*model(), frame().regional().listSeparator));
 }
 
 } // namespace kova

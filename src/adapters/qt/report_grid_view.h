@@ -1,20 +1,26 @@
 #pragma once
 #include "adapters/qt/control_view.h"
+#include "adapters/qt/report_grid_painter.h"
 #include "widgets/report_grid.h"
 
-#include <QElapsedTimer>
 #include <QScrollBar>
+#include <QTimer>
 #include <QWidget>
 
 namespace kova {
 
-/// The list of movements: group-by area, column headers, rows, and the text of an empty list. Only the rows
-/// in sight are drawn. A touch on a header sorts, a long one groups by that column; a touch on the group-by
-/// area ungroups. A finger scrolls by dragging.
+/// The list of movements: group-by area, column headers, rows, sums, and the text of an empty list.
+///
+/// A touch on a header sorts; a long one, or a drag into the group-by area, groups by that column; the border
+/// between two headers moves. A touch on the group-by area ungroups, on a group's header collapses it, on a
+/// row selects it; a long touch on the rows, or a right click, opens a menu. A finger scrolls by dragging.
 class ReportGridView final : public QWidget, public ModelView<ReportGrid> {
   public:
     ReportGridView(ReportGrid& grid, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
+    /// Parts are `group area`, `header N`, `border N` (the right one of column N), `row N` (counted from the
+    /// first in sight).
+    std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
 
   protected:
     void layOut() override;
@@ -24,23 +30,24 @@ class ReportGridView final : public QWidget, public ModelView<ReportGrid> {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
   private:
-    [[nodiscard]] QRectF groupArea() const;
-    [[nodiscard]] QRectF headerArea() const;
-    [[nodiscard]] QRectF listArea() const;
-    [[nodiscard]] double rowHeight() const;
-    /// Left edges of the columns, and the right edge of the last; the columns share the whole width.
-    [[nodiscard]] std::vector<double> edges() const;
-    [[nodiscard]] QString groupText() const;
+    /// What a press has become so far; a finger that moves away from where it began touches nothing any more.
+    enum class Press { None, Touch, Drag, Spent };
+    [[nodiscard]] ReportGridLayout layout() const;
     void fitScrollBar();
-    void paintHeaders(QPainter& painter) const;
-    void paintRows(QPainter& painter) const;
-    void paintRow(QPainter& painter, const ReportGrid::Row& row, const QRectF& area,
-                  const std::vector<double>& columns) const;
+    void onLongTouch();
+    void finishTouch(const QPointF& at, ReportGrid::Extent extent);
+    void openMenu(const QPoint& at);
+    void copySelection();
+    void saveList();
 
     QScrollBar scrollBar_{Qt::Vertical, this};
-    QElapsedTimer pressed_;
+    QTimer longTouch_;
+    Press press_ = Press::None;
+    ReportGridTouch touch_;
     QPointF pressedAt_;
     int scrolledFrom_ = 0;
 };

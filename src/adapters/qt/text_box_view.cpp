@@ -50,7 +50,7 @@ void TextBoxView::startShowing() {
 
 void TextBoxView::layOut() {
     ControlView::layOut();
-    widget().setFont(look::font(model()->font(), scale()));
+    showFont();
     showColors();
 }
 
@@ -58,9 +58,12 @@ void TextBoxView::showProperty(Property property) {
     switch (property) {
     case Property::Text:
         showText();
+        showFont();
         break;
     case Property::Locked:
-        showLocked(model()->locked());
+        showLocked(onlyShows());
+        showFont();
+        showColors();
         break;
     case Property::BackColor:
     case Property::ForeColor:
@@ -72,27 +75,46 @@ void TextBoxView::showProperty(Property property) {
     ControlView::showProperty(property);
 }
 
+// Where the window takes the keys, a caret would promise what typing does not do.
+bool TextBoxView::onlyShows() const {
+    return model()->locked() || model()->window().takesKeys();
+}
+
+// A text that cannot be scrolled has to be seen whole: half an amount is a wrong one.
+void TextBoxView::showFont() {
+    constexpr double sides = 11; // borders and margins, in design pixels
+    QFont font = look::font(model()->font(), scale());
+    if (onlyShows() && !model()->multiLine())
+        font =
+            look::fitted(positions().editorText(), font,
+                         QSizeF(widget().width() - pixels(sides), font.pixelSize() * 2), {.wrapped = false});
+    if (widget().font() != font)
+        widget().setFont(font);
+}
+
 void TextBoxView::showColors() {
     const QColor back = look::toQt(model()->backColor());
     const QColor text =
         look::toQt(model()->foreColor()); // may be the same on purpose: content that is hidden
     const QColor accent = look::accentOn(backdrop());
     const QColor faint = look::mixed(back, QColor(150, 155, 160), 0.35);
+    const int padding = pixels(onlyShows() ? 2 : 4);
+    // What cannot be filled in has no frame, so that it does not look as if it could.
+    const QString frame = model()->locked() ? QStringLiteral("transparent") : look::borderOn(back).name();
     const QString sheet =
         QString("QLineEdit, QPlainTextEdit { background: %1; color: %2; border: %7px solid %3;"
                 " border-radius: %6px; padding: %8px %11px; selection-background-color: %4;"
                 " selection-color: %5; }"
                 "QLineEdit:focus, QPlainTextEdit:focus { border: %9px solid %4; padding: 0px %12px; }"
                 "QLineEdit:disabled, QPlainTextEdit:disabled { background: %10; }")
-            .arg(back.name(), text.name(), look::borderOn(back).name(), accent.name(),
-                 look::readableOn(accent, Qt::white).name())
+            .arg(back.name(), text.name(), frame, accent.name(), look::readableOn(accent, Qt::white).name())
             .arg(pixels(4))
             .arg(std::max(1, pixels(1)))
             .arg(std::max(1, pixels(2)) - std::max(1, pixels(1)))
             .arg(std::max(1, pixels(2)))
             .arg(faint.name())
-            .arg(pixels(4) + std::max(1, pixels(1)))
-            .arg(pixels(4));
+            .arg(padding + std::max(1, pixels(1)))
+            .arg(padding);
     if (widget().styleSheet() != sheet)
         widget().setStyleSheet(sheet);
 }

@@ -14,7 +14,7 @@ namespace kova {
 class TextBoxView : public ModelView<TextBox> {
   public:
     TextBoxView(TextBox& box, WindowFrame& frame) : ModelView(box, frame) {}
-    [[nodiscard]] bool takesTab() const override { return true; }
+    [[nodiscard]] bool takesTab() const override { return model()->tabStop(); }
 
   protected:
     struct Selection {
@@ -42,7 +42,9 @@ class TextBoxView : public ModelView<TextBox> {
     void typeCharacters(const QString& text);
     void showText();
     void showSelection();
+    void showFont();
     void showColors();
+    [[nodiscard]] bool onlyShows() const; ///< a person cannot type into it
     [[nodiscard]] TextPositions positions() const;
     bool showing_ = false; ///< the editor is being changed from here
     bool typing_ = false;  ///< the model is editing what was typed

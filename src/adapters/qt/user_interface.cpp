@@ -48,6 +48,10 @@ bool isInput(QEvent::Type type) {
     }
 }
 
+bool isKey(QEvent::Type type) {
+    return type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::InputMethod;
+}
+
 bool isTabulator(const QEvent& event) {
     if (event.type() != QEvent::KeyPress)
         return false;
@@ -86,8 +90,8 @@ class QtUserInterface::FrameView final : public WindowView {
     QPointer<WindowFrame> frame_;
 };
 
-/// Keeps input from windows that a modal one blocks, and gives the tabulator key to the models, which know
-/// the order of the controls.
+/// Keeps input from windows that a modal one blocks, gives the tabulator key to the models, which know the
+/// order of the controls, and all others to a window that takes them itself.
 class QtUserInterface::InputGuard final : public QObject {
   public:
     explicit InputGuard(const QtUserInterface& owner) : owner_(owner) { qApp->installEventFilter(this); }
@@ -103,13 +107,19 @@ class QtUserInterface::InputGuard final : public QObject {
         if ((*frame)->model()->blocked())
             return true;
         if (!isTabulator(*event))
-            return false;
+            return giveToWindow(**frame, *event);
         (*frame)->moveFocus(static_cast<QKeyEvent*>(event)->key() == Qt::Key_Tab &&
                             (static_cast<QKeyEvent*>(event)->modifiers() & Qt::ShiftModifier) == 0);
         return true;
     }
 
   private:
+    static bool giveToWindow(WindowFrame& frame, const QEvent& event) {
+        if (!frame.model()->takesKeys() || !isKey(event.type()))
+            return false;
+        frame.takeKey(event);
+        return true;
+    }
     const QtUserInterface& owner_;
 };
 

@@ -4,6 +4,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
 #include <QWindow>
@@ -199,6 +201,22 @@ void WindowFrame::moveFocus(bool forward) {
         next = (present - stops.begin() + (forward ? 1 : count - 1)) % count;
     Control& target = *stops[static_cast<std::size_t>(next)];
     loop_.runHandler([&] { window_->moveFocus(target); });
+}
+
+void WindowFrame::takeKey(const QEvent& event) {
+    QString text;
+    if (event.type() == QEvent::InputMethod) {
+        text = static_cast<const QInputMethodEvent&>(event).commitString();
+    } else if (event.type() == QEvent::KeyPress) {
+        const auto& key = static_cast<const QKeyEvent&>(event);
+        if ((key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0)
+            text = key.text();
+    }
+    for (const char32_t character : text.toStdU32String())
+        loop_.runHandler([&] {
+            if (window_ != nullptr) // the key before may have closed it
+                window_->typeCharacter(character);
+        });
 }
 
 void WindowFrame::closeEvent(QCloseEvent* event) {

@@ -48,34 +48,57 @@ class Scanner {
     bool failed_ = false;
 };
 
+struct Parts {
+    int year = 0, month = 0, day = 0, hours = 0, minutes = 0, seconds = 0, milliseconds = 0;
+};
+
+std::optional<DateTime> timeOf(const Parts& parts) {
+    const std::chrono::year_month_day date{std::chrono::year(parts.year),
+                                           std::chrono::month(static_cast<unsigned>(parts.month)),
+                                           std::chrono::day(static_cast<unsigned>(parts.day))};
+    if (parts.year < 1 || !date.ok() || parts.hours > 23 || parts.minutes > 59 || parts.seconds > 59)
+        return std::nullopt;
+    return std::chrono::local_days(date) + std::chrono::hours(parts.hours) +
+           std::chrono::minutes(parts.minutes) + std::chrono::seconds(parts.seconds) +
+           std::chrono::milliseconds(parts.milliseconds);
+}
+
+/// The form in which nearly all are stored, YYYY-MM-DD HH:MM:SS; nothing for any other.
+std::optional<Parts> readUsualForm(std::string_view text) {
+    constexpr std::string_view form = "0000-00-00 00:00:00";
+    if (text.size() != form.size())
+        return std::nullopt;
+    for (std::size_t i = 0; i < form.size(); ++i)
+        if (form[i] == '0' ? !isDigit(text[i]) : text[i] != form[i])
+            return std::nullopt;
+    const auto pair = [&](std::size_t at) { return (text[at] - '0') * 10 + (text[at + 1] - '0'); };
+    return Parts{pair(0) * 100 + pair(2), pair(5), pair(8), pair(11), pair(14), pair(17), 0};
+}
+
 } // namespace
 
 std::optional<DateTime> parseDateTimeText(std::string_view text) {
+    if (const auto usual = readUsualForm(text))
+        return timeOf(*usual);
+    Parts parts;
     Scanner scanner(text);
-    const int year = scanner.number(4);
+    parts.year = scanner.number(4);
     scanner.expect("-");
-    const int month = scanner.number(2);
+    parts.month = scanner.number(2);
     scanner.expect("-");
-    const int day = scanner.number(2);
-    int hours = 0, minutes = 0, seconds = 0, milliseconds = 0;
+    parts.day = scanner.number(2);
     if (!scanner.atEnd()) {
         scanner.expect(" T");
-        hours = scanner.number(2);
+        parts.hours = scanner.number(2);
         scanner.expect(":");
-        minutes = scanner.number(2);
+        parts.minutes = scanner.number(2);
         if (scanner.skip(":")) {
-            seconds = scanner.number(2);
+            parts.seconds = scanner.number(2);
             if (scanner.skip("."))
-                milliseconds = scanner.milliseconds();
+                parts.milliseconds = scanner.milliseconds();
         }
     }
-    const std::chrono::year_month_day date{std::chrono::year(year),
-                                           std::chrono::month(static_cast<unsigned>(month)),
-                                           std::chrono::day(static_cast<unsigned>(day))};
-    if (!scanner.matched() || year < 1 || !date.ok() || hours > 23 || minutes > 59 || seconds > 59)
-        return std::nullopt;
-    return std::chrono::local_days(date) + std::chrono::hours(hours) + std::chrono::minutes(minutes) +
-           std::chrono::seconds(seconds) + std::chrono::milliseconds(milliseconds);
+    return scanner.matched() ? timeOf(parts) : std::nullopt;
 }
 
 std::string formatDateTimeText(DateTime time) {

@@ -1,0 +1,41 @@
+#pragma once
+#include "adapters/qt/look.h"
+#include "widgets/report_grid.h"
+
+#include <QPointF>
+#include <QRectF>
+#include <QSize>
+
+#include <optional>
+#include <vector>
+
+namespace kova {
+
+/// Where the parts of a list are drawn, in pixels, and what lies under a finger.
+struct ReportGridLayout {
+    /// `firstRow` is the row at the top of the list area.
+    ReportGridLayout(const ReportGrid& grid, const QSize& size, const Scale& designScale, bool scrollBarShown,
+                     std::size_t firstRowShown);
+
+    [[nodiscard]] std::optional<std::size_t> columnAt(double x) const;
+    /// The column whose right border, if it can be moved, is within reach of a finger.
+    [[nodiscard]] std::optional<std::size_t> borderAt(double x) const;
+    /// Existing rows only.
+    [[nodiscard]] std::optional<std::size_t> rowAt(const QPointF& point) const;
+    [[nodiscard]] QRectF header(std::size_t column) const;
+    [[nodiscard]] QRectF row(std::size_t number) const;
+    /// Characters of a column that is so many pixels wide.
+    [[nodiscard]] int characters(double width) const;
+    [[nodiscard]] int fullRows() const;
+
+    Scale scale;
+    double margin, rowHeight, scrollBarWidth;
+    QRectF groupArea, headers, list, footer; ///< the footer is empty without sums
+    std::vector<double> edges;               ///< left edges of the columns, and the right edge of the last
+
+  private:
+    const ReportGrid& grid_;
+    std::size_t firstRow_;
+};
+
+} // namespace kova

@@ -1,0 +1,179 @@
+#include "adapters/qt/report_grid_painter.h"
+
+#include <algorithm>
+
+namespace kova {
+namespace {
+
+const QColor Ink(20, 30, 42);
+const QColor PaleInk(62, 74, 89);
+const QColor HeaderColor(241, 243, 246);
+const QColor StripeColor(247, 249, 251);
+const QColor GroupColor(222, 228, 235);
+const QColor SelectedColor(200, 222, 250);
+const QColor DisabledColor(235, 236, 238);
+constexpr double SmallestHeaderPoints = 9;
+
+QString text(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+/// The share of a group's header that its sums may take.
+constexpr double SumsShare = 0.55;
+
+} // namespace
+
+void ReportGridPainter::paint(std::size_t firstRow, const ReportGridTouch& touch, bool enabled) {
+    const QRectF whole(layout_.groupArea.topLeft(), layout_.footer.bottomRight());
+    painter_.fillRect(whole, enabled ? QColor(Qt::white) : DisabledColor);
+    paintGroupArea(touch.draggedHeader.has_value());
+    paintRows(firstRow);
+    paintHeaders(touch);
+    paintFooter();
+    painter_.setPen(QPen(look::borderOn(Qt::white), std::max(1.0, layout_.scale.smaller())));
+    painter_.setBrush(Qt::NoBrush);
+    painter_.drawRect(whole.adjusted(0.5, 0.5, -0.5, -0.5));
+    paintDragged(touch);
+}
+
+QFont ReportGridPainter::font(Font design, bool bold) const {
+    design.bold = bold;
+    return look::font(design, layout_.scale);
+}
+
+void ReportGridPainter::write(const QRectF& area, const QString& words, const QFont& letters,
+                              Qt::Alignment side) {
+    look::drawText(painter_, area.adjusted(layout_.margin, 0, -layout_.margin, 0), words, letters,
+                   {.alignment = side | Qt::AlignVCenter, .wrapped = false});
+}
+
+void ReportGridPainter::paintGroupArea(bool target) {
+    painter_.fillRect(layout_.groupArea, target ? SelectedColor : GroupColor);
+    QStringList captions;
+    for (const auto column : grid_.groupColumns())
+        captions << text(grid_.columns()[column].caption);
+    painter_.setPen(captions.isEmpty() ? PaleInk : Ink);
+    const QFont letters = font(grid_.rowFont(), !captions.isEmpty());
+    QRectF area = layout_.groupArea;
+    if (const auto sorted = grid_.sortColumn()) {
+        const QString words =
+            text(grid_.sortPrefix()).trimmed() + ' ' + text(grid_.columns()[*sorted].caption);
+        const double width = QFontMetricsF(letters).horizontalAdvance(words) + 4 * layout_.margin;
+        write(area.adjusted(std::max(0.0, area.width() - width), 0, 0, 0), words, letters, Qt::AlignRight);
+        area.setRight(std::max(area.left(), area.right() - width));
+    }
+    write(area,
+          captions.isEmpty() ? text(grid_.groupHint()) : "✕  " + captions.join(QString::fromUtf8("  ›  ")),
+          letters);
+}
+
+void ReportGridPainter::paintHeaders(const ReportGridTouch& touch) {
+    painter_.fillRect(layout_.headers, HeaderColor);
+    Font design = grid_.headerFont();
+    design.points = std::max(design.points, SmallestHeaderPoints);
+    const QFont letters = font(design, true);
+    for (std::size_t i = 0; i < grid_.columns().size(); ++i) {
+        QString caption = text(grid_.columns()[i].caption);
+        if (grid_.sortColumn() == i)
+            caption += grid_.sortDirection() == ReportGrid::Direction::Ascending ? " ▲" : " ▼";
+        const QRectF cell = layout_.header(i);
+        if (touch.pressedHeader == i)
+            painter_.fillRect(cell, SelectedColor);
+        painter_.setPen(Ink);
+        write(cell, caption, letters, grid_.amountColumn() == i ? Qt::AlignRight : Qt::AlignLeft);
+        const bool moved = touch.movedBorder == i;
+        painter_.setPen(
+            QPen(moved ? look::accentOn(HeaderColor) : look::borderOn(HeaderColor), moved ? 3 : 1));
+        painter_.drawLine(cell.topRight(),
+                          moved ? QPointF(cell.right(), layout_.list.bottom()) : cell.bottomRight());
+    }
+    painter_.setPen(look::borderOn(HeaderColor));
+    painter_.drawLine(layout_.headers.bottomLeft(), layout_.headers.bottomRight());
+}
+
+/// The header under the finger, above everything.
+void ReportGridPainter::paintDragged(const ReportGridTouch& touch) {
+    if (!touch.draggedHeader || *touch.draggedHeader >= grid_.columns().size())
+        return;
+    QRectF ghost = layout_.header(*touch.draggedHeader);
+    ghost.moveCenter(touch.at);
+    painter_.setOpacity(0.85);
+    painter_.fillRect(ghost, Qt::white);
+    painter_.setPen(look::accentOn(Qt::white));
+    painter_.drawRect(ghost);
+    painter_.setPen(Ink);
+    const QFont letters = font(grid_.rowFont(), true);
+    write(ghost, text(grid_.columns()[*touch.draggedHeader].caption), letters);
+    painter_.setOpacity(1);
+}
+
+void ReportGridPainter::paintRows(std::size_t firstRow) {
+    const auto& rows = grid_.rows();
+    const QRectF& area = layout_.list;
+    painter_.setClipRect(area);
+    if (rows.empty()) {
+        painter_.setPen(PaleInk);
+        const QFont letters = font(grid_.rowFont(), false);
+        write({area.left(), area.top(), area.width(), 4 * layout_.rowHeight}, text(grid_.emptyText()),
+              letters, Qt::AlignHCenter);
+    }
+    for (std::size_t number = firstRow; number < rows.size(); ++number) {
+        const QRectF line = layout_.row(number);
+        if (line.top() >= area.bottom())
+            break;
+        if (rows[number].group != ReportGrid::Row::None) {
+            paintGroup(grid_.group(rows[number]), line);
+            continue;
+        }
+        const auto record = static_cast<std::size_t>(rows[number].record);
+        if (grid_.selected(record))
+            painter_.fillRect(line, SelectedColor);
+        else if (number % 2 == 1)
+            painter_.fillRect(line, StripeColor);
+        paintRecord(record, line);
+    }
+    painter_.setClipping(false);
+}
+
+void ReportGridPainter::paintRecord(std::size_t record, const QRectF& area) {
+    painter_.setPen(Ink);
+    const auto amounts = grid_.amountColumn();
+    const QFont plain = font(grid_.rowFont(), false);
+    for (std::size_t i = 0; i + 1 < layout_.edges.size(); ++i) {
+        write({layout_.edges[i], area.top(), layout_.edges[i + 1] - layout_.edges[i], area.height()},
+              text(grid_.item(record, i)), plain, amounts == i ? Qt::AlignRight : Qt::AlignLeft);
+    }
+}
+
+void ReportGridPainter::paintGroup(const ReportGrid::Group& group, const QRectF& area) {
+    painter_.fillRect(area, GroupColor);
+    painter_.setPen(look::borderOn(GroupColor));
+    painter_.drawLine(area.topLeft(), area.topRight());
+    painter_.setPen(Ink);
+    const QFont letters = font(grid_.rowFont(), true);
+    const QString sums = text(grid_.written(group.sums));
+    const double width = std::min(QFontMetricsF(letters).horizontalAdvance(sums) + 4 * layout_.margin,
+                                  area.width() * SumsShare);
+    write(area.adjusted(area.width() - width, 0, 0, 0), sums, letters, Qt::AlignRight);
+    const double indent = layout_.margin * 4 * static_cast<double>(group.level);
+    write(area.adjusted(indent, 0, -width, 0),
+          QString::fromUtf8(group.collapsed ? "▸  " : "▾  ") + text(grid_.columns()[group.column].caption) +
+              ": " + text(group.value) + QString("  (%1)").arg(group.count),
+          letters);
+}
+
+void ReportGridPainter::paintFooter() {
+    if (layout_.footer.isEmpty())
+        return;
+    painter_.fillRect(layout_.footer, HeaderColor);
+    painter_.setPen(look::borderOn(HeaderColor));
+    painter_.drawLine(layout_.footer.topLeft(), layout_.footer.topRight());
+    painter_.setPen(Ink);
+    const QFont letters = font(grid_.rowFont(), true);
+    const QRectF area = layout_.footer.adjusted(0, 0, layout_.list.width() - layout_.footer.width(), 0);
+    write(area, QString::fromUtf8("Σ  (%1)").arg(grid_.recordCount()), letters);
+    write(area.adjusted(area.width() * (1 - SumsShare) / 2, 0, 0, 0), text(grid_.written(grid_.totals())),
+          letters, Qt::AlignRight);
+}
+
+} // namespace kova

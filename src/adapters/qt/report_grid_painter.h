@@ -1,0 +1,40 @@
+#pragma once
+#include "adapters/qt/report_grid_layout.h"
+
+#include <QPainter>
+
+namespace kova {
+
+/// What a finger is doing to a list, to be seen while it does.
+struct ReportGridTouch {
+    std::optional<std::size_t> pressedHeader;
+    std::optional<std::size_t> draggedHeader; ///< on its way to the group-by area
+    std::optional<std::size_t> movedBorder;
+    QPointF at;
+};
+
+/// Draws a list; of its rows only those in sight.
+class ReportGridPainter {
+  public:
+    ReportGridPainter(QPainter& painter, const ReportGrid& grid, const ReportGridLayout& layout)
+        : painter_(painter), grid_(grid), layout_(layout) {}
+    void paint(std::size_t firstRow, const ReportGridTouch& touch, bool enabled);
+
+  private:
+    void paintGroupArea(bool target);
+    void paintHeaders(const ReportGridTouch& touch);
+    void paintDragged(const ReportGridTouch& touch);
+    void paintRows(std::size_t firstRow);
+    void paintRecord(std::size_t record, const QRectF& area);
+    void paintGroup(const ReportGrid::Group& group, const QRectF& area);
+    void paintFooter();
+    void write(const QRectF& area, const QString& words, const QFont& letters,
+               Qt::Alignment side = Qt::AlignLeft);
+    [[nodiscard]] QFont font(Font design, bool bold) const;
+
+    QPainter& painter_;
+    const ReportGrid& grid_;
+    const ReportGridLayout& layout_;
+};
+
+} // namespace kova

@@ -1,0 +1,178 @@
+#include "coin_count/frm_CaricaMoneta.h"
+
+#include "platform/error.h"
+#include "services/process_state.h"
+
+#include <utility>
+
+namespace kova {
+namespace {
+
+constexpr Color Grey{192, 192, 192};
+
+} // namespace
+
+frm_CaricaMoneta::~frm_CaricaMoneta() {
+    unload();
+}
+
+CoinControls& frm_CaricaMoneta::controls() {
+    if (controls_)
+        return *controls_;
+    if (const auto retired = retired_.lock())
+        return *retired; // the opening around the running handler keeps it alive
+    throw Error(91, "Object variable or With block variable not set");
+}
+
+TextBox& frm_CaricaMoneta::field(std::int32_t index) {
+    return controls().txtValuta.at(static_cast<std::size_t>(index));
+}
+
+CoinCount::Counts frm_CaricaMoneta::counts() {
+    CoinCount::Counts texts;
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        texts[i] = controls().txtValuta[i].text();
+    return texts;
+}
+
+std::string frm_CaricaMoneta::text(std::int32_t id, std::string_view italian) const {
+    return GetLocalizedString(process_, id, italian);
+}
+
+void frm_CaricaMoneta::load() {
+    if (controls_)
+        return;
+    auto fresh = std::make_shared<CoinControls>();
+    fresh->view = process_.platform.userInterface.present(fresh->window);
+    controls_ = std::move(fresh);
+    connectHandlers();
+    try {
+        Form_Load();
+    } catch (...) {
+        unload(); // half a dialog must not be found again
+        throw;
+    }
+}
+
+void frm_CaricaMoneta::connectHandlers() {
+    auto& c = *controls_;
+    const auto on = [&](auto& signal, auto handler) { c.handlers.push_back(signal.connect(handler)); };
+    on(c.window.keyPress, [this](char32_t character) { Form_KeyPress(character); });
+    on(c.window.closeRequested, [this] { unload(); });
+    for (auto& field : c.txtValuta)
+        on(field.gotFocus, [this, index = *field.index()] { txtValuta_GotFocus(index); });
+    for (auto& placeholder : c.FlatEdit)
+        on(placeholder.gotFocus, [this] { FlatEdit_GotFocus(); });
+    on(c.CMD_Carica.pressed, [this] { CMD_Carica_Click(); });
+    on(c.CMD_cancella.pressed, [this] { CMD_cancella_Click(); });
+    on(c.CMD_Annulla.pressed, [this] { CMD_Annulla_Click(); });
+    on(c.CMD_CaricaMoneta.pressed, [this] { CMD_CaricaMoneta_Click(); });
+}
+
+void frm_CaricaMoneta::Form_Load() {
+    auto& c = controls();
+    c.ml_RuntimeSupport = process_.platform.languageRuntime.languageChanged.connect(
+        [this](std::int32_t id, const std::string& name) { ml_RuntimeSupport_LanguageChanged(id, name); });
+    ApplyCaptions();
+    trapped(process_, "load form CaricaMonete", [&] {
+        if (process_.settings.ValutaAziendale == "€")
+            greySecondCurrency();
+        c.handlers.push_back(
+            c.Virtual_KeyPAD.Keyboard.connect([this](std::string& key) { Virtual_KeyPAD_Keyboard(key); }));
+        c.CMD_Annulla.setIcon(PushButton::Icon::Cancel);
+        c.CMD_CaricaMoneta.setIcon(PushButton::Icon::Confirm);
+        c.CMD_cancella.setIcon(PushButton::Icon::Clear);
+        c.txtPrimaValuta.setBackColor(colors::White);
+        c.txtSecondaValuta.setBackColor(colors::White);
+        IndiceMoneta_ = -1;
+        c.window.setCaption(text(42, "Carica moneta"));
+        result_ = NothingLoaded;
+    });
+}
+
+// Grey on grey: whatever stands in the column cannot be seen. It can still be touched and loaded into.
+void frm_CaricaMoneta::greySecondCurrency() {
+    auto& c = controls();
+    c.lblValutaSec.setVisible(false);
+    for (std::size_t i = CoinCount::FirstOfSecondCurrency; i < c.txtValuta.size(); ++i) {
+        auto& field = c.txtValuta[i];
+        field.setBackColor(Grey);
+        field.setForeColor(Grey);
+        field.setLocked(true);
+        field.setTabStop(false);
+    }
+}
+
+void frm_CaricaMoneta::ApplyCaptions() {
+    auto& c = controls();
+    const auto apply = [&](std::int32_t id, std::string_view italian, auto set) {
+        if (const std::string found = text(id, italian); !found.empty())
+            set(found);
+    };
+    apply(19, "Carica moneta", [&](const std::string& found) { c.window.setCaption(found); });
+    apply(40, "Annulla", [&](const std::string& found) { c.CMD_Annulla.setCaption(found); });
+    apply(20, "Cancella monete", [&](const std::string& found) { c.CMD_cancella.setToolTip(found); });
+    apply(21, "Carica monete", [&](const std::string& found) { c.CMD_CaricaMoneta.setCaption(found); });
+    apply(22, "0", [&](const std::string& found) { field(28).setText(found); });
+}
+
+void frm_CaricaMoneta::ml_RuntimeSupport_LanguageChanged(std::int32_t LanguageID,
+                                                         const std::string& Language) {
+    SetLanguage(process_, LanguageID, Language);
+    ApplyCaptions();
+}
+
+void frm_CaricaMoneta::setMetroStyle() {
+    constexpr Color background{88, 100, 114};
+    constexpr Color face{115, 127, 141};
+    const auto attempt = [](auto step) {
+        try {
+            step();
+        } catch (...) { // a colour that cannot be shown is no reason to do without the others
+        }
+    };
+    auto& c = controls();
+    attempt([&] { c.FrameMoney.setBackColor(background); });
+    attempt([&] { c.window.setBackColor(background); });
+    for (auto& label : c.Label2)
+        attempt([&] { label.setForeColor(colors::White); });
+    attempt([&] { c.lblValutaSec.setForeColor(colors::White); });
+    attempt([&] { c.lblValutaMain.setForeColor(colors::White); });
+    for (auto* button : {&c.CMD_Annulla, &c.CMD_cancella, &c.CMD_CaricaMoneta, &c.CMD_Carica}) {
+        attempt([&] { button->setOwnColors(true); });
+        attempt([&] { button->setBackColor(face); });
+        attempt([&] { button->setForeColor(colors::White); });
+    }
+}
+
+// A person's gestures are all handled in here. A handler may end in the unloading of the dialog: the controls
+// live on until the loop around it has ended, as the dialog does in the hands of its caller.
+bool frm_CaricaMoneta::showModal() {
+    const auto shown = controls_;
+    if (shown->window.visible()) // by another component's dialog, which takes the count
+        throw Error(400, "Form already displayed; can't show modally");
+    try {
+        process_.windows.show(shown->window, true);
+        process_.platform.userInterface.runModal(shown->window);
+    } catch (...) {
+        process_.windows.remove(shown->window); // it must not go on blocking the movement dialog
+        throw;
+    }
+    process_.windows.remove(shown->window); // a loop that was broken off leaves it on the screen
+    return controls_ == shown;
+}
+
+void frm_CaricaMoneta::hide() {
+    process_.windows.remove(controls().window);
+}
+
+void frm_CaricaMoneta::unload() {
+    const auto unloaded = std::exchange(controls_, nullptr);
+    if (!unloaded)
+        return;
+    retired_ = unloaded;
+    process_.windows.remove(unloaded->window);
+    unloaded->retire();
+}
+
+} // namespace kova

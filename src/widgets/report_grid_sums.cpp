@@ -1,0 +1,72 @@
+#include "widgets/report_grid.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kova {
+namespace {
+
+constexpr double MoneyUnits = 10'000; // money has four decimals; whole units add up without loss
+
+} // namespace
+
+void ReportGrid::setSummedColumns(std::string amount, std::string currency) {
+    amountCaption_ = std::move(amount);
+    currencyCaption_ = std::move(currency);
+}
+
+std::optional<std::size_t> ReportGrid::amountColumn() const {
+    return amountCaption_.empty() ? std::nullopt : findColumn(amountCaption_);
+}
+
+/// Leaves no amounts when there is nothing to add up, or a cell with which a sum would be wrong.
+void ReportGrid::readAmounts() {
+    amounts_.clear();
+    const auto column = amountColumn();
+    if (!column || !findColumn(currencyCaption_) || !conventions_.number)
+        return;
+    amounts_.reserve(recordCount());
+    for (std::size_t record = 0; record < recordCount(); ++record) {
+        const std::string_view text = item(record, *column);
+        const auto amount = text.empty() ? std::optional(0.0) : conventions_.number(text);
+        if (!amount) {
+            amounts_.clear();
+            return;
+        }
+        amounts_.push_back(std::round(*amount * MoneyUnits));
+    }
+}
+
+std::vector<ReportGrid::Sum> ReportGrid::sumsOf(std::size_t first, std::size_t end) const {
+    std::vector<Sum> sums;
+    if (amounts_.empty())
+        return sums;
+    const std::size_t currencyColumn = *findColumn(currencyCaption_);
+    const std::size_t amounts = *amountColumn();
+    for (std::size_t at = first; at < end; ++at) {
+        const auto record = static_cast<std::size_t>(order_[at]);
+        if (item(record, amounts).empty())
+            continue;
+        const auto currency = item(record, currencyColumn);
+        auto sum = std::ranges::find(sums, currency, &Sum::currency);
+        if (sum == sums.end())
+            sum = sums.insert(sum, {std::string(currency), 0});
+        sum->amount += amounts_[record];
+    }
+    for (Sum& sum : sums)
+        sum.amount /= MoneyUnits;
+    return sums;
+}
+
+std::string ReportGrid::written(const std::vector<Sum>& sums) const {
+    std::string text;
+    for (const Sum& sum : sums) {
+        text += text.empty() ? "" : "   ";
+        text += sum.currency;
+        text += sum.currency.empty() ? "" : " ";
+        text += conventions_.amount ? conventions_.amount(sum.amount) : std::to_string(sum.amount);
+    }
+    return text;
+}
+
+} // namespace kova
