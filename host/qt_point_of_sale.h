@@ -1,7 +1,7 @@
 #pragma once
+#include "adapters/databases/databases.h"
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/user_interface.h"
-#include "adapters/sqlite/sqlite_database.h"
 #include "adapters/system/ini_settings_store.h"
 #include "adapters/system/system_clock.h"
 #include "adapters/system/system_language_runtime.h"
@@ -91,7 +91,7 @@ class PointOfSale final : private EventSink {
     SystemClock clock_;
     SystemLanguageRuntime language_;
     IniSettingsStore settings_{settingsFile()};
-    SqliteProvider servers_;
+    Databases servers_;
     HostDatabase database_;
     MovementStore store_;
     ProcessState process_;

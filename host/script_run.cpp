@@ -1,6 +1,6 @@
 #include "script_run.h"
 
-#include "host_database.h"
+#include "adapters/databases/databases.h"
 #include "host_options.h"
 #include "movement_store.h"
 #include "scenario_parser.h"
@@ -48,9 +48,10 @@ std::unique_ptr<Stage> makeStage(HostInterface userInterface,
 
 /// Builds everything that a script needs, plays it, and takes it down again.
 std::optional<ScenarioPlayer::Failure> play(const HostOptions& options, std::vector<std::string> lines,
-                                            RegionalSettings& regional, Stage& stage, std::ostream& out) {
-    SqliteProvider provider;
-    HostDatabase database = openHostDatabase(options, provider);
+                                            RegionalSettings& regional, Stage& stage, std::ostream& out,
+                                            const DatabaseOpener& openDatabase) {
+    Databases provider;
+    HostDatabase database = openDatabase(options, provider);
     SqliteHostDatabase* const embedded = database.embedded ? &*database.embedded : nullptr;
 
     Trace trace(out);
@@ -80,12 +81,13 @@ std::optional<ScenarioPlayer::Failure> play(const HostOptions& options, std::vec
 
 } // namespace
 
-int runScript(const HostOptions& options, std::ostream& out, std::ostream& errors) {
+int runScript(const HostOptions& options, std::ostream& out, std::ostream& errors,
+              const DatabaseOpener& openDatabase) {
     try {
         auto lines = scenarioLines(readScript(*options.script));
         RegionalSettings regional;
         const auto stage = makeStage(options.userInterface, regional);
-        const auto failure = play(options, std::move(lines), regional, *stage, out);
+        const auto failure = play(options, std::move(lines), regional, *stage, out, openDatabase);
         out.flush();
         if (!failure)
             return CarriedOut;

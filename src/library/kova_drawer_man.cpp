@@ -1,5 +1,6 @@
 #include "library/kova_drawer_man.h"
 
+#include "adapters/databases/databases.h"
 #include "library/library_process.h"
 
 #include <QCoreApplication>
@@ -34,6 +35,10 @@ std::shared_ptr<cls_Kova_Drawer_Man> createComponent() {
 
 std::shared_ptr<DatabaseConnection> openDatabase(const std::string& connectionString) {
     return process().databases().open(connectionString);
+}
+
+std::shared_ptr<DatabaseConnection> hostOdbcConnection(void* connectionHandle) {
+    return shareOdbcConnection(connectionHandle);
 }
 
 void setLanguage(std::int32_t id, const std::string& name) {

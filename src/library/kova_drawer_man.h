@@ -25,6 +25,12 @@ namespace kova {
 /// Never null. Throws DatabaseError.
 [[nodiscard]] KOVA_API std::shared_ptr<DatabaseConnection> openDatabase(const std::string& connectionString);
 
+/// A connection to hand to `Inizializza` over one that the host opened itself: `connectionHandle` is an ODBC
+/// connection handle (an SQLHDBC) to a SQL Server, open and valid as long as the component uses it. It stays
+/// the host's and is never closed here; the host reads its own results on it to the end before the component
+/// may run a query. Throws DatabaseError in builds without ODBC.
+[[nodiscard]] KOVA_API std::shared_ptr<DatabaseConnection> hostOdbcConnection(void* connectionHandle);
+
 /// Announces the language that the user works in from now on, by its Windows language identifier: 1040
 /// Italian, 1031 German, 9 English; any other shows Italian. At first it is the environment's.
 KOVA_API void setLanguage(std::int32_t id, const std::string& name);

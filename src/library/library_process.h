@@ -1,7 +1,7 @@
 #pragma once
+#include "adapters/databases/databases.h"
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/user_interface.h"
-#include "adapters/sqlite/sqlite_database.h"
 #include "adapters/system/ini_settings_store.h"
 #include "adapters/system/system_clock.h"
 #include "adapters/system/system_language_runtime.h"
@@ -37,7 +37,7 @@ class LibraryProcess : public std::enable_shared_from_this<LibraryProcess> {
     SystemClock clock_;
     SystemLanguageRuntime language_;
     IniSettingsStore settings_{settingsFile()};
-    SqliteProvider databases_;
+    Databases databases_;
     ProcessState state_;
     std::vector<std::weak_ptr<cls_Kova_Drawer_Man>> components_;
 };

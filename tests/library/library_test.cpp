@@ -84,6 +84,12 @@ void failuresCrossTheLibrary() {
         expect(error.sqlState().size() == 5, "a database failure has its state");
     }
     try {
+        (void)kova::hostOdbcConnection(nullptr)->query({"SELECT 1"});
+        expect(false, "a connection that is none fails");
+    } catch (const kova::DatabaseError& error) {
+        expect(error.sqlState().size() == 5, "a connection that is none fails like a database");
+    }
+    try {
         (void)kova::createComponent()->get("Version");
         expect(false, "a member that does not exist fails");
     } catch (const kova::Error& error) {

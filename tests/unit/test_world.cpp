@@ -109,6 +109,8 @@ class RecordingLogger final : public ErrorLogger {
 } // namespace
 
 std::shared_ptr<DatabaseConnection> World::Provider::open(const std::string& text) {
+    if (world.openDatabase)
+        return world.openDatabase(text);
     if (text == "bad")
         throw DatabaseError(DatabaseError::Unspecified, "cannot open", "08001");
     return world.database_;

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <map>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -38,6 +39,10 @@ struct LogRecord {
     std::string label, message;
     friend bool operator==(const LogRecord&, const LogRecord&) = default;
 };
+
+inline void PrintTo(const LogRecord& record, std::ostream* out) {
+    *out << record.label << " | " << record.message;
+}
 
 /// A sink that records and then does what the test says.
 class RecordingSink final : public EventSink {
@@ -143,6 +148,8 @@ class World {
     std::vector<std::string> messages; ///< texts of the message window, and of platform boxes behind a "!"
     std::string logFile;
     RegionalSettings regional;
+    std::function<std::shared_ptr<DatabaseConnection>(const std::string&)>
+        openDatabase;                         ///< instead of the double
     std::function<void(Window&)> onPresent;   ///< sees each window before its start-up
     std::function<void(Window&)> insideModal; ///< what happens in a modal loop before it is closed
     std::function<void()> insideBox;          ///< what happens while a platform box is open

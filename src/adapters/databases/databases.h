@@ -1,0 +1,20 @@
+#pragma once
+#include "platform/database.h"
+
+#include <memory>
+#include <string>
+
+namespace kova {
+
+/// Opens what a connection string names: `Driver=…`, `DSN=…` or `FILEDSN=…` a server through ODBC, where the
+/// build has it; everything else the embedded database, which reads `Data Source=FILE`.
+class Databases final : public DatabaseProvider {
+  public:
+    std::shared_ptr<DatabaseConnection> open(const std::string& connectionString) override;
+};
+
+/// A connection that the host opened, an SQLHDBC, which stays the host's. Throws DatabaseError in builds
+/// without ODBC.
+std::shared_ptr<DatabaseConnection> shareOdbcConnection(void* connectionHandle);
+
+} // namespace kova

@@ -1,0 +1,172 @@
+#include "adapters/odbc/column_buffer.h"
+
+#include "adapters/odbc/decimal_text.h"
+#include "adapters/odbc/utf16.h"
+
+#include <sqlext.h>
+#include <sqlucode.h>
+
+namespace kova {
+namespace {
+
+constexpr SQLULEN longestBoundText = 4000; ///< characters; longer columns are nvarchar(max) and the like
+constexpr std::size_t pieceSize = 8192;    ///< characters fetched at a time of a text of any length
+
+DateTime dateTimeOf(const SQL_TIMESTAMP_STRUCT& time) {
+    using namespace std::chrono;
+    const year_month_day date(year(time.year), month(time.month), day(time.day));
+    constexpr SQLUINTEGER nanoseconds = 1000000; // of a millisecond; the server's own unit is 1/300 second
+    return DateTime(local_days(date)) + hours(time.hour) + minutes(time.minute) + seconds(time.second) +
+           milliseconds((time.fraction + nanoseconds / 2) / nanoseconds);
+}
+
+} // namespace
+
+ColumnBuffer::ColumnBuffer(const OdbcStatementHandle& statement, SQLUSMALLINT position)
+    : position_(position) {
+    SQLWCHAR name[256] = {};
+    SQLSMALLINT nameLength = 0, sqlType = 0, digits = 0, nullable = 0;
+    SQLULEN size = 0;
+    statement.require(SQLDescribeColW(statement.get(), position, name, 256, &nameLength, &sqlType, &size,
+                                      &digits, &nullable));
+    appendUtf16(name_, std::u16string_view(reinterpret_cast<const char16_t*>(name)));
+    kind_ = kindOf(sqlType);
+    if (kind_ == Kind::Exact) {
+        capacity_ = sizeof digits_;
+    } else if (kind_ != Kind::Text) {
+        capacity_ = sizeof fixed_;
+    } else if (size > 0 && size <= longestBoundText) {
+        // Bytes that are no text arrive as two characters each.
+        wide_.resize(2 * size + 1);
+        capacity_ = static_cast<SQLLEN>(wide_.size() * sizeof(char16_t));
+    } else {
+        wide_.resize(pieceSize);
+    }
+}
+
+ColumnBuffer::Kind ColumnBuffer::kindOf(SQLSMALLINT sqlType) {
+    switch (sqlType) {
+    case SQL_BIT:
+        return Kind::Boolean;
+    case SQL_TINYINT:
+    case SQL_SMALLINT:
+    case SQL_INTEGER:
+    case SQL_BIGINT:
+        return Kind::Integer;
+    case SQL_REAL:
+    case SQL_FLOAT:
+    case SQL_DOUBLE:
+        return Kind::Real;
+    case SQL_DECIMAL:
+    case SQL_NUMERIC:
+        return Kind::Exact;
+    case SQL_TYPE_TIMESTAMP:
+    case SQL_TYPE_DATE:
+        return Kind::Time;
+    default:
+        return Kind::Text;
+    }
+}
+
+SQLSMALLINT ColumnBuffer::targetType() const {
+    switch (kind_) {
+    case Kind::Boolean:
+        return SQL_C_BIT;
+    case Kind::Integer:
+        return SQL_C_SBIGINT;
+    case Kind::Real:
+        return SQL_C_DOUBLE;
+    case Kind::Exact:
+        return SQL_C_CHAR;
+    case Kind::Time:
+        return SQL_C_TYPE_TIMESTAMP;
+    case Kind::Text:
+        break;
+    }
+    return SQL_C_WCHAR;
+}
+
+SQLPOINTER ColumnBuffer::target() {
+    switch (kind_) {
+    case Kind::Exact:
+        return digits_;
+    case Kind::Text:
+        return wide_.data();
+    default:
+        return &fixed_;
+    }
+}
+
+void ColumnBuffer::bind(const OdbcStatementHandle& statement) {
+    statement.require(SQLBindCol(statement.get(), position_, targetType(), target(), capacity_, &indicator_));
+    bound_ = true;
+}
+
+void ColumnBuffer::readInto(Snapshot& snapshot, const OdbcStatementHandle& statement) {
+    if (!bound_)
+        fetchCell(statement);
+    if (indicator_ == SQL_NULL_DATA)
+        snapshot.add(Null{});
+    else
+        snapshot.add(cell());
+}
+
+void ColumnBuffer::fetchCell(const OdbcStatementHandle& statement) {
+    if (unlimited())
+        fetchText(statement);
+    else
+        statement.require(
+            SQLGetData(statement.get(), position_, targetType(), target(), capacity_, &indicator_));
+}
+
+void ColumnBuffer::fetchText(const OdbcStatementHandle& statement) {
+    std::u16string whole;
+    for (;;) {
+        SQLLEN left = 0; // bytes from here on, or SQL_NO_TOTAL
+        const auto bytes = static_cast<SQLLEN>(wide_.size() * sizeof(char16_t));
+        const auto result = SQLGetData(statement.get(), position_, SQL_C_WCHAR, wide_.data(), bytes, &left);
+        if (result == SQL_NO_DATA)
+            break;
+        statement.require(result);
+        if (left == SQL_NULL_DATA) {
+            indicator_ = SQL_NULL_DATA;
+            return;
+        }
+        const bool more = left == SQL_NO_TOTAL || left >= bytes;
+        whole.append(wide_, 0, more ? wide_.size() - 1 : static_cast<std::size_t>(left) / sizeof(char16_t));
+        if (!more)
+            break;
+    }
+    text_.clear();
+    appendUtf16(text_, whole); // at once: a pair may lie across two pieces
+    indicator_ = static_cast<SQLLEN>(whole.size() * sizeof(char16_t));
+}
+
+Value ColumnBuffer::cell() {
+    switch (kind_) {
+    case Kind::Boolean:
+        return fixed_.boolean != 0;
+    case Kind::Integer:
+        return std::int64_t{fixed_.integer};
+    case Kind::Real:
+        return fixed_.real;
+    case Kind::Time:
+        return dateTimeOf(fixed_.time);
+    case Kind::Exact:
+        return decimalFromText(digits_);
+    case Kind::Text:
+        break;
+    }
+    if (unlimited())
+        return std::string_view(text_);
+    const auto room = capacity_ - static_cast<SQLLEN>(sizeof(char16_t));
+    if (indicator_ < 0 || indicator_ > room)
+        throw DatabaseError(DatabaseError::Unspecified,
+                            "a text in column " + name_ + " is longer than the column (SQLSTATE 01004)",
+                            "01004");
+    text_.clear();
+    appendUtf16(text_, std::u16string_view(wide_).substr(0, static_cast<std::size_t>(indicator_) / 2));
+    return std::string_view(text_);
+}
+
+} // namespace kova

@@ -1,0 +1,13 @@
+#pragma once
+#include "platform/database.h"
+
+#include <string_view>
+
+namespace kova {
+
+/// Reads a driver's text of an exact number: an optional sign, digits, a point and digits; the digits before
+/// the point may be missing (".5"). A number that a Decimal cannot hold arrives as a double, and a text that
+/// is no number as the text itself.
+Value decimalFromText(std::string_view text);
+
+} // namespace kova

@@ -1,0 +1,101 @@
+#include "adapters/odbc/odbc_error.h"
+
+#include "adapters/odbc/utf16.h"
+
+#include <optional>
+#include <sqlext.h>
+#include <sqlucode.h>
+#include <vector>
+
+namespace kova {
+namespace {
+
+static_assert(sizeof(SQLWCHAR) == sizeof(char16_t), "the driver manager's wide characters are UTF-16");
+
+struct Record {
+    std::string state;
+    std::int32_t native = 0;
+    std::string text;
+};
+
+std::optional<Record> readRecord(SQLSMALLINT kind, SQLHANDLE handle, SQLSMALLINT number) {
+    SQLWCHAR state[6] = {};
+    std::vector<SQLWCHAR> text(512);
+    SQLINTEGER native = 0;
+    SQLSMALLINT length = 0;
+    const auto read = [&] {
+        return succeeded(SQLGetDiagRecW(kind, handle, number, state, &native, text.data(),
+                                        static_cast<SQLSMALLINT>(text.size()), &length));
+    };
+    if (!read())
+        return std::nullopt;
+    if (static_cast<std::size_t>(length) >= text.size()) {
+        text.resize(static_cast<std::size_t>(length) + 1);
+        read();
+    }
+    Record record;
+    record.native = native;
+    for (int i = 0; i < 5; ++i)
+        record.state += static_cast<char>(state[i]);
+    const auto* const characters = reinterpret_cast<const char16_t*>(text.data());
+    appendUtf16(record.text, std::u16string_view(characters)); // always ends with a zero
+    return record;
+}
+
+/// The first record that is no mere warning; the driver puts the cause before what follows from it.
+Record tellingRecord(SQLSMALLINT kind, SQLHANDLE handle) {
+    std::optional<Record> first;
+    for (SQLSMALLINT number = 1; auto record = readRecord(kind, handle, number); ++number) {
+        if (!record->state.starts_with("01"))
+            return *record;
+        if (!first)
+            first = record;
+    }
+    return first.value_or(Record{"HY000", 0, "The driver gives no reason"});
+}
+
+bool isTimeOut(const Record& record) {
+    return record.state == "HYT00" || record.state == "HYT01";
+}
+
+std::int32_t numberFor(const Record& record) {
+    constexpr std::int32_t logInFailed = 18456; // of the server; FreeTDS takes it for a refused command
+    const std::string kind = record.state.substr(0, 2);
+    if (kind == "08")
+        return DatabaseError::NotConnected;
+    if (kind == "28" || record.native == logInFailed)
+        return logInRefused;
+    if (isTimeOut(record))
+        return queryTimedOut;
+    // States of the server that are about the command: cardinality, data, integrity, syntax, parameters.
+    for (const char* const about : {"07", "21", "22", "23", "37", "42", "44"})
+        if (kind == about)
+            return DatabaseError::CommandFailed;
+    return DatabaseError::Unspecified;
+}
+
+DatabaseError asError(const Record& record) {
+    std::string description = record.text;
+    description.append(" (SQLSTATE ").append(record.state).append(", native error ");
+    description.append(std::to_string(record.native)).append(")");
+    return {numberFor(record), description, record.state};
+}
+
+} // namespace
+
+DatabaseError odbcError(SQLSMALLINT handleKind, SQLHANDLE handle) {
+    return asError(tellingRecord(handleKind, handle));
+}
+
+DatabaseError lostConnectionError(SQLSMALLINT handleKind, SQLHANDLE handle) {
+    Record record = tellingRecord(handleKind, handle);
+    if (!record.state.starts_with("08") && !isTimeOut(record))
+        record.state = "08S01";
+    return asError(record);
+}
+
+bool isConnectionFailure(const DatabaseError& error) {
+    return error.sqlState().starts_with("08");
+}
+
+} // namespace kova

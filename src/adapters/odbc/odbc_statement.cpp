@@ -1,0 +1,95 @@
+#include "adapters/odbc/odbc_statement.h"
+
+#include "adapters/odbc/column_buffer.h"
+#include "adapters/odbc/utf16.h"
+
+#include <sqlext.h>
+#include <sqlucode.h>
+
+namespace kova {
+namespace {
+
+SQL_DATE_STRUCT dateOf(DateTime time) {
+    const std::chrono::year_month_day date(std::chrono::floor<std::chrono::days>(time));
+    return {static_cast<SQLSMALLINT>(static_cast<int>(date.year())),
+            static_cast<SQLUSMALLINT>(static_cast<unsigned>(date.month())),
+            static_cast<SQLUSMALLINT>(static_cast<unsigned>(date.day()))};
+}
+
+/// Drivers give each column once, from the left; behind the first column that cannot be bound none may be.
+void bindFromTheLeft(std::list<ColumnBuffer>& columns, const OdbcStatementHandle& statement) {
+    for (ColumnBuffer& column : columns) {
+        if (column.unlimited())
+            return;
+        column.bind(statement);
+    }
+}
+
+} // namespace
+
+// The cursor stays what it is by default, forward-only and read-only: the rows go into a snapshot, and with
+// FreeTDS a static cursor costs a journey to the server for each row.
+OdbcStatement::OdbcStatement(SQLHDBC connection, std::optional<std::chrono::seconds> timeout)
+    : handle_(connection) {
+    // Otherwise the driver looks for escapes in braces and rewrites them.
+    SQLSetStmtAttrW(handle_.get(), SQL_ATTR_NOSCAN, attributeNumber(SQL_NOSCAN_ON), 0);
+    if (timeout) {
+        const auto seconds = static_cast<std::uintptr_t>(timeout->count());
+        SQLSetStmtAttrW(handle_.get(), SQL_ATTR_QUERY_TIMEOUT, attributeNumber(seconds), 0);
+    }
+}
+
+/// A date as a date, not as text that the server would read by its own order of day and month.
+void OdbcStatement::bindParameter(const DateParameter& parameter) {
+    constexpr SQLULEN dateCharacters = 10;
+    dates_.push_back(dateOf(parameter.value));
+    const auto position = static_cast<SQLUSMALLINT>(dates_.size());
+    handle_.require(SQLBindParameter(handle_.get(), position, SQL_PARAM_INPUT, SQL_C_TYPE_DATE, SQL_TYPE_DATE,
+                                     dateCharacters, 0, &dates_.back(), sizeof(SQL_DATE_STRUCT), &dateSize_));
+}
+
+void OdbcStatement::execute(const Query& query) {
+    for (const DateParameter& parameter : query.parameters)
+        bindParameter(parameter);
+    std::u16string text = toUtf16(query.text);
+    const auto result = SQLExecDirectW(handle_.get(), reinterpret_cast<SQLWCHAR*>(text.data()),
+                                       static_cast<SQLINTEGER>(text.size()));
+    if (result != SQL_NO_DATA)
+        handle_.require(result);
+    skipToRows();
+}
+
+/// A server may count rows before it sends some.
+void OdbcStatement::skipToRows() {
+    SQLSMALLINT columns = 0;
+    for (;;) {
+        handle_.require(SQLNumResultCols(handle_.get(), &columns));
+        if (columns > 0)
+            return;
+        const auto result = SQLMoreResults(handle_.get());
+        if (result == SQL_NO_DATA)
+            throw DatabaseError(DatabaseError::CommandFailed, "the command gives no rows", "24000");
+        handle_.require(result);
+    }
+}
+
+std::shared_ptr<const Snapshot> OdbcStatement::readAll() {
+    SQLSMALLINT count = 0;
+    handle_.require(SQLNumResultCols(handle_.get(), &count));
+    auto snapshot = std::make_shared<Snapshot>();
+    std::list<ColumnBuffer> columns; // never moves what the driver fills
+    for (SQLSMALLINT i = 1; i <= count; ++i)
+        snapshot->addColumn(columns.emplace_back(handle_, static_cast<SQLUSMALLINT>(i)).name());
+    bindFromTheLeft(columns, handle_);
+    for (;;) {
+        const auto result = SQLFetch(handle_.get());
+        if (result == SQL_NO_DATA)
+            return snapshot;
+        handle_.require(result);
+        for (ColumnBuffer& column : columns)
+            column.readInto(*snapshot, handle_);
+        snapshot->endRow();
+    }
+}
+
+} // namespace kova

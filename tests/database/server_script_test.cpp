@@ -1,0 +1,66 @@
+// The script that makes the demonstration shop on a SQL Server, as far as the embedded database can run it.
+
+#include "database_contract.h"
+
+#include "adapters/sqlite/sqlite_database.h"
+
+#include <fstream>
+
+namespace kova {
+namespace {
+
+std::vector<std::string> batchesOf(const std::string& file) {
+    std::vector<std::string> batches{""};
+    std::ifstream script(file);
+    for (std::string line; std::getline(script, line);) {
+        if (line == "GO")
+            batches.emplace_back();
+        else if (!line.starts_with("SET ") && !line.starts_with("--"))
+            batches.back() += line + "\n";
+    }
+    return batches;
+}
+
+TEST(ServerScript, MakesTheSameShopAsTheEmbeddedSample) {
+    auto server = SqliteHostDatabase::inMemory();
+    std::string function;
+    for (const std::string& batch : batchesOf(KOVA_SERVER_SCRIPT)) {
+        if (batch.find("CREATE FUNCTION") != std::string::npos)
+            function = batch; // of a kind that SQLite does not have
+        else
+            server.execute(batch);
+    }
+    auto embedded = SqliteHostDatabase::inMemory();
+    embedded.createSchema();
+    embedded.loadSample();
+    const auto rows = [](const SqliteHostDatabase& host, const std::string& text) {
+        const Recordset records = host.connection()->query({text});
+        auto result = rowsOf(records);
+        std::string names;
+        for (std::size_t i = 0; i < records.fieldCount(); ++i)
+            names += records.fieldName(i) + "|";
+        result.push_back(names);
+        return result;
+    };
+    for (const std::string table :
+         {"tabImpostazioni", "tabActivityDrawer", "tabPagamenti", "tabValute", "tabUtenti"})
+        EXPECT_EQ(rows(server, "SELECT * FROM " + table), rows(embedded, "SELECT * FROM " + table)) << table;
+    for (const std::string table : {"tabPagamentiScontriniBackoffice", "Report_Drawer_Operation",
+                                    "Report_Drawer_Daily_Operation", "Report_NonFiscale_Operation"}) {
+        const std::string columns =
+            table.starts_with("tab")
+                ? "id, DataOperazione, TipoOperazione, idpagamento, Coefficiente, ImportoIncassato, Valuta,"
+                  " Note, Cassetto, idCassa, idutente, idTestata"
+                : "*";
+        const std::string text = "SELECT " + columns + " FROM dbo." + table;
+        EXPECT_EQ(rows(server, text), rows(embedded, text)) << table;
+        EXPECT_GT(rows(server, text).size(), 10u) << table;
+    }
+    for (const char* const column :
+         {"CREATE FUNCTION dbo.GetDailyOperation(@", "[Data-Ora Aggiornamento]", "[Cassetto]",
+          "[Tipo Operazione]", "[Tipo Pagamento]", "importo", "valuta", "[Note Movimento]", "[Operatore]"})
+        EXPECT_NE(function.find(column), std::string::npos) << column;
+}
+
+} // namespace
+} // namespace kova

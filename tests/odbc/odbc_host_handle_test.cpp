@@ -1,0 +1,74 @@
+// A connection that the host opened and keeps, given to the component.
+
+#include "../database/database_contract.h"
+#include "odbc_shop.h"
+
+#include <sqlext.h>
+
+namespace kova::test {
+namespace {
+
+/// The host's own way to its server.
+class HostOdbc {
+  public:
+    HostOdbc() {
+        SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment_);
+        SQLSetEnvAttr(environment_, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+        SQLAllocHandle(SQL_HANDLE_DBC, environment_, &connection_);
+    }
+    HostOdbc(const HostOdbc&) = delete;
+    HostOdbc& operator=(const HostOdbc&) = delete;
+    ~HostOdbc() {
+        SQLDisconnect(connection_);
+        SQLFreeHandle(SQL_HANDLE_DBC, connection_);
+        SQLFreeHandle(SQL_HANDLE_ENV, environment_);
+    }
+    bool connect(std::string text) {
+        SQLDisconnect(connection_);
+        return SQL_SUCCEEDED(SQLDriverConnect(connection_, nullptr, reinterpret_cast<SQLCHAR*>(text.data()),
+                                              SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT));
+    }
+    [[nodiscard]] bool works() const {
+        SQLHSTMT statement = nullptr;
+        SQLAllocHandle(SQL_HANDLE_STMT, connection_, &statement);
+        std::string text = "SELECT Valuta FROM tabValute";
+        const bool result =
+            SQL_SUCCEEDED(SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS)) &&
+            SQL_SUCCEEDED(SQLFetch(statement));
+        SQLFreeHandle(SQL_HANDLE_STMT, statement);
+        return result;
+    }
+    [[nodiscard]] SQLHDBC connection() const { return connection_; }
+
+  private:
+    SQLHENV environment_ = nullptr;
+    SQLHDBC connection_ = nullptr;
+};
+
+TEST(OdbcHostHandle, IsReadFromAndNeitherClosedNorOpenedAnew) {
+    OdbcShop shop;
+    shop.host.execute("INSERT INTO tabValute VALUES('€')");
+    HostOdbc host;
+    auto connection = shareOdbc(host.connection());
+    const auto rows = [&] { return rowsOf(connection->query({"SELECT Valuta FROM tabValute"})); };
+    const auto failure = [&] { return databaseErrorOf([&] { (void)rows(); }); };
+    EXPECT_EQ(failure().number(), DatabaseError::NotConnected) << "not open yet";
+
+    ASSERT_TRUE(host.connect(shop.server.connectionString()));
+    EXPECT_EQ(rows(), std::vector<std::string>{"€"});
+    EXPECT_TRUE(host.works());
+    EXPECT_EQ(rows(), std::vector<std::string>{"€"});
+    EXPECT_EQ(shop.server.takeVersions().size(), 1u);
+
+    shop.server.stop();
+    shop.server.start();
+    EXPECT_EQ(failure().number(), DatabaseError::NotConnected);
+    EXPECT_EQ(failure().number(), DatabaseError::NotConnected) << "opening it anew is the host's";
+    ASSERT_TRUE(host.connect(shop.server.connectionString()));
+    EXPECT_EQ(rows(), std::vector<std::string>{"€"});
+    connection.reset();
+    EXPECT_TRUE(host.works()) << "released, not closed";
+}
+
+} // namespace
+} // namespace kova::test

@@ -1,0 +1,22 @@
+#pragma once
+#include "../tds_server/tds_server.h"
+#include "adapters/odbc/odbc_database.h"
+#include "adapters/sqlite/sqlite_database.h"
+
+namespace kova::test {
+
+/// A shop whose embedded database is reached through a server on the loopback interface.
+class OdbcShop {
+  public:
+    explicit OdbcShop(TdsServer::Options options = {}) : server(host.connection(), std::move(options)) {
+        host.createSchema();
+    }
+    [[nodiscard]] std::shared_ptr<DatabaseConnection> open(const std::string& more = "") const {
+        return openOdbc(server.connectionString(more));
+    }
+
+    SqliteHostDatabase host = SqliteHostDatabase::inMemory();
+    TdsServer server;
+};
+
+} // namespace kova::test

@@ -1,0 +1,71 @@
+#include "adapters/odbc/decimal_text.h"
+#include "adapters/odbc/odbc_connection_text.h"
+#include "adapters/odbc/utf16.h"
+
+#include <gtest/gtest.h>
+
+namespace kova {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(Utf16, HoldsEveryCharacterInOneOrTwoUnits) {
+    const std::pair<std::string, std::u16string> texts[] = {
+        {"", u""},
+        {"Caffè €", u"Caff\u00E8 \u20AC"},
+        {"\uFFFF", u"\uFFFF"},
+        {"\U00010000\U0010FFFF",
+         std::u16string{char16_t(0xD800), char16_t(0xDC00), char16_t(0xDBFF), char16_t(0xDFFF)}}};
+    for (const auto& [utf8, wide] : texts) {
+        EXPECT_EQ(toUtf16(utf8), wide);
+        std::string back = "before ";
+        appendUtf16(back, wide);
+        EXPECT_EQ(back, "before " + utf8);
+    }
+    EXPECT_EQ(toUtf16("a\xE8z"), u"a\uFFFDz");
+    std::string halves;
+    appendUtf16(halves, std::u16string{u'a', char16_t(0xDC00), char16_t(0xD800), u'b', char16_t(0xDBFF)});
+    EXPECT_EQ(halves, "a\uFFFD\uFFFDb\uFFFD");
+}
+
+TEST(DecimalText, IsReadWithoutBinaryNoise) {
+    const std::pair<const char*, Decimal> exact[] = {
+        {"0.1000", {1000, 4}}, {".1", {1, 1}},
+        {"-.05", {-5, 2}},     {"+7", {7, 0}},
+        {"3.", {3, 0}},        {"-922337203685477.5808", {INT64_MIN, 4}},
+        {"0.0000", {0, 4}},    {"1.00000000000000000000", {1000000000000000000, 18}}};
+    for (const auto& [text, value] : exact)
+        EXPECT_EQ(decimalFromText(text), Value(value)) << text;
+    EXPECT_EQ(decimalFromText("-99999999999999999999.5"), Value(-99999999999999999999.5));
+    EXPECT_EQ(decimalFromText("0.1234567890123456789"), Value(0.1234567890123456789));
+    for (const char* const text : {"", "-", ".", "1,5", "1e3", "--1", "1.2.3"})
+        EXPECT_EQ(decimalFromText(text), Value(std::string_view(text)));
+}
+
+TEST(OdbcConnectionText, LeavesEverythingButOurTimeOutsToTheDriver) {
+    const auto plain =
+        parseOdbcConnectionText("driver={SQL}};Query Timeout=9} ;Server=a,1;;PWD={x;y=}}z}; x");
+    EXPECT_EQ(plain.driverText, "driver={SQL}};Query Timeout=9} ;Server=a,1;;PWD={x;y=}}z}; x");
+    EXPECT_EQ(plain.logInTimeout, 5s);
+    EXPECT_EQ(plain.queryTimeout, 30s);
+    const auto ours = parseOdbcConnectionText(
+        "CONNECT timeout = 2;Driver={FreeTDS};Command Timeout={60};Server=b;query timeout=0");
+    EXPECT_EQ(ours.driverText, "Driver={FreeTDS};Server=b;");
+    EXPECT_EQ(ours.driver, "FreeTDS");
+    EXPECT_EQ(ours.logInTimeout, 2s);
+    EXPECT_EQ(ours.queryTimeout, 0s);
+    for (const char* const text : {"Query Timeout=", "Query Timeout=soon", "Connection Timeout=-1",
+                                   "Connection Timeout=1.5", "Query Timeout=99999999999"})
+        EXPECT_THROW(parseOdbcConnectionText(text), DatabaseError) << text;
+}
+
+TEST(OdbcConnectionText, NamesADriverOrADataSource) {
+    for (const char* const text : {"Driver=FreeTDS", " dsn = till;", "Server=x;DRIVER={a}", "FileDSN=/x"})
+        EXPECT_TRUE(namesOdbc(text)) << text;
+    for (const char* const text : {"", "Data Source=Driver.db", "Server=x;Pwd={;Driver=y}", "Driver",
+                                   "Mydsn=x", "Provider=x;Data Source={Driver=a;b"})
+        EXPECT_FALSE(namesOdbc(text)) << text;
+}
+
+} // namespace
+} // namespace kova

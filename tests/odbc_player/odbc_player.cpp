@@ -1,0 +1,27 @@
+// Plays a scenario like kova-host, but with a server between the component and the embedded database: the
+// host writes to the database itself, and the component reads through ODBC.
+
+#include "../tds_server/tds_server.h"
+#include "host_database.h"
+#include "host_options.h"
+#include "script_run.h"
+
+#include <iostream>
+#include <optional>
+
+int main(int count, char** arguments) {
+    std::optional<kova::test::TdsServer> server;
+    const auto throughServer = [&](const kova::HostOptions& options, kova::DatabaseProvider& servers) {
+        kova::HostDatabase database = kova::openHostDatabase(options, servers);
+        server.emplace(database.connection);
+        database.connection = servers.open(server->connectionString());
+        return database;
+    };
+    try {
+        const auto options = kova::hostOptions({arguments + 1, arguments + count});
+        return kova::runScript(options, std::cout, std::cerr, throughServer);
+    } catch (const std::exception& error) {
+        std::cerr << "odbc_player: " << error.what() << '\n';
+        return 2;
+    }
+}

@@ -1,0 +1,53 @@
+#pragma once
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kova::test {
+
+enum class MessageKind : std::uint8_t {
+    Batch = 0x01,
+    Call = 0x03,
+    Response = 0x04,
+    Attention = 0x06,
+    LogIn = 0x10,
+    PreLogIn = 0x12
+};
+
+struct Message {
+    MessageKind kind;
+    std::string body;
+};
+
+/// Messages, cut into packets, on a connected socket, which it closes at its end.
+class PacketStream {
+  public:
+    explicit PacketStream(int socket) : socket_(socket) {}
+    PacketStream(const PacketStream&) = delete;
+    PacketStream& operator=(const PacketStream&) = delete;
+    ~PacketStream();
+
+    /// Waits for a whole message; nothing when the other side is gone.
+    std::optional<Message> receive();
+    /// Adds to the response; full packets leave at once.
+    void add(std::string_view bytes);
+    /// Sends what is left as the last packet of the response.
+    void finish();
+    /// Sends what there is, without an end, and hangs up.
+    void breakOff();
+    /// Makes all waiting end; the only operation for other threads.
+    void hangUp() const;
+    /// From the next response on.
+    void setPacketSize(std::size_t size) { packetSize_ = size; }
+
+  private:
+    bool receiveExactly(char* target, std::size_t count) const;
+    void sendPacket(std::string_view payload, bool last);
+    int socket_;
+    std::size_t packetSize_ = 4096;
+    std::string pending_;
+    std::uint8_t number_ = 1;
+};
+
+} // namespace kova::test

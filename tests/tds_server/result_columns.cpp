@@ -1,0 +1,195 @@
+#include "result_columns.h"
+
+#include "services/conversions.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kova::test {
+namespace {
+
+constexpr std::string_view collation("\x09\x04\xD0\x00\x34", 5); // Latin1_General_CI_AS
+constexpr std::size_t longestText = 4000;                        // characters of nvarchar(n)
+constexpr unsigned numericPrecision = 19;
+constexpr unsigned moneyScale = 4;
+
+std::string asPlainText(const Value& value) {
+    return asText(value, regionalSettings("en-US").value());
+}
+
+double asReal(const Value& value) {
+    return asDouble(value, RegionalSettings());
+}
+
+std::int64_t atMoneyScale(const Value& value) {
+    if (const auto* const exact = std::get_if<Decimal>(&value); exact && exact->scale == moneyScale)
+        return exact->unscaled;
+    return std::llround(asReal(value) * 10000);
+}
+
+void writeMoney(WireWriter& writer, std::int64_t unscaled) {
+    writer.byte(8)
+        .number(static_cast<std::int32_t>(unscaled >> 32))
+        .number(static_cast<std::uint32_t>(unscaled));
+}
+
+void writeNumeric(WireWriter& writer, std::int64_t unscaled) {
+    const auto magnitude = static_cast<std::uint64_t>(unscaled < 0 ? -unscaled : unscaled);
+    writer.byte(9).byte(unscaled < 0 ? 0 : 1).number(magnitude);
+}
+
+/// Days since 1900 and three-hundredths of a second, as the server stores them.
+void writeDateTime(WireWriter& writer, DateTime time) {
+    using namespace std::chrono;
+    const auto day = floor<days>(time);
+    const auto since1900 = day - local_days(1900y / January / 1);
+    const auto ticks = ((time - day).count() * 3 + 5) / 10;
+    writer.byte(8)
+        .number(static_cast<std::int32_t>(since1900.count()))
+        .number(static_cast<std::uint32_t>(ticks));
+}
+
+} // namespace
+
+ResultColumn::Type ResultColumn::typeOf(const Value& value, ExactType exact) {
+    if (std::holds_alternative<bool>(value))
+        return Type::Bit;
+    if (const auto* const number = std::get_if<std::int64_t>(&value))
+        return *number == static_cast<std::int32_t>(*number) ? Type::Int : Type::BigInt;
+    if (std::holds_alternative<double>(value))
+        return Type::Float;
+    if (std::holds_alternative<Decimal>(value))
+        return exact == ExactType::Money ? Type::Money : Type::Numeric;
+    return std::holds_alternative<DateTime>(value) ? Type::DateTime : Type::Text;
+}
+
+ResultColumn::Type ResultColumn::common(Type a, Type b) {
+    const auto [low, high] = std::minmax(a, b);
+    const bool numbers = low >= Type::Int && high <= Type::Numeric;
+    return low == high || numbers ? high : Type::Text;
+}
+
+ResultColumn::ResultColumn(Recordset records, std::size_t column, unsigned version, ExactType exact)
+    : name_(records.fieldName(column)), version_(version) {
+    std::optional<Type> type;
+    for (; !records.endOfFile(); records.moveNext()) {
+        const Value value = records.field(column);
+        if (std::holds_alternative<Null>(value))
+            continue;
+        type = common(type.value_or(typeOf(value, exact)), typeOf(value, exact));
+        if (const auto* const text = std::get_if<std::string_view>(&value))
+            characters_ =
+                std::max(characters_, text->size()); // bytes of UTF-8: never fewer than units of UTF-16
+    }
+    type_ = type.value_or(Type::Text);
+    if (type_ == Type::Text && characters_ > longestText)
+        type_ = Type::LongText;
+    characters_ = std::max<std::size_t>(characters_, 40); // of numbers and times among texts
+}
+
+void ResultColumn::describe(WireWriter& writer) const {
+    constexpr unsigned nullable = 0x09;
+    if (version_ >= Tds72)
+        writer.number(std::uint32_t{0});
+    else
+        writer.word(0);
+    writer.word(nullable);
+    switch (type_) {
+    case Type::Bit:
+        writer.byte(0x68).byte(1);
+        break;
+    case Type::Int:
+        writer.byte(0x26).byte(4);
+        break;
+    case Type::BigInt:
+        writer.byte(0x26).byte(8);
+        break;
+    case Type::Float:
+        writer.byte(0x6D).byte(8);
+        break;
+    case Type::Money:
+        writer.byte(0x6E).byte(8);
+        break;
+    case Type::Numeric:
+        writer.byte(0x6C).byte(9).byte(numericPrecision).byte(moneyScale);
+        break;
+    case Type::DateTime:
+        writer.byte(0x6F).byte(8);
+        break;
+    case Type::Text:
+        writer.byte(0xE7).word(2 * characters_).bytes(collation);
+        break;
+    case Type::LongText:
+        if (version_ >= Tds72) // nvarchar(max)
+            writer.byte(0xE7).word(0xFFFF).bytes(collation);
+        else // ntext, of a table without a name
+            writer.byte(0x63).number(std::int32_t{0x7FFFFFFE}).bytes(collation).word(0);
+        break;
+    }
+    writer.shortText(name_);
+}
+
+void ResultColumn::writeCell(WireWriter& writer, const Value& value) const {
+    if (std::holds_alternative<Null>(value)) {
+        writeNull(writer);
+        return;
+    }
+    switch (type_) {
+    case Type::Bit:
+        writer.byte(1).byte(std::get<bool>(value) ? 1 : 0);
+        break;
+    case Type::Int:
+        writer.byte(4).number(static_cast<std::int32_t>(std::get<std::int64_t>(value)));
+        break;
+    case Type::BigInt:
+        writer.byte(8).number(std::get<std::int64_t>(value));
+        break;
+    case Type::Float:
+        writer.byte(8).number(asReal(value));
+        break;
+    case Type::Money:
+        writeMoney(writer, atMoneyScale(value));
+        break;
+    case Type::Numeric:
+        writeNumeric(writer, atMoneyScale(value));
+        break;
+    case Type::DateTime:
+        writeDateTime(writer, std::get<DateTime>(value));
+        break;
+    case Type::Text:
+    case Type::LongText:
+        if (const auto* const text = std::get_if<std::string_view>(&value))
+            writeText(writer, *text);
+        else
+            writeText(writer, asPlainText(value));
+        break;
+    }
+}
+
+void ResultColumn::writeNull(WireWriter& writer) const {
+    if (type_ == Type::Text)
+        writer.word(0xFFFF);
+    else if (type_ == Type::LongText && version_ >= Tds72)
+        writer.number(~std::uint64_t{0});
+    else
+        writer.byte(0);
+}
+
+void ResultColumn::writeText(WireWriter& writer, std::string_view text) const {
+    const auto wide = utf16Bytes(text);
+    if (type_ == Type::Text) {
+        writer.word(wide.size()).bytes(wide);
+    } else if (version_ >= Tds72) { // the whole length, then pieces until an empty one
+        writer.number(std::uint64_t{wide.size()});
+        if (!wide.empty())
+            writer.number(static_cast<std::uint32_t>(wide.size())).bytes(wide);
+        writer.number(std::uint32_t{0});
+    } else { // behind a pointer and a time stamp, which nobody reads
+        writer.byte(16)
+            .bytes(std::string(24, 'x'))
+            .number(static_cast<std::int32_t>(wide.size()))
+            .bytes(wide);
+    }
+}
+
+} // namespace kova::test

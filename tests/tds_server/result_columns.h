@@ -1,0 +1,36 @@
+#pragma once
+#include "platform/database.h"
+#include "wire.h"
+
+#include <vector>
+
+namespace kova::test {
+
+/// Versions of the protocol, as clients and server exchange them in the highest byte.
+inline constexpr unsigned Tds72 = 0x72;
+inline constexpr unsigned Tds73 = 0x73;
+
+/// How exact numbers travel.
+enum class ExactType { Money, Numeric };
+
+/// One column on the wire. Its type is the one that all its cells have; different ones make it a text.
+class ResultColumn {
+  public:
+    /// Looks at all cells of the column; the records' own position stays.
+    ResultColumn(Recordset records, std::size_t column, unsigned version, ExactType exact);
+    void describe(WireWriter& writer) const;
+    void writeCell(WireWriter& writer, const Value& value) const;
+
+  private:
+    enum class Type { Bit, Int, BigInt, Float, Money, Numeric, Text, LongText, DateTime };
+    static Type typeOf(const Value& value, ExactType exact);
+    static Type common(Type a, Type b);
+    void writeNull(WireWriter& writer) const;
+    void writeText(WireWriter& writer, std::string_view text) const;
+    std::string name_;
+    unsigned version_;
+    Type type_ = Type::Text;
+    std::size_t characters_ = 1; ///< of the longest text
+};
+
+} // namespace kova::test

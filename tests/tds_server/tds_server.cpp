@@ -1,0 +1,127 @@
+#include "tds_server.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <stdexcept>
+#include <utility>
+
+namespace kova::test {
+namespace {
+
+constexpr const char* user = "till";
+constexpr const char* password = "se;cret";
+
+sockaddr_in loopback(int port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<std::uint16_t>(port));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return address;
+}
+
+void switchOn(int socket, int level, int option) {
+    const int on = 1;
+    setsockopt(socket, level, option, &on, sizeof on);
+}
+
+} // namespace
+
+TdsServer::TdsServer(std::shared_ptr<DatabaseConnection> database, Options options)
+    : database_(std::move(database)), options_(std::move(options)) {
+    start();
+}
+
+void TdsServer::start() {
+    listener_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    switchOn(listener_, SOL_SOCKET, SO_REUSEADDR);
+    sockaddr_in address = loopback(port_);
+    socklen_t size = sizeof address;
+    auto* const generic = reinterpret_cast<sockaddr*>(&address);
+    if (bind(listener_, generic, size) != 0 || listen(listener_, 8) != 0 ||
+        getsockname(listener_, generic, &size) != 0)
+        throw std::runtime_error("the test server cannot listen");
+    port_ = ntohs(address.sin_port);
+    acceptor_ = std::thread([this] { accept(); });
+}
+
+void TdsServer::accept() {
+    SessionServices& services = *this;
+    for (;;) {
+        const int socket = ::accept(listener_, nullptr, nullptr);
+        if (socket < 0)
+            return;
+        switchOn(socket, IPPROTO_TCP, TCP_NODELAY);
+        Client& client = clients_.emplace_back();
+        client.session = std::make_unique<TdsSession>(socket, services);
+        client.thread = std::thread([&session = *client.session] { session.run(); });
+    }
+}
+
+void TdsServer::stop() {
+    if (listener_ < 0)
+        return;
+    shutdown(listener_, SHUT_RDWR);
+    acceptor_.join();
+    close(listener_);
+    listener_ = -1;
+    for (Client& client : clients_) {
+        client.session->hangUp();
+        client.thread.join();
+    }
+    clients_.clear();
+}
+
+std::string TdsServer::connectionString(const std::string& more) const {
+    return std::string("Driver=") + KOVA_FREETDS_DRIVER + ";Server=127.0.0.1;Port=" + std::to_string(port_) +
+           ";Database=shop;Uid=" + user + ";Pwd={" + password + "};TDS_Version=" + options_.version + ";" +
+           more;
+}
+
+void TdsServer::add(Fault fault) {
+    const std::lock_guard lock(mutex_);
+    faults_.push_back(std::move(fault));
+}
+
+void TdsServer::clearFaults() {
+    const std::lock_guard lock(mutex_);
+    faults_.clear();
+}
+
+std::vector<ExecuteCall> TdsServer::takeReceived() {
+    const std::lock_guard lock(mutex_);
+    return std::exchange(received_, {});
+}
+
+std::vector<unsigned> TdsServer::takeVersions() {
+    const std::lock_guard lock(mutex_);
+    return std::exchange(versions_, {});
+}
+
+LogIns TdsServer::logIn(const std::string& name, const std::string& secret, unsigned version) {
+    const std::lock_guard lock(mutex_);
+    versions_.push_back(version);
+    return name == user && secret == password ? logIns_.load() : LogIns::Refuse;
+}
+
+std::optional<Fault> TdsServer::received(const ExecuteCall& call) {
+    const std::lock_guard lock(mutex_);
+    received_.push_back(call);
+    for (Fault& fault : faults_) {
+        if (fault.times > 0 && call.text.find(fault.piece) != std::string::npos) {
+            --fault.times;
+            return fault;
+        }
+    }
+    return std::nullopt;
+}
+
+Recordset TdsServer::answer(const Query& query) {
+    const std::lock_guard lock(mutex_);
+    return database_->query(query);
+}
+
+} // namespace kova::test

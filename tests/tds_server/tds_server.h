@@ -1,0 +1,68 @@
+#pragma once
+#include "tds_session.h"
+
+#include <atomic>
+#include <list>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace kova::test {
+
+/// A SQL Server for tests: speaks as much TDS (7.1 to 7.4) as FreeTDS asks for, on a free port of the
+/// loopback interface, answers from an embedded database, and fails on demand. It knows no SQL of its own.
+class TdsServer final : private SessionServices {
+  public:
+    struct Options {
+        std::string version = "7.4";
+        ExactType exact = ExactType::Money;
+    };
+    /// Listens from now on. The database is used from other threads, while a client waits for its answer.
+    explicit TdsServer(std::shared_ptr<DatabaseConnection> database, Options options);
+    explicit TdsServer(std::shared_ptr<DatabaseConnection> database)
+        : TdsServer(std::move(database), Options()) {}
+    ~TdsServer() override { stop(); }
+
+    /// Hangs up on everyone and listens no longer.
+    void stop();
+    /// Listens again, on the same port.
+    void start();
+    /// For FreeTDS, with a valid user; `more` is appended.
+    [[nodiscard]] std::string connectionString(const std::string& more = "") const;
+
+    void setLogIns(LogIns logIns) { logIns_ = logIns; }
+    void add(Fault fault);
+    void clearFaults();
+    /// What arrived since the last call, in order.
+    std::vector<ExecuteCall> takeReceived();
+    /// Highest byte of each protocol version that a client came in with.
+    std::vector<unsigned> takeVersions();
+
+  private:
+    struct Client {
+        std::unique_ptr<TdsSession> session;
+        std::thread thread;
+    };
+    LogIns logIn(const std::string& user, const std::string& password, unsigned version) override;
+    std::optional<Fault> received(const ExecuteCall& call) override;
+    Recordset answer(const Query& query) override;
+    ExactType exactType() override { return options_.exact; }
+    void accept();
+
+    std::shared_ptr<DatabaseConnection> database_;
+    Options options_;
+    int listener_ = -1;
+    int port_ = 0; ///< 0 until the first start
+    std::atomic<LogIns> logIns_ = LogIns::Accept;
+    std::thread acceptor_;
+    std::list<Client> clients_; ///< of the acceptor, and of `stop` when that has ended
+
+    std::mutex mutex_; ///< guards what follows
+    std::vector<Fault> faults_;
+    std::vector<ExecuteCall> received_;
+    std::vector<unsigned> versions_;
+};
+
+} // namespace kova::test

@@ -1,0 +1,58 @@
+#pragma once
+#include "call_parameters.h"
+#include "faults.h"
+#include "packets.h"
+#include "result_columns.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace kova::test {
+
+enum class LogIns { Accept, Refuse, Ignore };
+
+/// What a session asks of the server that it belongs to. Called from the session's own thread.
+class SessionServices {
+  public:
+    virtual ~SessionServices() = default;
+    /// What to do with this client.
+    virtual LogIns logIn(const std::string& user, const std::string& password, unsigned version) = 0;
+    /// A text has arrived, with the declaration of its parameters.
+    virtual std::optional<Fault> received(const ExecuteCall& call) = 0;
+    virtual Recordset answer(const Query& query) = 0;
+    virtual ExactType exactType() = 0;
+};
+
+/// One client's connection, from its first packet to its last.
+class TdsSession {
+  public:
+    TdsSession(int socket, SessionServices& services) : stream_(socket), services_(services) {}
+    void run();
+    /// Ends `run`; for other threads.
+    void hangUp() const { stream_.hangUp(); }
+
+  private:
+    void answerPreLogIn();
+    bool answerLogIn(const std::string& body);
+    void answerBatch(const std::string& body);
+    void answerCall(const std::string& body);
+    void answer(const ExecuteCall& call, bool isCall);
+    void listenInVain();
+    bool suffer(const Fault& fault);
+    void sendRows(Recordset records, const std::optional<Fault>& fault, bool isCall);
+    void sendError(std::int32_t number, const std::string& message, bool isCall);
+    void addError(std::int32_t number, const std::string& message);
+    void addDone(unsigned token, unsigned status, std::size_t rows);
+    void addEnvironment(unsigned kind, const std::string& now, const std::string& before);
+    std::string_view withoutHeaders(std::string_view body) const;
+    void flush();
+
+    PacketStream stream_;
+    SessionServices& services_;
+    WireWriter writer_;
+    unsigned version_ = 0x74;
+    bool loggedIn_ = false;
+};
+
+} // namespace kova::test
