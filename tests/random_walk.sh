@@ -23,6 +23,23 @@ function countCoins(  gestures) {
             "dump control txtValuta " any(30) "|dump control CMD_Carica|touch Pulsantiera_Pagamenti 1")
     print pick("press CMD_CaricaMoneta|press CMD_CaricaMoneta|press CMD_Annulla|close|discard|wait 60|dump forms")
 }
+# Likewise from a fresh dialog and with rules that leave the list its columns, which sort and group need.
+function listMovements(  gestures) {
+    print pick("software KOVA|software CASSA|software MIRANTE|software FALCA")
+    print "handler Stampa clear\nfail-sql clear\nset AttivaVisualizzazionePrecontiDefinitivi " switched()
+    print "set VisualizzaMovimentiUtenteLoggato " (any(4) ? "False" : "True") "\nset idUtente " 4 + any(2)
+    print "set idCassa " pick("-1|7|8") "\ndiscard\nshow 0\ntab 1"
+    for (gestures = 5 + any(15); gestures > 0; --gestures)
+        print pick("sort \"" column() "\"|sort \"importo\"|group \"" column() "\"|ungroup|press cmdCaricaMovimenti|" \
+            "text comboData \"" pick("16/11/2026|15/11/2026|11/16/2026|16/11/2026 10:00|domani|") "\"|" \
+            "focus comboData\ntype \"" pick("1|/|x") "\"|tab 0\ntab 1|press cmd_print|press cmdAnteprima|dump report|" \
+            "fail-sql clear\nfail-sql \"Operation\" \"riga\" rows " any(4) "|fail-sql clear|dump log|dump sql|" \
+            "regional de-CH\npress cmdCaricaMovimenti\nregional it-IT|runtime-language 1031|runtime-language 9")
+    print "dump report\nfail-sql clear\n" pick("tab 0|press PushButton1|discard|handler Stampa discard\npress cmd_print")
+}
+function column() {
+    return pick("Data-Ora Aggiornamento|Tipo Operazione|Tipo Pagamento|importo|Note Movimento|Operatore")
+}
 BEGIN {
     srand(seed)
     print "create"
@@ -46,6 +63,10 @@ BEGIN {
         }
         if (any(25) == 0) {
             countCoins()
+            continue
+        }
+        if (any(30) == 0) {
+            listMovements()
             continue
         }
         print "show 0" # the last step may have closed it
@@ -72,12 +93,15 @@ BEGIN {
 
 catalogues='INSERT INTO tabActivityDrawer VALUES'
 {
-    echo "sql \"$catalogues (2,'Prelievo',-1,4,1,20,1,1), (3,'Fondo',1,1,1,30,0,0)\""
+    echo "sql \"$catalogues (2,'Prelievo',-1,4,1,20,1,1), (3,'Fondo',1,1,1,30,0,0), (4,'Non fiscale',1,10,0,40,0,0)\""
     echo "sql \"INSERT INTO tabPagamenti VALUES (1,'Contanti',1,'€',10), (2,'Carta',2,'€',20), (3,'Fr.',1,'CHF',30)\""
     echo "sql \"INSERT INTO tabValute VALUES ('€'), ('CHF')\""
     echo "sql \"INSERT INTO tabImpostazioni VALUES ('Attiva_Gestione_MultiCassetto','1')\""
     [ $((seed % 2)) -eq 0 ] || echo "sql \"INSERT INTO tabImpostazioni VALUES ('ValutaAziendale','CHF')\""
     echo "sql \"INSERT INTO tabImpostazioni VALUES ('idCassettoCausPred_Prelievi',2), ('idCassettoCausPred_Versamenti',3)\""
+    movements='INSERT INTO tabPagamentiScontriniBackoffice VALUES'
+    echo "sql \"$movements (1,'2026-11-16 09:30:00',2,1,-1,12.5,'€','b',1,7,4,NULL), (2,'2026-11-16 11:00:00',4,2,1,7,'CHF',NULL,0,7,5,NULL), (3,'2026-11-15 23:59:59',3,1,1,NULL,'€','',0,8,NULL,-1), (4,'2026-11-16 08:00:00',2,3,-1,1000,'€','a',2,8,4,3), (5,'2026-11-16 12:00:00',3,1,1,7,'€','2',10,7,5,NULL), (6,'2026-11-16 12:00:00',3,1,1,7,'€','2',10,7,5,NULL)\""
+    echo "sql \"INSERT INTO tabUtenti VALUES (4,'Anna'), (5,'Zoe')\""
     cat walk.scenario
 } >whole.scenario
 
@@ -91,6 +115,9 @@ done
 counted=$(grep -c '^coin IndiceMoneta=[0-9]' headless.trace)
 echo "$counted looks at a coin count"
 [ "$counted" -ge 5 ] || { echo "a walk that counts nothing shows nothing"; exit 1; }
+listed=$(grep -c '^record ' headless.trace)
+echo "$listed movements listed"
+[ "$listed" -ge 50 ] || { echo "a walk that lists nothing shows nothing"; exit 1; }
 saved=$(grep -c '^event SalvaPagamento' headless.trace)
 echo "$saved movements in $steps steps"
 [ "$saved" -ge 5 ] || { echo "a walk that saves nothing shows nothing"; exit 1; }

@@ -1,3 +1,4 @@
+#include "report_checks.h"
 #include "services/conversions.h"
 #include "test_world.h"
 
@@ -11,12 +12,14 @@ namespace {
 
 /// Does anything that a cashier, a host or the surroundings may do, in any order, and watches what must
 /// always hold: no movement without its validations, no more movements than one confirmation may send, a
-/// confirm button that is enabled whenever nothing runs.
+/// confirm button that is enabled whenever nothing runs, a list whose groups and sums are those of its
+/// records.
 class RandomWalk {
   public:
     explicit RandomWalk(unsigned seed) : random_(seed) {
         world_.database().table("tabValute", {"Valuta"}, {{"€"}, {"CHF"}});
         world_.database().setting("Attiva_Gestione_MultiCassetto", "1");
+        addMovements(world_.database());
         world_.connect();
         world_.insideModal = [this](Window& window) { insideModal(window); };
         world_.sink.then = [this](const std::string& event) { receive(event); };
@@ -39,6 +42,7 @@ class RandomWalk {
     [[nodiscard]] int movements() const { return movements_; }
     [[nodiscard]] int confirmations() const { return confirmations_; }
     [[nodiscard]] int counted() const { return counted_; }
+    [[nodiscard]] int listed() const { return listed_; }
 
   private:
     int any(int count) { return std::uniform_int_distribution<int>(0, count - 1)(random_); }
@@ -67,6 +71,7 @@ class RandomWalk {
         world_.database().texts.clear();
         world_.sink.movements.clear();
         world_.sink.events.clear();
+        world_.sink.days.clear();
     }
 
     void hostStep() {
@@ -87,7 +92,7 @@ class RandomWalk {
             component.idPagamentoPredefinito(any(4) - 1);
             break;
         case 3:
-            component.SetSoftwareName(oneIn(2) ? "Kova" : "CASSA");
+            component.SetSoftwareName(pick(std::array{"Kova", "CASSA", "MIRANTE"}));
             break;
         case 4:
             world_.runtime.change(pick(std::array{1040, 1031, 9, 1033}));
@@ -96,7 +101,8 @@ class RandomWalk {
             world_.database().failures.clear();
             if (oneIn(3))
                 world_.database().failures.push_back(
-                    {pick(std::array{"tabPagamenti", "tabActivityDrawer", "tabValute", "WHERE id"}),
+                    {pick(std::array{"tabPagamenti", "tabActivityDrawer", "tabValute", "WHERE id",
+                                     "Operation"}),
                      oneIn(2) ? std::nullopt : std::optional<std::size_t>(static_cast<std::size_t>(any(3)))});
             break;
         case 6:
@@ -171,6 +177,10 @@ class RandomWalk {
         }
         if (!world_.component->dialog()->loaded())
             return;
+        if (world_.control<TabControl>("TabControl").selected() == 1 && oneIn(3)) {
+            listStep();
+            return;
+        }
         static const std::vector<std::string> grids{"Pulsantiera_Attivita", "Pulsantiera_Pagamenti",
                                                     "Pulsantiera_Pagamenti_Versamenti", "Pulsantiera_Valuta"};
         static const std::vector<std::string> buttons{"cmdNascondiTastiera", "cmdAnnulla", "cmdAnteprima",
@@ -205,7 +215,7 @@ class RandomWalk {
             world_.wait(pick(std::array{1, 10, 49, 50, 60}));
             break;
         case 9:
-            world_.control<TabControl>("TabControl").touchTab(any(2));
+            load([&] { return world_.control<TabControl>("TabControl").touchTab(any(2)); });
             break;
         case 10:
             if (oneIn(4))
@@ -220,6 +230,95 @@ class RandomWalk {
         default:
             world_.control<PushButton>("cmdConferma").press();
         }
+    }
+
+    /// Anything on the movements page.
+    void listStep() {
+        auto& list = world_.control<ReportGrid>("grd_mov_giornata");
+        const auto column = static_cast<std::size_t>(any(9)); // one too many, sometimes
+        const auto row = static_cast<std::size_t>(any(static_cast<int>(list.rows().size()) + 1));
+        const auto extent = pick(
+            std::array{ReportGrid::Extent::Single, ReportGrid::Extent::Toggle, ReportGrid::Extent::UpTo});
+        switch (any(12)) {
+        case 0:
+        case 1:
+            list.touchHeader(column);
+            break;
+        case 2:
+            list.groupBy(column);
+            break;
+        case 3:
+            oneIn(3) ? list.ungroup() : list.selectAll();
+            break;
+        case 4:
+            list.resizeColumn(column, any(60) - 10);
+            break;
+        case 5:
+        case 6:
+        case 7:
+            touchRow(list, row, extent);
+            break;
+        case 8:
+            world_.control<DateField>("comboData")
+                .paste(pick(
+                    std::array{"16/11/2026", "16/11/2026", "15/11/26", "16/11/2026 10:00", "domani", ""}));
+            break;
+        case 9:
+            requestDocument(oneIn(2) ? "cmd_print" : "cmdAnteprima");
+            return; // a handler may have closed the dialog
+        default:
+            load([&] { return world_.control<PushButton>("cmdCaricaMovimenti").press(); });
+            return;
+        }
+        expectConsistent(list, world_.regional);
+    }
+
+    static void touchRow(ReportGrid& list, std::size_t row, ReportGrid::Extent extent) {
+        const auto before = list.rows();
+        const auto selected = list.selectedRecords();
+        list.touchRow(row, extent);
+        if (row >= before.size() || before[row].group == ReportGrid::Row::None)
+            EXPECT_EQ(list.rows(), before) << "only headers change what is shown";
+        else
+            EXPECT_EQ(list.selectedRecords(), selected) << "only records are selected";
+    }
+
+    /// The host gets the text of the field, whatever it is.
+    void requestDocument(const std::string& button) {
+        const std::string day = world_.control<DateField>("comboData").text();
+        const std::size_t before = world_.sink.days.size();
+        if (world_.control<PushButton>(button).press() != Gesture::Done)
+            return;
+        ASSERT_GT(world_.sink.days.size(), before);
+        EXPECT_EQ(world_.sink.days[before], day);
+    }
+
+    /// What a gesture that may load the list leaves of it.
+    void load(const std::function<Gesture()>& gesture) {
+        const std::string day = world_.control<DateField>("comboData").text();
+        auto& list = world_.control<ReportGrid>("grd_mov_giornata");
+        const auto order = list.order();
+        const auto columns = list.columns().size();
+        const auto queries = world_.database().texts.size();
+        const auto logged = world_.log.size();
+        const int steps = stepsLeft_;
+        gesture();
+        if (steps != stepsLeft_)
+            return; // a message was answered late
+        if (world_.database().texts.size() == queries) {
+            EXPECT_EQ(list.order(), order) << "nothing was loaded";
+            EXPECT_EQ(list.columns().size(), columns);
+            return;
+        }
+        EXPECT_TRUE(parseDate(day, world_.regional)) << day;
+        EXPECT_EQ(world_.database().texts.size(), queries + 1);
+        EXPECT_FALSE(list.sortColumn());
+        EXPECT_TRUE(list.groupColumns().empty());
+        EXPECT_TRUE(list.selectedRecords().empty());
+        const bool whole = expectLoaded(list, world_.database());
+        EXPECT_EQ(world_.log.size(), logged + (whole ? 0 : 1));
+        expectConsistent(list, world_.regional);
+        ++listed_;
     }
 
     void insideModal(Window& window) {
@@ -278,6 +377,7 @@ class RandomWalk {
     int messagesOpen_ = 0;
     int movements_ = 0, confirmations_ = 0, leftToSend_ = 0;
     int counted_ = 0; ///< coin counts confirmed
+    int listed_ = 0;  ///< loads of the list, failed ones among them
     std::vector<Connection> watches_;
 };
 
@@ -285,19 +385,23 @@ TEST(RandomWalk, NeverBreaksWhatMustAlwaysHold) {
     int movements = 0;
     int confirmations = 0;
     int counted = 0;
+    int listed = 0;
     for (const unsigned seed : {1U, 2U, 3U, 4U}) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         RandomWalk walk(seed);
-        walk.walk(50'000);
+        walk.walk(40'000);
         movements += walk.movements();
         confirmations += walk.confirmations();
         counted += walk.counted();
+        listed += walk.listed();
     }
     EXPECT_GT(movements, 500) << "a walk that saves nothing shows nothing";
     EXPECT_GT(confirmations, movements);
     EXPECT_GT(counted, 100);
+    EXPECT_GT(listed, 1000);
     RecordProperty("movements", movements);
     RecordProperty("counted", counted);
+    RecordProperty("listed", listed);
     RecordProperty("confirmations", confirmations);
 }
 

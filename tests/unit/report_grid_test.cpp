@@ -96,6 +96,11 @@ TEST_F(Report, KeepsTextsOfTheSameValueInGroupsOfTheirOwn) {
     for (const char* amount : {"1,0", "1", "1,0"})
         add({"", "k", amount});
     grid.populate();
+    grid.touchHeader(2);
+    EXPECT_EQ(shown(), "012") << "sorted, they are equal and keep their order";
+    grid.touchHeader(2);
+    EXPECT_EQ(shown(), "012");
+    grid.touchHeader(2);
     grid.groupBy(2);
     EXPECT_EQ(shown(), "[1,0 2]02[1 1]1");
 }

@@ -60,12 +60,19 @@ class RecordingSink final : public EventSink {
         movements.push_back({idpagamento, importo, Valuta, note, cassetto, tipoIncasso, isIncasso});
         happened("SalvaPagamento");
     }
-    void Stampa(std::string&) override { happened("Stampa"); }
-    void Anteprima(std::string&) override { happened("Anteprima"); }
+    void Stampa(std::string& day) override {
+        days.push_back(day);
+        happened("Stampa");
+    }
+    void Anteprima(std::string& day) override {
+        days.push_back(day);
+        happened("Anteprima");
+    }
     void ApriCassetto() override { happened("ApriCassetto"); }
 
     std::vector<Movement> movements;
     std::vector<std::string> events;
+    std::vector<std::string> days; ///< of which documents were asked for
     std::function<void(const std::string&)> then;
 
   private:
