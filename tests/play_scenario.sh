@@ -13,7 +13,7 @@
 #
 # With "server" the error texts in the log may be those of a SQL Server.
 set -u
-host=$1 scenario=$2 interface=$3
+host=$1 scenario=$2 interface=$3 database=${5:-embedded}
 base=${scenario%.scenario}
 scenarios=$(dirname "$scenario")
 output=$4/$(basename "$base")-$interface
@@ -31,7 +31,7 @@ if [ "$status" -ne "$expected" ]; then
     echo "exit status $status, expected $expected"
     wrong=1
 fi
-if [ "${5:-}" = server ]; then
+if [ "$database" = server ]; then
     awk 'function label(line) { match(line, /^log "[^"]*"/); return substr(line, 1, RLENGTH) }
         NR == FNR { expected[FNR] = $0; next }
         / \(SQLSTATE [0-9A-Z]+, native error [0-9]+\)" number=/ && label($0) == label(expected[FNR]) {

@@ -116,7 +116,7 @@ TEST_F(ReportGridWindow, GivesColumnsTheRoomOfTheirTextsUntilABorderMoves) {
     grid.populate();
     const double left = at("border 0").point.x();
     const double right = at("border 1").point.x();
-    EXPECT_GT(left, 1.5 * (right - left));
+    EXPECT_GT(left, 1.3 * (right - left));
     drag(at("border 0"), at("border 0").point - QPointF(left / 2, 0));
     EXPECT_NEAR(at("border 0").point.x(), left / 2, right * 0.02) << "it stays where the finger left it";
     EXPECT_NEAR(at("border 1").point.x(), right, right * 0.02) << "the room goes to the next column alone";
