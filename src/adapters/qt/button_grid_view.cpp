@@ -30,8 +30,11 @@ QString fromUtf8(const std::string& text) {
 
 ButtonGridView::ButtonGridView(ButtonGrid& grid, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(grid, frame) {
-    makeButtonGridsAccessible();
-    nameWidget(*this, {});
+    nameByLabels(*this);
+}
+
+QAccessibleInterface* ButtonGridView::makeAccessible() {
+    return makeAccessibleButtonGrid(*this);
 }
 
 int ButtonGridView::cellCount() const {

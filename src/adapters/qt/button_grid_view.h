@@ -14,6 +14,8 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
     QWidget& widget() override { return *this; }
     std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
 
+    QAccessibleInterface* makeAccessible() override;
+
     // For assistive technology.
     [[nodiscard]] int cellCount() const;
     [[nodiscard]] const ButtonGrid::Button* cellButton(int index) const;

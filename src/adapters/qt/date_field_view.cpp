@@ -1,8 +1,10 @@
 #include "adapters/qt/date_field_view.h"
 
 #include "adapters/qt/window_frame.h"
+#include "adapters/qt/words.h"
 #include "services/conversions.h"
 
+#include <QAccessibleWidget>
 #include <QCalendarWidget>
 #include <QFrame>
 #include <QKeyEvent>
@@ -56,19 +58,28 @@ QIcon calendarIcon(int size) {
 
 DateFieldView::DateFieldView(DateField& field, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(field, frame), edit_(new QLineEdit(this)), button_(new QToolButton(this)) {
-    nameWidget(*this, {});
+    nameByLabels(*this);
     edit_->setObjectName(objectName() + "_text");
-    edit_->setAccessibleName(accessibleName());
     edit_->setFocusPolicy(Qt::ClickFocus);
     edit_->installEventFilter(this);
     button_->setObjectName(objectName() + "_calendar");
-    button_->setAccessibleName(accessibleName() + " calendar");
     button_->setFocusPolicy(Qt::NoFocus);
+    showSpokenName(accessibleName());
     showProperty(Property::Text);
     connect(edit_, &QLineEdit::textEdited, this, [this](const QString& text) {
         act([&](DateField& target) { target.setText(text.toStdString()); });
     });
     connect(button_, &QToolButton::clicked, this, [this] { openCalendar(); });
+}
+
+void DateFieldView::showSpokenName(const QString& name) {
+    ControlView::showSpokenName(name);
+    edit_->setAccessibleName(name);
+    button_->setAccessibleName(name + ", " + inWords(Word::Calendar, frame().regional()));
+}
+
+QAccessibleInterface* DateFieldView::makeAccessible() {
+    return new QAccessibleWidget(this, QAccessible::Grouping);
 }
 
 void DateFieldView::detach() {

@@ -28,6 +28,7 @@ class FaceButton : public QAbstractButton {
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     bool event(QEvent* event) override;
+    void nextCheckState() override {} ///< what is held down is the model's business
 
   private:
     QRectF drawPicture(QPainter& painter, const QRectF& area, const QColor& color) const;

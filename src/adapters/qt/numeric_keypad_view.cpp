@@ -1,5 +1,10 @@
 #include "adapters/qt/numeric_keypad_view.h"
 
+#include "adapters/qt/window_frame.h"
+#include "adapters/qt/words.h"
+
+#include <QAccessibleWidget>
+
 #include <cmath>
 
 namespace kova {
@@ -9,22 +14,35 @@ const Font Digit{"Tahoma", 20, true};
 constexpr double HalfGap = 2; // between keys, in design pixels
 const std::string Backspace = "BACKSPACE";
 
+// The keys of this pad do not all do what their texts say.
+QString spokenName(const std::string& text, const RegionalSettings& regional) {
+    if (text == Backspace)
+        return inWords(Word::Clear, regional);
+    if (text == ".")
+        return inWords(Word::Comma, regional);
+    return QString::fromStdString(text);
+}
+
 } // namespace
 
 NumericKeypadView::NumericKeypadView(NumericKeypad& keypad, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(keypad, frame) {
-    nameWidget(*this, {});
+    nameWidget(*this, inWords(Word::Keypad, frame.regional()));
     for (const auto& texts : NumericKeypad::keys()) {
         auto& row = rows_.emplace_back();
         for (const std::string& text : texts) {
             const QString caption = QString::fromStdString(text);
-            auto* key = new KeyButton(*this, text, text == Backspace ? "Backspace" : caption);
+            auto* key = new KeyButton(*this, text, spokenName(text, frame.regional()));
             key->setText(text == Backspace ? QStringLiteral("\u232B") : caption);
             connect(key, &QAbstractButton::clicked, this,
                     [this, text] { act([&](NumericKeypad& target) { target.touchKey(text); }); });
             row.push_back(key);
         }
     }
+}
+
+QAccessibleInterface* NumericKeypadView::makeAccessible() {
+    return new QAccessibleWidget(this, QAccessible::Grouping);
 }
 
 void NumericKeypadView::layOut() {

@@ -1,7 +1,10 @@
 #include "adapters/qt/on_screen_keyboard_view.h"
 
+#include "adapters/qt/window_frame.h"
+#include "adapters/qt/words.h"
 #include "widgets/utf8.h"
 
+#include <QAccessibleWidget>
 #include <QPainter>
 
 namespace kova {
@@ -29,16 +32,31 @@ double widthOf(char32_t character) {
     }
 }
 
-QString spokenName(char32_t character) {
+QString objectNameOf(char32_t character) {
     switch (character) {
     case Backspace:
         return "Backspace";
     case LineBreak:
         return "Enter";
     case CapsLock:
-        return "Caps Lock";
+        return "CapsLock";
     case Space:
         return "Space";
+    default:
+        return QString::fromUcs4(&character, 1);
+    }
+}
+
+QString spokenName(char32_t character, const RegionalSettings& regional) {
+    switch (character) {
+    case Backspace:
+        return inWords(Word::Backspace, regional);
+    case LineBreak:
+        return inWords(Word::Enter, regional);
+    case CapsLock:
+        return inWords(Word::CapsLock, regional);
+    case Space:
+        return inWords(Word::Space, regional);
     default:
         return QString::fromUcs4(&character, 1);
     }
@@ -63,7 +81,7 @@ QString drawnText(char32_t character) {
 
 OnScreenKeyboardView::OnScreenKeyboardView(OnScreenKeyboard& keyboard, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(keyboard, frame) {
-    nameWidget(*this, {});
+    nameWidget(*this, inWords(Word::Keyboard, frame.regional()));
     std::vector<Key> last;
     addKey(last, CapsLock);
     for (const std::u32string& characters : OnScreenKeyboard::rows()) {
@@ -75,12 +93,9 @@ OnScreenKeyboardView::OnScreenKeyboardView(OnScreenKeyboard& keyboard, WindowFra
 }
 
 void OnScreenKeyboardView::addKey(std::vector<Key>& row, char32_t character) {
-    std::string name = "CapsLock";
-    if (character != CapsLock)
-        name = toUtf8(std::u32string(1, character));
-    auto* button = new KeyButton(*this, name, spokenName(character));
-    if (character < U'!')
-        button->setObjectName(objectName() + '_' + spokenName(character).remove(' '));
+    auto* button = new KeyButton(*this, objectNameOf(character).toStdString(),
+                                 spokenName(character, frame().regional()));
+    button->setCheckable(character == CapsLock);
     connect(button, &QAbstractButton::clicked, this, [this, character] {
         act([=](OnScreenKeyboard& target) {
             if (character == CapsLock)
@@ -90,6 +105,10 @@ void OnScreenKeyboardView::addKey(std::vector<Key>& row, char32_t character) {
         });
     });
     row.push_back({character, widthOf(character), button});
+}
+
+QAccessibleInterface* OnScreenKeyboardView::makeAccessible() {
+    return new QAccessibleWidget(this, QAccessible::Grouping);
 }
 
 void OnScreenKeyboardView::layOut() {
@@ -132,9 +151,11 @@ void OnScreenKeyboardView::showKeys() {
             looks.face.color = dark ? look::mixed(back, Qt::black, plain ? 0.28 : 0.5)
                                     : (plain ? QColor(252, 252, 253) : QColor(222, 228, 235));
             looks.face.marked = key.character == CapsLock && model()->capsLock();
+            key.button->setChecked(looks.face.marked);
             key.button->setLooks(looks);
-            key.button->setText(
-                drawnText(key.character > Space ? model()->shown(key.character) : key.character));
+            const char32_t shown = plain ? model()->shown(key.character) : key.character;
+            key.button->setText(drawnText(shown));
+            key.button->setAccessibleName(spokenName(shown, frame().regional()));
             key.button->setShortcut({}); // "&" is a key here, not the mark of one
         }
     }

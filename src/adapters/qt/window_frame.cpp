@@ -1,5 +1,6 @@
 #include "adapters/qt/window_frame.h"
 
+#include "adapters/qt/accessible_views.h"
 #include "adapters/qt/view_factory.h"
 
 #include <QApplication>
@@ -33,6 +34,7 @@ double designPixels(Twips length) {
 WindowFrame::WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettings& regional,
                          const QSize& surface)
     : window_(&window), loop_(loop), regional_(regional), surface_(surface) {
+    makeViewsAccessible();
     setObjectName(QString::fromStdString(window.name()));
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -112,6 +114,14 @@ void WindowFrame::neighbourMoved() {
         return;
     for (const auto& [control, view] : views_)
         view->neighbourMoved();
+    neighbourRenamed();
+}
+
+void WindowFrame::neighbourRenamed() {
+    if (!complete_)
+        return;
+    for (const auto& [control, view] : views_)
+        view->neighbourRenamed();
 }
 
 void WindowFrame::showProperty(Property property) {
@@ -122,6 +132,7 @@ void WindowFrame::showProperty(Property property) {
     case Property::Caption:
     case Property::Title:
         setWindowTitle(QString::fromStdString(window_->caption()));
+        neighbourRenamed();
         break;
     case Property::Focus:
         followFocus();
