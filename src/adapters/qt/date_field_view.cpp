@@ -91,8 +91,9 @@ void DateFieldView::detach() {
 void DateFieldView::layOut() {
     ControlView::layOut();
     const int side = std::min(height(), width() / 3);
-    edit_->setGeometry(0, 0, width() - side - pixels(4), height());
-    button_->setGeometry(width() - side, 0, side, height());
+    const int wide = std::min(side * 6 / 5, width() / 3); // a finger's width where the field is a bit low
+    edit_->setGeometry(0, 0, width() - wide - pixels(7), height());
+    button_->setGeometry(width() - wide, 0, wide, height());
     button_->setIconSize(QSize(side, side) * 3 / 5);
     button_->setIcon(calendarIcon(side * 3 / 5));
     edit_->setFont(look::font(Text, scale()));

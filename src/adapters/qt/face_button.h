@@ -19,9 +19,12 @@ class FaceButton : public QAbstractButton {
         /// Draws a picture beside the caption in the colour given; may be empty.
         std::function<void(QPainter&, const QRectF&, const QColor&)> picture = {};
         double pictureSize = 0; ///< pixels
+        double inset = 0;       ///< pixels around the face that look empty and take touches
     };
     explicit FaceButton(QWidget& parent);
     void setLooks(const Looks& looks);
+    /// What is drawn of it, within its own rectangle.
+    [[nodiscard]] QRectF face() const;
 
   protected:
     void paintEvent(QPaintEvent* event) override;

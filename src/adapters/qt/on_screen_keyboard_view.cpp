@@ -11,8 +11,7 @@ namespace kova {
 namespace {
 
 const Font Letter{"Tahoma", 14, true};
-constexpr double HalfGap = 1.5; // between keys, in design pixels
-constexpr double Margin = 3;
+constexpr double HalfGap = 4; // between faces, in design pixels: 1.5 mm on a 10 inch panel, rounded down
 constexpr char32_t CapsLock = 0;
 constexpr char32_t Backspace = 8;
 constexpr char32_t LineBreak = 10;
@@ -118,9 +117,7 @@ void OnScreenKeyboardView::layOut() {
 }
 
 void OnScreenKeyboardView::placeKeys() {
-    const double gap = HalfGap * scale().smaller();
-    const double margin = Margin * scale().smaller();
-    const QRectF area = QRectF(rect()).adjusted(margin, margin, -margin, -margin);
+    const QRectF area = rect();
     const double height = area.height() / static_cast<double>(rows_.size());
     double top = area.top();
     for (const auto& row : rows_) {
@@ -130,7 +127,7 @@ void OnScreenKeyboardView::placeKeys() {
         double left = area.left();
         for (const Key& key : row) {
             const double width = area.width() * key.width / whole;
-            key.button->setGeometry(QRectF(left, top, width, height).adjusted(gap, gap, -gap, -gap).toRect());
+            key.button->setGeometry(QRectF(left, top, width, height).toRect());
             left += width;
         }
         top += height;
@@ -145,6 +142,7 @@ void OnScreenKeyboardView::showKeys() {
     looks.text = dark ? QColor(Qt::white) : QColor(20, 30, 42);
     looks.font = look::font(Letter, scale());
     looks.wrapped = false;
+    looks.inset = HalfGap * scale().smaller();
     for (const auto& row : rows_) {
         for (const Key& key : row) {
             const bool plain = key.character > Space;

@@ -1,5 +1,6 @@
 #include "adapters/qt/user_interface.h"
 
+#include "adapters/qt/bounce_filter.h"
 #include "adapters/qt/window_frame.h"
 
 #include <QAbstractButton>
@@ -106,6 +107,8 @@ class QtUserInterface::InputGuard final : public QObject {
             return false;
         if ((*frame)->model()->blocked())
             return true;
+        if (bounces_.swallows(*watched, *event))
+            return true;
         if (!isTabulator(*event))
             return giveToWindow(**frame, *event);
         (*frame)->moveFocus(static_cast<QKeyEvent*>(event)->key() == Qt::Key_Tab &&
@@ -121,6 +124,7 @@ class QtUserInterface::InputGuard final : public QObject {
         return true;
     }
     const QtUserInterface& owner_;
+    BounceFilter bounces_;
 };
 
 QtUserInterface::QtUserInterface(QtEventLoop& loop, const RegionalSettings& regional)

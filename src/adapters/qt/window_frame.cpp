@@ -21,6 +21,8 @@ constexpr double TwipsPerPixel = 15;
 constexpr double SurfaceWidth = 15195 / TwipsPerPixel;
 constexpr double SurfaceHeight = 8955 / TwipsPerPixel;
 
+constexpr double LargestShare = 0.96; // of the screen, for a window in front of the dialog
+
 int rounded(double value) {
     return static_cast<int>(std::lround(value));
 }
@@ -95,7 +97,9 @@ QSize WindowFrame::initialSize() const {
     const double height = designPixels(window_->bounds().height);
     if (width >= SurfaceWidth && height >= SurfaceHeight)
         return surface_;
-    const double both = std::min(x, y);
+    double both = std::min(x, y);
+    if (height > SurfaceHeight / 2) // it covers the dialog anyway: fingers need the room that is left
+        both = std::max(both, LargestShare * std::min(surface_.width() / width, surface_.height() / height));
     return {rounded(width * both), rounded(height * both)};
 }
 
