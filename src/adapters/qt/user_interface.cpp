@@ -1,6 +1,7 @@
 #include "adapters/qt/user_interface.h"
 
 #include "adapters/qt/bounce_filter.h"
+#include "adapters/qt/physical_keys.h"
 #include "adapters/qt/window_frame.h"
 
 #include <QAbstractButton>
@@ -109,6 +110,8 @@ class QtUserInterface::InputGuard final : public QObject {
             return true;
         if (bounces_.swallows(*watched, *event))
             return true;
+        if (event->type() == QEvent::KeyPress && keys_.take(**frame, static_cast<QKeyEvent&>(*event)))
+            return true;
         if (!isTabulator(*event))
             return giveToWindow(**frame, *event);
         (*frame)->moveFocus(static_cast<QKeyEvent*>(event)->key() == Qt::Key_Tab &&
@@ -125,6 +128,7 @@ class QtUserInterface::InputGuard final : public QObject {
     }
     const QtUserInterface& owner_;
     BounceFilter bounces_;
+    PhysicalKeys keys_;
 };
 
 QtUserInterface::QtUserInterface(QtEventLoop& loop, const RegionalSettings& regional)

@@ -21,6 +21,8 @@ const std::map<Word, Translations> Words{
     {Word::Enter, {"Enter", "Invio", "Eingabe"}},
     {Word::CapsLock, {"Caps Lock", "Blocco maiuscole", "Feststelltaste"}},
     {Word::Space, {"Space", "Spazio", "Leertaste"}},
+    {Word::Keys, {"Keys", "Tasti", "Tasten"}},
+    {Word::NextField, {"Next field", "Campo successivo", "Nächstes Feld"}},
 };
 
 } // namespace

@@ -16,6 +16,8 @@ enum class Word {
     Enter,
     CapsLock,
     Space,
+    Keys,
+    NextField,
 };
 
 /// In Italian or German where the region is, in English elsewhere.
