@@ -65,6 +65,7 @@ DrawerControls::DrawerControls(EventLoop& loop)
 
       TimerAttivita(loop, 50ms), TimerVersamenti(loop, 50ms), tmrAutoClose(loop, 10ms) {
     window.setInitialFocus(txtVisore);
+    window.setKeyTargets({&txtVisore, &cmdConferma, {&cmdAnnulla, &PushButton1}, &Pulsantiera_Attivita});
 }
 
 void DrawerControls::retire() {

@@ -23,6 +23,7 @@ void frmMsgBox::load() {
     controls.window.setBackColor(colors::White);
     controls.lblMessaggio.setForeColor(colors::Black);
     controls.window.setInitialFocus(controls.cmd1);
+    controls.window.setKeyTargets({nullptr, nullptr, {&controls.cmd1}, nullptr});
     controls.handlers.push_back(controls.cmd1.pressed.connect([this] { unload(); }));
     controls.handlers.push_back(controls.window.closeRequested.connect([this] { unload(); }));
     controls.view = process_.platform.userInterface.present(controls.window);

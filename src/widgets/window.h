@@ -6,6 +6,19 @@
 
 namespace kova {
 
+class ButtonGrid;
+class PushButton;
+class TextBox;
+
+/// What the keys of a physical keyboard stand for in a window, besides typing at the focus. Each may be
+/// missing, and does nothing while its control cannot be reached.
+struct KeyTargets {
+    TextBox* entry = nullptr;           ///< digits and the decimal separator
+    PushButton* confirm = nullptr;      ///< Enter
+    std::vector<PushButton*> close;     ///< Escape: the first that can be reached
+    ButtonGrid* functionKeys = nullptr; ///< F2 and on
+};
+
 /// How urgent a window's message is; for sounds and assistive technology, it changes no picture.
 enum class Severity : std::int32_t { None = 0, Critical = 16, Information = 64 };
 
@@ -43,6 +56,10 @@ class Window : public CaptionedControl {
     Gesture typeCharacter(char32_t character) override;
     Signal<char32_t> keyPress; ///< a character that the window takes itself
 
+    /// For a rendering with a physical keyboard.
+    [[nodiscard]] const KeyTargets& keyTargets() const { return keyTargets_; }
+    void setKeyTargets(KeyTargets targets) { keyTargets_ = std::move(targets); }
+
     /// The operating system's request to close, as by the title bar or a log-off.
     void requestClose() { closeRequested(); }
 
@@ -57,6 +74,7 @@ class Window : public CaptionedControl {
     void adopt(Control& control) { controls_.push_back(&control); }
     std::vector<Control*> controls_;
     Control* focus_ = nullptr;
+    KeyTargets keyTargets_;
     bool modal_ = false;
     bool blocked_ = false;
     bool takesKeys_ = false;

@@ -27,9 +27,10 @@ class CellAccessible final : public QAccessibleInterface, public QAccessibleActi
     int indexOfChild(const QAccessibleInterface*) const override { return -1; }
     [[nodiscard]] QAccessible::Role role() const override { return QAccessible::Button; }
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
-        return isValid() && kind == QAccessible::Name
-                   ? QString::fromStdString(grid_->cellButton(index_)->caption)
-                   : QString();
+        if (!isValid() || kind != QAccessible::Name)
+            return {};
+        const auto& button = *grid_->cellButton(index_);
+        return QString::fromStdString(button.caption.empty() ? button.key : button.caption);
     }
     void setText(QAccessible::Text, const QString&) override {}
     [[nodiscard]] QRect rect() const override {
@@ -101,15 +102,10 @@ class GridAccessible final : public QAccessibleWidget {
     mutable std::vector<QAccessible::Id> cells_;
 };
 
-QAccessibleInterface* forButtonGrid(const QString&, QObject* object) {
-    auto* const grid = dynamic_cast<ButtonGridView*>(object);
-    return grid == nullptr ? nullptr : new GridAccessible(*grid);
-}
-
 } // namespace
 
-void makeButtonGridsAccessible() {
-    QAccessible::installFactory(&forButtonGrid); // installs the same one once
+QAccessibleInterface* makeAccessibleButtonGrid(ButtonGridView& grid) {
+    return new GridAccessible(grid);
 }
 
 } // namespace kova

@@ -1,9 +1,12 @@
 #pragma once
 
+class QAccessibleInterface;
+
 namespace kova {
 
-/// Tells assistive technology that a button grid consists of buttons, which it can name and touch. Calling it
-/// again is no error.
-void makeButtonGridsAccessible();
+class ButtonGridView;
+
+/// Tells assistive technology that the grid consists of buttons, which it can name and touch.
+QAccessibleInterface* makeAccessibleButtonGrid(ButtonGridView& grid);
 
 } // namespace kova

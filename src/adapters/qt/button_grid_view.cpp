@@ -14,7 +14,8 @@ namespace kova {
 namespace {
 
 const Font Caption{"Tahoma", 11, true};
-constexpr double Gap = 2;           // half of what lies between two faces, in design pixels
+constexpr double Gap = 3.5;         // half of what lies between two faces, in design pixels
+constexpr double MostGap = 0.08;    // of a cell: small cells keep their faces
 constexpr double LeastShare = 0.65; // of its size that a long caption is made smaller to, before it is cut
 constexpr double LeastCell = 8;     // pixels; smaller cells are drawn without gap and text
 
@@ -30,8 +31,11 @@ QString fromUtf8(const std::string& text) {
 
 ButtonGridView::ButtonGridView(ButtonGrid& grid, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(grid, frame) {
-    makeButtonGridsAccessible();
-    nameWidget(*this, {});
+    nameByLabels(*this);
+}
+
+QAccessibleInterface* ButtonGridView::makeAccessible() {
+    return makeAccessibleButtonGrid(*this);
 }
 
 int ButtonGridView::cellCount() const {
@@ -56,6 +60,12 @@ QRectF ButtonGridView::cell(int index) const {
     const double height = static_cast<double>(this->height()) / rows;
     const int row = index / columns;
     return {(index % columns) * width, row * height, width, height};
+}
+
+QRectF ButtonGridView::face(int index) const {
+    const QRectF area = cell(index);
+    const double gap = std::min(Gap * scale().smaller(), std::min(area.width(), area.height()) * MostGap);
+    return area.adjusted(gap, gap, -gap, -gap);
 }
 
 int ButtonGridView::cellAt(const QPointF& point) const {
@@ -93,7 +103,7 @@ QFont ButtonGridView::commonFont() const {
     for (int index = 0; index < cellCount(); ++index)
         font =
             look::fitted(fromUtf8(cellButton(index)->caption), font,
-                         look::captionArea(cell(index), {.unit = scale().smaller(), .marked = true}).size(),
+                         look::captionArea(face(index), {.unit = scale().smaller(), .marked = true}).size(),
                          captionStyle(look::font(Caption, scale())));
     return font;
 }
@@ -125,15 +135,14 @@ void ButtonGridView::paintCell(QPainter& painter, int index, const QFont& font) 
         painter.fillRect(area, look::filling(face));
         return;
     }
-    const double gap = Gap * face.unit;
-    const QRectF outline = area.adjusted(gap, gap, -gap, -gap);
+    const QRectF outline = this->face(index);
     look::drawFace(painter, outline, face);
     QRectF room = look::captionArea(outline, face);
     if (const QPixmap picture(fromUtf8(button.picture)); !button.picture.empty() && !picture.isNull()) {
         const double side = std::min(room.height(), room.width() / 3);
         painter.drawPixmap(QRectF(room.left(), room.center().y() - side / 2, side, side), picture,
                            picture.rect());
-        room.setLeft(room.left() + side + gap);
+        room.setLeft(room.left() + side + pixels(Gap));
     }
     const QColor fill = look::filling(face);
     const QColor text = look::readableOn(fill, look::toQt(button.textColor));
@@ -172,7 +181,7 @@ bool ButtonGridView::event(QEvent* event) {
         return QWidget::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
     const int index = cellAt(QPointF(help->pos()));
-    const QRectF room = index < 0 ? QRectF() : look::captionArea(cell(index), {.unit = scale().smaller()});
+    const QRectF room = index < 0 ? QRectF() : look::captionArea(face(index), {.unit = scale().smaller()});
     const QFont font = look::font(Caption, scale());
     if (index >= 0 &&
         !look::fitsAtAll(fromUtf8(cellButton(index)->caption), font, room.size(), captionStyle(font)))

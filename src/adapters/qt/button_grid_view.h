@@ -14,10 +14,13 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
     QWidget& widget() override { return *this; }
     std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
 
+    QAccessibleInterface* makeAccessible() override;
+
     // For assistive technology.
     [[nodiscard]] int cellCount() const;
     [[nodiscard]] const ButtonGrid::Button* cellButton(int index) const;
-    [[nodiscard]] QRectF cell(int index) const;
+    [[nodiscard]] QRectF cell(int index) const;           ///< what takes touches
+    [[nodiscard]] QRectF face(int index) const;           ///< what is drawn of it
     [[nodiscard]] int cellAt(const QPointF& point) const; ///< -1 for none
     void touchCell(int index);
 

@@ -1,6 +1,7 @@
 #include "adapters/qt/control_view.h"
 
 #include "adapters/qt/backdrop.h"
+#include "adapters/qt/spoken_name.h"
 #include "adapters/qt/window_frame.h"
 
 #include <QWidget>
@@ -34,12 +35,32 @@ void ControlView::run(const std::function<void()>& handler) const {
     frame_.loop().runHandler(handler);
 }
 
-void ControlView::nameWidget(QWidget& target, const QString& spokenName) const {
+void ControlView::nameObject(QWidget& target) const {
     QString name = QString::fromStdString(control_->name());
     if (const auto index = control_->index())
         name += QString("_%1").arg(*index);
     target.setObjectName(name);
-    target.setAccessibleName(spokenName.isEmpty() ? name : spokenName);
+}
+
+void ControlView::nameWidget(QWidget& target, const QString& spokenName) {
+    nameObject(target);
+    namedByLabels_ = false;
+    target.setAccessibleName(spokenName);
+}
+
+void ControlView::nameByLabels(QWidget& target) {
+    nameObject(target);
+    namedByLabels_ = true;
+    target.setAccessibleName(QString::fromStdString(spokenNameOf(*control_)));
+}
+
+void ControlView::neighbourRenamed() {
+    if (namedByLabels_ && control_ != nullptr)
+        showSpokenName(QString::fromStdString(spokenNameOf(*control_)));
+}
+
+void ControlView::showSpokenName(const QString& name) {
+    widget().setAccessibleName(name);
 }
 
 std::optional<TouchPoint> ControlView::touchPoint(const std::optional<std::string>& part) {

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 
+class QAccessibleInterface;
 class QWidget;
 
 namespace kova {
@@ -42,6 +43,11 @@ class ControlView {
     void showAll();
     /// Another control was moved, shown or hidden.
     virtual void neighbourMoved() {}
+    /// A label may have got another text or place; a view that is named by one takes the new name.
+    void neighbourRenamed();
+    /// What assistive technology makes of the widget; null where the toolkit's own knowledge is right. The
+    /// toolkit takes it over.
+    virtual QAccessibleInterface* makeAccessible() { return nullptr; }
     virtual void detach();
 
   protected:
@@ -59,12 +65,19 @@ class ControlView {
     /// What lies behind the control: the background of its frame, page or window.
     [[nodiscard]] QColor backdrop() const;
     void run(const std::function<void()>& handler) const;
-    void nameWidget(QWidget& target, const QString& spokenName) const;
+    /// Names the widget for scripts and, in words that a person sees on it, for assistive technology.
+    void nameWidget(QWidget& target, const QString& spokenName);
+    /// For a control without words of its own: the labels around it name it.
+    void nameByLabels(QWidget& target);
+    /// The labels' words for it are new.
+    virtual void showSpokenName(const QString& name);
 
   private:
+    void nameObject(QWidget& target) const;
     Control* control_;
     WindowFrame& frame_;
     Connection changed_;
+    bool namedByLabels_ = false;
 };
 
 /// A view that knows its model's kind.

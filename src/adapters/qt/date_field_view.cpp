@@ -1,8 +1,10 @@
 #include "adapters/qt/date_field_view.h"
 
 #include "adapters/qt/window_frame.h"
+#include "adapters/qt/words.h"
 #include "services/conversions.h"
 
+#include <QAccessibleWidget>
 #include <QCalendarWidget>
 #include <QFrame>
 #include <QKeyEvent>
@@ -56,19 +58,28 @@ QIcon calendarIcon(int size) {
 
 DateFieldView::DateFieldView(DateField& field, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(field, frame), edit_(new QLineEdit(this)), button_(new QToolButton(this)) {
-    nameWidget(*this, {});
+    nameByLabels(*this);
     edit_->setObjectName(objectName() + "_text");
-    edit_->setAccessibleName(accessibleName());
     edit_->setFocusPolicy(Qt::ClickFocus);
     edit_->installEventFilter(this);
     button_->setObjectName(objectName() + "_calendar");
-    button_->setAccessibleName(accessibleName() + " calendar");
     button_->setFocusPolicy(Qt::NoFocus);
+    showSpokenName(accessibleName());
     showProperty(Property::Text);
     connect(edit_, &QLineEdit::textEdited, this, [this](const QString& text) {
         act([&](DateField& target) { target.setText(text.toStdString()); });
     });
     connect(button_, &QToolButton::clicked, this, [this] { openCalendar(); });
+}
+
+void DateFieldView::showSpokenName(const QString& name) {
+    ControlView::showSpokenName(name);
+    edit_->setAccessibleName(name);
+    button_->setAccessibleName(name + ", " + inWords(Word::Calendar, frame().regional()));
+}
+
+QAccessibleInterface* DateFieldView::makeAccessible() {
+    return new QAccessibleWidget(this, QAccessible::Grouping);
 }
 
 void DateFieldView::detach() {
@@ -80,8 +91,9 @@ void DateFieldView::detach() {
 void DateFieldView::layOut() {
     ControlView::layOut();
     const int side = std::min(height(), width() / 3);
-    edit_->setGeometry(0, 0, width() - side - pixels(4), height());
-    button_->setGeometry(width() - side, 0, side, height());
+    const int wide = std::min(side * 6 / 5, width() / 3); // a finger's width where the field is a bit low
+    edit_->setGeometry(0, 0, width() - wide - pixels(7), height());
+    button_->setGeometry(width() - wide, 0, wide, height());
     button_->setIconSize(QSize(side, side) * 3 / 5);
     button_->setIcon(calendarIcon(side * 3 / 5));
     edit_->setFont(look::font(Text, scale()));

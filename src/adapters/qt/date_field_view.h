@@ -18,10 +18,12 @@ class DateFieldView final : public QWidget, public ModelView<DateField> {
     QWidget& keyboardWidget() override { return *edit_; }
     [[nodiscard]] bool takesTab() const override { return true; }
     void detach() override;
+    QAccessibleInterface* makeAccessible() override;
 
   protected:
     void layOut() override;
     void showProperty(Property property) override;
+    void showSpokenName(const QString& name) override;
     bool eventFilter(QObject* watched, QEvent* event) override; ///< clicks and keys of the edit
 
   private:

@@ -26,17 +26,22 @@ void FaceButton::setLooks(const Looks& looks) {
     update();
 }
 
+QRectF FaceButton::face() const {
+    return QRectF(rect()).adjusted(looks_.inset, looks_.inset, -looks_.inset, -looks_.inset);
+}
+
 void FaceButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     look::Face face = looks_.face;
     face.down = isDown();
     face.enabled = isEnabled();
     face.focused = hasFocus();
-    look::drawFace(painter, rect(), face);
+    const QRectF outline = this->face();
+    look::drawFace(painter, outline, face);
     const QColor fill = look::filling(face);
     const QColor text = look::readableOn(fill, looks_.text);
     const QColor ink = face.enabled ? text : look::mixed(text, fill, 0.55);
-    const QRectF area = drawPicture(painter, look::captionArea(rect(), face), ink);
+    const QRectF area = drawPicture(painter, look::captionArea(outline, face), ink);
     painter.setPen(ink);
     wholeCaption_ = look::drawText(painter, area, this->text(), looks_.font, {.wrapped = looks_.wrapped});
 }

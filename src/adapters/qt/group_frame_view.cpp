@@ -1,5 +1,8 @@
 #include "adapters/qt/group_frame_view.h"
 
+#include "adapters/qt/window_frame.h"
+
+#include <QAccessibleWidget>
 #include <QPainter>
 
 #include <algorithm>
@@ -18,9 +21,15 @@ GroupFrameView::GroupFrameView(GroupFrame& group, WindowFrame& frame, QWidget& p
 }
 
 void GroupFrameView::showProperty(Property property) {
-    if (property == Property::Caption)
+    if (property == Property::Caption) {
         nameWidget(*this, QString::fromStdString(model()->caption()));
+        frame().neighbourRenamed();
+    }
     ControlView::showProperty(property);
+}
+
+QAccessibleInterface* GroupFrameView::makeAccessible() {
+    return new QAccessibleWidget(this, QAccessible::Grouping);
 }
 
 void GroupFrameView::paintEvent(QPaintEvent*) {

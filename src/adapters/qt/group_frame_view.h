@@ -10,6 +10,7 @@ class GroupFrameView final : public QWidget, public ModelView<GroupFrame> {
   public:
     GroupFrameView(GroupFrame& group, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
+    QAccessibleInterface* makeAccessible() override;
 
   protected:
     void showProperty(Property property) override;

@@ -2,12 +2,14 @@
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/face_button.h"
 
-#include <functional>
 #include <string>
+
+class QTouchEvent;
 
 namespace kova {
 
-/// One key of a drawn keypad or keyboard. It never takes the focus from the text that it types into.
+/// One key of a drawn keypad or keyboard. It never takes the focus from the text that it types into. It takes
+/// touches itself, so that a quick typist's next finger may come down before the last one is up.
 class KeyButton final : public FaceButton {
   public:
     /// `key` names the key among its fellows; `spoken` is what assistive technology calls it.
@@ -15,7 +17,11 @@ class KeyButton final : public FaceButton {
     [[nodiscard]] const std::string& key() const { return key_; }
     [[nodiscard]] std::optional<TouchPoint> touchPoint();
 
+  protected:
+    bool event(QEvent* event) override;
+
   private:
+    bool takeTouch(const QTouchEvent& event);
     std::string key_;
 };
 

@@ -64,6 +64,7 @@ void LabelView::showProperty(Property property) {
     if (property == Property::Caption) {
         setText(QString::fromStdString(model()->caption()));
         nameWidget(*this, text());
+        frame().neighbourRenamed();
         layOut();
     }
     ControlView::showProperty(property);

@@ -203,7 +203,7 @@ QRectF captionArea(const QRectF& area, const Face& face) {
     const double margin = std::min(6 * face.unit, std::min(area.width(), area.height()) / 10);
     QRectF inside = area.adjusted(margin, margin, -margin, -margin);
     const double check = CheckRadius * 1.6 * face.unit;
-    if (area.height() > 7 * check) // always, so that a caption keeps its size when the button gets marked
+    if (area.height() > 6 * check) // always, so that a caption keeps its size when the button gets marked
         inside.adjust(0, check, 0, -check);
     else if (face.marked && area.width() > 4 * check)
         inside.adjust(check, 0, -check, 0);

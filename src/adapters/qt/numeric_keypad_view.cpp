@@ -1,30 +1,48 @@
 #include "adapters/qt/numeric_keypad_view.h"
 
+#include "adapters/qt/window_frame.h"
+#include "adapters/qt/words.h"
+
+#include <QAccessibleWidget>
+
 #include <cmath>
 
 namespace kova {
 namespace {
 
 const Font Digit{"Tahoma", 20, true};
-constexpr double HalfGap = 2; // between keys, in design pixels
+constexpr double HalfGap = 3.5; // between faces, in design pixels: 1.5 mm on a 10 inch panel
 const std::string Backspace = "BACKSPACE";
+
+// The keys of this pad do not all do what their texts say.
+QString spokenName(const std::string& text, const RegionalSettings& regional) {
+    if (text == Backspace)
+        return inWords(Word::Clear, regional);
+    if (text == ".")
+        return inWords(Word::Comma, regional);
+    return QString::fromStdString(text);
+}
 
 } // namespace
 
 NumericKeypadView::NumericKeypadView(NumericKeypad& keypad, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(keypad, frame) {
-    nameWidget(*this, {});
+    nameWidget(*this, inWords(Word::Keypad, frame.regional()));
     for (const auto& texts : NumericKeypad::keys()) {
         auto& row = rows_.emplace_back();
         for (const std::string& text : texts) {
             const QString caption = QString::fromStdString(text);
-            auto* key = new KeyButton(*this, text, text == Backspace ? "Backspace" : caption);
+            auto* key = new KeyButton(*this, text, spokenName(text, frame.regional()));
             key->setText(text == Backspace ? QStringLiteral("\u232B") : caption);
             connect(key, &QAbstractButton::clicked, this,
                     [this, text] { act([&](NumericKeypad& target) { target.touchKey(text); }); });
             row.push_back(key);
         }
     }
+}
+
+QAccessibleInterface* NumericKeypadView::makeAccessible() {
+    return new QAccessibleWidget(this, QAccessible::Grouping);
 }
 
 void NumericKeypadView::layOut() {
@@ -34,14 +52,14 @@ void NumericKeypadView::layOut() {
     looks.face.color = QColor(250, 250, 251);
     looks.text = QColor(20, 30, 42);
     looks.font = look::font(Digit, scale());
-    const double gap = HalfGap * scale().smaller();
+    looks.inset = HalfGap * scale().smaller();
     const double height = static_cast<double>(this->height()) / static_cast<double>(rows_.size());
     for (std::size_t row = 0; row < rows_.size(); ++row) {
         const double width = static_cast<double>(this->width()) / static_cast<double>(rows_[row].size());
         for (std::size_t column = 0; column < rows_[row].size(); ++column) {
             const QRectF place(static_cast<double>(column) * width, static_cast<double>(row) * height, width,
                                height);
-            rows_[row][column]->setGeometry(place.adjusted(gap, gap, -gap, -gap).toRect());
+            rows_[row][column]->setGeometry(place.toRect());
             FaceButton::Looks own = looks;
             if (rows_[row][column]->key() == Backspace)
                 own.face.color = QColor(226, 231, 237);

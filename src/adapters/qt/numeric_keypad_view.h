@@ -13,6 +13,7 @@ class NumericKeypadView final : public QWidget, public ModelView<NumericKeypad> 
   public:
     NumericKeypadView(NumericKeypad& keypad, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
+    QAccessibleInterface* makeAccessible() override;
     std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
 
   protected:

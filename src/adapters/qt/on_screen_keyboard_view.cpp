@@ -1,15 +1,17 @@
 #include "adapters/qt/on_screen_keyboard_view.h"
 
+#include "adapters/qt/window_frame.h"
+#include "adapters/qt/words.h"
 #include "widgets/utf8.h"
 
+#include <QAccessibleWidget>
 #include <QPainter>
 
 namespace kova {
 namespace {
 
 const Font Letter{"Tahoma", 14, true};
-constexpr double HalfGap = 1.5; // between keys, in design pixels
-constexpr double Margin = 3;
+constexpr double HalfGap = 4; // between faces, in design pixels: 1.5 mm on a 10 inch panel, rounded down
 constexpr char32_t CapsLock = 0;
 constexpr char32_t Backspace = 8;
 constexpr char32_t LineBreak = 10;
@@ -29,16 +31,31 @@ double widthOf(char32_t character) {
     }
 }
 
-QString spokenName(char32_t character) {
+QString objectNameOf(char32_t character) {
     switch (character) {
     case Backspace:
         return "Backspace";
     case LineBreak:
         return "Enter";
     case CapsLock:
-        return "Caps Lock";
+        return "CapsLock";
     case Space:
         return "Space";
+    default:
+        return QString::fromUcs4(&character, 1);
+    }
+}
+
+QString spokenName(char32_t character, const RegionalSettings& regional) {
+    switch (character) {
+    case Backspace:
+        return inWords(Word::Backspace, regional);
+    case LineBreak:
+        return inWords(Word::Enter, regional);
+    case CapsLock:
+        return inWords(Word::CapsLock, regional);
+    case Space:
+        return inWords(Word::Space, regional);
     default:
         return QString::fromUcs4(&character, 1);
     }
@@ -63,7 +80,7 @@ QString drawnText(char32_t character) {
 
 OnScreenKeyboardView::OnScreenKeyboardView(OnScreenKeyboard& keyboard, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(keyboard, frame) {
-    nameWidget(*this, {});
+    nameWidget(*this, inWords(Word::Keyboard, frame.regional()));
     std::vector<Key> last;
     addKey(last, CapsLock);
     for (const std::u32string& characters : OnScreenKeyboard::rows()) {
@@ -75,12 +92,9 @@ OnScreenKeyboardView::OnScreenKeyboardView(OnScreenKeyboard& keyboard, WindowFra
 }
 
 void OnScreenKeyboardView::addKey(std::vector<Key>& row, char32_t character) {
-    std::string name = "CapsLock";
-    if (character != CapsLock)
-        name = toUtf8(std::u32string(1, character));
-    auto* button = new KeyButton(*this, name, spokenName(character));
-    if (character < U'!')
-        button->setObjectName(objectName() + '_' + spokenName(character).remove(' '));
+    auto* button = new KeyButton(*this, objectNameOf(character).toStdString(),
+                                 spokenName(character, frame().regional()));
+    button->setCheckable(character == CapsLock);
     connect(button, &QAbstractButton::clicked, this, [this, character] {
         act([=](OnScreenKeyboard& target) {
             if (character == CapsLock)
@@ -92,6 +106,10 @@ void OnScreenKeyboardView::addKey(std::vector<Key>& row, char32_t character) {
     row.push_back({character, widthOf(character), button});
 }
 
+QAccessibleInterface* OnScreenKeyboardView::makeAccessible() {
+    return new QAccessibleWidget(this, QAccessible::Grouping);
+}
+
 void OnScreenKeyboardView::layOut() {
     ControlView::layOut();
     placeKeys();
@@ -99,9 +117,7 @@ void OnScreenKeyboardView::layOut() {
 }
 
 void OnScreenKeyboardView::placeKeys() {
-    const double gap = HalfGap * scale().smaller();
-    const double margin = Margin * scale().smaller();
-    const QRectF area = QRectF(rect()).adjusted(margin, margin, -margin, -margin);
+    const QRectF area = rect();
     const double height = area.height() / static_cast<double>(rows_.size());
     double top = area.top();
     for (const auto& row : rows_) {
@@ -111,7 +127,7 @@ void OnScreenKeyboardView::placeKeys() {
         double left = area.left();
         for (const Key& key : row) {
             const double width = area.width() * key.width / whole;
-            key.button->setGeometry(QRectF(left, top, width, height).adjusted(gap, gap, -gap, -gap).toRect());
+            key.button->setGeometry(QRectF(left, top, width, height).toRect());
             left += width;
         }
         top += height;
@@ -126,15 +142,18 @@ void OnScreenKeyboardView::showKeys() {
     looks.text = dark ? QColor(Qt::white) : QColor(20, 30, 42);
     looks.font = look::font(Letter, scale());
     looks.wrapped = false;
+    looks.inset = HalfGap * scale().smaller();
     for (const auto& row : rows_) {
         for (const Key& key : row) {
             const bool plain = key.character > Space;
             looks.face.color = dark ? look::mixed(back, Qt::black, plain ? 0.28 : 0.5)
                                     : (plain ? QColor(252, 252, 253) : QColor(222, 228, 235));
             looks.face.marked = key.character == CapsLock && model()->capsLock();
+            key.button->setChecked(looks.face.marked);
             key.button->setLooks(looks);
-            key.button->setText(
-                drawnText(key.character > Space ? model()->shown(key.character) : key.character));
+            const char32_t shown = plain ? model()->shown(key.character) : key.character;
+            key.button->setText(drawnText(shown));
+            key.button->setAccessibleName(spokenName(shown, frame().regional()));
             key.button->setShortcut({}); // "&" is a key here, not the mark of one
         }
     }

@@ -15,6 +15,7 @@ class OnScreenKeyboardView final : public QWidget, public ModelView<OnScreenKeyb
   public:
     OnScreenKeyboardView(OnScreenKeyboard& keyboard, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
+    QAccessibleInterface* makeAccessible() override;
     /// The key of a character in either letter case.
     std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
 

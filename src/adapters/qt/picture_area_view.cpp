@@ -1,5 +1,6 @@
 #include "adapters/qt/picture_area_view.h"
 
+#include <QAccessibleWidget>
 #include <QPainter>
 
 namespace kova {
@@ -7,7 +8,11 @@ namespace kova {
 PictureAreaView::PictureAreaView(PictureArea& picture, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(picture, frame) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    nameWidget(*this, {});
+    nameByLabels(*this);
+}
+
+QAccessibleInterface* PictureAreaView::makeAccessible() {
+    return new QAccessibleWidget(this, QAccessible::Graphic);
 }
 
 void PictureAreaView::paintEvent(QPaintEvent*) {

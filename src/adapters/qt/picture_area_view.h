@@ -11,6 +11,7 @@ class PictureAreaView final : public QWidget, public ModelView<PictureArea> {
   public:
     PictureAreaView(PictureArea& picture, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
+    QAccessibleInterface* makeAccessible() override;
 
   protected:
     void paintEvent(QPaintEvent* event) override;

@@ -48,6 +48,8 @@ void PushButtonView::showLooks() {
         looks.picture = [icon](QPainter& painter, const QRectF& area, const QColor& color) {
             look::drawIcon(painter, area, icon, color);
         };
+    setCheckable(button.latched() || button.index()); // of an array of buttons one may be held down
+    setChecked(button.latched());
     setLooks(looks);
 }
 
@@ -57,7 +59,11 @@ void PushButtonView::showProperty(Property property) {
         const QString caption = QString::fromStdString(model()->caption());
         setText(caption);
         setShortcut({}); // an ampersand is drawn as itself and makes no key
-        nameWidget(*this, caption.isEmpty() ? QString::fromStdString(model()->toolTip()) : caption);
+        if (const QString spoken = caption.isEmpty() ? QString::fromStdString(model()->toolTip()) : caption;
+            spoken.isEmpty())
+            nameByLabels(*this);
+        else
+            nameWidget(*this, spoken);
         break;
     }
     case Property::ToolTip:

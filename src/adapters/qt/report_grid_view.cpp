@@ -1,9 +1,11 @@
 #include "adapters/qt/report_grid_view.h"
 
+#include "adapters/qt/report_grid_accessible.h"
 #include "adapters/qt/save_text.h"
 #include "adapters/qt/window_frame.h"
 #include "widgets/report_text.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
@@ -31,7 +33,7 @@ ReportGrid::Extent extentOf(Qt::KeyboardModifiers keys) {
 
 ReportGridView::ReportGridView(ReportGrid& grid, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(grid, frame) {
-    nameWidget(*this, {});
+    nameByLabels(*this);
     setFocusPolicy(Qt::ClickFocus);
     longTouch_.setSingleShot(true);
     longTouch_.setInterval(LongTouchMilliseconds);
@@ -63,6 +65,41 @@ std::optional<TouchPoint> ReportGridView::touchPoint(const std::optional<std::st
                                                          : header.center()};
 }
 
+QAccessibleInterface* ReportGridView::makeAccessible() {
+    return makeAccessibleReportGrid(*this);
+}
+
+QRectF ReportGridView::cell(int row, int column) const {
+    const ReportGridLayout parts = layout();
+    const QRectF header = parts.header(static_cast<std::size_t>(column));
+    if (row < 0)
+        return header;
+    const QRectF line = parts.row(static_cast<std::size_t>(row)) & parts.list;
+    return {header.left(), line.top(), header.width(), std::max(0.0, line.height())};
+}
+
+ReportGridView::CellPlace ReportGridView::cellAt(const QPointF& point) const {
+    if (model() != nullptr) {
+        const ReportGridLayout parts = layout();
+        if (const auto column = parts.columnAt(point.x())) {
+            if (parts.headers.contains(point))
+                return {-1, static_cast<int>(*column)};
+            if (const auto row = parts.rowAt(point))
+                return {static_cast<int>(*row), static_cast<int>(*column)};
+        }
+    }
+    return {-2, 0};
+}
+
+void ReportGridView::touchCell(int row, int column) {
+    if (row < 0)
+        act([&](ReportGrid& grid) { grid.touchHeader(static_cast<std::size_t>(column)); });
+    else
+        act([&](ReportGrid& grid) {
+            grid.touchRow(static_cast<std::size_t>(row), ReportGrid::Extent::Single);
+        });
+}
+
 void ReportGridView::layOut() {
     ModelView::layOut();
     if (model() == nullptr)
@@ -80,6 +117,10 @@ void ReportGridView::showProperty(Property property) {
         scrollBar_.setValue(0);
     }
     fitScrollBar();
+    if (QAccessible::isActive()) {
+        QAccessibleTableModelChangeEvent changed(this, QAccessibleTableModelChangeEvent::ModelReset);
+        QAccessible::updateAccessibility(&changed);
+    }
     update();
 }
 

@@ -21,6 +21,16 @@ class ReportGridView final : public QWidget, public ModelView<ReportGrid> {
     /// Parts are `group area`, `header N`, `border N` (the right one of column N), `row N` (counted from the
     /// first in sight).
     std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
+    QAccessibleInterface* makeAccessible() override;
+
+    // For assistive technology. Row -1 has the column headers.
+    struct CellPlace {
+        int row, column;
+    };
+    [[nodiscard]] const ReportGrid* shownGrid() const { return model(); } ///< null when detached
+    [[nodiscard]] QRectF cell(int row, int column) const;                 ///< empty when out of sight
+    [[nodiscard]] CellPlace cellAt(const QPointF& point) const;           ///< row -2 for none
+    void touchCell(int row, int column);
 
   protected:
     void layOut() override;

@@ -2,6 +2,7 @@
 
 #include "adapters/qt/window_frame.h"
 
+#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -103,7 +104,7 @@ void TouchTabBar::keyPressEvent(QKeyEvent* event) {
 
 TabControlView::TabControlView(TabControl& tabs, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(tabs, frame), bar_(new TouchTabBar(*this)) {
-    nameWidget(*this, {});
+    nameByLabels(*this);
     bar_->setObjectName(objectName() + "_tabs");
     bar_->setAccessibleName(accessibleName());
     bar_->touched = [this](int index) { act([=](TabControl& target) { target.touchTab(index); }); };
@@ -113,6 +114,15 @@ TabControlView::TabControlView(TabControl& tabs, WindowFrame& frame, QWidget& pa
         if (property == Property::BackColor)
             layOut();
     }));
+}
+
+void TabControlView::showSpokenName(const QString& name) {
+    ControlView::showSpokenName(name);
+    bar_->setAccessibleName(name);
+}
+
+QAccessibleInterface* TabControlView::makeAccessible() {
+    return new QAccessibleWidget(this, QAccessible::Grouping);
 }
 
 void TabControlView::detach() {
@@ -184,9 +194,15 @@ bool TabPageView::drawnVisible() const {
 }
 
 void TabPageView::showProperty(Property property) {
-    if (property == Property::Caption)
+    if (property == Property::Caption) {
         nameWidget(*this, QString::fromStdString(model()->caption()));
+        frame().neighbourRenamed();
+    }
     ControlView::showProperty(property);
+}
+
+QAccessibleInterface* TabPageView::makeAccessible() {
+    return new QAccessibleWidget(this, QAccessible::PropertyPage);
 }
 
 void TabPageView::paintEvent(QPaintEvent*) {

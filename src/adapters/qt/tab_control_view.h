@@ -39,10 +39,12 @@ class TabControlView final : public QWidget, public ModelView<TabControl> {
     [[nodiscard]] bool takesTab() const override { return true; }
     std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
     void detach() override;
+    QAccessibleInterface* makeAccessible() override;
 
   protected:
     void layOut() override;
     void showProperty(Property property) override;
+    void showSpokenName(const QString& name) override;
     [[nodiscard]] bool drawnEnabled() const override { return true; } // Qt would disable the controls inside
 
   private:
@@ -56,6 +58,7 @@ class TabPageView final : public QWidget, public ModelView<TabPage> {
     TabPageView(TabPage& page, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
     void detach() override;
+    QAccessibleInterface* makeAccessible() override;
 
   protected:
     void showProperty(Property property) override;

@@ -42,7 +42,7 @@ TextPositions TextBoxView::positions() const {
 }
 
 void TextBoxView::startShowing() {
-    nameWidget(widget(), {});
+    nameByLabels(widget());
     widget().setFocusPolicy(Qt::ClickFocus);
     showProperty(Property::Locked);
     showText();

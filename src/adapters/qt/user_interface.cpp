@@ -1,5 +1,7 @@
 #include "adapters/qt/user_interface.h"
 
+#include "adapters/qt/bounce_filter.h"
+#include "adapters/qt/physical_keys.h"
 #include "adapters/qt/window_frame.h"
 
 #include <QAbstractButton>
@@ -106,6 +108,10 @@ class QtUserInterface::InputGuard final : public QObject {
             return false;
         if ((*frame)->model()->blocked())
             return true;
+        if (bounces_.swallows(*watched, *event))
+            return true;
+        if (event->type() == QEvent::KeyPress && keys_.take(**frame, static_cast<QKeyEvent&>(*event)))
+            return true;
         if (!isTabulator(*event))
             return giveToWindow(**frame, *event);
         (*frame)->moveFocus(static_cast<QKeyEvent*>(event)->key() == Qt::Key_Tab &&
@@ -121,6 +127,8 @@ class QtUserInterface::InputGuard final : public QObject {
         return true;
     }
     const QtUserInterface& owner_;
+    BounceFilter bounces_;
+    PhysicalKeys keys_;
 };
 
 QtUserInterface::QtUserInterface(QtEventLoop& loop, const RegionalSettings& regional)

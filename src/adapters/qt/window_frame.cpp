@@ -1,5 +1,6 @@
 #include "adapters/qt/window_frame.h"
 
+#include "adapters/qt/accessible_views.h"
 #include "adapters/qt/view_factory.h"
 
 #include <QApplication>
@@ -20,6 +21,8 @@ constexpr double TwipsPerPixel = 15;
 constexpr double SurfaceWidth = 15195 / TwipsPerPixel;
 constexpr double SurfaceHeight = 8955 / TwipsPerPixel;
 
+constexpr double LargestShare = 0.96; // of the screen, for a window in front of the dialog
+
 int rounded(double value) {
     return static_cast<int>(std::lround(value));
 }
@@ -33,6 +36,7 @@ double designPixels(Twips length) {
 WindowFrame::WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettings& regional,
                          const QSize& surface)
     : window_(&window), loop_(loop), regional_(regional), surface_(surface) {
+    makeViewsAccessible();
     setObjectName(QString::fromStdString(window.name()));
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -93,7 +97,9 @@ QSize WindowFrame::initialSize() const {
     const double height = designPixels(window_->bounds().height);
     if (width >= SurfaceWidth && height >= SurfaceHeight)
         return surface_;
-    const double both = std::min(x, y);
+    double both = std::min(x, y);
+    if (height > SurfaceHeight / 2) // it covers the dialog anyway: fingers need the room that is left
+        both = std::max(both, LargestShare * std::min(surface_.width() / width, surface_.height() / height));
     return {rounded(width * both), rounded(height * both)};
 }
 
@@ -112,6 +118,14 @@ void WindowFrame::neighbourMoved() {
         return;
     for (const auto& [control, view] : views_)
         view->neighbourMoved();
+    neighbourRenamed();
+}
+
+void WindowFrame::neighbourRenamed() {
+    if (!complete_)
+        return;
+    for (const auto& [control, view] : views_)
+        view->neighbourRenamed();
 }
 
 void WindowFrame::showProperty(Property property) {
@@ -122,6 +136,7 @@ void WindowFrame::showProperty(Property property) {
     case Property::Caption:
     case Property::Title:
         setWindowTitle(QString::fromStdString(window_->caption()));
+        neighbourRenamed();
         break;
     case Property::Focus:
         followFocus();

@@ -41,6 +41,8 @@ class WindowFrame final : public QWidget {
     /// The tabulator key: the next control, in order of creation, that can be reached.
     void moveFocus(bool forward);
     void neighbourMoved();
+    /// A caption changed that may name other controls.
+    void neighbourRenamed();
     /// A key on its way to one of the widgets, for a window that takes all keys itself.
     void takeKey(const QEvent& event);
 

@@ -1,0 +1,103 @@
+#include "adapters/qt/key_help.h"
+
+#include "adapters/qt/spoken_name.h"
+#include "adapters/qt/window_frame.h"
+#include "adapters/qt/words.h"
+#include "widgets/button_grid.h"
+#include "widgets/push_button.h"
+#include "widgets/text_box.h"
+
+namespace kova {
+namespace {
+
+const QString ObjectName = "KeyHelp";
+
+KeyHelp* helpOf(const WindowFrame& frame) {
+    return static_cast<KeyHelp*>(frame.findChild<QLabel*>(ObjectName, Qt::FindDirectChildrenOnly));
+}
+
+bool isReachable(const Control* control) {
+    return control != nullptr && control->reach() == Gesture::Done;
+}
+
+QString line(const QString& key, const QString& meaning) {
+    return QString("<tr><td><b>%1</b>&nbsp;&nbsp;&nbsp;</td><td>%2</td></tr>")
+        .arg(key.toHtmlEscaped(), meaning.toHtmlEscaped());
+}
+
+QString functionKeys(const ButtonGrid& grid) {
+    QString lines;
+    constexpr int keysOfARow = 11;
+    int number = 0;
+    for (const auto& button : grid.buttons()) {
+        if (number >= 2 * keysOfARow)
+            break;
+        const QString shift = number < keysOfARow ? QString() : QString("\u21E7 ");
+        lines +=
+            line(shift + QString("F%1").arg(number % keysOfARow + 2), QString::fromStdString(button.caption));
+        ++number;
+    }
+    return lines;
+}
+
+QString helpFor(const WindowFrame& frame) {
+    const KeyTargets& targets = frame.model()->keyTargets();
+    QString lines = line("F1", inWords(Word::Keys, frame.regional()));
+    if (isReachable(targets.entry))
+        lines += line("0 \u2026 9  ,", QString::fromStdString(spokenNameOf(*targets.entry)));
+    if (isReachable(targets.confirm))
+        lines += line("\u21B5", QString::fromStdString(targets.confirm->caption()));
+    for (const PushButton* button : targets.close)
+        if (isReachable(button)) {
+            lines += line("Esc", QString::fromStdString(button->caption()));
+            break;
+        }
+    lines += line("\u21E5", inWords(Word::NextField, frame.regional()));
+    if (isReachable(targets.functionKeys))
+        lines += functionKeys(*targets.functionKeys);
+    return "<table cellspacing='4'>" + lines + "</table>";
+}
+
+} // namespace
+
+KeyHelp::KeyHelp(WindowFrame& frame) : QLabel(&frame) {
+    setObjectName(ObjectName);
+    setFocusPolicy(Qt::NoFocus);
+    setAlignment(Qt::AlignCenter);
+    setTextFormat(Qt::RichText);
+    QFont font = look::font({"Tahoma", 13, false}, frame.scale());
+    const QString text = helpFor(frame);
+    setText(text);
+    setStyleSheet("background: #f7f9fb; color: #14202c; border: 2px solid #0f62ac; border-radius: 6px;"
+                  " padding: 12px;");
+    do { // many activities make a long list
+        setFont(font);
+        font.setPixelSize(font.pixelSize() - 1);
+    } while (sizeHint().height() > frame.height() && font.pixelSize() > 8);
+    const QSize size = sizeHint().boundedTo(frame.size());
+    setGeometry(
+        QRect(QPoint((frame.width() - size.width()) / 2, (frame.height() - size.height()) / 2), size));
+}
+
+void KeyHelp::showOn(WindowFrame& frame) {
+    hideOn(frame);
+    auto* const help = new KeyHelp(frame);
+    help->show();
+    help->raise();
+}
+
+void KeyHelp::hideOn(WindowFrame& frame) {
+    delete helpOf(frame);
+}
+
+bool KeyHelp::isShownOn(const WindowFrame& frame) {
+    return helpOf(frame) != nullptr;
+}
+
+void KeyHelp::mousePressEvent(QMouseEvent*) {
+    setObjectName({});
+    hide();
+    deleteLater();
+}
+
+} // namespace kova

@@ -1,0 +1,94 @@
+#include "adapters/qt/spoken_name.h"
+
+#include "widgets/control_visitor.h"
+#include "widgets/labels.h"
+#include "widgets/tab_control.h"
+#include "widgets/window.h"
+
+#include <cstdlib>
+#include <optional>
+#include <vector>
+
+namespace kova {
+namespace {
+
+constexpr int NearAbove = 300; // twips between a title and what it stands above
+constexpr int NearBeside = 2000;
+
+class LabelText : public ControlVisitor {
+  public:
+    void visit(Label& label) override { text = label.caption(); }
+    std::string text;
+};
+
+class SurroundingText : public ControlVisitor {
+  public:
+    void visit(GroupFrame& frame) override { text = frame.caption(); }
+    void visit(TabPage& page) override { text = page.caption(); }
+    void visit(Window& window) override { text = window.caption(); }
+    std::string text;
+};
+
+/// How far a label is from standing right above a control, as its title does; a column's title may stand far
+/// above. Of two titles in a row the one that begins where the control does is nearer.
+std::optional<int> distanceAbove(const Rect& label, const Rect& control) {
+    const int distance = (control.top - label.bottom()).count;
+    const bool overlaps = label.left < control.right() && control.left < label.right();
+    const bool column = label.left == control.left && label.width == control.width;
+    if (!overlaps || label.top >= control.top || (distance > NearAbove && !column))
+        return std::nullopt;
+    return distance + std::abs((label.left - control.left).count);
+}
+
+/// How far a label stands to the left of a control of one line.
+std::optional<int> distanceBeside(const Rect& label, const Rect& control) {
+    const int distance = (control.left - label.right()).count;
+    const int middle = label.top.count + label.height.count / 2;
+    const bool oneLine = control.height.count < 2 * label.height.count;
+    if (!oneLine || distance < 0 || distance > NearBeside || middle < control.top.count ||
+        middle > control.bottom().count)
+        return std::nullopt;
+    return distance;
+}
+
+template <class Distance>
+std::string nearestLabel(const Control& control, const std::vector<Control*>& all, Distance distance) {
+    std::string nearest;
+    std::optional<int> least;
+    for (Control* other : all) {
+        if (other == &control || other->parent() != control.parent() || !other->visible())
+            continue;
+        const auto apart = distance(other->bounds(), control.bounds());
+        if (!apart || (least && *least <= *apart))
+            continue;
+        LabelText label;
+        other->accept(label);
+        if (label.text.empty())
+            continue;
+        least = apart;
+        nearest = label.text;
+    }
+    return nearest;
+}
+
+} // namespace
+
+std::string spokenNameOf(const Control& control) {
+    Control* root = control.parent();
+    while (root != nullptr && root->parent() != nullptr)
+        root = root->parent();
+    if (root == nullptr)
+        return {};
+    const auto& all = root->window().controls();
+    const std::string beside = nearestLabel(control, all, distanceBeside);
+    const std::string above = nearestLabel(control, all, distanceAbove);
+    if (!beside.empty() || !above.empty())
+        return beside + (beside.empty() || above.empty() ? "" : " ") + above;
+    SurroundingText surrounding;
+    for (Control* parent = control.parent(); parent != nullptr && surrounding.text.empty();
+         parent = parent->parent())
+        parent->accept(surrounding);
+    return surrounding.text;
+}
+
+} // namespace kova

@@ -1,0 +1,62 @@
+#include "till.h"
+
+#include <gtest/gtest.h>
+
+namespace kova::test {
+
+Till::Till(const QSize& surface)
+    : userInterface(
+          loop, regional,
+          {.modalLoop = [this](Window& window) { runModal(window); }, .answer = {}, .surface = surface}),
+      process(Platform{userInterface, loop, defaults_.clock, defaults_.runtime, defaults_.store, provider_,
+                       regional, [] { return std::make_unique<NoLogger>(); }, "/opt/kova"}) {
+    component = cls_Kova_Drawer_Man::create(process);
+    sinkConnection = component->connect(sink);
+}
+
+Till::~Till() {
+    if (component->dialog() != nullptr && component->dialog()->window() != nullptr)
+        dialog().requestClose();
+    component.reset();
+    loop.settle();
+}
+
+void Till::NoLogger::LogError(const std::string& procedure, const std::string& message, const char*,
+                              std::int32_t, const std::string&) {
+    ADD_FAILURE() << procedure << ": " << message;
+}
+
+void Till::runModal(Window& window) {
+    const bool message = window.name() == "frmMsgBox";
+    if (message)
+        messages.push_back(as<Label>(window.find("lblMessaggio")).caption());
+    loop.settle();
+    if (insideModal)
+        insideModal(window);
+    if (window.visible() && message)
+        as<PushButton>(window.find("cmd1")).press();
+    else if (window.visible())
+        window.requestClose();
+}
+
+void Till::show(Layout layout) {
+    if (layout == Layout::DrawersAndCurrencies) {
+        database().table("Attiva_Gestione_MultiCassetto", {"Valore"}, {{"1"}});
+        database().table("tabValute", {"Valuta"}, {{"€"}, {"CHF"}, {"USD"}, {"GBP"}});
+    }
+    component->Inizializza(database_);
+    component->DoppioInserimentoObbligatorio(layout == Layout::Double);
+    if (layout == Layout::Double)
+        process.SoftwareName = "Cassa";
+    component->Show(0);
+    loop.settle();
+}
+
+void Till::composeMovement() {
+    control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
+    control<ButtonGrid>("Pulsantiera_Attivita").touch("2");
+    wait(50);
+    control<TextBox>("txtNote").paste("RESTO");
+}
+
+} // namespace kova::test

@@ -1,0 +1,179 @@
+// Whether a finger hits what it means to: sizes and gaps, in millimetres of a 10 inch panel of 1280 x 800.
+#include "till.h"
+
+#include "adapters/qt/button_grid_view.h"
+#include "adapters/qt/key_button.h"
+
+#include <QAccessible>
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+namespace kova {
+namespace {
+
+using test::as;
+using test::Till;
+
+constexpr double DotsPerInch = 149;
+constexpr double LeastTarget = 9; // mm, as the others
+constexpr double LeastKey = 11;
+constexpr double LeastGap = 1.5;
+
+double millimetres(double pixels) {
+    return pixels * 25.4 / DotsPerInch;
+}
+
+struct Target {
+    std::string name; ///< behind the name of what it stands on
+    double width, height;
+    bool key;
+};
+
+bool takesTouches(const QAccessibleInterface& part) {
+    static const std::set<int> roles{QAccessible::Button,       QAccessible::CheckBox,
+                                     QAccessible::EditableText, QAccessible::PageTab,
+                                     QAccessible::ColumnHeader, QAccessible::Cell};
+    return roles.contains(part.role());
+}
+
+void collect(QAccessibleInterface* at, std::vector<Target>& found) {
+    if (at == nullptr || at->state().invisible)
+        return;
+    if (takesTouches(*at) && !at->state().offscreen) {
+        const QString on = at->parent()->text(QAccessible::Name);
+        found.push_back({(on + '/' + at->text(QAccessible::Name)).toStdString(),
+                         millimetres(at->rect().width()), millimetres(at->rect().height()),
+                         dynamic_cast<KeyButton*>(at->object()) != nullptr});
+    }
+    for (int i = 0; i < at->childCount(); ++i)
+        collect(at->child(i), found);
+}
+
+/// What the fixed positions keep smaller on this panel: names begin so, and are at least so wide and high.
+struct Exception {
+    std::string begin;
+    double width, height;
+};
+
+void expectFingerSized(QWidget& window, const std::vector<Exception>& exceptions) {
+    std::vector<Target> targets;
+    collect(QAccessible::queryAccessibleInterface(&window), targets);
+    ASSERT_GT(targets.size(), 0U);
+    std::set<std::string> used;
+    for (const Target& target : targets) {
+        Exception least{"", target.key ? LeastKey : LeastTarget, target.key ? LeastKey : LeastTarget};
+        for (const Exception& exception : exceptions)
+            if (target.name.starts_with(exception.begin)) {
+                least = exception;
+                used.insert(exception.begin);
+            }
+        EXPECT_GE(target.width, least.width) << target.name;
+        EXPECT_GE(target.height, least.height) << target.name;
+    }
+    EXPECT_EQ(used.size(), exceptions.size()) << "an exception that nothing needs";
+}
+
+/// The least distance between two faces that stand side by side or one above the other.
+double leastGap(const std::vector<QRectF>& faces) {
+    double least = 1e9;
+    for (const QRectF& one : faces)
+        for (const QRectF& other : faces) {
+            if (one.bottom() > other.top() && other.bottom() > one.top() && other.left() > one.left())
+                least = std::min(least, other.left() - one.right());
+            if (one.right() > other.left() && other.right() > one.left() && other.top() > one.top())
+                least = std::min(least, other.top() - one.bottom());
+        }
+    return millimetres(least);
+}
+
+double gapOfKeys(QWidget& board) {
+    std::vector<QRectF> faces;
+    for (const auto* key : board.findChildren<KeyButton*>())
+        faces.push_back(key->face().translated(QPointF(key->pos())));
+    EXPECT_GT(faces.size(), 1U);
+    return leastGap(faces);
+}
+
+double gapOfGrid(QWidget& widget) {
+    auto& grid = dynamic_cast<ButtonGridView&>(widget);
+    std::vector<QRectF> faces;
+    for (int i = 0; i < grid.cellCount(); ++i)
+        faces.push_back(grid.face(i));
+    EXPECT_GT(faces.size(), 1U);
+    return leastGap(faces);
+}
+
+// Fixed by the positions of the design, all of them: a row of buttons is 585 twips high, the keyboard's keys
+// share 9600 x 3735 twips, a row of the coin count has 375 twips.
+const std::vector<Exception> EntryPage{{"Tastiera/", 9.2, 9.3},
+                                       {"Gestione cassetto/Importo digitato", 9, 8.8},
+                                       {"Gestione cassetto/Conta Monete", 9, 8.8},
+                                       {"Gestione cassetto/Conferma", 9, 8.8},
+                                       {"Gestione cassetto/Chiudi", 9, 8.8}};
+const std::vector<Exception> Drawers{{"Numero cassetto/", 9, 8.8}};
+const std::vector<Exception> MovementsPage{{"Movimenti/", 9, 8.3}, {"Data movimenti/", 9, 8.3}};
+const std::vector<Exception> CoinCount{{"/", 9, 6.8}};
+
+std::vector<Exception> both(std::vector<Exception> one, const std::vector<Exception>& other) {
+    one.insert(one.end(), other.begin(), other.end());
+    return one;
+}
+
+class TouchTargets : public testing::Test {
+  protected:
+    Till till{{1280, 800}};
+};
+
+TEST_F(TouchTargets, OfTheSingleMovementAreFingerSized) {
+    till.show();
+    expectFingerSized(till.frame(), EntryPage);
+    for (const char* board : {"Virtual_KeyPAD", "Virtual_Keyboard"})
+        EXPECT_GE(gapOfKeys(till.widget(board)), LeastGap) << board;
+    for (const char* grid : {"Pulsantiera_Pagamenti", "Pulsantiera_Attivita"})
+        EXPECT_GE(gapOfGrid(till.widget(grid)), LeastGap) << grid;
+}
+
+TEST_F(TouchTargets, OfDrawersAndCurrenciesAreFingerSized) {
+    till.show(Till::Layout::DrawersAndCurrencies);
+    expectFingerSized(till.frame(), both(EntryPage, Drawers));
+    EXPECT_GE(gapOfGrid(till.widget("Pulsantiera_Valuta")), LeastGap);
+}
+
+TEST_F(TouchTargets, OfTheDoubleMovementAreFingerSized) {
+    till.show(Till::Layout::Double);
+    till.dialog().moveFocus(till.control<TextBox>("txtNote")); // shows the keyboard
+    till.loop.settle();
+    expectFingerSized(till.frame(), EntryPage);
+    EXPECT_GE(gapOfGrid(till.widget("Pulsantiera_Pagamenti_Versamenti")), LeastGap);
+}
+
+TEST_F(TouchTargets, OfTheMovementsAreFingerSized) {
+    till.show();
+    till.control<TabControl>("TabControl").touchTab(1);
+    till.loop.settle();
+    expectFingerSized(till.frame(), MovementsPage);
+}
+
+TEST_F(TouchTargets, OfTheWindowsInFrontAreFingerSized) {
+    till.show();
+    std::set<std::string> seen;
+    till.insideModal = [&](Window& window) {
+        seen.insert(window.name());
+        auto& frame = *till.userInterface.frame(window);
+        if (window.name() == "frmMsgBox") {
+            expectFingerSized(frame, {});
+            return;
+        }
+        expectFingerSized(frame, CoinCount);
+        EXPECT_GE(gapOfKeys(till.userInterface.view(*window.find("Virtual_KeyPAD"))->widget()), LeastGap);
+    };
+    till.control<PushButton>("cmdConferma").press();
+    till.control<PushButton>("CMD_CaricaMoneta").press();
+    EXPECT_EQ(seen.size(), 2U);
+}
+
+} // namespace
+} // namespace kova
