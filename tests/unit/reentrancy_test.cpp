@@ -188,10 +188,12 @@ TEST(AutomaticClose, FollowsOnlyAMovementThatTheHostTook) {
         std::size_t failingMovement; ///< from 1, 0 for none
         bool failingReload, closes;
     };
-    for (const auto& [what, pairs, failingMovement, failingReload, closes] :
+    for (const auto& [what, pairs, failing, reloadFails, closes] :
          {Case{"single, taken", false, 0, false, true}, Case{"single, refused", false, 1, false, false},
           Case{"single, the reset failed", false, 0, true, true}, Case{"double, taken", true, 0, false, true},
           Case{"double, deposit refused", true, 2, false, false}}) {
+        const std::size_t failingMovement = failing; // clang 14 captures no binding
+        const bool failingReload = reloadFails;
         World world;
         world.connect();
         world.component->ChiusuraAutomatica(true);
