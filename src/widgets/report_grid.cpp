@@ -132,7 +132,8 @@ Gesture ReportGrid::touchRow(std::size_t row, Extent extent) {
         if (extent != Extent::Toggle)
             selected_.assign(recordCount(), false);
         if (extent == Extent::UpTo) {
-            const auto [first, last] = std::minmax(std::min(anchor_, rows_.size() - 1), row);
+            const std::size_t anchor = std::min(anchor_, rows_.size() - 1);
+            const auto [first, last] = std::minmax(anchor, row);
             for (std::size_t at = first; at <= last; ++at)
                 if (rows_[at].record != Row::None)
                     selected_[static_cast<std::size_t>(rows_[at].record)] = true;
