@@ -25,17 +25,17 @@ class TouchScreen : public testing::Test {
         return place->widget->mapTo(&till.frame(), place->point.toPoint());
     }
     void down(const QPoint& point, int finger = 0) {
-        QTest::touchEvent(&till.frame(), screen).press(finger, point, &till.frame()).commit();
+        QTest::touchEvent(&till.frame(), screen.get()).press(finger, point, &till.frame()).commit();
         fingers[finger] = point;
     }
     void move(const QPoint& point, int finger = 0) {
-        QTest::touchEvent(&till.frame(), screen).move(finger, point, &till.frame()).commit();
+        QTest::touchEvent(&till.frame(), screen.get()).move(finger, point, &till.frame()).commit();
         fingers[finger] = point;
     }
     void up(int finger = 0) {
         const QPoint point = fingers[finger];
         fingers.erase(finger);
-        auto touch = QTest::touchEvent(&till.frame(), screen);
+        auto touch = QTest::touchEvent(&till.frame(), screen.get());
         touch.release(finger, point, &till.frame());
         for (const auto& [other, place] : fingers)
             touch.stationary(other);
@@ -49,7 +49,7 @@ class TouchScreen : public testing::Test {
     QImage picture(const std::string& name) { return till.widget(name).grab().toImage(); }
 
     Till till;
-    QPointingDevice* screen = QTest::createTouchDevice();
+    std::unique_ptr<QPointingDevice> screen{QTest::createTouchDevice()};
     std::map<int, QPoint> fingers;
 };
 
