@@ -10,7 +10,7 @@ TextArena::Place TextArena::keep(std::string_view text) {
     constexpr std::size_t longestShort = 32;
     if (text.empty() || text.size() > longestShort)
         return add(text);
-    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+    const auto byte = [&](std::size_t at) { return std::size_t(static_cast<unsigned char>(text[at])); };
     const std::size_t last = text.size() - 1;
     const std::size_t hash = text.size() * 31U + byte(0) + byte(last / 2) * 7U + byte(last) * 59U;
     Place& recent = recent_[hash % recent_.size()];

@@ -1,12 +1,11 @@
 #include "adapters/qt/button_grid_accessible.h"
 
+#include "adapters/qt/accessible_children.h"
 #include "adapters/qt/button_grid_view.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QPointer>
-
-#include <vector>
 
 namespace kova {
 namespace {
@@ -71,27 +70,13 @@ class GridAccessible final : public QAccessibleWidget {
   public:
     explicit GridAccessible(ButtonGridView& grid)
         : QAccessibleWidget(&grid, QAccessible::Grouping), grid_(grid) {}
-    ~GridAccessible() override {
-        for (const QAccessible::Id id : cells_)
-            QAccessible::deleteAccessibleInterface(id);
-    }
-    GridAccessible(const GridAccessible&) = delete;
-    GridAccessible& operator=(const GridAccessible&) = delete;
 
     [[nodiscard]] int childCount() const override { return grid_.cellCount(); }
     [[nodiscard]] QAccessibleInterface* child(int index) const override {
-        if (index < 0 || index >= childCount())
-            return nullptr;
-        while (cells_.size() <= static_cast<std::size_t>(index)) // QAccessible owns what is registered
-            cells_.push_back(QAccessible::registerAccessibleInterface(
-                new CellAccessible(grid_, static_cast<int>(cells_.size()))));
-        return QAccessible::accessibleInterface(cells_[static_cast<std::size_t>(index)]);
+        return cells_.at(index, childCount());
     }
     int indexOfChild(const QAccessibleInterface* wanted) const override {
-        for (int index = 0; index < childCount(); ++index)
-            if (child(index) == wanted)
-                return index;
-        return -1;
+        return cells_.indexOf(wanted, childCount());
     }
     [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override {
         return child(grid_.cellAt(QPointF(grid_.mapFromGlobal(QPoint(x, y)))));
@@ -99,7 +84,7 @@ class GridAccessible final : public QAccessibleWidget {
 
   private:
     ButtonGridView& grid_;
-    mutable std::vector<QAccessible::Id> cells_;
+    mutable AccessibleChildren<CellAccessible, ButtonGridView> cells_{grid_};
 };
 
 } // namespace

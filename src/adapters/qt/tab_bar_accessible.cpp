@@ -1,12 +1,11 @@
 #include "adapters/qt/tab_bar_accessible.h"
 
+#include "adapters/qt/accessible_children.h"
 #include "adapters/qt/tab_control_view.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QPointer>
-
-#include <vector>
 
 namespace kova {
 namespace {
@@ -69,27 +68,13 @@ class TabBarAccessible final : public QAccessibleWidget {
   public:
     explicit TabBarAccessible(TouchTabBar& bar)
         : QAccessibleWidget(&bar, QAccessible::PageTabList), bar_(bar) {}
-    ~TabBarAccessible() override {
-        for (const QAccessible::Id id : tabs_)
-            QAccessible::deleteAccessibleInterface(id);
-    }
-    TabBarAccessible(const TabBarAccessible&) = delete;
-    TabBarAccessible& operator=(const TabBarAccessible&) = delete;
 
     [[nodiscard]] int childCount() const override { return bar_.count(); }
     [[nodiscard]] QAccessibleInterface* child(int index) const override {
-        if (index < 0 || index >= childCount())
-            return nullptr;
-        while (tabs_.size() <= static_cast<std::size_t>(index)) // QAccessible owns what is registered
-            tabs_.push_back(QAccessible::registerAccessibleInterface(
-                new TabAccessible(bar_, static_cast<int>(tabs_.size()))));
-        return QAccessible::accessibleInterface(tabs_[static_cast<std::size_t>(index)]);
+        return tabs_.at(index, childCount());
     }
     int indexOfChild(const QAccessibleInterface* wanted) const override {
-        for (int index = 0; index < childCount(); ++index)
-            if (child(index) == wanted)
-                return index;
-        return -1;
+        return tabs_.indexOf(wanted, childCount());
     }
     [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override {
         return child(bar_.tabAt(bar_.mapFromGlobal(QPoint(x, y))));
@@ -97,7 +82,7 @@ class TabBarAccessible final : public QAccessibleWidget {
 
   private:
     TouchTabBar& bar_;
-    mutable std::vector<QAccessible::Id> tabs_;
+    mutable AccessibleChildren<TabAccessible, TouchTabBar> tabs_{bar_};
 };
 
 } // namespace
