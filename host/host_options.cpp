@@ -21,7 +21,7 @@ HostOptions hostOptions(const std::vector<std::string>& words) {
             return options;
         }
         if (name != "--script" && name != "--ui" && name != "--database" && name != "--connection" &&
-            name != "--log-folder")
+            name != "--log-folder" && name != "--pictures")
             throw UsageError("unknown option: " + name);
         if (++i == words.size())
             throw UsageError("a value is missing behind " + name);
@@ -29,6 +29,7 @@ HostOptions hostOptions(const std::vector<std::string>& words) {
                        : name == "--ui"         ? userInterface
                        : name == "--database"   ? database
                        : name == "--connection" ? options.connection
+                       : name == "--pictures"   ? options.pictures
                                                 : options.logFolder;
         target = words[i];
     }
@@ -41,7 +42,7 @@ HostOptions hostOptions(const std::vector<std::string>& words) {
 
 std::string_view usage() {
     return "usage: kova-host [--script FILE] [--ui headless|qt] [--database empty|sample|FILE]\n"
-           "                 [--connection TEXT] [--log-folder DIR]\n"
+           "                 [--connection TEXT] [--log-folder DIR] [--pictures DIR]\n"
            "\n"
            "Without --script a window opens in which a cashier can work with the component.\n"
            "\n"
@@ -52,6 +53,7 @@ std::string_view usage() {
            "  --connection TEXT  a connection string instead of the embedded database\n"
            "  --log-folder DIR   folder of the component's log file; without it a script\n"
            "                     writes none\n"
+           "  --pictures DIR     with --ui qt, what is seen at each touch, as pictures\n"
            "\n"
            "Exit status: 0 when all went well, 2 when something could not be carried out.\n";
 }

@@ -16,6 +16,7 @@ struct HostOptions {
     std::string database = "sample"; ///< "empty", "sample" or a file
     std::optional<std::string> connection;
     std::optional<std::string> logFolder;
+    std::optional<std::string> pictures; ///< folder for those of a played scenario
     bool help = false;
 };
 

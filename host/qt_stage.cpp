@@ -1,6 +1,7 @@
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/user_interface.h"
 #include "qt_cashier.h"
+#include "qt_recording.h"
 #include "stage.h"
 
 namespace kova {
@@ -8,7 +9,9 @@ namespace {
 
 class QtStage final : public Stage {
   public:
-    explicit QtStage(const RegionalSettings& regional) : userInterface_(loop_, regional) {}
+    QtStage(const RegionalSettings& regional, const std::optional<std::string>& pictures)
+        : userInterface_(loop_, regional),
+          recording_(pictures ? std::make_unique<Recording>(*pictures) : nullptr) {}
     EventLoop& eventLoop() override { return loop_; }
     UserInterface& userInterface() override { return userInterface_; }
     Cashier& cashier() override { return cashier_; }
@@ -16,17 +19,19 @@ class QtStage final : public Stage {
   private:
     QtEventLoop loop_{QtEventLoop::Time::Stepped};
     QtUserInterface userInterface_;
-    QtCashier cashier_{userInterface_};
+    std::unique_ptr<Recording> recording_;
+    QtCashier cashier_{userInterface_, recording_.get()};
 };
 
 } // namespace
 
-std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional) {
+std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional,
+                                   const std::optional<std::string>& pictures) {
     // A script needs no screen: without one the windows are drawn into memory.
     const bool screen = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
     if (!screen && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    return std::make_unique<QtStage>(regional);
+    return std::make_unique<QtStage>(regional, pictures);
 }
 
 } // namespace kova

@@ -1,5 +1,7 @@
 #pragma once
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace kova {
 
@@ -19,8 +21,9 @@ class Stage {
 
 /// Widget models alone, on virtual time.
 std::unique_ptr<Stage> makeHeadlessStage();
-/// Real windows, whose time passes in the cashier's waits alone. Only in builds with Qt. The settings outlive
-/// the stage.
-std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional);
+/// Real windows, whose time passes in the cashier's waits alone, and what is seen on them in the folder
+/// `pictures`, if given. Only in builds with Qt. The settings outlive the stage.
+std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional,
+                                   const std::optional<std::string>& pictures);
 
 } // namespace kova
