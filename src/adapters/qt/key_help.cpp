@@ -4,6 +4,7 @@
 #include "adapters/qt/window_frame.h"
 #include "adapters/qt/words.h"
 #include "widgets/button_grid.h"
+#include "widgets/control_visitor.h"
 #include "widgets/push_button.h"
 #include "widgets/text_box.h"
 
@@ -24,6 +25,16 @@ QString line(const QString& key, const QString& meaning) {
     return QString("<tr><td><b>%1</b>&nbsp;&nbsp;&nbsp;</td><td>%2</td></tr>")
         .arg(key.toHtmlEscaped(), meaning.toHtmlEscaped());
 }
+
+/// What the arrow keys choose in.
+class GridNames : public ControlVisitor {
+  public:
+    void visit(ButtonGrid& grid) override {
+        if (isReachable(&grid) && !grid.buttons().empty())
+            names << QString::fromStdString(spokenNameOf(grid));
+    }
+    QStringList names;
+};
 
 QString functionKeys(const ButtonGrid& grid) {
     QString lines;
@@ -53,6 +64,11 @@ QString helpFor(const WindowFrame& frame) {
             break;
         }
     lines += line("\u21E5", inWords(Word::NextField, frame.regional()));
+    GridNames grids;
+    for (Control* control : frame.model()->controls())
+        control->accept(grids);
+    if (!grids.names.isEmpty())
+        lines += line("\u2190 \u2191 \u2193 \u2192  \u2423", grids.names.join(", "));
     if (isReachable(targets.functionKeys))
         lines += functionKeys(*targets.functionKeys);
     return "<table cellspacing='4'>" + lines + "</table>";

@@ -1,0 +1,36 @@
+#include "adapters/qt/cell_strip.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kova {
+
+void CellStrip::arrange(int count, double length, double least) {
+    count_ = std::max(1, count);
+    length_ = std::max(1.0, length);
+    const bool all = length_ / count_ >= least;
+    inSight_ =
+        all ? count_ : std::min<double>(count_, std::max(1.0, std::floor(length_ / least - 0.5)) + 0.5);
+    panTo(first_);
+}
+
+int CellStrip::at(double pixel) const {
+    return std::clamp(static_cast<int>(std::floor(first_ + pixel / cell())), 0, count_ - 1);
+}
+
+void CellStrip::panTo(double first) {
+    first_ = std::clamp(first, 0.0, count_ - inSight_);
+}
+
+void CellStrip::settle() {
+    panTo(first_ + inSight_ > count_ - 0.25 ? count_ : std::round(first_));
+}
+
+void CellStrip::show(int index) {
+    if (index < first_)
+        panTo(index);
+    else if (index + 1 > first_ + inSight_)
+        panTo(std::ceil(index + 1 - inSight_));
+}
+
+} // namespace kova
