@@ -200,13 +200,14 @@ void ButtonGridView::paintCell(QPainter& painter, int index) {
     face.marked = button.marked;
     face.enabled = isEnabled();
     face.down = down_ && index == pressed_;
-    face.focused = hasFocus() && index == current_;
     const QRectF area = cell(index);
     if (std::min(area.width(), area.height()) < LeastCell) {
         painter.fillRect(area, look::filling(face));
         return;
     }
     look::drawFace(painter, this->face(index), face);
+    if (hasFocus() && index == current_)
+        paintFocus(painter, index);
     if (const QRectF place = picturePlace(index); !place.isEmpty()) {
         const QPixmap picture(fromUtf8(button.picture));
         painter.drawPixmap(place, picture, picture.rect());
@@ -216,6 +217,15 @@ void ButtonGridView::paintCell(QPainter& painter, int index) {
     painter.setPen(face.enabled ? text : look::mixed(text, fill, button.marked ? 0.15 : 0.5));
     look::drawCaption(painter, captionRoom(index), captions()[static_cast<std::size_t>(index)],
                       Qt::AlignCenter);
+}
+
+/// A ring in the gap, which shows around a marked button too.
+void ButtonGridView::paintFocus(QPainter& painter, int index) const {
+    const double width = Gap * 0.7 * scale().smaller();
+    painter.setPen(QPen(look::accentOn(look::toQt(model()->backColor())), width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(face(index).adjusted(-width / 2, -width / 2, width / 2, width / 2), pixels(6),
+                            pixels(6));
 }
 
 /// A bar beside the cells, as long as the part of them that is in sight.

@@ -61,6 +61,7 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
     [[nodiscard]] QRectF captionRoom(int index) const;
     const std::vector<look::Caption>& captions();
     void paintCell(QPainter& painter, int index);
+    void paintFocus(QPainter& painter, int index) const;
     void paintPosition(QPainter& painter) const;
 
     CellStrip columns_, rows_;

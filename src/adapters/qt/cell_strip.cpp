@@ -4,13 +4,26 @@
 #include <cmath>
 
 namespace kova {
+namespace {
+
+// Of a cell, which then shows that there are more.
+constexpr double LeastPeek = 0.3;
+constexpr double MostPeek = 0.6;
+
+/// How many cells to show of the `most` that there is room for.
+double withPeek(double most) {
+    double whole = std::floor(most);
+    if (most - whole < LeastPeek)
+        --whole;
+    return std::max(1.0, whole) + std::min(most - whole, MostPeek);
+}
+
+} // namespace
 
 void CellStrip::arrange(int count, double length, double least) {
     count_ = std::max(1, count);
     length_ = std::max(1.0, length);
-    const bool all = length_ / count_ >= least;
-    inSight_ =
-        all ? count_ : std::min<double>(count_, std::max(1.0, std::floor(length_ / least - 0.5)) + 0.5);
+    inSight_ = length_ / count_ >= least ? count_ : std::min<double>(count_, withPeek(length_ / least));
     panTo(first_);
 }
 

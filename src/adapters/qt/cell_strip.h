@@ -3,7 +3,7 @@
 namespace kova {
 
 /// Equal cells in a row or column. All of them share the length while none gets smaller than is of use;
-/// otherwise some and the half of another are in sight, and the strip is panned along them.
+/// otherwise some and about half of another are in sight, and the strip is panned along them.
 class CellStrip {
   public:
     /// `length` in pixels, `least` of a cell too. Keeps its place as far as there are cells.
