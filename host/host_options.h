@@ -9,6 +9,10 @@ namespace kova {
 
 enum class HostInterface { Headless, Qt };
 
+struct SurfaceSize {
+    int width, height; ///< pixels
+};
+
 /// What the command line asks for.
 struct HostOptions {
     std::optional<std::string> script; ///< a file, or "-" for standard input; without it a cashier works
@@ -16,6 +20,8 @@ struct HostOptions {
     std::string database = "sample"; ///< "empty", "sample" or a file
     std::optional<std::string> connection;
     std::optional<std::string> logFolder;
+    /// Of a script's largest window; its design size without it.
+    std::optional<SurfaceSize> size;
     std::optional<std::string> pictures; ///< folder for those of a played scenario
     bool help = false;
 };

@@ -1,13 +1,12 @@
 #pragma once
 #include <memory>
-#include <optional>
-#include <string>
 
 namespace kova {
 
 class Cashier;
 class EventLoop;
 class UserInterface;
+struct HostOptions;
 struct RegionalSettings;
 
 /// One user interface for a script, with a cashier who works on it.
@@ -21,9 +20,8 @@ class Stage {
 
 /// Widget models alone, on virtual time.
 std::unique_ptr<Stage> makeHeadlessStage();
-/// Real windows, whose time passes in the cashier's waits alone, and what is seen on them in the folder
-/// `pictures`, if given. Only in builds with Qt. The settings outlive the stage.
-std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional,
-                                   const std::optional<std::string>& pictures);
+/// Real windows, whose time passes in the cashier's waits alone. Only in builds with Qt. The settings outlive
+/// the stage. Of the options count the size of windows, the screen's without it, and the folder for pictures.
+std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional, const HostOptions& options);
 
 } // namespace kova

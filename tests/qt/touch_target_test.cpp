@@ -89,10 +89,10 @@ double leastGap(const std::vector<QRectF>& faces) {
     return millimetres(least);
 }
 
-double gapOfKeys(QWidget& board) {
+double gapOfFaces(QWidget& on) {
     std::vector<QRectF> faces;
-    for (const auto* key : board.findChildren<KeyButton*>())
-        faces.push_back(key->face().translated(QPointF(key->pos())));
+    for (const auto* button : on.findChildren<FaceButton*>())
+        faces.push_back(button->face().translated(QPointF(button->pos())));
     EXPECT_GT(faces.size(), 1U);
     return leastGap(faces);
 }
@@ -131,7 +131,7 @@ TEST_F(TouchTargets, OfTheSingleMovementAreFingerSized) {
     till.show();
     expectFingerSized(till.frame(), EntryPage);
     for (const char* board : {"Virtual_KeyPAD", "Virtual_Keyboard"})
-        EXPECT_GE(gapOfKeys(till.widget(board)), LeastGap) << board;
+        EXPECT_GE(gapOfFaces(till.widget(board)), LeastGap) << board;
     for (const char* grid : {"Pulsantiera_Pagamenti", "Pulsantiera_Attivita"})
         EXPECT_GE(gapOfGrid(till.widget(grid)), LeastGap) << grid;
 }
@@ -140,6 +140,21 @@ TEST_F(TouchTargets, OfDrawersAndCurrenciesAreFingerSized) {
     till.show(Till::Layout::DrawersAndCurrencies);
     expectFingerSized(till.frame(), both(EntryPage, Drawers));
     EXPECT_GE(gapOfGrid(till.widget("Pulsantiera_Valuta")), LeastGap);
+    EXPECT_GE(gapOfFaces(till.widget("frameCassetti")), LeastGap);
+}
+
+TEST_F(TouchTargets, OfTooManyButtonsForTheirGridsAreFingerSized) {
+    till.show(Till::Layout::ManyButtons);
+    expectFingerSized(till.frame(), both(EntryPage, Drawers));
+    for (const char* name : {"Pulsantiera_Pagamenti", "Pulsantiera_Attivita", "Pulsantiera_Valuta"}) {
+        auto& grid = dynamic_cast<ButtonGridView&>(till.widget(name));
+        EXPECT_GE(gapOfGrid(grid), LeastGap) << name;
+        for (int i = 0; i < grid.cellCount(); ++i) {
+            const auto place = grid.touchPoint(grid.cellButton(i)->key);
+            EXPECT_TRUE(QRectF(grid.rect()).contains(grid.face(i))) << name << " brings all of it into sight";
+            EXPECT_EQ(grid.cellAt(place->point), i) << name;
+        }
+    }
 }
 
 TEST_F(TouchTargets, OfTheDoubleMovementAreFingerSized) {
@@ -168,7 +183,7 @@ TEST_F(TouchTargets, OfTheWindowsInFrontAreFingerSized) {
             return;
         }
         expectFingerSized(frame, CoinCount);
-        EXPECT_GE(gapOfKeys(till.userInterface.view(*window.find("Virtual_KeyPAD"))->widget()), LeastGap);
+        EXPECT_GE(gapOfFaces(till.userInterface.view(*window.find("Virtual_KeyPAD"))->widget()), LeastGap);
     };
     till.control<PushButton>("cmdConferma").press();
     till.control<PushButton>("CMD_CaricaMoneta").press();
