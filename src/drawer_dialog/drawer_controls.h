@@ -3,9 +3,9 @@
 #include "widgets/button_grid.h"
 #include "widgets/date_field.h"
 #include "widgets/labels.h"
-#include "widgets/notice.h"
 #include "widgets/numeric_keypad.h"
 #include "widgets/on_screen_keyboard.h"
+#include "widgets/page_notice.h"
 #include "widgets/push_button.h"
 #include "widgets/read_back.h"
 #include "widgets/report_grid.h"
@@ -65,7 +65,7 @@ struct DrawerControls {
 
     // Beside the controls.
     ReadBack readBack;
-    Notice saved;
+    PageNotice saved;
 
     Timer TimerAttivita, TimerVersamenti; ///< 50 ms
     Timer tmrAutoClose;                   ///< 10 ms

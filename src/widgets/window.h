@@ -7,7 +7,7 @@
 namespace kova {
 
 class ButtonGrid;
-class Notice;
+class PageNotice;
 class PushButton;
 class TextBox;
 
@@ -62,8 +62,8 @@ class Window : public CaptionedControl {
     void setKeyTargets(KeyTargets targets) { keyTargets_ = std::move(targets); }
 
     /// Shown over the window's controls; a window may have none. It must outlive the window's view.
-    [[nodiscard]] Notice* notice() const { return notice_; }
-    void setNotice(Notice& notice) { notice_ = &notice; }
+    [[nodiscard]] PageNotice* notice() const { return notice_; }
+    void setNotice(PageNotice& notice) { notice_ = &notice; }
 
     /// The operating system's request to close, as by the title bar or a log-off.
     void requestClose() { closeRequested(); }
@@ -80,7 +80,7 @@ class Window : public CaptionedControl {
     std::vector<Control*> controls_;
     Control* focus_ = nullptr;
     KeyTargets keyTargets_;
-    Notice* notice_ = nullptr;
+    PageNotice* notice_ = nullptr;
     bool modal_ = false;
     bool blocked_ = false;
     bool takesKeys_ = false;

@@ -1,7 +1,7 @@
 // Reads each text off the windows as it is drawn, with the colour that lies behind it.
 #include "till.h"
 
-#include "widgets/notice.h"
+#include "widgets/page_notice.h"
 
 #include <QAbstractButton>
 #include <QPaintEngine>

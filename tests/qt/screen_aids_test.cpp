@@ -1,8 +1,8 @@
 // The read-back and the notice on real windows: seen, out of the way, and gone when they should be.
 #include "till.h"
 
-#include "adapters/qt/notice_view.h"
-#include "widgets/notice.h"
+#include "adapters/qt/page_notice_view.h"
+#include "widgets/page_notice.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -75,13 +75,13 @@ TEST_F(DrawnAids, NoticeTakesNothingAndFades) {
     wall.start();
     const QImage full = notice.grab().toImage();
     bool faded = false;
-    while (notice.isVisible() && wall.elapsed() < 3 * NoticeView::StayMilliseconds) {
+    while (notice.isVisible() && wall.elapsed() < 3 * PageNoticeView::StayMilliseconds) {
         QTest::qWait(50);
         faded |= notice.isVisible() && notice.grab().toImage() != full;
     }
     EXPECT_FALSE(notice.isVisible());
     EXPECT_TRUE(faded);
-    EXPECT_GE(wall.elapsed(), NoticeView::StayMilliseconds - 100);
+    EXPECT_GE(wall.elapsed(), PageNoticeView::StayMilliseconds - 100);
 }
 
 TEST_F(DrawnAids, NothingOfANoticeIsLeftWhenItsWindowCloses) {

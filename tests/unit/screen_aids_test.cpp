@@ -1,7 +1,7 @@
 // What the entry screen says beside its controls must be what is sent, to the last digit.
 #include "services/conversions.h"
 #include "test_world.h"
-#include "widgets/notice.h"
+#include "widgets/page_notice.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "adapters/qt/window_frame.h"
 
 #include "adapters/qt/accessible_views.h"
-#include "adapters/qt/notice_view.h"
+#include "adapters/qt/page_notice_view.h"
 #include "adapters/qt/view_factory.h"
 
 #include <QApplication>
@@ -57,9 +57,9 @@ void WindowFrame::makeViews() {
         ControlView* const above = control->parent() == window_ ? nullptr : view(*control->parent());
         views_[control] = makeView(*control, *this, above == nullptr ? *this : above->widget());
     }
-    if (Notice* const notice = window_->notice()) {
+    if (PageNotice* const notice = window_->notice()) {
         ControlView* const page = view(notice->page());
-        notice_ = new NoticeView(*notice, *this, page == nullptr ? *this : page->widget());
+        notice_ = new PageNoticeView(*notice, *this, page == nullptr ? *this : page->widget());
     }
     complete_ = true;
 }

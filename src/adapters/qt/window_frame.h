@@ -14,7 +14,7 @@
 
 namespace kova {
 
-class NoticeView;
+class PageNoticeView;
 
 /// The top-level widget of one window: draws its background, holds the views of its controls and scales them
 /// all with the client area. The model decides when it is visible and where the focus is; the title bar's
@@ -71,7 +71,7 @@ class WindowFrame final : public QWidget {
     QSize surface_;
     Scale scale_;
     std::map<const Control*, ControlView*> views_; ///< each owned by its parent widget
-    NoticeView* notice_ = nullptr;                ///< null where the window has none
+    PageNoticeView* notice_ = nullptr;             ///< null where the window has none
     std::vector<Connection> connections_;
     bool complete_ = false; ///< all views are made
 };

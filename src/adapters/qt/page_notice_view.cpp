@@ -1,4 +1,4 @@
-#include "adapters/qt/notice_view.h"
+#include "adapters/qt/page_notice_view.h"
 
 #include "adapters/qt/window_frame.h"
 
@@ -15,7 +15,7 @@ const QColor Background(20, 83, 45);
 
 } // namespace
 
-NoticeView::NoticeView(Notice& notice, WindowFrame& frame, QWidget& page)
+PageNoticeView::PageNoticeView(PageNotice& notice, WindowFrame& frame, QWidget& page)
     : QWidget(&page), notice_(&notice), frame_(frame) {
     setObjectName("notice");
     setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -33,19 +33,19 @@ NoticeView::NoticeView(Notice& notice, WindowFrame& frame, QWidget& page)
     moved_ = notice.moved.connect([this] { layOut(); });
 }
 
-void NoticeView::layOut() {
+void PageNoticeView::layOut() {
     if (notice_ != nullptr)
         setGeometry(frame_.pixels(notice_->page(), notice_->bounds()));
 }
 
-void NoticeView::detach() {
+void PageNoticeView::detach() {
     shown_.disconnect();
     moved_.disconnect();
     notice_ = nullptr;
     hide();
 }
 
-void NoticeView::appear() {
+void PageNoticeView::appear() {
     fade_.stop();
     fade_.setCurrentTime(0);
     setAccessibleName(QString::fromStdString(notice_->text()));
@@ -59,13 +59,13 @@ void NoticeView::appear() {
 }
 
 // Also when its page goes, with which it must not come back.
-void NoticeView::hideEvent(QHideEvent*) {
+void PageNoticeView::hideEvent(QHideEvent*) {
     hide();
     stay_.stop();
     fade_.stop();
 }
 
-void NoticeView::paintEvent(QPaintEvent*) {
+void PageNoticeView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(fade_.currentValue().toDouble());

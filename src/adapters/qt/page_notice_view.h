@@ -1,5 +1,5 @@
 #pragma once
-#include "widgets/notice.h"
+#include "widgets/page_notice.h"
 
 #include <QTimer>
 #include <QVariantAnimation>
@@ -10,12 +10,12 @@ namespace kova {
 class WindowFrame;
 
 /// Draws a notice over its page and lets it fade; touches go through it. Its time is that of the wall.
-class NoticeView final : public QWidget {
+class PageNoticeView final : public QWidget {
   public:
     static constexpr int StayMilliseconds = 2500;
     static constexpr int FadeMilliseconds = 400;
 
-    NoticeView(Notice& notice, WindowFrame& frame, QWidget& page);
+    PageNoticeView(PageNotice& notice, WindowFrame& frame, QWidget& page);
     void layOut();
     /// Forgets the model and goes at once.
     void detach();
@@ -26,7 +26,7 @@ class NoticeView final : public QWidget {
 
   private:
     void appear();
-    Notice* notice_;
+    PageNotice* notice_;
     WindowFrame& frame_;
     Connection shown_, moved_;
     QTimer stay_;

@@ -8,10 +8,10 @@ namespace kova {
 
 /// A short text over a page that a rendering lets go by itself after a while. It is no control: no gesture
 /// reaches it and it has no place in the order of tabbing.
-class Notice {
+class PageNotice {
   public:
     /// `bounds` are relative to the page, which outlives it.
-    Notice(const Control& page, const Rect& bounds) : page_(page), bounds_(bounds) {}
+    PageNotice(const Control& page, const Rect& bounds) : page_(page), bounds_(bounds) {}
 
     [[nodiscard]] const Control& page() const { return page_; }
     [[nodiscard]] const Rect& bounds() const { return bounds_; }
