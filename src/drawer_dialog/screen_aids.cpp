@@ -101,10 +101,12 @@ void frm_Drawer_Management::showReadBack() noexcept {
         else if (amount && !typed.empty())
             content.amount = withCurrency(process_.numberFormat().FormatExactly(toDouble(typed, regional)),
                                           selection.Valuta);
-        if (direction && savesPairs())
-            content.ways = {way(Direction::Out, languageId), way(Direction::In, languageId)};
-        else if (direction && selection.idAttivita != -1)
+        if (direction && savesPairs()) {
+            if (!typed.empty())
+                content.ways = {way(Direction::Out, languageId), way(Direction::In, languageId)};
+        } else if (direction && selection.idAttivita != -1) {
             content.ways = {way(selection.isIncasso ? Direction::In : Direction::Out, languageId)};
+        }
         readBack.show(std::move(content));
     });
     if (!shown) // no echo is better than one of another amount

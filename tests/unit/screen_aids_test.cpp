@@ -116,6 +116,7 @@ TEST_F(ScreenAidsTest, NamesBothMovementsOfAPair) {
               world.control<OnScreenKeyboard>("Virtual_Keyboard").bounds().top)
         << "the keyboard and its button stay free";
     confirm();
+    EXPECT_EQ(ways(), "") << "nothing is typed";
     EXPECT_EQ(notice(), "Registrato: − 1.060,00 € · Prelievo · Contanti\n"
                         "+ 1.060,00 € · Versamento · Carta");
 }
