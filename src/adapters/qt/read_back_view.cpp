@@ -11,7 +11,7 @@ const Font Way{"Tahoma", 11, true};
 constexpr double Margin = 3;
 constexpr double WaysWidth = 76;
 constexpr double Radius = 5;
-constexpr int SmallestPixels = 9;
+constexpr int SmallestPixels = 6; // of the screen; half an amount would be a wrong one
 
 const QColor InColor(20, 96, 52);
 const QColor OutColor(150, 38, 28);
@@ -76,9 +76,8 @@ void ReadBackView::paintAmount(QPainter& painter, const QRectF& area) const {
     }
     painter.setPen(look::inkOn(back));
     const Qt::Alignment side = content_.isNumber ? Qt::AlignRight : Qt::AlignHCenter;
-    look::drawText(
-        painter, area, text, look::font(content_.isNumber ? Amount : Way, scale_),
-        {.alignment = side | Qt::AlignVCenter, .wrapped = false, .smallestPixels = SmallestPixels});
+    look::drawText(painter, area, text, look::font(content_.isNumber ? Amount : Way, scale_),
+                   {.alignment = side | Qt::AlignVCenter, .smallestPixels = SmallestPixels});
 }
 
 void ReadBackView::paintEvent(QPaintEvent*) {
