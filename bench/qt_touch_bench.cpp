@@ -94,6 +94,8 @@ void touch(Screen& screen, QPointingDevice& finger, const QSize& surface, const 
     for (std::size_t i = 0; i < Touches; ++i) {
         const auto place = screen.userInterface.touchPoint(*screen.window().find(control), parts[i % 2]);
         const QPoint point = place->widget->mapTo(&frame, place->point.toPoint());
+        screen.loop.settle();
+        QTest::qSleep(2); // event times have milliseconds
         const QImage before = screen.pixels(point);
         PaintWatch pressed(*place->widget);
         auto start = Clock::now();
@@ -101,7 +103,7 @@ void touch(Screen& screen, QPointingDevice& finger, const QSize& surface, const 
         pressed.wait();
         down.push_back(millisecondsSince(start));
         if (screen.pixels(point) == before)
-            throw std::runtime_error("the touch cannot be seen");
+            throw std::runtime_error(std::string("a touch cannot be seen on ") + control);
         PaintWatch done(shown);
         start = Clock::now();
         QTest::touchEvent(&frame, &finger).release(0, point, &frame).commit();
@@ -150,6 +152,7 @@ void showOften(const QSize& surface) {
 } // namespace kova::bench
 
 int main() {
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
     // One at a time for the whole process, as in a host.
     kova::bench::showOften({1920, 1080});
     for (const QSize surface : {QSize(1280, 800), QSize(1920, 1080), QSize(3840, 2160)})
