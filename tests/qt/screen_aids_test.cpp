@@ -68,7 +68,7 @@ TEST_F(DrawnAids, NoticeTakesNothingAndFades) {
     wall.start();
     const QImage full = notice.grab().toImage();
     bool faded = false;
-    while (notice.isVisible() && wall.elapsed() < 3 * PageNoticeView::StayMilliseconds) {
+    while (notice.isVisible() && wall.elapsed() / 3 < PageNoticeView::StayMilliseconds) {
         QTest::qWait(50);
         faded |= notice.isVisible() && notice.grab().toImage() != full;
     }
