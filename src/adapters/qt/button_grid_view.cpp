@@ -149,11 +149,12 @@ void ButtonGridView::showMarked() {
 }
 
 QRectF ButtonGridView::picturePlace(int index) const {
+    if (const auto& picture = cellButton(index)->picture;
+        picture.empty() || QPixmap(fromUtf8(picture)).isNull())
+        return {};
     const QRectF inside = look::captionArea(face(index), {.unit = scale().smaller()});
     const double side = std::min(inside.height(), inside.width() / 3);
-    return cellButton(index)->picture.empty()
-               ? QRectF()
-               : QRectF(inside.left(), inside.center().y() - side / 2, side, side);
+    return {inside.left(), inside.center().y() - side / 2, side, side};
 }
 
 QRectF ButtonGridView::captionRoom(int index) const {
@@ -269,6 +270,7 @@ void ButtonGridView::panBy(const QPointF& distance) {
 }
 
 void ButtonGridView::mousePressEvent(QMouseEvent* event) {
+    letGo();
     finger_ = event->position();
     pressed_ = event->button() == Qt::LeftButton ? cellAt(finger_) : -1;
     setDown(pressed_ >= 0);
