@@ -26,7 +26,7 @@ class Captions : public testing::Test {
 TEST_F(Captions, OfEightActivitiesAreLegibleAndAlike) {
     const auto captions =
         set({"Fondo cassa iniziale", "Versamento", "Prelievo per versamento in banca", ship}, {60, 80});
-    for (int i = 0; i < 3; ++i) {
+    for (std::size_t i = 0; i < 3; ++i) {
         EXPECT_TRUE(captions[i].whole);
         EXPECT_EQ(captions[i].font, captions[0].font);
         EXPECT_GE(captions[i].font.pixelSize(), 11);
