@@ -123,6 +123,7 @@ const std::vector<look::Caption>& ButtonGridView::captions() {
     if (!captions_.empty())
         return captions_;
     std::vector<look::CaptionPlace> places;
+    places.reserve(model()->buttons().size());
     for (int index = 0; index < cellCount(); ++index)
         places.push_back({fromUtf8(cellButton(index)->caption), captionRoom(index).size()});
     captions_ =
