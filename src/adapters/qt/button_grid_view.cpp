@@ -19,12 +19,8 @@ namespace {
 
 const Font CaptionFont{"Tahoma", 11, true};
 // Design pixels.
-constexpr double Gap = 3.5;       // half of what lies between two faces
-constexpr double Finger = 42;     // a cell's least side: 9 mm on a panel of 10 inches
-constexpr double Legible = 60;    // the least width, for a caption
-constexpr double Slop = 13;       // what a finger moves while it touches: 3 mm
-constexpr double PositionBar = 4; // which shows what part is in sight
-constexpr double MostGap = 0.09;  // of a cell: small cells keep their faces
+constexpr double PictureGap = 3.5;
+constexpr double FocusRing = 2.5;
 constexpr double LeastCell = 8;   // pixels; smaller cells are drawn without gap and text
 constexpr double WheelStep = 120; // of Qt's eighths of degrees
 
@@ -52,49 +48,11 @@ const ButtonGrid::Button* ButtonGridView::cellButton(int index) const {
     return index >= 0 && index < cellCount() ? &model()->buttons()[static_cast<std::size_t>(index)] : nullptr;
 }
 
-// A grid that was given too few cells for its buttons gets more rows. It pans along the side that grows.
 void ButtonGridView::arrange() {
     captions_.clear();
-    if (model() == nullptr)
-        return;
-    const int columns = std::max(1, model()->columns());
-    const int rows = std::max({1, model()->rows(), (cellCount() + columns - 1) / columns});
-    const double finger = Finger * scale().mean();
-    const double legible = std::max(finger, Legible * scale().smaller());
-    rows_.arrange(rows, height(), rows == 1 ? 0 : finger);
-    columns_.arrange(columns, width() - (rows_.pans() ? pixels(PositionBar) : 0), rows == 1 ? legible : 0);
-    if (columns_.pans())
-        rows_.arrange(rows, height() - pixels(PositionBar), 0);
+    if (model() != nullptr)
+        cells_.arrange(*model(), size(), scale());
     current_ = std::clamp(current_, 0, std::max(0, cellCount() - 1));
-}
-
-QRectF ButtonGridView::room() const {
-    const QRectF all = rect();
-    return all.adjusted(0, 0, rows_.pans() ? -pixels(PositionBar) : 0,
-                        columns_.pans() ? -pixels(PositionBar) : 0);
-}
-
-// Cells have fractions of pixels, so that each can be touched however many there are.
-QRectF ButtonGridView::cell(int index) const {
-    return {columns_.start(index % columns_.count()), rows_.start(index / columns_.count()), columns_.cell(),
-            rows_.cell()};
-}
-
-QRectF ButtonGridView::face(int index) const {
-    const QRectF area = cell(index);
-    const double gap = std::min(Gap * scale().smaller(), std::min(area.width(), area.height()) * MostGap);
-    return area.adjusted(gap, gap, -gap, -gap);
-}
-
-bool ButtonGridView::inSight(int index) const {
-    return cell(index).intersects(room());
-}
-
-int ButtonGridView::cellAt(const QPointF& point) const {
-    if (model() == nullptr || !QRectF(rect()).contains(point))
-        return -1;
-    const int index = rows_.at(point.y()) * columns_.count() + columns_.at(point.x());
-    return index < cellCount() ? index : -1;
 }
 
 std::optional<TouchPoint> ButtonGridView::touchPoint(const std::optional<std::string>& part) {
@@ -120,10 +78,8 @@ void ButtonGridView::layOut() {
 void ButtonGridView::showProperty(Property property) {
     if (property == Property::Buttons) {
         letGo(); // the finger is on another button now
-        if (cellCount() == 0) {
-            columns_.rewind();
-            rows_.rewind();
-        }
+        if (cellCount() == 0)
+            cells_.rewind();
         arrange();
     } else if (property == Property::Marks) {
         showMarked();
@@ -134,8 +90,7 @@ void ButtonGridView::showProperty(Property property) {
 }
 
 void ButtonGridView::show(int index) {
-    columns_.show(index % columns_.count());
-    rows_.show(index / columns_.count());
+    cells_.show(index);
     update();
 }
 
@@ -151,17 +106,18 @@ void ButtonGridView::showMarked() {
 }
 
 QRectF ButtonGridView::picturePlace(int index) const {
+    if (const auto& picture = cellButton(index)->picture;
+        picture.empty() || QPixmap(fromUtf8(picture)).isNull())
+        return {};
     const QRectF inside = look::captionArea(face(index), {.unit = scale().smaller()});
     const double side = std::min(inside.height(), inside.width() / 3);
-    return cellButton(index)->picture.empty()
-               ? QRectF()
-               : QRectF(inside.left(), inside.center().y() - side / 2, side, side);
+    return {inside.left(), inside.center().y() - side / 2, side, side};
 }
 
 QRectF ButtonGridView::captionRoom(int index) const {
     QRectF inside = look::captionArea(face(index), {.unit = scale().smaller()});
     if (const QRectF picture = picturePlace(index); !picture.isEmpty())
-        inside.setLeft(picture.right() + pixels(Gap));
+        inside.setLeft(picture.right() + pixels(PictureGap));
     return inside;
 }
 
@@ -169,6 +125,7 @@ const std::vector<look::Caption>& ButtonGridView::captions() {
     if (!captions_.empty())
         return captions_;
     std::vector<look::CaptionPlace> places;
+    places.reserve(model()->buttons().size());
     for (int index = 0; index < cellCount(); ++index)
         places.push_back({fromUtf8(cellButton(index)->caption), captionRoom(index).size()});
     captions_ =
@@ -185,9 +142,9 @@ void ButtonGridView::paintEvent(QPaintEvent* event) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(look::toQt(model()->backColor()));
     painter.drawRoundedRect(rect(), pixels(5), pixels(5));
-    if (pans()) {
+    if (cells_.pans()) {
         paintPosition(painter);
-        painter.setClipRect(room());
+        painter.setClipRect(cells_.room());
     }
     for (int index = 0; index < cellCount(); ++index)
         if (cell(index).intersects(event->rect()))
@@ -223,32 +180,22 @@ void ButtonGridView::paintCell(QPainter& painter, int index) {
 
 /// A ring in the gap, which shows around a marked button too.
 void ButtonGridView::paintFocus(QPainter& painter, int index) const {
-    const double width = Gap * 0.7 * scale().smaller();
+    const double width = FocusRing * scale().smaller();
     painter.setPen(QPen(look::accentOn(look::toQt(model()->backColor())), width));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(face(index).adjusted(-width / 2, -width / 2, width / 2, width / 2), pixels(6),
                             pixels(6));
 }
 
-/// A bar beside the cells, as long as the part of them that is in sight.
 void ButtonGridView::paintPosition(QPainter& painter) const {
-    const bool across = columns_.pans();
-    const CellStrip& strip = across ? columns_ : rows_;
-    const double thickness = pixels(PositionBar);
-    const double length = across ? width() : height();
-    const double ends = thickness; // the grid's corners are round
-    const auto bar = [&](double from, double to) {
-        const double start = ends + from * (length - 2 * ends);
-        const double end = ends + to * (length - 2 * ends);
-        painter.drawRoundedRect(across ? QRectF(start, height() - thickness, end - start, thickness)
-                                       : QRectF(width() - thickness, start, thickness, end - start),
-                                thickness / 2, thickness / 2);
-    };
     const QColor back = look::toQt(model()->backColor());
-    painter.setBrush(look::mixed(back, look::inkOn(back), 0.15));
-    bar(0, 1);
-    painter.setBrush(look::accentOn(back));
-    bar(strip.first() / strip.count(), (strip.first() + strip.inSight()) / strip.count());
+    const auto paint = [&](const QRectF& bar, const QColor& color) {
+        const double radius = std::min(bar.width(), bar.height()) / 2;
+        painter.setBrush(color);
+        painter.drawRoundedRect(bar, radius, radius);
+    };
+    paint(cells_.bar(), look::mixed(back, look::inkOn(back), 0.15));
+    paint(cells_.barInSight(), look::accentOn(back));
 }
 
 void ButtonGridView::setDown(bool down) {
@@ -262,15 +209,8 @@ void ButtonGridView::letGo() {
     setDown(false);
 }
 
-void ButtonGridView::panBy(const QPointF& distance) {
-    if (columns_.pans())
-        columns_.panTo(columns_.first() - distance.x() / columns_.cell());
-    if (rows_.pans())
-        rows_.panTo(rows_.first() - distance.y() / rows_.cell());
-    update();
-}
-
 void ButtonGridView::mousePressEvent(QMouseEvent* event) {
+    letGo();
     finger_ = event->position();
     pressed_ = event->button() == Qt::LeftButton ? cellAt(finger_) : -1;
     setDown(pressed_ >= 0);
@@ -278,13 +218,12 @@ void ButtonGridView::mousePressEvent(QMouseEvent* event) {
 
 void ButtonGridView::mouseMoveEvent(QMouseEvent* event) {
     const QPointF moved = event->position() - finger_;
-    const double along =
-        std::max(columns_.pans() ? std::abs(moved.x()) : 0, rows_.pans() ? std::abs(moved.y()) : 0);
-    if (!panning_ && (event->buttons() & Qt::LeftButton) != 0 && along > Slop * scale().mean()) {
+    if (panning_) {
+        cells_.panBy(moved);
+        update();
+    } else if ((event->buttons() & Qt::LeftButton) != 0 && cells_.meansPanning(moved)) {
         letGo();
         panning_ = true;
-    } else if (panning_) {
-        panBy(moved);
     } else {
         setDown(pressed_ >= 0 && cellAt(event->position()) == pressed_);
         return;
@@ -295,8 +234,7 @@ void ButtonGridView::mouseMoveEvent(QMouseEvent* event) {
 void ButtonGridView::mouseReleaseEvent(QMouseEvent* event) {
     const int touched = cellAt(event->position()) == pressed_ ? pressed_ : -1;
     if (panning_) {
-        columns_.settle();
-        rows_.settle();
+        cells_.settle();
         update();
     }
     letGo();
@@ -304,7 +242,7 @@ void ButtonGridView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void ButtonGridView::wheelEvent(QWheelEvent* event) {
-    if (!pans()) {
+    if (!cells_.pans()) {
         event->ignore();
         return;
     }
@@ -312,13 +250,12 @@ void ButtonGridView::wheelEvent(QWheelEvent* event) {
     wheel_ += (turned.y() != 0 ? turned.y() : turned.x()) / WheelStep;
     const double cells = std::trunc(wheel_);
     wheel_ -= cells;
-    panBy({cells * columns_.cell(), cells * rows_.cell()});
-    columns_.settle();
-    rows_.settle();
+    cells_.panByCells(cells);
+    update();
 }
 
 void ButtonGridView::keyPressEvent(QKeyEvent* event) {
-    const int columns = columns_.count();
+    const int columns = cells_.columns();
     switch (event->key()) {
     case Qt::Key_Left:
         return moveCurrent(current_ - 1);

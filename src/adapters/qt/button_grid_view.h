@@ -1,6 +1,6 @@
 #pragma once
+#include "adapters/qt/button_grid_cells.h"
 #include "adapters/qt/caption.h"
-#include "adapters/qt/cell_strip.h"
 #include "adapters/qt/control_view.h"
 #include "widgets/button_grid.h"
 
@@ -24,10 +24,10 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
     // For assistive technology.
     [[nodiscard]] int cellCount() const;
     [[nodiscard]] const ButtonGrid::Button* cellButton(int index) const;
-    [[nodiscard]] QRectF cell(int index) const;                ///< what takes touches
-    [[nodiscard]] QRectF face(int index) const;                ///< what is drawn of it
-    [[nodiscard]] bool inSight(int index) const;               ///< or a part of it
-    [[nodiscard]] int cellAt(const QPointF& point) const;      ///< -1 for none
+    [[nodiscard]] QRectF cell(int index) const { return cells_.cell(index); }
+    [[nodiscard]] QRectF face(int index) const { return cells_.face(index); } ///< what is drawn of it
+    [[nodiscard]] bool inSight(int index) const { return cells_.inSight(index); }
+    [[nodiscard]] int cellAt(const QPointF& point) const { return cells_.at(point); } ///< -1 for none
     [[nodiscard]] int currentCell() const { return current_; } ///< that the keyboard touches
     void touchCell(int index);
 
@@ -47,10 +47,6 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
 
   private:
     void arrange();
-    [[nodiscard]] QRectF room() const; ///< of the cells in sight
-    [[nodiscard]] bool pans() const { return columns_.pans() || rows_.pans(); }
-    /// Moves the cells by pixels, as a finger does.
-    void panBy(const QPointF& distance);
     void show(int index);
     void showMarked();
     void setDown(bool down);
@@ -64,7 +60,7 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
     void paintFocus(QPainter& painter, int index) const;
     void paintPosition(QPainter& painter) const;
 
-    CellStrip columns_, rows_;
+    ButtonGridCells cells_;
     std::vector<look::Caption> captions_; ///< empty until drawn
     std::vector<bool> toldMarks_;         ///< to assistive technology
     int pressed_ = -1;                    ///< the cell that the finger came down in

@@ -153,6 +153,7 @@ std::vector<Caption> setCaptions(const std::vector<CaptionPlace>& places, const 
             first = std::min(firstFitting(place, fonts, first), last);
     }
     std::vector<Caption> captions;
+    captions.reserve(places.size());
     for (const CaptionPlace& place : places)
         captions.push_back(setFrom(place, fonts, first));
     return captions;

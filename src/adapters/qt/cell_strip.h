@@ -8,8 +8,6 @@ class CellStrip {
   public:
     /// `length` in pixels, `least` of a cell too. Keeps its place as far as there are cells.
     void arrange(int count, double length, double least);
-    /// From the beginning.
-    void rewind() { first_ = 0; }
 
     [[nodiscard]] int count() const { return count_; }
     [[nodiscard]] bool pans() const { return inSight_ < count_; }
