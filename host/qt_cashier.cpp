@@ -77,6 +77,9 @@ void QtCashier::carryOut(Body body) {
     QtEventLoop::Caller caller(userInterface_.loop());
     body();
     userInterface_.loop().settle();
+    if (recording_ != nullptr)
+        userInterface_.loop().advance(FingerDown +
+                                      AfterGesture); // what fades by itself is to fade on film too
     record(AfterGesture);
     caller.rethrow();
 }
