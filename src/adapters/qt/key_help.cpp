@@ -16,10 +16,6 @@ KeyHelp* helpOf(const WindowFrame& frame) {
     return static_cast<KeyHelp*>(frame.findChild<QLabel*>(ObjectName, Qt::FindDirectChildrenOnly));
 }
 
-bool isReachable(const Control* control) {
-    return control != nullptr && control->reach() == Gesture::Done;
-}
-
 QString line(const QString& key, const QString& meaning) {
     return QString("<tr><td><b>%1</b>&nbsp;&nbsp;&nbsp;</td><td>%2</td></tr>")
         .arg(key.toHtmlEscaped(), meaning.toHtmlEscaped());
