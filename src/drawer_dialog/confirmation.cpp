@@ -1,5 +1,6 @@
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
+#include "drawer_dialog/sent_movement.h"
 #include "platform/letter_case.h"
 #include "services/conversions.h"
 #include "services/message_box.h"
@@ -27,12 +28,14 @@ class DisabledWhile {
 void frm_Drawer_Management::cmdConferma_Click() {
     trapped(process_, ConfirmLabel, [&] {
         const DisabledWhile confirming(controls().cmdConferma);
-        const bool pairs =
-            component().DoppioInserimentoObbligatorio() && !equalIgnoringCase(process_.SoftwareName, "KOVA");
-        const bool saved = pairs ? SalvaMovimentoDoppio() : SalvaMovimento();
+        const bool saved = savesPairs() ? SalvaMovimentoDoppio() : SalvaMovimento();
         if (saved && component().ChiusuraAutomatica())
             controls().tmrAutoClose.start();
     });
+}
+
+bool frm_Drawer_Management::savesPairs() const {
+    return component().DoppioInserimentoObbligatorio() && !equalIgnoringCase(process_.SoftwareName, "KOVA");
 }
 
 bool frm_Drawer_Management::SalvaMovimento() {
@@ -52,9 +55,12 @@ bool frm_Drawer_Management::SalvaMovimento() {
 
         std::string note = controls().txtNote.text();
         double importo = amount();
+        std::string notice = noticeLine({controls().Pulsantiera_Pagamenti, s.idPagamento, importo, s.Valuta,
+                                         s.idAttivita, s.isIncasso, ""});
         component().SalvaPagamento(s.idPagamento, importo, s.Valuta, note, s.Cassetto, s.idAttivita,
                                    s.isIncasso);
         saved = true;
+        showSaved(std::move(notice));
 
         s.idAttivita = -1;
         s.isIncasso = false;
@@ -94,17 +100,21 @@ bool frm_Drawer_Management::SalvaMovimentoDoppio() {
         if (s.Valuta.empty())
             return refuse(47, "Selezionare la valuta relativa all'importo.");
 
-        const auto send = [&](std::int32_t& payment, std::int32_t& activity, std::int32_t noteId,
-                              std::string_view italianNote) {
+        std::string notice;
+        const auto send = [&](ButtonGrid& grid, std::int32_t& payment, std::int32_t& activity,
+                              std::int32_t noteId, std::string_view italianNote) {
             AggiornaVariabiliSelezioneAttivita(activity);
             const std::string& typed = controls().txtNote.text();
             std::string note = typed.empty() ? text(noteId, italianNote) : typed;
             double importo = amount();
+            notice += (notice.empty() ? "" : "\n") + noticeLine({grid, payment, importo, s.Valuta, activity,
+                                                                 s.isIncasso, text(noteId, italianNote)});
             component().SalvaPagamento(payment, importo, s.Valuta, note, s.Cassetto, activity, s.isIncasso);
         };
-        send(s.idPagamento, withdrawal, 56, "Prelievo");
-        send(s.idPagamentoVersamento, deposit, 50, "Versamento");
+        send(controls().Pulsantiera_Pagamenti, s.idPagamento, withdrawal, 56, "Prelievo");
+        send(controls().Pulsantiera_Pagamenti_Versamenti, s.idPagamentoVersamento, deposit, 50, "Versamento");
         saved = true;
+        showSaved(std::move(notice));
 
         s.idAttivita = -1;
         s.isIncasso = false;

@@ -63,9 +63,13 @@ DrawerControls::DrawerControls(EventLoop& loop)
       cmd_print({&TabControlPage2, "cmd_print", {11640, 7440, 1695, 585}}, "Stampa", ActionButton),
       PushButton1({&TabControlPage2, "PushButton1", {13440, 7440, 1695, 585}}, "Chiudi", ActionButton),
 
+      saved(TabControlPage1, {3480, 7560, 7920, 585}),
+
       TimerAttivita(loop, 50ms), TimerVersamenti(loop, 50ms), tmrAutoClose(loop, 10ms) {
     window.setInitialFocus(txtVisore);
     window.setKeyTargets({&txtVisore, &cmdConferma, {&cmdAnnulla, &PushButton1}, &Pulsantiera_Attivita});
+    window.setNotice(saved);
+    Virtual_KeyPAD.setReadBack(readBack);
 }
 
 void DrawerControls::retire() {

@@ -5,7 +5,9 @@
 #include "widgets/labels.h"
 #include "widgets/numeric_keypad.h"
 #include "widgets/on_screen_keyboard.h"
+#include "widgets/page_notice.h"
 #include "widgets/push_button.h"
+#include "widgets/read_back.h"
 #include "widgets/report_grid.h"
 #include "widgets/tab_control.h"
 #include "widgets/text_box.h"
@@ -60,6 +62,10 @@ struct DrawerControls {
     PushButton cmdAnteprima;
     PushButton cmd_print;
     PushButton PushButton1;
+
+    // Beside the controls.
+    ReadBack readBack;
+    PageNotice saved;
 
     Timer TimerAttivita, TimerVersamenti; ///< 50 ms
     Timer tmrAutoClose;                   ///< 10 ms

@@ -69,6 +69,7 @@ void frm_Drawer_Management::connectHandlers() {
     on(c.PushButton1.pressed, [this] { Unload(); });
     on(c.window.activated, [this] { Form_Activate(); });
     on(c.window.closeRequested, [this] { Unload(); });
+    connectScreenAids();
 }
 
 void frm_Drawer_Management::Show(std::int32_t modality) {

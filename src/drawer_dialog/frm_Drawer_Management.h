@@ -17,7 +17,7 @@ class cls_Kova_Drawer_Man;
 /// component and keeps none. Every procedure that can fail traps its failures under a label of the error log.
 ///
 /// One source file per topic: start_up, catalogues, selection, entry, confirmation,
-/// previous_float, coin_count, closing, movements_page, appearance.
+/// previous_float, coin_count, closing, movements_page, appearance, screen_aids.
 class frm_Drawer_Management {
   public:
     frm_Drawer_Management(ProcessState& process, cls_Kova_Drawer_Man& component);
@@ -92,8 +92,16 @@ class frm_Drawer_Management {
     void refuse(std::int32_t textId, std::string_view italian);
     void emptyEntries();
     void reloadPayments();
+    [[nodiscard]] bool savesPairs() const;
     [[nodiscard]] bool amountIsNumeric();
     [[nodiscard]] double amount();
+    // screen_aids.cpp: none of these throws, an aid must not cost a movement.
+    struct SentMovement;
+    void connectScreenAids();
+    void showReadBack() noexcept;
+    void placeNotice() noexcept;
+    [[nodiscard]] std::string noticeLine(const SentMovement& movement) noexcept;
+    void showSaved(std::string notice) noexcept;
     // closing.cpp
     void cmdAnnulla_Click();
     void ProceduraChiudi();
@@ -127,6 +135,7 @@ class frm_Drawer_Management {
     std::int32_t IndicePagamentoAziendale_ = -1;
     std::int32_t IndicePagamentoEstero_ = -1;
     std::unique_ptr<ComboMultiColumn> ElencoPagamenti_;
+    ScreenAids machineAids_;
 };
 
 } // namespace kova

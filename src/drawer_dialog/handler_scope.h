@@ -13,7 +13,10 @@ class frm_Drawer_Management::HandlerScope {
           controls_(dialog.controls_ ? dialog.controls_ : dialog.retired_.lock()), dialog_(dialog) {
         ++dialog_.runningHandlers_;
     }
-    ~HandlerScope() { --dialog_.runningHandlers_; }
+    ~HandlerScope() {
+        --dialog_.runningHandlers_;
+        dialog_.process_.entryChanged(); // no slot of it throws
+    }
     HandlerScope(const HandlerScope&) = delete;
     HandlerScope& operator=(const HandlerScope&) = delete;
 

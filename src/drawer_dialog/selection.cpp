@@ -61,6 +61,7 @@ void frm_Drawer_Management::AggiornaVariabiliSelezioneAttivita(const std::int32_
                 note.setText(asText(NullToDefault(rows.field("Description"), ""), regional));
         }
         selection.idAttivita = id;
+        process_.entryChanged(); // before a message or the host's handler can come
     });
 }
 

@@ -45,6 +45,10 @@ void setLanguage(std::int32_t id, const std::string& name) {
     process().language().setLanguage(id, name);
 }
 
+void setScreenAids(const ScreenAids& aids) {
+    process().setScreenAids(aids);
+}
+
 void processEvents() {
     if (const auto present = slot())
         present->processEvents();

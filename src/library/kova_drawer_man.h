@@ -1,6 +1,7 @@
 #pragma once
 #include "component/cls_Kova_Drawer_Man.h"
 #include "component/events.h"
+#include "component/screen_aids.h"
 #include "platform/database.h"
 #include "platform/export.h"
 
@@ -34,6 +35,10 @@ namespace kova {
 /// Announces the language that the user works in from now on, by its Windows language identifier: 1040
 /// Italian, 1031 German, 9 English; any other shows Italian. At first it is the environment's.
 KOVA_API void setLanguage(std::int32_t id, const std::string& name);
+
+/// Which aids the entry screens of all components show from now on, open ones included; at first all. The
+/// machine's settings may leave out more of them.
+KOVA_API void setScreenAids(const ScreenAids& aids);
 
 /// Handles the events that wait. For hosts without an event loop of their own while a modeless dialog is
 /// open.

@@ -55,6 +55,11 @@ std::shared_ptr<cls_Kova_Drawer_Man> LibraryProcess::createComponent() {
     return {whole, whole->component.get()};
 }
 
+void LibraryProcess::setScreenAids(const ScreenAids& aids) {
+    state_.screenAids = aids;
+    state_.entryChanged();
+}
+
 void LibraryProcess::end() {
     for (const auto& known : components_)
         if (const auto component = known.lock())

@@ -22,6 +22,7 @@ class LibraryProcess : public std::enable_shared_from_this<LibraryProcess> {
     [[nodiscard]] std::shared_ptr<cls_Kova_Drawer_Man> createComponent();
     [[nodiscard]] DatabaseProvider& databases() { return databases_; }
     [[nodiscard]] SystemLanguageRuntime& language() { return language_; }
+    void setScreenAids(const ScreenAids& aids);
     void processEvents() { eventLoop_.processPendingEvents(); }
     /// Closes all dialogs, and ends the Qt application if it is the library's. Components may be released
     /// afterwards, whenever the host likes.

@@ -9,6 +9,7 @@ namespace kova {
 namespace {
 
 constexpr int SignificantDigits = 15;
+constexpr int MostDecimals = 15;
 
 /// A number's decimal digits without sign, and how many of them stand before the point.
 struct Digits {
@@ -16,18 +17,27 @@ struct Digits {
     int beforePoint;
 };
 
-// 15 significant digits: 1.005 is meant to be exactly that, though the double is a little less.
-Digits decimalDigits(double value) {
-    std::array<char, 64> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value),
-                                   std::chars_format::scientific, SignificantDigits - 1)
-                         .ptr;
-    const std::string text(buffer.data(), end);
+/// Of a text in scientific notation, as 1.25e+02.
+Digits digitsOf(const std::string& text) {
     const auto e = text.find('e');
     int exponent = 0;
     const char* sign = text.data() + e + 1;
     std::from_chars(*sign == '+' ? sign + 1 : sign, text.data() + text.size(), exponent);
-    return {text[0] + text.substr(2, e - 2), exponent + 1};
+    return {text[0] + (e > 1 ? text.substr(2, e - 2) : ""), exponent + 1};
+}
+
+template <class... Precision>
+std::string scientific(double value, Precision... precision) {
+    std::array<char, 64> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value),
+                                   std::chars_format::scientific, precision...)
+                         .ptr;
+    return {buffer.data(), end};
+}
+
+// 15 significant digits: 1.005 is meant to be exactly that, though the double is a little less.
+Digits decimalDigits(double value) {
+    return digitsOf(scientific(value, SignificantDigits - 1));
 }
 
 /// Cuts to `places` digits after the point, rounding half away from zero, and pads with zeros.
@@ -52,12 +62,7 @@ void roundTo(Digits& number, int places) {
     }
 }
 
-} // namespace
-
-std::string NumberFormat::FormatAmount(const double& value, const std::int16_t& decimals) const {
-    constexpr int mostDecimals = 15;
-    const int places = std::clamp<int>(decimals, 0, mostDecimals);
-    Digits number = decimalDigits(value);
+std::string grouped(Digits number, int places, bool negative, const RegionalSettings& regional) {
     roundTo(number, places);
     const bool zero = number.digits.find_first_not_of('0') == std::string::npos;
 
@@ -65,12 +70,32 @@ std::string NumberFormat::FormatAmount(const double& value, const std::int16_t& 
     std::string result;
     for (std::size_t i = 0; i < whole; ++i) {
         if (i > 0 && (whole - i) % 3 == 0)
-            result += regional_.groupSeparator;
+            result += regional.groupSeparator;
         result += number.digits[i];
     }
     if (places > 0)
-        result += regional_.decimalSeparator + number.digits.substr(whole);
-    return (value < 0 && !zero ? "-" : "") + result;
+        result += regional.decimalSeparator + number.digits.substr(whole);
+    return (negative && !zero ? "-" : "") + result;
+}
+
+} // namespace
+
+std::string NumberFormat::FormatAmount(const double& value, const std::int16_t& decimals) const {
+    const int places = std::clamp<int>(decimals, 0, MostDecimals);
+    return grouped(decimalDigits(value), places, value < 0, regional_);
+}
+
+std::string NumberFormat::FormatExactly(const double& value) const {
+    constexpr int mostPlaces = 20;
+    std::string text = scientific(value);
+    const Digits number = digitsOf(text);
+    const int needed = static_cast<int>(number.digits.size()) - number.beforePoint;
+    if (number.beforePoint <= SignificantDigits && needed <= mostPlaces)
+        return grouped(number, std::max<int>(needed, std::clamp<int>(amountDecimals_, 0, MostDecimals)),
+                       value < 0, regional_);
+    if (const auto point = text.find('.'); point != std::string::npos)
+        text.replace(point, 1, regional_.decimalSeparator);
+    return (value < 0 ? "-" : "") + text;
 }
 
 std::string NumberFormat::FormatSum(const double& value) const {

@@ -21,6 +21,10 @@ class NumberFormat {
     [[nodiscard]] std::string FormatValue(const double& value) const {
         return FormatAmount(value, amountDecimals_);
     }
+    /// An entered amount to the last digit that tells it from any other number, with the amount decimals at
+    /// least: it reads back as exactly `value`. Ungrouped, with an exponent, from 10^15 on and for more than
+    /// 20 decimals.
+    [[nodiscard]] std::string FormatExactly(const double& value) const;
     /// A sum of amounts, with the amount decimals or as many more, up to money's four, as it needs.
     [[nodiscard]] std::string FormatSum(const double& value) const;
 

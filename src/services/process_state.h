@@ -1,4 +1,5 @@
 #pragma once
+#include "component/screen_aids.h"
 #include "drawer_dialog/selection_state.h"
 #include "platform/platform.h"
 #include "services/localised_strings.h"
@@ -37,6 +38,9 @@ class ProcessState {
     Settings settings;
     std::string SoftwareName;
     SelectionState selection;
+    ScreenAids screenAids; ///< as the host wants them; the machine's settings may leave out more
+    /// The selection, or a setting that open dialogs show, may have changed.
+    Signal<> entryChanged;
     StringSource strings;
     std::int32_t CurrentLanguageId = 0; ///< 0 until the first selection, then 1040, 1031 or 9
     WindowStack windows;

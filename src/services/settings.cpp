@@ -44,6 +44,7 @@ void InitOpt(ProcessState& process) {
         settings.idCassettoCausPred_Versamenti =
             toInt32(getDbValue(process, "idCassettoCausPred_Versamenti", "-1"), regional);
     });
+    process.entryChanged();
 }
 
 } // namespace kova

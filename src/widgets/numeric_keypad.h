@@ -1,5 +1,6 @@
 #pragma once
 #include "widgets/control.h"
+#include "widgets/read_back.h"
 
 #include <vector>
 
@@ -14,7 +15,13 @@ class NumericKeypad : public Control {
     static const std::vector<std::vector<std::string>>& keys();
     /// `key` may be a text that no drawn key carries (as from an external pad).
     Gesture touchKey(const std::string& key);
+    /// What its keys typed, for a rendering to show above them; a pad may have none. It must outlive the pad.
+    [[nodiscard]] ReadBack* readBack() const { return readBack_; }
+    void setReadBack(ReadBack& readBack) { readBack_ = &readBack; }
     Signal<std::string&> Keyboard;
+
+  private:
+    ReadBack* readBack_ = nullptr;
 };
 
 } // namespace kova

@@ -7,6 +7,7 @@
 namespace kova {
 
 class ButtonGrid;
+class PageNotice;
 class PushButton;
 class TextBox;
 
@@ -60,6 +61,10 @@ class Window : public CaptionedControl {
     [[nodiscard]] const KeyTargets& keyTargets() const { return keyTargets_; }
     void setKeyTargets(KeyTargets targets) { keyTargets_ = std::move(targets); }
 
+    /// Shown over the window's controls; a window may have none. It must outlive the window's view.
+    [[nodiscard]] PageNotice* notice() const { return notice_; }
+    void setNotice(PageNotice& notice) { notice_ = &notice; }
+
     /// The operating system's request to close, as by the title bar or a log-off.
     void requestClose() { closeRequested(); }
 
@@ -75,6 +80,7 @@ class Window : public CaptionedControl {
     std::vector<Control*> controls_;
     Control* focus_ = nullptr;
     KeyTargets keyTargets_;
+    PageNotice* notice_ = nullptr;
     bool modal_ = false;
     bool blocked_ = false;
     bool takesKeys_ = false;

@@ -15,7 +15,10 @@ namespace {
 constexpr double PixelsPerPoint = 96.0 / 72.0;
 constexpr double CornerRadius = 5; // design pixels, as those below
 constexpr double CheckRadius = 8;
-constexpr double LeastContrast = 3; // what WCAG asks of large text
+// A text colour that a scheme fixes stays as long as it can be made out at all; what replaces it, and every
+// pair of our own, has the 4.5 to 1 that WCAG 2.1 asks of text (1.4.3).
+constexpr double LeastOfAScheme = 3;
+constexpr double DeepFace = 0.1; // luminance; a face below it becomes lighter under the finger
 
 double luminance(const QColor& color) {
     const auto linear = [](double part) {
@@ -128,7 +131,7 @@ QColor mixed(const QColor& first, const QColor& second, double share) {
 }
 
 QColor readableOn(const QColor& background, const QColor& wanted) {
-    if (contrast(background, wanted) >= LeastContrast)
+    if (contrast(background, wanted) >= LeastOfAScheme)
         return wanted;
     return inkOn(background);
 }
@@ -158,8 +161,10 @@ QFont font(const Font& design, const Scale& scale) {
 
 QColor filling(const Face& face) {
     QColor color = face.color;
-    if (face.down)
-        color = isDark(color) ? mixed(color, Qt::white, 0.25) : mixed(color, QColor(30, 60, 100), 0.25);
+    if (face.down && luminance(color) < DeepFace)
+        color = mixed(color, Qt::white, 0.2);
+    else if (face.down) // its text, black or white, stays as easy to read
+        color = isDark(color) ? mixed(color, Qt::black, 0.3) : mixed(color, QColor(30, 60, 100), 0.25);
     if (!face.enabled)
         color = mixed(color, QColor(150, 155, 160), 0.3);
     return color;

@@ -1,5 +1,6 @@
 #include "adapters/qt/numeric_keypad_view.h"
 
+#include "adapters/qt/read_back_view.h"
 #include "adapters/qt/window_frame.h"
 #include "adapters/qt/words.h"
 
@@ -11,7 +12,8 @@ namespace kova {
 namespace {
 
 const Font Digit{"Tahoma", 20, true};
-constexpr double HalfGap = 3.5; // between faces, in design pixels: 1.5 mm on a 10 inch panel
+constexpr double HalfGap = 3.5;       // between faces, in design pixels: 1.5 mm on a 10 inch panel
+constexpr double ReadBackHeight = 36; // design pixels; the keys keep more than 11 mm
 const std::string Backspace = "BACKSPACE";
 
 // The keys of this pad do not all do what their texts say.
@@ -39,6 +41,15 @@ NumericKeypadView::NumericKeypadView(NumericKeypad& keypad, WindowFrame& frame, 
             row.push_back(key);
         }
     }
+    if (ReadBack* const readBack = keypad.readBack()) {
+        readBack_ = new ReadBackView(*this, [this] { return backdrop(); });
+        readBackChanged_ = readBack->changed.connect([this] { showReadBack(); });
+    }
+}
+
+void NumericKeypadView::detach() {
+    readBackChanged_.disconnect();
+    ModelView::detach();
 }
 
 QAccessibleInterface* NumericKeypadView::makeAccessible() {
@@ -53,12 +64,14 @@ void NumericKeypadView::layOut() {
     looks.text = QColor(20, 30, 42);
     looks.font = look::font(Digit, scale());
     looks.inset = HalfGap * scale().smaller();
-    const double height = static_cast<double>(this->height()) / static_cast<double>(rows_.size());
+    keysTop_ = readBackHeight();
+    const QRectF board = QRectF(rect()).adjusted(0, keysTop_, 0, 0);
+    const double height = board.height() / static_cast<double>(rows_.size());
     for (std::size_t row = 0; row < rows_.size(); ++row) {
-        const double width = static_cast<double>(this->width()) / static_cast<double>(rows_[row].size());
+        const double width = board.width() / static_cast<double>(rows_[row].size());
         for (std::size_t column = 0; column < rows_[row].size(); ++column) {
-            const QRectF place(static_cast<double>(column) * width, static_cast<double>(row) * height, width,
-                               height);
+            const QRectF place(static_cast<double>(column) * width,
+                               board.top() + static_cast<double>(row) * height, width, height);
             rows_[row][column]->setGeometry(place.toRect());
             FaceButton::Looks own = looks;
             if (rows_[row][column]->key() == Backspace)
@@ -66,6 +79,19 @@ void NumericKeypadView::layOut() {
             rows_[row][column]->setLooks(own);
         }
     }
+    if (readBack_ != nullptr)
+        showReadBack();
+}
+
+double NumericKeypadView::readBackHeight() const {
+    return readBack_ != nullptr && model()->readBack()->content().wanted ? ReadBackHeight * scale().y : 0;
+}
+
+void NumericKeypadView::showReadBack() {
+    if (readBackHeight() != keysTop_)
+        layOut();
+    else
+        readBack_->show(model()->readBack()->content(), QRectF(0, 0, width(), keysTop_).toRect(), scale());
 }
 
 std::optional<TouchPoint> NumericKeypadView::touchPoint(const std::optional<std::string>& part) {

@@ -9,6 +9,8 @@
 
 namespace kova {
 
+class ReadBackView;
+
 class NumericKeypadView final : public QWidget, public ModelView<NumericKeypad> {
   public:
     NumericKeypadView(NumericKeypad& keypad, WindowFrame& frame, QWidget& parent);
@@ -16,10 +18,18 @@ class NumericKeypadView final : public QWidget, public ModelView<NumericKeypad> 
     QAccessibleInterface* makeAccessible() override;
     std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
 
+    void detach() override;
+
   protected:
     void layOut() override;
 
   private:
+    void showReadBack();
+    /// The height of its band above the keys, in pixels; 0 when it is not wanted.
+    [[nodiscard]] double readBackHeight() const;
+    Connection readBackChanged_;
+    ReadBackView* readBack_ = nullptr; ///< null where the pad has none
+    double keysTop_ = 0;
     std::vector<std::vector<KeyButton*>> rows_;
 };
 

@@ -1,6 +1,7 @@
 #include "adapters/qt/window_frame.h"
 
 #include "adapters/qt/accessible_views.h"
+#include "adapters/qt/page_notice_view.h"
 #include "adapters/qt/view_factory.h"
 
 #include <QApplication>
@@ -56,6 +57,10 @@ void WindowFrame::makeViews() {
         ControlView* const above = control->parent() == window_ ? nullptr : view(*control->parent());
         views_[control] = makeView(*control, *this, above == nullptr ? *this : above->widget());
     }
+    if (PageNotice* const notice = window_->notice()) {
+        ControlView* const page = view(notice->page());
+        notice_ = new PageNoticeView(*notice, *this, page == nullptr ? *this : page->widget());
+    }
     complete_ = true;
 }
 
@@ -65,6 +70,8 @@ void WindowFrame::detach() {
     for (const auto& [control, view] : views_)
         view->detach();
     views_.clear();
+    if (notice_ != nullptr)
+        notice_->detach();
     hide();
 }
 
@@ -74,20 +81,23 @@ ControlView* WindowFrame::view(const Control& control) const {
 }
 
 // Edges are rounded on the whole surface, so that neighbours stay neighbours at every scale.
-QRect WindowFrame::pixels(const Control& control) const {
+QRect WindowFrame::pixels(const Control& parent, const Rect& bounds) const {
     Twips left;
     Twips top;
-    for (const Control* above = control.parent(); above != window_; above = above->parent()) {
+    for (const Control* above = &parent; above != window_; above = above->parent()) {
         left = left + above->bounds().left;
         top = top + above->bounds().top;
     }
-    const Rect& bounds = control.bounds();
     const auto x = [this](Twips at) { return rounded(designPixels(at) * scale_.x); };
     const auto y = [this](Twips at) { return rounded(designPixels(at) * scale_.y); };
     const QPoint origin(x(left), y(top));
     const QPoint topLeft(x(left + bounds.left), y(top + bounds.top));
     const QPoint bottomRight(x(left + bounds.right()), y(top + bounds.bottom()));
     return QRect(topLeft - origin, QSize(bottomRight.x() - topLeft.x(), bottomRight.y() - topLeft.y()));
+}
+
+QRect WindowFrame::pixels(const Control& control) const {
+    return pixels(*control.parent(), control.bounds());
 }
 
 QSize WindowFrame::initialSize() const {
@@ -111,6 +121,8 @@ void WindowFrame::layOut() {
     for (Control* control : window_->controls())
         if (ControlView* const drawn = view(*control))
             drawn->showAll();
+    if (notice_ != nullptr)
+        notice_->layOut();
 }
 
 void WindowFrame::neighbourMoved() {

@@ -14,6 +14,8 @@
 
 namespace kova {
 
+class PageNoticeView;
+
 /// The top-level widget of one window: draws its background, holds the views of its controls and scales them
 /// all with the client area. The model decides when it is visible and where the focus is; the title bar's
 /// close button only asks the model.
@@ -35,6 +37,8 @@ class WindowFrame final : public QWidget {
     [[nodiscard]] const Scale& scale() const { return scale_; }
     /// Where a control is drawn, relative to what its parent is drawn on.
     [[nodiscard]] QRect pixels(const Control& control) const;
+    /// The same of any place on `parent`, which may be the window itself.
+    [[nodiscard]] QRect pixels(const Control& parent, const Rect& bounds) const;
 
     /// Gives the keyboard to the control that has the model's focus, as soon as it can take it.
     void followFocus();
@@ -67,6 +71,7 @@ class WindowFrame final : public QWidget {
     QSize surface_;
     Scale scale_;
     std::map<const Control*, ControlView*> views_; ///< each owned by its parent widget
+    PageNoticeView* notice_ = nullptr;             ///< null where the window has none
     std::vector<Connection> connections_;
     bool complete_ = false; ///< all views are made
 };

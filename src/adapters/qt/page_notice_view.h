@@ -1,0 +1,36 @@
+#pragma once
+#include "widgets/page_notice.h"
+
+#include <QTimer>
+#include <QVariantAnimation>
+#include <QWidget>
+
+namespace kova {
+
+class WindowFrame;
+
+/// Draws a notice over its page and lets it fade; touches go through it. Its time is that of the wall.
+class PageNoticeView final : public QWidget {
+  public:
+    static constexpr int StayMilliseconds = 2500;
+    static constexpr int FadeMilliseconds = 400;
+
+    PageNoticeView(PageNotice& notice, WindowFrame& frame, QWidget& page);
+    void layOut();
+    /// Forgets the model and goes at once.
+    void detach();
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+  private:
+    void appear();
+    PageNotice* notice_;
+    WindowFrame& frame_;
+    Connection shown_, moved_;
+    QTimer stay_;
+    QVariantAnimation fade_; ///< of its opacity, from 1 to 0
+};
+
+} // namespace kova

@@ -1,0 +1,197 @@
+// Reads each text off the windows as it is drawn, with the colour that lies behind it.
+#include "till.h"
+
+#include "widgets/page_notice.h"
+
+#include <QAbstractButton>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+#include <set>
+
+namespace kova {
+namespace {
+
+using test::Till;
+
+/// Draws all but the texts into a picture, and keeps the texts.
+class TextRecorder final : public QPaintEngine {
+  public:
+    struct Text {
+        QString words;
+        QColor ink;
+        QRect place;
+    };
+    explicit TextRecorder(const QSize& size)
+        : QPaintEngine(AllFeatures), behind(size, QImage::Format_RGB32) {}
+    bool begin(QPaintDevice*) override { return inner_.begin(&behind); }
+    bool end() override { return inner_.end(); }
+    [[nodiscard]] Type type() const override { return User; }
+    void updateState(const QPaintEngineState& now) override { transform_ = now.transform(); }
+    void drawPath(const QPainterPath& path) override { ready().drawPath(path); }
+    void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override {
+        if (mode == PolylineMode)
+            ready().drawPolyline(points, count);
+        else
+            ready().drawPolygon(points, count);
+    }
+    void drawPixmap(const QRectF& at, const QPixmap& pixmap, const QRectF& part) override {
+        ready().drawPixmap(at, pixmap, part);
+    }
+    void drawTextItem(const QPointF& at, const QTextItem& item) override {
+        const QRectF place(at.x(), at.y() - item.ascent(), item.width(), item.ascent() + item.descent());
+        const QRect seen = transform_.mapRect(place).toRect() & behind.rect();
+        if (!item.text().trimmed().isEmpty() && QRegion(seen).intersects(systemClip()))
+            texts.push_back({item.text(), painter()->pen().color(), seen});
+    }
+    QImage behind;
+    std::vector<Text> texts;
+
+  private:
+    QPainter& ready() {
+        inner_.resetTransform();
+        inner_.setClipRegion(systemClip());
+        inner_.setTransform(transform_);
+        inner_.setPen(painter()->pen());
+        inner_.setBrush(painter()->brush());
+        return inner_;
+    }
+    QTransform transform_; ///< onto the whole window
+    QPainter inner_;
+};
+
+class RecordingDevice final : public QPaintDevice {
+  public:
+    explicit RecordingDevice(const QSize& size) : recorder(size) {}
+    [[nodiscard]] QPaintEngine* paintEngine() const override { return &recorder; }
+    mutable TextRecorder recorder;
+
+  protected:
+    [[nodiscard]] int metric(PaintDeviceMetric kind) const override {
+        switch (kind) {
+        case PdmWidth:
+            return recorder.behind.width();
+        case PdmHeight:
+            return recorder.behind.height();
+        case PdmDevicePixelRatio:
+            return 1;
+        case PdmDevicePixelRatioScaled:
+            return static_cast<int>(devicePixelRatioFScale());
+        case PdmDepth:
+            return 32;
+        default:
+            return 96;
+        }
+    }
+};
+
+double luminance(const QColor& color) {
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& a, const QColor& b) {
+    const auto [dark, light] = std::minmax({luminance(a), luminance(b)});
+    return (light + 0.05) / (dark + 0.05);
+}
+
+QColor mostOf(const QImage& picture, const QRect& place) {
+    std::map<QRgb, int> counted;
+    for (int y = place.top(); y <= place.bottom(); ++y)
+        for (int x = place.left(); x <= place.right(); ++x)
+            ++counted[picture.pixel(x, y)];
+    return std::ranges::max_element(counted, {}, [](const auto& one) { return one.second; })->first;
+}
+
+using Pairs = std::map<std::string, std::string>; ///< text on background, and a text that has it
+
+/// Adds the pairs that are hard to read; disabled texts are excepted.
+void addFaintPairs(QWidget& window, Pairs& faint, int& looked) {
+    constexpr double least = 4.5;
+    RecordingDevice device(window.size());
+    window.render(&device);
+    for (const auto& [words, ink, place] : device.recorder.texts) {
+        const QWidget* const on = window.childAt(place.center());
+        if (on != nullptr && !on->isEnabled())
+            continue;
+        ++looked;
+        const QColor behind = mostOf(device.recorder.behind, place);
+        if (contrast(ink, behind) < least)
+            faint.emplace((ink.name() + " on " + behind.name()).toStdString(), words.toStdString());
+    }
+}
+
+std::set<std::string> namesOf(const Pairs& pairs) {
+    std::set<std::string> names;
+    for (const auto& [name, example] : pairs)
+        names.insert(name);
+    return names;
+}
+
+/// As a cashier meets it: idle, complete, refused, saved, under the finger.
+void useEntryScreen(Till& till, Pairs& faint, int& looked) {
+    const auto look = [&] {
+        till.loop.settle();
+        addFaintPairs(till.frame(), faint, looked);
+    };
+    look();
+    if (till.control<ButtonGrid>("Pulsantiera_Attivita").visible())
+        till.composeMovement();
+    else
+        till.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
+    till.control<ButtonGrid>("Pulsantiera_Pagamenti_Versamenti").touch("2");
+    till.wait(50);
+    till.control<PushButton>("cmdCassetto", 2).press();
+    till.control<TextBox>("txtVisore").setText("12.5");
+    look();
+    till.control<TextBox>("txtVisore").setText("1250");
+    till.dialog().moveFocus(till.control<TextBox>("txtNote"));
+    for (auto* button : till.frame().findChildren<QAbstractButton*>())
+        button->setDown(true);
+    const auto touched = till.userInterface.touchPoint(*till.dialog().find("Pulsantiera_Pagamenti"), "1");
+    QTest::mousePress(touched->widget, Qt::LeftButton, {}, touched->point.toPoint());
+    look();
+    QTest::mouseRelease(touched->widget, Qt::LeftButton, {}, QPoint(-1, -1));
+    till.control<PushButton>("cmdConferma").press();
+    look();
+    till.insideModal = [&](Window& window) {
+        addFaintPairs(*till.userInterface.frame(window), faint, looked);
+    };
+    till.control<PushButton>("CMD_CaricaMoneta").press();
+    till.control<PushButton>("cmdConferma").press(); // refused by the message window
+    till.control<TabControl>("TabControl").touchTab(1);
+    look();
+}
+
+TEST(Contrast, IsEnoughForEveryTextWhoseColoursAreOursToChoose) {
+    Pairs light, dark;
+    int looked = 0;
+    for (const bool metro : {false, true})
+        for (const auto layout :
+             {Till::Layout::Single, Till::Layout::DrawersAndCurrencies, Till::Layout::Double}) {
+            Till till;
+            till.component->ActiveColorMetroStyle(metro);
+            till.component->SetSoftwareName("Cassa"); // whose double layout saves pairs
+            till.show(layout);
+            if (layout == Till::Layout::DrawersAndCurrencies)
+                till.control<ButtonGrid>("Pulsantiera_Valuta").touch("€");
+            useEntryScreen(till, metro ? dark : light, looked);
+        }
+    EXPECT_GT(looked, 1000);
+    // What the rules fix; docs/contrast.md says where.
+    const std::set<std::string> hidden{"#c0c0c0 on #c0c0c0"};
+    std::set<std::string> dimmed{"#ffffff on #737f8d", "#000000 on #586472"};
+    dimmed.merge(std::set(hidden));
+    EXPECT_EQ(namesOf(light), hidden) << testing::PrintToString(light);
+    EXPECT_EQ(namesOf(dark), dimmed) << testing::PrintToString(dark);
+}
+
+} // namespace
+} // namespace kova
