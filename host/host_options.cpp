@@ -1,5 +1,7 @@
 #include "host_options.h"
 
+#include <charconv>
+
 namespace kova {
 namespace {
 
@@ -9,11 +11,22 @@ HostInterface interfaceNamed(const std::string& name) {
     return name == "qt" ? HostInterface::Qt : HostInterface::Headless;
 }
 
+SurfaceSize sizeFrom(const std::string& word) {
+    SurfaceSize size{};
+    const char* const end = word.data() + word.size();
+    const auto width = std::from_chars(word.data(), end, size.width);
+    if (width.ec == std::errc() && width.ptr != end && *width.ptr == 'x')
+        if (const auto height = std::from_chars(width.ptr + 1, end, size.height);
+            height.ec == std::errc() && height.ptr == end && size.width > 0 && size.height > 0)
+            return size;
+    throw UsageError("no size WIDTHxHEIGHT: " + word);
+}
+
 } // namespace
 
 HostOptions hostOptions(const std::vector<std::string>& words) {
     HostOptions options;
-    std::optional<std::string> userInterface, database;
+    std::optional<std::string> userInterface, database, size;
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string& name = words[i];
         if (name == "--help" || name == "-h") {
@@ -21,7 +34,7 @@ HostOptions hostOptions(const std::vector<std::string>& words) {
             return options;
         }
         if (name != "--script" && name != "--ui" && name != "--database" && name != "--connection" &&
-            name != "--log-folder")
+            name != "--log-folder" && name != "--size")
             throw UsageError("unknown option: " + name);
         if (++i == words.size())
             throw UsageError("a value is missing behind " + name);
@@ -29,6 +42,7 @@ HostOptions hostOptions(const std::vector<std::string>& words) {
                        : name == "--ui"         ? userInterface
                        : name == "--database"   ? database
                        : name == "--connection" ? options.connection
+                       : name == "--size"       ? size
                                                 : options.logFolder;
         target = words[i];
     }
@@ -36,12 +50,14 @@ HostOptions hostOptions(const std::vector<std::string>& words) {
         throw UsageError("--database and --connection exclude each other");
     options.userInterface = interfaceNamed(userInterface.value_or(options.script ? "headless" : "qt"));
     options.database = database.value_or(options.script ? "empty" : "sample");
+    if (size)
+        options.size = sizeFrom(*size);
     return options;
 }
 
 std::string_view usage() {
     return "usage: kova-host [--script FILE] [--ui headless|qt] [--database empty|sample|FILE]\n"
-           "                 [--connection TEXT] [--log-folder DIR]\n"
+           "                 [--connection TEXT] [--log-folder DIR] [--size WIDTHxHEIGHT]\n"
            "\n"
            "Without --script a window opens in which a cashier can work with the component.\n"
            "\n"
@@ -52,6 +68,8 @@ std::string_view usage() {
            "  --connection TEXT  a connection string instead of the embedded database\n"
            "  --log-folder DIR   folder of the component's log file; without it a script\n"
            "                     writes none\n"
+           "  --size WxH         pixels of the windows that a script draws where there is no\n"
+           "                     screen; their design size without it\n"
            "\n"
            "Exit status: 0 when all went well, 2 when something could not be carried out.\n";
 }

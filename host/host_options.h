@@ -12,6 +12,10 @@ inline constexpr int NotCarriedOut = 2;
 
 enum class HostInterface { Headless, Qt };
 
+struct SurfaceSize {
+    int width, height; ///< pixels
+};
+
 /// What the command line asks for.
 struct HostOptions {
     std::optional<std::string> script; ///< a file, or "-" for standard input; without it a cashier works
@@ -19,6 +23,8 @@ struct HostOptions {
     std::string database = "sample"; ///< "empty", "sample" or a file
     std::optional<std::string> connection;
     std::optional<std::string> logFolder;
+    /// Of a script's largest window; its design size without it.
+    std::optional<SurfaceSize> size;
     bool help = false;
 };
 

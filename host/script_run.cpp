@@ -34,12 +34,12 @@ std::string readScript(const std::string& file) {
     return text;
 }
 
-std::unique_ptr<Stage> makeStage(HostInterface userInterface,
+std::unique_ptr<Stage> makeStage(const HostOptions& options,
                                  [[maybe_unused]] const RegionalSettings& regional) {
-    if (userInterface == HostInterface::Headless)
+    if (options.userInterface == HostInterface::Headless)
         return makeHeadlessStage();
 #ifdef KOVA_WITH_QT
-    return makeQtStage(regional);
+    return makeQtStage(regional, options.size);
 #else
     throw ScenarioError("this build has no windows; use --ui headless");
 #endif
@@ -85,7 +85,7 @@ int runScript(const HostOptions& options, std::ostream& out, std::ostream& error
     try {
         auto lines = scenarioLines(readScript(*options.script));
         RegionalSettings regional;
-        const auto stage = makeStage(options.userInterface, regional);
+        const auto stage = makeStage(options, regional);
         const auto failure = play(options, std::move(lines), regional, *stage, out, openDatabase);
         out.flush();
         if (!failure)

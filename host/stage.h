@@ -1,5 +1,6 @@
 #pragma once
 #include <memory>
+#include <optional>
 
 namespace kova {
 
@@ -7,6 +8,7 @@ class Cashier;
 class EventLoop;
 class UserInterface;
 struct RegionalSettings;
+struct SurfaceSize;
 
 /// One user interface for a script, with a cashier who works on it.
 class Stage {
@@ -20,7 +22,7 @@ class Stage {
 /// Widget models alone, on virtual time.
 std::unique_ptr<Stage> makeHeadlessStage();
 /// Real windows, whose time passes in the cashier's waits alone. Only in builds with Qt. The settings outlive
-/// the stage.
-std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional);
+/// the stage. Windows take the size given, or the screen's.
+std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional, const std::optional<SurfaceSize>& size);
 
 } // namespace kova

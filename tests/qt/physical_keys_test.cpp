@@ -1,6 +1,7 @@
 // The physical keyboard and a scanner, wherever the focus is.
 #include "till.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -32,6 +33,32 @@ class PhysicalKeyboard : public testing::Test {
     static constexpr int typingPause = 45; // ms
     Till till;
 };
+
+std::string tabOrder(Till::Layout layout) {
+    Till till;
+    till.show(layout);
+    std::string order;
+    const Control* const first = till.dialog().focus();
+    do {
+        const Control& at = *till.dialog().focus();
+        order += at.name() + (at.index() ? std::to_string(*at.index()) : "") + ' ';
+        QTest::keyClick(till.frame().focusWidget(), Qt::Key_Tab);
+    } while (till.dialog().focus() != first && order.size() < 1000);
+    return order;
+}
+
+TEST(TabOrder, FollowsTheWayOfAnEntry) {
+    EXPECT_EQ(tabOrder(Till::Layout::Single),
+              "txtVisore CMD_CaricaMoneta Pulsantiera_Pagamenti Pulsantiera_Attivita txtNote cmdConferma "
+              "cmdAnnulla TabControl ");
+    EXPECT_EQ(
+        tabOrder(Till::Layout::DrawersAndCurrencies),
+        "txtVisore CMD_CaricaMoneta Pulsantiera_Pagamenti Pulsantiera_Attivita cmdCassetto1 cmdCassetto2 "
+        "cmdCassetto3 cmdCassetto4 Pulsantiera_Valuta txtNote cmdConferma cmdAnnulla TabControl ");
+    EXPECT_EQ(tabOrder(Till::Layout::Double),
+              "txtVisore CMD_CaricaMoneta Pulsantiera_Pagamenti Pulsantiera_Pagamenti_Versamenti txtNote "
+              "cmdNascondiTastiera cmdConferma cmdAnnulla TabControl ");
+}
 
 TEST_F(PhysicalKeyboard, TypesTheAmountFromAnywhereButAnEditor) {
     focus("cmdConferma");
@@ -68,6 +95,30 @@ TEST_F(PhysicalKeyboard, ChoosesConfirmsAndBreaksLinesOfNotes) {
     EXPECT_EQ(till.sink.movements[0].tipoIncasso, 2);
     press(Qt::Key_Return);
     EXPECT_EQ(till.messages.size(), 1U) << "a refusal as by touch";
+}
+
+TEST(PhysicalKeyboardAlone, ComposesAMovement) {
+    Till till;
+    till.show(Till::Layout::DrawersAndCurrencies);
+    const auto press = [&](std::initializer_list<Qt::Key> keys) {
+        for (const Qt::Key key : keys)
+            QTest::keyClick(till.frame().focusWidget(), key);
+    };
+    press({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Space}); // the third payment, in the second row
+    press({Qt::Key_Tab, Qt::Key_End, Qt::Key_Left, Qt::Key_Space}); // the second activity
+    auto* const spoken = QAccessible::queryAccessibleInterface(till.frame().focusWidget())->focusChild();
+    ASSERT_NE(spoken, nullptr);
+    EXPECT_EQ(spoken->text(QAccessible::Name), "Prelievo");
+    till.wait(50);
+    press({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab});
+    press({Qt::Key_Right, Qt::Key_Space, Qt::Key_Tab, Qt::Key_X, Qt::Key_Tab, Qt::Key_4, Qt::Key_Return});
+    ASSERT_EQ(till.sink.movements.size(), 1U);
+    const auto& saved = till.sink.movements[0];
+    EXPECT_EQ(saved.idpagamento, 3);
+    EXPECT_EQ(saved.tipoIncasso, 2);
+    EXPECT_EQ(saved.cassetto, 2);
+    EXPECT_EQ(saved.Valuta, "CHF");
+    EXPECT_EQ(saved.importo, 4);
 }
 
 TEST_F(PhysicalKeyboard, SendsNoBarCodeAsAnAmount) {

@@ -44,12 +44,32 @@ void Till::show(Layout layout) {
         database().table("Attiva_Gestione_MultiCassetto", {"Valore"}, {{"1"}});
         database().table("tabValute", {"Valuta"}, {{"€"}, {"CHF"}, {"USD"}, {"GBP"}});
     }
+    if (layout == Layout::ManyButtons)
+        fillCatalogues();
     component->Inizializza(database_);
     component->DoppioInserimentoObbligatorio(layout == Layout::Double);
     if (layout == Layout::Double)
         process.SoftwareName = "Cassa";
     component->Show(0);
     loop.settle();
+}
+
+// Twenty activities, thirty payments, eight currencies, and drawers.
+void Till::fillCatalogues() {
+    using Rows = std::vector<std::vector<Value>>;
+    Rows activities, payments, currencies;
+    for (std::int64_t i = 1; i <= 30; ++i) {
+        payments.push_back({i, "Buono sconto", std::int64_t{4}, "€"});
+        if (i <= 20)
+            activities.push_back({i, "Spese di reparto", std::int64_t{0}});
+        if (i <= 8)
+            currencies.push_back({std::string_view("ABCDEFGH").substr(static_cast<std::size_t>(i) - 1, 1)});
+    }
+    database().table("Attiva_Gestione_MultiCassetto", {"Valore"}, {{"1"}});
+    database().table("FROM tabPagamenti", {"idpagamento", "TipoPagamento", "IdTipoPagamento", "Valuta"},
+                     payments);
+    database().table("tabValute", {"Valuta"}, currencies);
+    database().table("where visible", {"id", "Description", "idTypeRow"}, activities);
 }
 
 void Till::composeMovement() {

@@ -16,7 +16,7 @@ class Till {
     Till(const Till&) = delete;
     Till& operator=(const Till&) = delete;
 
-    enum class Layout { Single, DrawersAndCurrencies, Double };
+    enum class Layout { Single, DrawersAndCurrencies, Double, ManyButtons };
     /// Connects and shows the dialog.
     void show(Layout layout = Layout::Single);
     Window& dialog() { return *component->dialog()->window(); }
@@ -44,6 +44,7 @@ class Till {
 
   private:
     void runModal(Window& window);
+    void fillCatalogues();
     struct NoProvider final : DatabaseProvider {
         std::shared_ptr<DatabaseConnection> open(const std::string&) override { return nullptr; }
     } provider_;

@@ -76,34 +76,40 @@ void expectFingerSized(QWidget& window, const std::vector<Exception>& exceptions
     EXPECT_EQ(used.size(), exceptions.size()) << "an exception that nothing needs";
 }
 
-/// The least distance between two faces that stand side by side or one above the other.
-double leastGap(const std::vector<QRectF>& faces) {
-    double least = 1e9;
-    for (const QRectF& one : faces)
-        for (const QRectF& other : faces) {
-            if (one.bottom() > other.top() && other.bottom() > one.top() && other.left() > one.left())
-                least = std::min(least, other.left() - one.right());
-            if (one.right() > other.left() && other.right() > one.left() && other.top() > one.top())
-                least = std::min(least, other.top() - one.bottom());
+struct Face {
+    QString name;
+    QRectF area; ///< what is drawn, in the window
+};
+
+std::vector<Face> facesOn(QWidget& window) {
+    std::vector<Face> faces;
+    for (auto* const widget : window.findChildren<QWidget*>()) {
+        const QPointF at = widget->mapTo(&window, QPointF());
+        if (!widget->isVisible())
+            continue;
+        if (const auto* button = dynamic_cast<FaceButton*>(widget))
+            faces.push_back({widget->objectName(), button->face().translated(at)});
+        if (const auto* grid = dynamic_cast<ButtonGridView*>(widget))
+            for (int i = 0; i < grid->cellCount(); ++i)
+                if (const QRectF area = grid->face(i) & QRectF(grid->rect()); !area.isEmpty())
+                    faces.push_back({widget->objectName() + QString::number(i), area.translated(at)});
+    }
+    return faces;
+}
+
+/// Whatever stands side by side or one above the other.
+void expectFacesApart(QWidget& window) {
+    const std::vector<Face> faces = facesOn(window);
+    EXPECT_GT(faces.size(), 1U);
+    for (const auto& [name, area] : faces)
+        for (const auto& [otherName, other] : faces) {
+            double gap = LeastGap;
+            if (area.bottom() > other.top() && other.bottom() > area.top() && other.left() > area.left())
+                gap = millimetres(other.left() - area.right());
+            if (area.right() > other.left() && other.right() > area.left() && other.top() > area.top())
+                gap = std::min(gap, millimetres(other.top() - area.bottom()));
+            EXPECT_GE(gap, LeastGap) << name.toStdString() << ' ' << otherName.toStdString();
         }
-    return millimetres(least);
-}
-
-double gapOfKeys(QWidget& board) {
-    std::vector<QRectF> faces;
-    for (const auto* key : board.findChildren<KeyButton*>())
-        faces.push_back(key->face().translated(QPointF(key->pos())));
-    EXPECT_GT(faces.size(), 1U);
-    return leastGap(faces);
-}
-
-double gapOfGrid(QWidget& widget) {
-    auto& grid = dynamic_cast<ButtonGridView&>(widget);
-    std::vector<QRectF> faces;
-    for (int i = 0; i < grid.cellCount(); ++i)
-        faces.push_back(grid.face(i));
-    EXPECT_GT(faces.size(), 1U);
-    return leastGap(faces);
 }
 
 // Fixed by the positions of the design, all of them: a row of buttons is 585 twips high, the keyboard's keys
@@ -130,24 +136,35 @@ class TouchTargets : public testing::Test {
 TEST_F(TouchTargets, OfTheSingleMovementAreFingerSized) {
     till.show();
     expectFingerSized(till.frame(), EntryPage);
-    for (const char* board : {"Virtual_KeyPAD", "Virtual_Keyboard"})
-        EXPECT_GE(gapOfKeys(till.widget(board)), LeastGap) << board;
-    for (const char* grid : {"Pulsantiera_Pagamenti", "Pulsantiera_Attivita"})
-        EXPECT_GE(gapOfGrid(till.widget(grid)), LeastGap) << grid;
+    expectFacesApart(till.frame());
 }
 
 TEST_F(TouchTargets, OfDrawersAndCurrenciesAreFingerSized) {
     till.show(Till::Layout::DrawersAndCurrencies);
     expectFingerSized(till.frame(), both(EntryPage, Drawers));
-    EXPECT_GE(gapOfGrid(till.widget("Pulsantiera_Valuta")), LeastGap);
+    expectFacesApart(till.frame());
+}
+
+TEST_F(TouchTargets, OfTooManyButtonsForTheirGridsAreFingerSized) {
+    till.show(Till::Layout::ManyButtons);
+    expectFingerSized(till.frame(), both(EntryPage, Drawers));
+    expectFacesApart(till.frame());
+    for (const char* name : {"Pulsantiera_Pagamenti", "Pulsantiera_Attivita", "Pulsantiera_Valuta"}) {
+        auto& grid = dynamic_cast<ButtonGridView&>(till.widget(name));
+        for (int i = 0; i < grid.cellCount(); ++i) {
+            const auto place = grid.touchPoint(grid.cellButton(i)->key);
+            EXPECT_TRUE(QRectF(grid.rect()).contains(grid.face(i))) << name << " brings all of it into sight";
+            EXPECT_EQ(grid.cellAt(place->point), i) << name;
+        }
+    }
 }
 
 TEST_F(TouchTargets, OfTheDoubleMovementAreFingerSized) {
     till.show(Till::Layout::Double);
+    expectFacesApart(till.frame());
     till.dialog().moveFocus(till.control<TextBox>("txtNote")); // shows the keyboard
     till.loop.settle();
     expectFingerSized(till.frame(), EntryPage);
-    EXPECT_GE(gapOfGrid(till.widget("Pulsantiera_Pagamenti_Versamenti")), LeastGap);
 }
 
 TEST_F(TouchTargets, OfTheMovementsAreFingerSized) {
@@ -155,6 +172,7 @@ TEST_F(TouchTargets, OfTheMovementsAreFingerSized) {
     till.control<TabControl>("TabControl").touchTab(1);
     till.loop.settle();
     expectFingerSized(till.frame(), MovementsPage);
+    expectFacesApart(till.frame());
 }
 
 TEST_F(TouchTargets, OfTheWindowsInFrontAreFingerSized) {
@@ -168,7 +186,7 @@ TEST_F(TouchTargets, OfTheWindowsInFrontAreFingerSized) {
             return;
         }
         expectFingerSized(frame, CoinCount);
-        EXPECT_GE(gapOfKeys(till.userInterface.view(*window.find("Virtual_KeyPAD"))->widget()), LeastGap);
+        expectFacesApart(frame);
     };
     till.control<PushButton>("cmdConferma").press();
     till.control<PushButton>("CMD_CaricaMoneta").press();

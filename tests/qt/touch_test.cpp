@@ -3,6 +3,7 @@
 
 #include "adapters/qt/bounce_filter.h"
 
+#include <QAccessible>
 #include <QPointingDevice>
 #include <QScrollBar>
 #include <QTest>
@@ -146,6 +147,29 @@ TEST_F(TouchScreen, SavesOnceHoweverOftenConfirmIsTouchedMeanwhile) {
     till.loop.settle();
     EXPECT_EQ(till.sink.movements.size(), 1U);
     EXPECT_TRUE(till.messages.empty());
+}
+
+TEST_F(TouchScreen, PansAGridOfManyButtons) {
+    till.dialog().requestClose();
+    till.show(Till::Layout::ManyButtons);
+    auto& activities = till.control<ButtonGrid>("Pulsantiera_Attivita");
+    std::string key;
+    const auto touched = activities.buttonClick.connect([&](const std::string& button) { key = button; });
+    const QImage before = picture("Pulsantiera_Attivita");
+    const QPoint fourth = at("Pulsantiera_Attivita", "4");
+    down(fourth);
+    move(fourth - QPoint(100, 0));
+    EXPECT_EQ(picture("Pulsantiera_Attivita"), before) << "the finger only left its button";
+    move(fourth - QPoint(100 + 3 * 83, 0));
+    up();
+    EXPECT_EQ(key, "") << "panning touches nothing";
+    rest();
+    touch(fourth);
+    EXPECT_EQ(key, "7") << "the strip went with the finger";
+    activities.selectButton("20", true);
+    auto* const grid = QAccessible::queryAccessibleInterface(&till.widget("Pulsantiera_Attivita"));
+    EXPECT_FALSE(grid->child(19)->state().offscreen) << "what the program marks is brought into sight";
+    EXPECT_TRUE(grid->child(0)->state().offscreen);
 }
 
 TEST_F(TouchScreen, ScrollsTheMovements) {

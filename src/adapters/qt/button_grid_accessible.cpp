@@ -46,6 +46,9 @@ class CellAccessible final : public QAccessibleInterface, public QAccessibleActi
             state.invisible = !grid_->isVisible();
             state.checkable = true;
             state.checked = grid_->cellButton(index_)->marked;
+            state.offscreen = !grid_->inSight(index_);
+            state.focusable = grid_->isEnabled();
+            state.focused = grid_->hasFocus() && grid_->currentCell() == index_;
         }
         return state;
     }
@@ -77,6 +80,9 @@ class GridAccessible final : public QAccessibleWidget {
     }
     int indexOfChild(const QAccessibleInterface* wanted) const override {
         return cells_.indexOf(wanted, childCount());
+    }
+    [[nodiscard]] QAccessibleInterface* focusChild() const override {
+        return grid_.hasFocus() ? child(grid_.currentCell()) : nullptr;
     }
     [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override {
         return child(grid_.cellAt(QPointF(grid_.mapFromGlobal(QPoint(x, y)))));

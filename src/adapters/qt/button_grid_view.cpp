@@ -1,27 +1,28 @@
 #include "adapters/qt/button_grid_view.h"
 
 #include "adapters/qt/button_grid_accessible.h"
+#include "adapters/qt/window_frame.h"
 
+#include <QAccessible>
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPixmap>
 #include <QToolTip>
 
 #include <algorithm>
+#include <cmath>
 
 namespace kova {
 namespace {
 
-const Font Caption{"Tahoma", 11, true};
-constexpr double Gap = 3.5;         // half of what lies between two faces, in design pixels
-constexpr double MostGap = 0.08;    // of a cell: small cells keep their faces
-constexpr double LeastShare = 0.65; // of its size that a long caption is made smaller to, before it is cut
-constexpr double LeastCell = 8;     // pixels; smaller cells are drawn without gap and text
-
-look::TextStyle captionStyle(const QFont& font) {
-    return {.smallestPixels = std::max(8, static_cast<int>(font.pixelSize() * LeastShare))};
-}
+const Font CaptionFont{"Tahoma", 11, true};
+// Design pixels.
+constexpr double PictureGap = 3.5;
+constexpr double FocusRing = 2.5;
+constexpr double LeastCell = 8;   // pixels; smaller cells are drawn without gap and text
+constexpr double WheelStep = 120; // of Qt's eighths of degrees
 
 QString fromUtf8(const std::string& text) {
     return QString::fromStdString(text);
@@ -31,6 +32,7 @@ QString fromUtf8(const std::string& text) {
 
 ButtonGridView::ButtonGridView(ButtonGrid& grid, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(grid, frame) {
+    setFocusPolicy(Qt::TabFocus); // a touch leaves the focus where it is
     nameByLabels(*this);
 }
 
@@ -46,36 +48,11 @@ const ButtonGrid::Button* ButtonGridView::cellButton(int index) const {
     return index >= 0 && index < cellCount() ? &model()->buttons()[static_cast<std::size_t>(index)] : nullptr;
 }
 
-// A grid that was given too few cells for its buttons gets more rows.
-ButtonGridView::Arrangement ButtonGridView::arrangement() const {
-    const int columns = std::max(1, model()->columns());
-    const int needed = (cellCount() + columns - 1) / columns;
-    return {columns, std::max({1, model()->rows(), needed})};
-}
-
-// Cells have fractions of pixels, so that each can be touched however many there are.
-QRectF ButtonGridView::cell(int index) const {
-    const auto [columns, rows] = arrangement();
-    const double width = static_cast<double>(this->width()) / columns;
-    const double height = static_cast<double>(this->height()) / rows;
-    const int row = index / columns;
-    return {(index % columns) * width, row * height, width, height};
-}
-
-QRectF ButtonGridView::face(int index) const {
-    const QRectF area = cell(index);
-    const double gap = std::min(Gap * scale().smaller(), std::min(area.width(), area.height()) * MostGap);
-    return area.adjusted(gap, gap, -gap, -gap);
-}
-
-int ButtonGridView::cellAt(const QPointF& point) const {
-    if (model() == nullptr || !QRectF(rect()).contains(point))
-        return -1;
-    const auto [columns, rows] = arrangement();
-    const int column = std::min(static_cast<int>(point.x() * columns / width()), columns - 1);
-    const int row = std::min(static_cast<int>(point.y() * rows / height()), rows - 1);
-    const int index = row * columns + column;
-    return index < cellCount() ? index : -1;
+void ButtonGridView::arrange() {
+    captions_.clear();
+    if (model() != nullptr)
+        cells_.arrange(*model(), size(), scale());
+    current_ = std::clamp(current_, 0, std::max(0, cellCount() - 1));
 }
 
 std::optional<TouchPoint> ButtonGridView::touchPoint(const std::optional<std::string>& part) {
@@ -87,25 +64,72 @@ std::optional<TouchPoint> ButtonGridView::touchPoint(const std::optional<std::st
     const auto found = std::ranges::find(buttons, *part, &ButtonGrid::Button::key);
     if (found == buttons.end())
         return std::nullopt;
-    return TouchPoint{this, cell(static_cast<int>(found - buttons.begin())).center()};
+    const int index = static_cast<int>(found - buttons.begin());
+    show(index);
+    return TouchPoint{this, cell(index).center()};
+}
+
+void ButtonGridView::layOut() {
+    ControlView::layOut();
+    arrange();
+    showMarked();
 }
 
 void ButtonGridView::showProperty(Property property) {
-    if (property == Property::Buttons)
-        pressed_ = -1; // the finger is on another button now
+    if (property == Property::Buttons) {
+        letGo(); // the finger is on another button now
+        if (cellCount() == 0)
+            cells_.rewind();
+        arrange();
+    } else if (property == Property::Marks) {
+        showMarked();
+    }
     ControlView::showProperty(property);
 }
 
-QFont ButtonGridView::commonFont() const {
-    QFont font = look::font(Caption, scale());
-    if (!model()->equalFonts())
-        return font;
+void ButtonGridView::show(int index) {
+    cells_.show(index);
+    update();
+}
+
+void ButtonGridView::showMarked() {
+    if (model() == nullptr)
+        return;
+    const auto& buttons = model()->buttons();
+    const auto marked = std::ranges::find(buttons, true, &ButtonGrid::Button::marked);
+    if (marked == buttons.end())
+        return;
+    current_ = static_cast<int>(marked - buttons.begin());
+    show(current_);
+}
+
+QRectF ButtonGridView::picturePlace(int index) const {
+    if (const auto& picture = cellButton(index)->picture;
+        picture.empty() || QPixmap(fromUtf8(picture)).isNull())
+        return {};
+    const QRectF inside = look::captionArea(face(index), {.unit = scale().smaller()});
+    const double side = std::min(inside.height(), inside.width() / 3);
+    return {inside.left(), inside.center().y() - side / 2, side, side};
+}
+
+QRectF ButtonGridView::captionRoom(int index) const {
+    QRectF inside = look::captionArea(face(index), {.unit = scale().smaller()});
+    if (const QRectF picture = picturePlace(index); !picture.isEmpty())
+        inside.setLeft(picture.right() + pixels(PictureGap));
+    return inside;
+}
+
+const std::vector<look::Caption>& ButtonGridView::captions() {
+    if (!captions_.empty())
+        return captions_;
+    std::vector<look::CaptionPlace> places;
+    places.reserve(model()->buttons().size());
     for (int index = 0; index < cellCount(); ++index)
-        font =
-            look::fitted(fromUtf8(cellButton(index)->caption), font,
-                         look::captionArea(face(index), {.unit = scale().smaller(), .marked = true}).size(),
-                         captionStyle(look::font(Caption, scale())));
-    return font;
+        places.push_back({fromUtf8(cellButton(index)->caption), captionRoom(index).size()});
+    captions_ =
+        look::setCaptions(places, look::font(CaptionFont, scale()), scale().smaller(),
+                          model()->equalFonts() ? look::CaptionSizes::Common : look::CaptionSizes::Own);
+    return captions_;
 }
 
 void ButtonGridView::paintEvent(QPaintEvent* event) {
@@ -116,13 +140,16 @@ void ButtonGridView::paintEvent(QPaintEvent* event) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(look::toQt(model()->backColor()));
     painter.drawRoundedRect(rect(), pixels(5), pixels(5));
-    const QFont font = commonFont();
+    if (cells_.pans()) {
+        paintPosition(painter);
+        painter.setClipRect(cells_.room());
+    }
     for (int index = 0; index < cellCount(); ++index)
         if (cell(index).intersects(event->rect()))
-            paintCell(painter, index, font);
+            paintCell(painter, index);
 }
 
-void ButtonGridView::paintCell(QPainter& painter, int index, const QFont& font) const {
+void ButtonGridView::paintCell(QPainter& painter, int index) {
     const ButtonGrid::Button& button = *cellButton(index);
     look::Face face;
     face.color = look::toQt(button.marked ? model()->selectedColor() : button.faceColor);
@@ -135,19 +162,38 @@ void ButtonGridView::paintCell(QPainter& painter, int index, const QFont& font) 
         painter.fillRect(area, look::filling(face));
         return;
     }
-    const QRectF outline = this->face(index);
-    look::drawFace(painter, outline, face);
-    QRectF room = look::captionArea(outline, face);
-    if (const QPixmap picture(fromUtf8(button.picture)); !button.picture.empty() && !picture.isNull()) {
-        const double side = std::min(room.height(), room.width() / 3);
-        painter.drawPixmap(QRectF(room.left(), room.center().y() - side / 2, side, side), picture,
-                           picture.rect());
-        room.setLeft(room.left() + side + pixels(Gap));
+    look::drawFace(painter, this->face(index), face);
+    if (hasFocus() && index == current_)
+        paintFocus(painter, index);
+    if (const QRectF place = picturePlace(index); !place.isEmpty()) {
+        const QPixmap picture(fromUtf8(button.picture));
+        painter.drawPixmap(place, picture, picture.rect());
     }
     const QColor fill = look::filling(face);
     const QColor text = look::readableOn(fill, look::toQt(button.textColor));
     painter.setPen(face.enabled ? text : look::mixed(text, fill, button.marked ? 0.15 : 0.5));
-    look::drawText(painter, room, fromUtf8(button.caption), font, captionStyle(font));
+    look::drawCaption(painter, captionRoom(index), captions()[static_cast<std::size_t>(index)],
+                      Qt::AlignCenter);
+}
+
+/// A ring in the gap, which shows around a marked button too.
+void ButtonGridView::paintFocus(QPainter& painter, int index) const {
+    const double width = FocusRing * scale().smaller();
+    painter.setPen(QPen(look::accentOn(look::toQt(model()->backColor())), width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(face(index).adjusted(-width / 2, -width / 2, width / 2, width / 2), pixels(6),
+                            pixels(6));
+}
+
+void ButtonGridView::paintPosition(QPainter& painter) const {
+    const QColor back = look::toQt(model()->backColor());
+    const auto paint = [&](const QRectF& bar, const QColor& color) {
+        const double radius = std::min(bar.width(), bar.height()) / 2;
+        painter.setBrush(color);
+        painter.drawRoundedRect(bar, radius, radius);
+    };
+    paint(cells_.bar(), look::mixed(back, look::inkOn(back), 0.15));
+    paint(cells_.barInSight(), look::accentOn(back));
 }
 
 void ButtonGridView::setDown(bool down) {
@@ -155,20 +201,113 @@ void ButtonGridView::setDown(bool down) {
         update();
 }
 
+void ButtonGridView::letGo() {
+    pressed_ = -1;
+    panning_ = false;
+    setDown(false);
+}
+
 void ButtonGridView::mousePressEvent(QMouseEvent* event) {
-    pressed_ = event->button() == Qt::LeftButton ? cellAt(event->position()) : -1;
+    letGo();
+    finger_ = event->position();
+    pressed_ = event->button() == Qt::LeftButton ? cellAt(finger_) : -1;
     setDown(pressed_ >= 0);
 }
 
 void ButtonGridView::mouseMoveEvent(QMouseEvent* event) {
-    setDown(pressed_ >= 0 && cellAt(event->position()) == pressed_);
+    const QPointF moved = event->position() - finger_;
+    if (panning_) {
+        cells_.panBy(moved);
+        update();
+    } else if ((event->buttons() & Qt::LeftButton) != 0 && cells_.meansPanning(moved)) {
+        letGo();
+        panning_ = true;
+    } else {
+        setDown(pressed_ >= 0 && cellAt(event->position()) == pressed_);
+        return;
+    }
+    finger_ = event->position();
 }
 
 void ButtonGridView::mouseReleaseEvent(QMouseEvent* event) {
     const int touched = cellAt(event->position()) == pressed_ ? pressed_ : -1;
-    pressed_ = -1;
-    setDown(false);
+    if (panning_) {
+        cells_.settle();
+        update();
+    }
+    letGo();
     touchCell(touched);
+}
+
+void ButtonGridView::wheelEvent(QWheelEvent* event) {
+    if (!cells_.pans()) {
+        event->ignore();
+        return;
+    }
+    const QPoint turned = event->angleDelta();
+    wheel_ += (turned.y() != 0 ? turned.y() : turned.x()) / WheelStep;
+    const double cells = std::trunc(wheel_);
+    wheel_ -= cells;
+    cells_.panByCells(cells);
+    update();
+}
+
+void ButtonGridView::keyPressEvent(QKeyEvent* event) {
+    const int columns = cells_.columns();
+    switch (event->key()) {
+    case Qt::Key_Left:
+        return moveCurrent(current_ - 1);
+    case Qt::Key_Right:
+        return moveCurrent(current_ + 1);
+    case Qt::Key_Up:
+        return moveCurrent(current_ - columns);
+    case Qt::Key_Down:
+        return moveCurrent(current_ + columns);
+    case Qt::Key_Home:
+        return moveCurrent(0);
+    case Qt::Key_End:
+        return moveCurrent(cellCount() - 1);
+    case Qt::Key_Space:
+        if (!event->isAutoRepeat()) {
+            show(current_);
+            pressed_ = current_;
+            setDown(cellCount() > 0);
+        }
+        return;
+    default:
+        event->ignore();
+    }
+}
+
+void ButtonGridView::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Space || event->isAutoRepeat() || panning_) {
+        event->ignore();
+        return;
+    }
+    const int touched = pressed_;
+    letGo();
+    touchCell(touched);
+}
+
+void ButtonGridView::moveCurrent(int to) {
+    if (to < 0 || to >= cellCount())
+        return;
+    letGo();
+    current_ = to;
+    show(to);
+    QAccessibleEvent focus(this, QAccessible::Focus);
+    focus.setChild(to);
+    QAccessible::updateAccessibility(&focus);
+}
+
+void ButtonGridView::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    moveCurrent(current_);
+}
+
+void ButtonGridView::focusOutEvent(QFocusEvent* event) {
+    QWidget::focusOutEvent(event);
+    letGo();
 }
 
 void ButtonGridView::touchCell(int index) {
@@ -181,10 +320,7 @@ bool ButtonGridView::event(QEvent* event) {
         return QWidget::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
     const int index = cellAt(QPointF(help->pos()));
-    const QRectF room = index < 0 ? QRectF() : look::captionArea(face(index), {.unit = scale().smaller()});
-    const QFont font = look::font(Caption, scale());
-    if (index >= 0 &&
-        !look::fitsAtAll(fromUtf8(cellButton(index)->caption), font, room.size(), captionStyle(font)))
+    if (index >= 0 && !captions()[static_cast<std::size_t>(index)].whole)
         QToolTip::showText(help->globalPos(), fromUtf8(cellButton(index)->caption), this);
     else
         QToolTip::hideText();

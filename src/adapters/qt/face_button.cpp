@@ -1,5 +1,7 @@
 #include "adapters/qt/face_button.h"
 
+#include "adapters/qt/caption.h"
+
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -43,7 +45,14 @@ void FaceButton::paintEvent(QPaintEvent*) {
     const QColor ink = face.enabled ? text : look::mixed(text, fill, 0.55);
     const QRectF area = drawPicture(painter, look::captionArea(outline, face), ink);
     painter.setPen(ink);
-    wholeCaption_ = look::drawText(painter, area, this->text(), looks_.font, {.wrapped = looks_.wrapped});
+    if (!looks_.wrapped) {
+        look::drawText(painter, area, this->text(), looks_.font, {.wrapped = false});
+        return;
+    }
+    const auto caption = look::setCaptions({{this->text(), area.size()}}, looks_.font, looks_.face.unit,
+                                           look::CaptionSizes::Own);
+    look::drawCaption(painter, area, caption.front(), Qt::AlignCenter);
+    wholeCaption_ = caption.front().whole;
 }
 
 /// Returns what is left for the caption.

@@ -4,8 +4,11 @@
 #include "adapters/qt/window_frame.h"
 #include "adapters/qt/words.h"
 #include "widgets/button_grid.h"
+#include "widgets/control_visitor.h"
 #include "widgets/push_button.h"
 #include "widgets/text_box.h"
+
+#include <algorithm>
 
 namespace kova {
 namespace {
@@ -16,22 +19,36 @@ KeyHelp* helpOf(const WindowFrame& frame) {
     return static_cast<KeyHelp*>(frame.findChild<QLabel*>(ObjectName, Qt::FindDirectChildrenOnly));
 }
 
-QString line(const QString& key, const QString& meaning) {
-    return QString("<tr><td><b>%1</b>&nbsp;&nbsp;&nbsp;</td><td>%2</td></tr>")
+QString cells(const QString& key, const QString& meaning) {
+    return QString("<td><b>%1</b>&nbsp;&nbsp;&nbsp;</td><td>%2&nbsp;&nbsp;&nbsp;</td>")
         .arg(key.toHtmlEscaped(), meaning.toHtmlEscaped());
 }
 
+QString line(const QString& key, const QString& meaning) {
+    return "<tr>" + cells(key, meaning) + "</tr>";
+}
+
+/// What the arrow keys choose in.
+class GridNames : public ControlVisitor {
+  public:
+    void visit(ButtonGrid& grid) override {
+        if (isReachable(&grid) && !grid.buttons().empty())
+            names << QString::fromStdString(spokenNameOf(grid));
+    }
+    QStringList names;
+};
+
+/// A line for each key, with and without Shift.
 QString functionKeys(const ButtonGrid& grid) {
+    constexpr std::size_t KeysOfARow = 11;
+    const auto& buttons = grid.buttons();
     QString lines;
-    constexpr int keysOfARow = 11;
-    int number = 0;
-    for (const auto& button : grid.buttons()) {
-        if (number >= 2 * keysOfARow)
-            break;
-        const QString shift = number < keysOfARow ? QString() : QString("\u21E7 ");
-        lines +=
-            line(shift + QString("F%1").arg(number % keysOfARow + 2), QString::fromStdString(button.caption));
-        ++number;
+    for (std::size_t i = 0; i < std::min(buttons.size(), KeysOfARow); ++i) {
+        const QString key = QString("F%1").arg(i + 2);
+        lines += "<tr>" + cells(key, QString::fromStdString(buttons[i].caption));
+        if (i + KeysOfARow < buttons.size())
+            lines += cells("\u21E7 " + key, QString::fromStdString(buttons[i + KeysOfARow].caption));
+        lines += "</tr>";
     }
     return lines;
 }
@@ -49,6 +66,11 @@ QString helpFor(const WindowFrame& frame) {
             break;
         }
     lines += line("\u21E5", inWords(Word::NextField, frame.regional()));
+    GridNames grids;
+    for (Control* control : frame.model()->controls())
+        control->accept(grids);
+    if (!grids.names.isEmpty())
+        lines += line("\u2190 \u2191 \u2193 \u2192  \u2423", grids.names.join(", "));
     if (isReachable(targets.functionKeys))
         lines += functionKeys(*targets.functionKeys);
     return "<table cellspacing='4'>" + lines + "</table>";
@@ -69,7 +91,8 @@ KeyHelp::KeyHelp(WindowFrame& frame) : QLabel(&frame) {
     do { // many activities make a long list
         setFont(font);
         font.setPixelSize(font.pixelSize() - 1);
-    } while (sizeHint().height() > frame.height() && font.pixelSize() > 8);
+    } while ((sizeHint().height() > frame.height() || sizeHint().width() > frame.width()) &&
+             font.pixelSize() > 8);
     const QSize size = sizeHint().boundedTo(frame.size());
     setGeometry(
         QRect(QPoint((frame.width() - size.width()) / 2, (frame.height() - size.height()) / 2), size));

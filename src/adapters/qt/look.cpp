@@ -1,10 +1,11 @@
 #include "adapters/qt/look.h"
 
+#include "adapters/qt/caption.h"
+
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QHash>
 #include <QPainter>
-#include <QTextLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -59,31 +60,6 @@ bool fits(const QString& text, const QFont& font, const QSizeF& room, const Text
     return needed.width() <= room.width() + 0.5 && needed.height() <= room.height() + 0.5;
 }
 
-// As many lines as there is room for, broken inside words where nothing else helps.
-void drawCutText(QPainter& painter, const QRectF& area, const QString& text, const QFont& font,
-                 Qt::Alignment alignment) {
-    const QFontMetricsF metrics(font);
-    const int lines = std::max(1, static_cast<int>(area.height() / metrics.lineSpacing()));
-    QStringList shown;
-    QString rest = text.simplified();
-    while (!rest.isEmpty() && shown.size() < lines - 1) {
-        QTextLayout layout(rest, font);
-        QTextOption option;
-        option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-        layout.setTextOption(option);
-        layout.beginLayout();
-        QTextLine line = layout.createLine();
-        line.setLineWidth(area.width());
-        layout.endLayout();
-        const int length = std::max(1, line.textLength());
-        shown << rest.left(length).trimmed();
-        rest = rest.mid(length);
-    }
-    if (!rest.isEmpty())
-        shown << metrics.elidedText(rest, Qt::ElideRight, area.width());
-    painter.drawText(area, static_cast<int>(alignment), shown.join('\n'));
-}
-
 void drawCheck(QPainter& painter, const QPointF& center, double radius, const QColor& disc) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(disc);
@@ -94,6 +70,11 @@ void drawCheck(QPainter& painter, const QPointF& center, double radius, const QC
     painter.drawPolyline(
         QPolygonF({center + QPointF(-0.45, 0.05) * radius, center + QPointF(-0.1, 0.4) * radius,
                    center + QPointF(0.5, -0.35) * radius}));
+}
+
+/// Too low for a mark above the caption.
+bool isLow(const QRectF& face, double unit) {
+    return face.height() <= 10 * CheckRadius * unit;
 }
 
 QColor markOn(const QColor& face) {
@@ -193,8 +174,11 @@ void drawFace(QPainter& painter, const QRectF& area, const Face& face) {
         painter.setPen(QPen(markOn(fill), thick));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(shape.adjusted(inset, inset, -inset, -inset), radius, radius);
-        const double disc = std::min(CheckRadius * face.unit, std::min(shape.width(), shape.height()) / 4);
-        drawCheck(painter, shape.topRight() + QPointF(-disc - thick, disc + thick), disc, markOn(fill));
+        const bool small = isLow(area, face.unit) && area.width() < 2 * area.height(); // all for the caption
+        const double disc =
+            std::min((small ? 5 : CheckRadius) * face.unit, std::min(shape.width(), shape.height()) / 4);
+        const double inside = small ? disc / 2 : disc + thick;
+        drawCheck(painter, shape.topRight() + QPointF(-inside, inside), disc, markOn(fill));
     }
     if (face.focused) {
         painter.setPen(QPen(accentOn(fill), line * 2));
@@ -205,10 +189,10 @@ void drawFace(QPainter& painter, const QRectF& area, const Face& face) {
 }
 
 QRectF captionArea(const QRectF& area, const Face& face) {
-    const double margin = std::min(6 * face.unit, std::min(area.width(), area.height()) / 10);
+    const double margin = std::min(4 * face.unit, std::min(area.width(), area.height()) / 10);
     QRectF inside = area.adjusted(margin, margin, -margin, -margin);
     const double check = CheckRadius * 1.6 * face.unit;
-    if (area.height() > 6 * check) // always, so that a caption keeps its size when the button gets marked
+    if (!isLow(area, face.unit)) // marked or not, so that a caption keeps its size
         inside.adjust(0, check, 0, -check);
     else if (face.marked && area.width() > 4 * check)
         inside.adjust(check, 0, -check, 0);
@@ -238,20 +222,14 @@ QFont fitted(const QString& text, QFont font, const QSizeF& room, const TextStyl
     return font;
 }
 
-bool fitsAtAll(const QString& text, const QFont& font, const QSizeF& room, const TextStyle& style) {
-    return fits(text, fitted(text, font, room, style), room, style);
-}
-
-bool drawText(QPainter& painter, const QRectF& area, const QString& text, const QFont& font,
+void drawText(QPainter& painter, const QRectF& area, const QString& text, const QFont& font,
               const TextStyle& style) {
     const QFont size = fitted(text, font, area.size(), style);
     painter.setFont(size);
-    if (fits(text, size, area.size(), style)) {
+    if (fits(text, size, area.size(), style))
         painter.drawText(area, flags(style), text);
-        return true;
-    }
-    drawCutText(painter, area, text, size, style.alignment);
-    return false;
+    else
+        drawCaption(painter, area, cutCaption({text, area.size()}, size), style.alignment);
 }
 
 } // namespace kova::look

@@ -6,14 +6,18 @@
 #include <QRectF>
 #include <QString>
 
+#include <cmath>
+
 class QPainter;
 
 namespace kova {
 
-/// Pixels per design pixel (15 twips). Lengths that are no positions, fonts among them, take the smaller.
+/// Pixels per design pixel (15 twips). Lengths that are no positions, fonts among them, take the smaller; a
+/// finger's the mean, since a panel turned upright has neither larger nor smaller ones.
 struct Scale {
     double x = 1, y = 1;
     [[nodiscard]] double smaller() const { return x < y ? x : y; }
+    [[nodiscard]] double mean() const { return std::sqrt(x * y); }
     friend bool operator==(const Scale&, const Scale&) = default;
 };
 
@@ -62,10 +66,8 @@ struct TextStyle {
 };
 /// The largest size up to `font`'s own at which the text fits; the smallest when it never does.
 QFont fitted(const QString& text, QFont font, const QSizeF& room, const TextStyle& style);
-/// Whether the text fits at that size or a smaller one.
-bool fitsAtAll(const QString& text, const QFont& font, const QSizeF& room, const TextStyle& style);
-/// Draws the text fitted, and cut with an ellipsis where it does not fit. Returns whether all of it shows.
-bool drawText(QPainter& painter, const QRectF& area, const QString& text, const QFont& font,
+/// Draws the text fitted, and cut with an ellipsis where it does not fit.
+void drawText(QPainter& painter, const QRectF& area, const QString& text, const QFont& font,
               const TextStyle& style = {});
 
 } // namespace kova::look

@@ -1,6 +1,7 @@
 #include "adapters/qt/push_button_view.h"
 
 #include "adapters/qt/icons.h"
+#include "adapters/qt/window_frame.h"
 
 #include <algorithm>
 
@@ -9,6 +10,13 @@ namespace {
 
 constexpr double IconSize = 16;    // design pixels
 constexpr double LeastPoints = 11; // captions of less are hard to read at arm's length
+constexpr double LeastGap = 7;     // design pixels between two faces: 1.5 mm on a panel of 10 inches
+
+int pixelsBetween(const QRect& one, const QRect& other) {
+    return std::max({other.left() - one.right(), one.left() - other.right(), other.top() - one.bottom(),
+                     one.top() - other.bottom()}) -
+           1;
+}
 
 } // namespace
 
@@ -25,6 +33,16 @@ PushButtonView::PushButtonView(PushButton& button, WindowFrame& frame, QWidget& 
 void PushButtonView::layOut() {
     ControlView::layOut();
     showLooks();
+}
+
+// Buttons of an array stand close together. They look apart, and take touches up to each other.
+double PushButtonView::inset() const {
+    double missing = 0;
+    for (const Control* other : model()->window().controls())
+        if (other != model() && other->parent() == model()->parent() && other->name() == model()->name())
+            missing = std::max(missing, LeastGap * scale().smaller() -
+                                            pixelsBetween(geometry(), frame().pixels(*other)));
+    return missing / 2;
 }
 
 void PushButtonView::showLooks() {
@@ -44,6 +62,7 @@ void PushButtonView::showLooks() {
     looks.text = look::toQt(button.foreColor());
     looks.font = look::font(font, scale());
     looks.pictureSize = pixels(IconSize);
+    looks.inset = inset();
     if (const auto icon = button.icon(); icon != PushButton::Icon::None)
         looks.picture = [icon](QPainter& painter, const QRectF& area, const QColor& color) {
             look::drawIcon(painter, area, icon, color);

@@ -17,6 +17,7 @@ class PushButtonView final : public FaceButton, public ModelView<PushButton> {
 
   private:
     void showLooks();
+    [[nodiscard]] double inset() const; ///< of the face, in pixels
 };
 
 } // namespace kova
