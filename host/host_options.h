@@ -25,6 +25,7 @@ struct HostOptions {
     std::optional<std::string> logFolder;
     /// Of a script's largest window; its design size without it.
     std::optional<SurfaceSize> size;
+    std::optional<std::string> pictures; ///< folder for those of a played scenario
     bool help = false;
 };
 

@@ -39,7 +39,7 @@ std::unique_ptr<Stage> makeStage(const HostOptions& options,
     if (options.userInterface == HostInterface::Headless)
         return makeHeadlessStage();
 #ifdef KOVA_WITH_QT
-    return makeQtStage(regional, options.size);
+    return makeQtStage(regional, options);
 #else
     throw ScenarioError("this build has no windows; use --ui headless");
 #endif

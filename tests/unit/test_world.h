@@ -54,6 +54,11 @@ class RecordingSink final : public EventSink {
         std::int16_t cassetto;
         std::int32_t tipoIncasso;
         bool isIncasso;
+        friend bool operator==(const Movement&, const Movement&) = default;
+        friend void PrintTo(const Movement& one, std::ostream* out) {
+            *out << one.idpagamento << ' ' << one.importo << ' ' << one.Valuta << " \"" << one.note << "\" "
+                 << one.cassetto << ' ' << one.tipoIncasso << (one.isIncasso ? " in" : " out");
+        }
     };
     void SalvaPagamento(std::int32_t& idpagamento, double& importo, std::string& Valuta, std::string& note,
                         std::int16_t& cassetto, std::int32_t& tipoIncasso, bool& isIncasso) override {
