@@ -7,6 +7,9 @@
 
 namespace kova {
 
+/// The exit status when what was asked for could not be carried out.
+inline constexpr int NotCarriedOut = 2;
+
 enum class HostInterface { Headless, Qt };
 
 struct SurfaceSize {

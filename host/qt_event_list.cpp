@@ -18,7 +18,7 @@ namespace kova {
 namespace {
 
 constexpr std::size_t MostEvents = 500;
-const QString Between = QStringLiteral(" \u00B7 ");
+const QString PartSeparator = QStringLiteral(" \u00B7 ");
 
 QString nameOf(const std::vector<NamedId>& names, std::int32_t id) {
     const auto found = std::ranges::find(names, id, &NamedId::id);
@@ -71,7 +71,7 @@ QVariant EventListModel::data(const QModelIndex& index, int role) const {
     const QString name = QString::fromStdString(event.name);
     switch (role) {
     case Qt::DisplayRole: // also what assistive technology reads
-        return timeOfDay(event.time) + ' ' + name + Between + details(event);
+        return timeOfDay(event.time) + ' ' + name + PartSeparator + details(event);
     case Time:
         return timeOfDay(event.time);
     case Name:
@@ -110,7 +110,7 @@ QString EventListModel::movementText(const SavedMovement& movement) const {
         parts << caption(Caption::Drawer, languageId_) + ' ' + QString::number(movement.cassetto);
     if (!movement.note.empty())
         parts << QString::fromUtf8("«%1»").arg(QString::fromStdString(movement.note).simplified());
-    return parts.join(Between);
+    return parts.join(PartSeparator);
 }
 
 /// Draws an event on three lines: its name and time, and the values below in up to two lines.

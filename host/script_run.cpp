@@ -19,7 +19,6 @@ namespace kova {
 namespace {
 
 constexpr int CarriedOut = 0;
-constexpr int NotCarriedOut = 2;
 
 std::string readScript(const std::string& file) {
     std::ifstream opened;

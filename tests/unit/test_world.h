@@ -186,4 +186,12 @@ class World {
     Connection sinkConnection;
 };
 
+/// A view that fails: throws at each change of that property.
+[[nodiscard]] inline Connection failAt(Control& control, Property property) {
+    return control.changed.connect([property](Property changed) {
+        if (changed == property)
+            throw std::runtime_error("no drawing");
+    });
+}
+
 } // namespace kova::test
