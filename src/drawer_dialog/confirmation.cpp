@@ -107,8 +107,10 @@ bool frm_Drawer_Management::SalvaMovimentoDoppio() {
             const std::string& typed = controls().txtNote.text();
             std::string note = typed.empty() ? text(noteId, italianNote) : typed;
             double importo = amount();
-            notice += (notice.empty() ? "" : "\n") + noticeLine({grid, payment, importo, s.Valuta, activity,
-                                                                 s.isIncasso, text(noteId, italianNote)});
+            if (!notice.empty())
+                notice += '\n';
+            notice += noticeLine(
+                {grid, payment, importo, s.Valuta, activity, s.isIncasso, text(noteId, italianNote)});
             component().SalvaPagamento(payment, importo, s.Valuta, note, s.Cassetto, activity, s.isIncasso);
         };
         send(controls().Pulsantiera_Pagamenti, s.idPagamento, withdrawal, 56, "Prelievo");
