@@ -19,6 +19,14 @@ namespace {
 
 using test::Till;
 
+QColor mostOf(const QImage& picture, const QRect& place) {
+    std::map<QRgb, int> counted;
+    for (int y = place.top(); y <= place.bottom(); ++y)
+        for (int x = place.left(); x <= place.right(); ++x)
+            ++counted[picture.pixel(x, y)];
+    return std::ranges::max_element(counted, {}, [](const auto& one) { return one.second; })->first;
+}
+
 /// Draws all but the texts into a picture, and keeps the texts.
 class TextRecorder final : public QPaintEngine {
   public:
@@ -26,6 +34,7 @@ class TextRecorder final : public QPaintEngine {
         QString words;
         QColor ink;
         QRect place;
+        QColor behind; ///< when it was drawn: what is drawn later may cover it
     };
     explicit TextRecorder(const QSize& size)
         : QPaintEngine(AllFeatures), behind(size, QImage::Format_RGB32) {}
@@ -47,7 +56,7 @@ class TextRecorder final : public QPaintEngine {
         const QRectF place(at.x(), at.y() - item.ascent(), item.width(), item.ascent() + item.descent());
         const QRect seen = transform_.mapRect(place).toRect() & behind.rect();
         if (!item.text().trimmed().isEmpty() && QRegion(seen).intersects(systemClip()))
-            texts.push_back({item.text(), painter()->pen().color(), seen});
+            texts.push_back({item.text(), painter()->pen().color(), seen, mostOf(behind, seen)});
     }
     QImage behind;
     std::vector<Text> texts;
@@ -102,14 +111,6 @@ double contrast(const QColor& a, const QColor& b) {
     return (light + 0.05) / (dark + 0.05);
 }
 
-QColor mostOf(const QImage& picture, const QRect& place) {
-    std::map<QRgb, int> counted;
-    for (int y = place.top(); y <= place.bottom(); ++y)
-        for (int x = place.left(); x <= place.right(); ++x)
-            ++counted[picture.pixel(x, y)];
-    return std::ranges::max_element(counted, {}, [](const auto& one) { return one.second; })->first;
-}
-
 using Pairs = std::map<std::string, std::string>; ///< text on background, and a text that has it
 
 /// Adds the pairs that are hard to read; disabled texts are excepted.
@@ -117,12 +118,11 @@ void addFaintPairs(QWidget& window, Pairs& faint, int& looked) {
     constexpr double least = 4.5;
     RecordingDevice device(window.size());
     window.render(&device);
-    for (const auto& [words, ink, place] : device.recorder.texts) {
+    for (const auto& [words, ink, place, behind] : device.recorder.texts) {
         const QWidget* const on = window.childAt(place.center());
         if (on != nullptr && !on->isEnabled())
             continue;
         ++looked;
-        const QColor behind = mostOf(device.recorder.behind, place);
         if (contrast(ink, behind) < least)
             faint.emplace((ink.name() + " on " + behind.name()).toStdString(), words.toStdString());
     }
