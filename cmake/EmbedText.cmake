@@ -18,6 +18,7 @@ if(NOT CMAKE_SCRIPT_MODE_FILE)
       DEPENDS "${input}" "${EMBED_TEXT_SCRIPT}"
       VERBATIM)
     target_sources(${target} PRIVATE "${output}")
+    set_source_files_properties("${output}" PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
   endfunction()
   return()
 endif()

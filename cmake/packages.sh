@@ -11,6 +11,7 @@ packages_qt="qt6-base-dev qt6-translations-l10n libgl-dev fonts-dejavu-core"
 packages_sqlite="libsqlite3-dev"
 packages_odbc="unixodbc unixodbc-dev odbcinst tdsodbc" # the driver manager, and FreeTDS as a driver
 packages_tests="libgtest-dev clang-format"
+packages_pictures="imagemagick" # joins the film of examples/record.sh
 packages_all="clang clang-tidy libbenchmark-dev"
 
 installed() { dpkg-query -W -f '${db:Status-Abbrev}' "$1" 2>/dev/null | grep -q '^ii'; }

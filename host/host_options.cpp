@@ -34,7 +34,7 @@ HostOptions hostOptions(const std::vector<std::string>& words) {
             return options;
         }
         if (name != "--script" && name != "--ui" && name != "--database" && name != "--connection" &&
-            name != "--log-folder" && name != "--size")
+            name != "--log-folder" && name != "--size" && name != "--pictures")
             throw UsageError("unknown option: " + name);
         if (++i == words.size())
             throw UsageError("a value is missing behind " + name);
@@ -43,6 +43,7 @@ HostOptions hostOptions(const std::vector<std::string>& words) {
                        : name == "--database"   ? database
                        : name == "--connection" ? options.connection
                        : name == "--size"       ? size
+                       : name == "--pictures"   ? options.pictures
                                                 : options.logFolder;
         target = words[i];
     }
@@ -58,6 +59,7 @@ HostOptions hostOptions(const std::vector<std::string>& words) {
 std::string_view usage() {
     return "usage: kova-host [--script FILE] [--ui headless|qt] [--database empty|sample|FILE]\n"
            "                 [--connection TEXT] [--log-folder DIR] [--size WIDTHxHEIGHT]\n"
+           "                 [--pictures DIR]\n"
            "\n"
            "Without --script a window opens in which a cashier can work with the component.\n"
            "\n"
@@ -70,6 +72,7 @@ std::string_view usage() {
            "                     writes none\n"
            "  --size WxH         pixels of the windows that a script draws where there is no\n"
            "                     screen; their design size without it\n"
+           "  --pictures DIR     with --ui qt, what is seen at each touch, as pictures\n"
            "\n"
            "Exit status: 0 when all went well, 2 when something could not be carried out.\n";
 }

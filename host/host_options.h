@@ -7,6 +7,9 @@
 
 namespace kova {
 
+/// The exit status when what was asked for could not be carried out.
+inline constexpr int NotCarriedOut = 2;
+
 enum class HostInterface { Headless, Qt };
 
 struct SurfaceSize {
@@ -22,6 +25,7 @@ struct HostOptions {
     std::optional<std::string> logFolder;
     /// Of a script's largest window; its design size without it.
     std::optional<SurfaceSize> size;
+    std::optional<std::string> pictures; ///< folder for those of a played scenario
     bool help = false;
 };
 

@@ -192,19 +192,18 @@ void screenshot(Scene& scene, const Arguments& arguments) {
     scene.cashier.screenshot(activeWindow(scene), arguments.text(0));
 }
 
-constexpr Command commands[] = {
-    {"touch", touch},     {"press", press},
-    {"key", key},         {"keyboard", keyboard},
-    {"focus", focus},     {"type", type},
-    {"text", text},       {"tab", tab},
-    {"sort", sort},       {"group", group},
-    {"ungroup", ungroup}, {"close", close},
-    {"wait", wait},       {"screenshot", screenshot},
-};
-
 } // namespace
 
 std::span<const Command> cashierCommands() {
+    static constexpr Command commands[] = {
+        {"touch", touch},     {"press", press},
+        {"key", key},         {"keyboard", keyboard},
+        {"focus", focus},     {"type", type},
+        {"text", text},       {"tab", tab},
+        {"sort", sort},       {"group", group},
+        {"ungroup", ungroup}, {"close", close},
+        {"wait", wait},       {"screenshot", screenshot},
+    };
     return commands;
 }
 

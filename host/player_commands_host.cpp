@@ -178,31 +178,30 @@ void messages(Scene& scene, const Arguments& arguments) {
     scene.userInterface.keepMessageWindowsOpen(arguments.choice(0, "manual", "auto"));
 }
 
-constexpr Command commands[] = {
-    {"create", create},
-    {"use", use},
-    {"release", release},
-    {"connect", connect},
-    {"connect-string", connectString},
-    {"set", set},
-    {"get", get},
-    {"software", software},
-    {"show", show},
-    {"discard", discard},
-    {"stampa", [](Scene& scene, const Arguments& words) { raise(scene, "Stampa", words); }},
-    {"anteprima", [](Scene& scene, const Arguments& words) { raise(scene, "Anteprima", words); }},
-    {"apri-cassetto", [](Scene& scene, const Arguments& words) { raise(scene, "ApriCassetto", words); }},
-    {"salva", [](Scene& scene, const Arguments& words) { raise(scene, "SalvaPagamento", words); }},
-    {"sink", sink},
-    {"handler", handler},
-    {"store", store},
-    {"answer", answer},
-    {"messages", messages},
-};
-
 } // namespace
 
 std::span<const Command> hostCommands() {
+    static constexpr Command commands[] = {
+        {"create", create},
+        {"use", use},
+        {"release", release},
+        {"connect", connect},
+        {"connect-string", connectString},
+        {"set", set},
+        {"get", get},
+        {"software", software},
+        {"show", show},
+        {"discard", discard},
+        {"stampa", [](Scene& scene, const Arguments& words) { raise(scene, "Stampa", words); }},
+        {"anteprima", [](Scene& scene, const Arguments& words) { raise(scene, "Anteprima", words); }},
+        {"apri-cassetto", [](Scene& scene, const Arguments& words) { raise(scene, "ApriCassetto", words); }},
+        {"salva", [](Scene& scene, const Arguments& words) { raise(scene, "SalvaPagamento", words); }},
+        {"sink", sink},
+        {"handler", handler},
+        {"store", store},
+        {"answer", answer},
+        {"messages", messages},
+    };
     return commands;
 }
 

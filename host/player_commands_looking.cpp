@@ -197,11 +197,10 @@ void dump(Scene& scene, const Arguments& arguments) {
     throw ScenarioError("not a subject of dump: " + arguments.text(0));
 }
 
-constexpr Command commands[] = {{"dump", dump}};
-
 } // namespace
 
 std::span<const Command> lookingCommands() {
+    static constexpr Command commands[] = {{"dump", dump}};
     return commands;
 }
 

@@ -56,14 +56,13 @@ void failSql(Scene& scene, const Arguments& arguments) {
     scene.queries.add(std::move(rule));
 }
 
-constexpr Command commands[] = {
-    {"regional", regional}, {"now", now}, {"runtime-language", runtimeLanguage},
-    {"registry", registry}, {"sql", sql}, {"fail-sql", failSql},
-};
-
 } // namespace
 
 std::span<const Command> worldCommands() {
+    static constexpr Command commands[] = {
+        {"regional", regional}, {"now", now}, {"runtime-language", runtimeLanguage},
+        {"registry", registry}, {"sql", sql}, {"fail-sql", failSql},
+    };
     return commands;
 }
 

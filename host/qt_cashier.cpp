@@ -3,6 +3,7 @@
 #include "adapters/qt/user_interface.h"
 #include "adapters/qt/window_frame.h"
 #include "platform/error.h"
+#include "qt_recording.h"
 #include "widgets/button_grid.h"
 #include "widgets/numeric_keypad.h"
 #include "widgets/on_screen_keyboard.h"
@@ -21,17 +22,11 @@ namespace kova {
 namespace {
 
 constexpr std::int32_t PathAccessError = 75;
+constexpr std::chrono::milliseconds FingerDown(100), AfterGesture(120); // in a recording
 
 void sendMouse(QWidget& widget, QEvent::Type type, const QPointF& point, Qt::MouseButtons held) {
     QMouseEvent event(type, point, widget.mapToGlobal(point), Qt::LeftButton, held, Qt::NoModifier);
     QApplication::sendEvent(&widget, &event);
-}
-
-void touchWidget(const TouchPoint& place) {
-    const QPointer<QWidget> widget = place.widget;
-    sendMouse(*widget, QEvent::MouseButtonPress, place.point, Qt::LeftButton);
-    if (widget)
-        sendMouse(*widget, QEvent::MouseButtonRelease, place.point, Qt::NoButton);
 }
 
 int keyOf(char32_t character) {
@@ -61,12 +56,28 @@ void typeInto(QWidget& target, char32_t character) {
 
 } // namespace
 
+void QtCashier::record(std::chrono::milliseconds time, const TouchPoint* finger) {
+    if (recording_ != nullptr)
+        recording_->add(time, finger == nullptr
+                                  ? std::nullopt
+                                  : std::optional(finger->widget->mapToGlobal(finger->point.toPoint())));
+}
+
+void QtCashier::touchWidget(const TouchPoint& place) {
+    const QPointer<QWidget> widget = place.widget;
+    sendMouse(*widget, QEvent::MouseButtonPress, place.point, Qt::LeftButton);
+    record(FingerDown, &place);
+    if (widget)
+        sendMouse(*widget, QEvent::MouseButtonRelease, place.point, Qt::NoButton);
+}
+
 /// One gesture: afterwards what it left waiting is handled and a handler's failure is thrown on.
 template <class Body>
 void QtCashier::carryOut(Body body) {
     QtEventLoop::Caller caller(userInterface_.loop());
     body();
     userInterface_.loop().settle();
+    record(AfterGesture);
     caller.rethrow();
 }
 
@@ -106,6 +117,8 @@ Gesture QtCashier::selectTab(TabControl& tabs, int index) {
 
 Gesture QtCashier::focus(Control& control) {
     Gesture reached = Gesture::Done;
+    if (const auto place = userInterface_.touchPoint(control))
+        record(FingerDown, &*place);
     carryOut([&] { reached = control.window().moveFocus(control); });
     return reached;
 }
@@ -153,6 +166,7 @@ void QtCashier::requestClose(Window& window) {
 }
 
 void QtCashier::wait(std::chrono::milliseconds time) {
+    record(time);
     userInterface_.loop().advance(time);
     userInterface_.loop().settle();
 }

@@ -9,12 +9,16 @@ class QWidget;
 namespace kova {
 
 class QtUserInterface;
+class Recording;
+struct TouchPoint;
 
 /// A cashier in front of real windows: touches are mouse events at the place where the widget is drawn, keys
 /// are key events to the widget that has the keyboard.
 class QtCashier final : public Cashier {
   public:
-    explicit QtCashier(QtUserInterface& userInterface) : userInterface_(userInterface) {}
+    /// What is seen meanwhile goes to `recording`, if there is one.
+    explicit QtCashier(QtUserInterface& userInterface, Recording* recording = nullptr)
+        : userInterface_(userInterface), recording_(recording) {}
 
     Gesture press(PushButton& button) override;
     Gesture touch(ButtonGrid& grid, const std::string& key) override;
@@ -33,7 +37,10 @@ class QtCashier final : public Cashier {
     Gesture typeToWindow(Window& window, char32_t character);
     template <class Body>
     void carryOut(Body body);
+    void touchWidget(const TouchPoint& place);
+    void record(std::chrono::milliseconds time, const TouchPoint* finger = nullptr);
     QtUserInterface& userInterface_;
+    Recording* recording_;
 };
 
 } // namespace kova

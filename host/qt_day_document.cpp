@@ -18,7 +18,7 @@ constexpr double SectionGap = 8;
 constexpr double SmallGap = 2;
 constexpr double MovementsGap = 3;
 constexpr double SumsGap = 9;
-const QColor Ink(0, 0, 0);
+const QColor DocumentInk(0, 0, 0);
 const QColor Muted(80, 80, 80);
 const QString Between = QStringLiteral(" \u00B7 ");
 const QString Dash = QStringLiteral("\u2013");
@@ -122,15 +122,15 @@ void DayPages::putTitle() {
     const QFont small = measure_->font(SubtitleSize);
     const QRectF page = measure_->page();
     const QString title = caption(Caption::DocumentTitle, document_.languageId);
-    pages_.back().text(*measure_, page.left(), y_, Side::Left, title, large, Ink);
-    pages_.back().text(*measure_, page.right(), y_, Side::Right, dayOf(document_), large, Ink);
+    pages_.back().text(*measure_, page.left(), y_, Side::Left, title, large, DocumentInk);
+    pages_.back().text(*measure_, page.right(), y_, Side::Right, dayOf(document_), large, DocumentInk);
     y_ += measure_->lineHeight(large) + measure_->mm(SmallGap / 2);
-    pages_.back().text(*measure_, page.left(), y_, Side::Left, scopeOf(document_), small, Ink);
+    pages_.back().text(*measure_, page.left(), y_, Side::Left, scopeOf(document_), small, DocumentInk);
     const auto movements = static_cast<int>(document_.report.movements.size());
     const Caption counted = movements == 1 ? Caption::OneMovement : Caption::MovementCount;
     pages_.back().text(*measure_, page.right(), y_, Side::Right,
                        caption(counted, document_.languageId).replace("%1", QString::number(movements)),
-                       small, Ink);
+                       small, DocumentInk);
     y_ += measure_->lineHeight(small) + measure_->mm(SectionGap / 2);
 }
 
@@ -194,7 +194,8 @@ void DayPages::putSums() {
         y_ += measure_->mm(SectionGap);
     else
         beginPage();
-    pages_.back().text(*measure_, measure_->page().left(), y_, Side::Left, say(Caption::Sums), large, Ink);
+    pages_.back().text(*measure_, measure_->page().left(), y_, Side::Left, say(Caption::Sums), large,
+                       DocumentInk);
     y_ += heading;
     putTable(table);
 }

@@ -95,6 +95,12 @@ void fitForFingers(QPrintPreviewDialog& dialog, const DayDocument& document, dou
     auto* const close = new QPushButton(caption(Caption::ClosePreview, document.languageId));
     close->setObjectName("Primary");
     close->setAutoDefault(false);
+    close->setStyleSheet(
+        QString("background: %1; color: white; border: none; border-radius: %2px; font-weight: bold;"
+                " font-size: %3px;")
+            .arg(host_look::Accent.name())
+            .arg(host_look::pixels(6, scale))
+            .arg(host_look::pixels(16, scale)));
     QObject::connect(close, &QPushButton::clicked, &dialog, &QDialog::reject);
     auto* const space = new QWidget;
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);

@@ -16,8 +16,6 @@
 namespace kova {
 namespace {
 
-constexpr int NotCarriedOut = 2;
-
 void tellUnusable(const HostOptions& options, const std::string& reason) {
     const std::string name = demonstrationDatabaseName(options);
     std::cerr << "kova-host: " << name << ": " << reason << std::endl;

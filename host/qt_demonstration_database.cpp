@@ -43,11 +43,34 @@ void makeSample(const fs::path& file) {
     fs::rename(unfinished, file);
 }
 
+/// Four of the shop's days as one, as it would have gone until now: a day without movements shows little.
+constexpr const char* SampleDay = R"(
+    INSERT INTO tabPagamentiScontriniBackoffice(DataOperazione, TipoOperazione, idpagamento, Coefficiente,
+        ImportoIncassato, Valuta, Note, Cassetto, idCassa, idutente)
+    WITH clock(opening, now) AS (
+        SELECT iif(passed > 9 * 3600, 8 * 3600, 0), passed
+        FROM (SELECT strftime('%s', 'now', 'localtime') % 86400 AS passed)
+    ), sample AS (
+        SELECT *, strftime('%s', DataOperazione) % 86400 - 8 * 3600
+            + 780 * (julianday('2026-11-14') - julianday(date(DataOperazione))) AS second
+        FROM tabPagamentiScontriniBackoffice
+        WHERE date(DataOperazione) BETWEEN '2026-11-11' AND '2026-11-14' AND TipoOperazione NOT IN (4, 8)
+            AND (TipoOperazione <> 1 OR date(DataOperazione) = '2026-11-14')
+    )
+    SELECT datetime(date('now', 'localtime'),
+            CAST(opening + min(1.0, (now - opening) / 43200.0) * second AS INTEGER) || ' seconds') AS moment,
+        TipoOperazione, idpagamento, Coefficiente, ImportoIncassato, Valuta, Note, Cassetto, idCassa, idutente
+    FROM sample, clock
+    WHERE NOT EXISTS(
+        SELECT 1 FROM tabPagamentiScontriniBackoffice WHERE date(DataOperazione) = date('now', 'localtime'))
+    ORDER BY moment)";
+
 HostDatabase openUserFile() {
     const fs::path file = userFile();
     if (!fs::exists(file))
         makeSample(file);
     auto database = SqliteHostDatabase::openFile(utf8Text(file));
+    database.execute(SampleDay);
     auto connection = database.connection();
     return {std::move(database), std::move(connection)};
 }

@@ -39,7 +39,11 @@ constexpr const char* Sheet = R"(
 #Choices, #ChoicesPage { background: white; border: none; }
 #CardTitle { font-size: [15]px; font-weight: bold; }
 #FieldTitle { font-size: [12]px; color: @muted; padding-top: [4]px; }
-#Introduction { font-size: [15]px; color: @muted; }
+#Introduction { background: #dbe8f4; border: none; border-bottom: [1]px solid @line; }
+#Introduction QLabel { font-size: [16]px; }
+#Understood { background: @accent; color: white; border: none; border-radius: [6]px; font-size: [15]px;
+    font-weight: bold; min-height: [48]px; padding: 0 [16]px; }
+#Understood:focus { border: [2]px solid #ffd666; }
 #Empty { font-size: [14]px; color: @muted; }
 #Primary { background: @accent; color: white; border: none; border-radius: [10]px; font-size: [24]px;
     font-weight: bold; padding: 0 [12]px; }

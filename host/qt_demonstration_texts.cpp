@@ -38,16 +38,20 @@ constexpr std::array table{
           "Fetch previous float"},
     Texts{Caption::OpeningFloat, "Fondo cassa iniziale", "Anfangsbestand eingeben", "Enter opening float"},
     Texts{Caption::Events, "Eventi ricevuti", "Empfangene Ereignisse", "Events received"},
-    Texts{Caption::Introduction,
-          "1.  Scegli la cassa, l'operatore e le opzioni.\n\n"
-          "2.  Tocca «Registra movimento» e conferma un importo.\n\n"
-          "3.  Qui vedi gli eventi, sotto le righe memorizzate.",
-          "1.  Wähle Kasse, Bediener und Optionen.\n\n"
-          "2.  Tippe auf «Bewegung erfassen» und bestätige einen Betrag.\n\n"
-          "3.  Hier siehst du die Ereignisse, darunter die gespeicherten Zeilen.",
-          "1.  Choose till, operator and options.\n\n"
-          "2.  Touch “Record a movement” and confirm an amount.\n\n"
-          "3.  Events show up here, and the stored rows below."},
+    Texts{Caption::NoEvents, "Ancora nessun evento", "Noch keine Ereignisse", "No events yet"},
+    Texts{Caption::FirstSentence,
+          "Questa è una cassa di prova: scegli l'operatore e le opzioni che vuoi vedere.",
+          "Das ist eine Kasse zum Ausprobieren: Wähle Bediener und Optionen, die du sehen willst.",
+          "This is a till to try out: choose the operator and the options that you want to see."},
+    Texts{Caption::SecondSentence,
+          "Tocca «Registra movimento», scegli pagamento e movimento, digita un importo e conferma.",
+          "Tippe auf «Bewegung erfassen», wähle Zahlart und Bewegung, gib einen Betrag ein und bestätige.",
+          "Touch “Record a movement”, choose payment and movement, key in an amount and confirm."},
+    Texts{Caption::ThirdSentence,
+          "Gli eventi che il tuo programma riceverebbe appaiono a destra, le righe memorizzate sotto.",
+          "Die Ereignisse, die dein Programm bekäme, erscheinen rechts, die gespeicherten Zeilen unten.",
+          "The events that your program would receive show up on the right, the stored rows below."},
+    Texts{Caption::Understood, "Ho capito", "Verstanden", "Got it"},
     Texts{Caption::Movements, "Movimenti memorizzati", "Gespeicherte Bewegungen", "Stored movements"},
     Texts{Caption::NoMovements, "Ancora nessun movimento", "Noch keine Bewegungen", "No movements yet"},
     Texts{Caption::ColumnMoment, "Data e ora", "Datum und Zeit", "Date and time"},

@@ -28,7 +28,11 @@ enum class Caption {
     OfferPreviousFloat,
     OpeningFloat,
     Events,
-    Introduction, ///< three sentences, until the first event
+    NoEvents,
+    FirstSentence, ///< of the introduction, like the next two
+    SecondSentence,
+    ThirdSentence,
+    Understood,
     Movements,
     NoMovements,
     ColumnMoment,

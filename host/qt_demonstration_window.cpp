@@ -35,7 +35,7 @@ bool speaksOfDocuments(Caption message) {
 DemonstrationWindow::DemonstrationWindow(PointOfSale& shop)
     : shop_(shop), catalogues_(shop.catalogues()), choices_(new ChoicesPanel(catalogues_)),
       events_(new EventList(catalogues_, shop.regional())), movements_(new MovementList(shop.regional())),
-      banner_(new QPushButton), open_(new QPushButton),
+      banner_(new QPushButton), introduction_(new Introduction), open_(new QPushButton),
       languages_(new LanguageButtons(LanguageButtons::Place::InWindow)) {
     setObjectName("Demonstration");
     setAttribute(Qt::WA_StyledBackground);
@@ -54,6 +54,7 @@ DemonstrationWindow::DemonstrationWindow(PointOfSale& shop)
     layout->setSpacing(0);
     layout->addWidget(makeHeader());
     layout->addWidget(banner_);
+    layout->addWidget(introduction_);
     layout->addWidget(makeWorkplace(), 1);
     open_->setFocus(); // the space bar opens the dialog at once
     setLanguage(supportedLanguage(shop_.languageId()));
@@ -124,6 +125,7 @@ QFrame* DemonstrationWindow::makeCard(QWidget* content, std::optional<Caption> t
 void DemonstrationWindow::openDialog() {
     notice_.hide();
     strip_.accompanyModalWindows(scale_);
+    introduction_->dismiss();
     shop_.show(choices_->choices());
     strip_.leave();
     notice_.hide(); // it spoke to whoever worked in the dialog
@@ -237,6 +239,7 @@ void DemonstrationWindow::setLanguage(std::int32_t id) {
     for (const auto& [which, label] : labels_)
         label->setText(caption(which, id));
     open_->setText(caption(Caption::OpenDialog, id));
+    introduction_->setLanguage(id);
     choices_->setLanguage(id);
     events_->setLanguage(id);
     movements_->setLanguage(id);
@@ -266,6 +269,7 @@ void DemonstrationWindow::setScale(double scale) {
     }
     open_->setFixedHeight(px(84));
     languages_->setScale(scale);
+    introduction_->setScale(scale);
     choices_->setScale(scale);
     events_->setScale(scale);
     movements_->setScale(scale);

@@ -1,5 +1,6 @@
 #pragma once
 #include "qt_demonstration_texts.h"
+#include "qt_introduction.h"
 #include "qt_language_buttons.h"
 #include "qt_notice.h"
 #include "qt_point_of_sale.h"
@@ -66,6 +67,7 @@ class DemonstrationWindow final : public QWidget {
     EventList* events_;
     MovementList* movements_;
     QPushButton* banner_;
+    Introduction* introduction_;
     QPushButton* open_;
     LanguageButtons* languages_;
     std::vector<std::pair<Caption, QLabel*>> labels_;

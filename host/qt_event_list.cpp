@@ -18,7 +18,7 @@ namespace kova {
 namespace {
 
 constexpr std::size_t MostEvents = 500;
-const QString Between = QStringLiteral(" \u00B7 ");
+const QString PartSeparator = QStringLiteral(" \u00B7 ");
 
 QString nameOf(const std::vector<NamedId>& names, std::int32_t id) {
     const auto found = std::ranges::find(names, id, &NamedId::id);
@@ -71,7 +71,7 @@ QVariant EventListModel::data(const QModelIndex& index, int role) const {
     const QString name = QString::fromStdString(event.name);
     switch (role) {
     case Qt::DisplayRole: // also what assistive technology reads
-        return timeOfDay(event.time) + ' ' + name + Between + details(event);
+        return timeOfDay(event.time) + ' ' + name + PartSeparator + details(event);
     case Time:
         return timeOfDay(event.time);
     case Name:
@@ -110,7 +110,7 @@ QString EventListModel::movementText(const SavedMovement& movement) const {
         parts << caption(Caption::Drawer, languageId_) + ' ' + QString::number(movement.cassetto);
     if (!movement.note.empty())
         parts << QString::fromUtf8("«%1»").arg(QString::fromStdString(movement.note).simplified());
-    return parts.join(Between);
+    return parts.join(PartSeparator);
 }
 
 /// Draws an event on three lines: its name and time, and the values below in up to two lines.
@@ -151,17 +151,17 @@ class EventList::RowPainter final : public QStyledItemDelegate {
 
 EventList::EventList(const ShopCatalogues& catalogues, const RegionalSettings& regional, QWidget* parent)
     : QWidget(parent), model_(catalogues, regional), painter_(new RowPainter(this)),
-      pages_(new QStackedWidget), introduction_(new QLabel), list_(new QListView) {
-    introduction_->setObjectName("Introduction");
-    introduction_->setWordWrap(true);
-    introduction_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+      pages_(new QStackedWidget), empty_(new QLabel), list_(new QListView) {
+    empty_->setObjectName("Empty");
+    empty_->setWordWrap(true);
+    empty_->setAlignment(Qt::AlignCenter);
     list_->setModel(&model_);
     list_->setItemDelegate(painter_);
     list_->setSelectionMode(QAbstractItemView::NoSelection);
     list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     QScroller::grabGesture(list_->viewport());
-    pages_->addWidget(introduction_);
+    pages_->addWidget(empty_);
     pages_->addWidget(list_);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -176,7 +176,7 @@ void EventList::add(const ReceivedEvent& event) {
 
 void EventList::setLanguage(std::int32_t id) {
     model_.setLanguage(id);
-    introduction_->setText(caption(Caption::Introduction, id));
+    empty_->setText(caption(Caption::NoEvents, id));
     list_->setAccessibleName(caption(Caption::Events, id));
 }
 

@@ -34,7 +34,7 @@ class EventListModel final : public QAbstractListModel {
     std::int32_t languageId_ = 0;
 };
 
-/// The list on the window, with an introduction in its place until the first event comes.
+/// The list on the window, with a sentence in its place until the first event comes.
 class EventList final : public QWidget {
   public:
     EventList(const ShopCatalogues& catalogues, const RegionalSettings& regional, QWidget* parent = nullptr);
@@ -47,7 +47,7 @@ class EventList final : public QWidget {
     EventListModel model_;
     RowPainter* painter_; ///< owned by this widget, like those below
     QStackedWidget* pages_;
-    QLabel* introduction_;
+    QLabel* empty_;
     QListView* list_;
 };
 

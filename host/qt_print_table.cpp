@@ -21,7 +21,7 @@ constexpr double HeadingSize = 8;
 constexpr double Padding = 0.8; ///< millimetres above and below a row's text
 constexpr double ThinRule = 0.1;
 constexpr double StrongRule = 0.35;
-const QColor Ink(0, 0, 0);
+const QColor TableInk(0, 0, 0);
 const QColor HeadingInk(70, 70, 70);
 const QColor Faint(190, 190, 190);
 
@@ -168,7 +168,7 @@ void PrintTable::putRow(PrintPage& page, double top, std::size_t row) const {
     const PrintRow& content = rows_[row];
     for (std::size_t i = 0; i < columns_.size(); ++i)
         putCell(page, top + measure_.mm(Padding), i, content.cells[static_cast<qsizetype>(i)],
-                fontOf(content), Ink);
+                fontOf(content), TableInk);
     const double bottom = top + rowHeight(row);
     page.rule({measure_.page().left(), bottom, measure_.page().right(), bottom},
               measure_.mm(content.strong ? StrongRule : ThinRule), content.strong ? HeadingInk : Faint);

@@ -2,15 +2,21 @@
 #include "adapters/qt/user_interface.h"
 #include "host_options.h"
 #include "qt_cashier.h"
+#include "qt_recording.h"
 #include "stage.h"
 
 namespace kova {
 namespace {
 
+QSize surfaceOf(const HostOptions& options) {
+    return options.size ? QSize(options.size->width, options.size->height) : QSize();
+}
+
 class QtStage final : public Stage {
   public:
-    QtStage(const RegionalSettings& regional, const QSize& surface)
-        : userInterface_(loop_, regional, {.modalLoop = {}, .answer = {}, .surface = surface}) {}
+    QtStage(const RegionalSettings& regional, const HostOptions& options)
+        : userInterface_(loop_, regional, {.modalLoop = {}, .answer = {}, .surface = surfaceOf(options)}),
+          recording_(options.pictures ? std::make_unique<Recording>(*options.pictures) : nullptr) {}
     EventLoop& eventLoop() override { return loop_; }
     UserInterface& userInterface() override { return userInterface_; }
     Cashier& cashier() override { return cashier_; }
@@ -18,17 +24,18 @@ class QtStage final : public Stage {
   private:
     QtEventLoop loop_{QtEventLoop::Time::Stepped};
     QtUserInterface userInterface_;
-    QtCashier cashier_{userInterface_};
+    std::unique_ptr<Recording> recording_;
+    QtCashier cashier_{userInterface_, recording_.get()};
 };
 
 } // namespace
 
-std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional, const std::optional<SurfaceSize>& size) {
+std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional, const HostOptions& options) {
     // A script needs no screen: without one the windows are drawn into memory.
     const bool screen = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
     if (!screen && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    return std::make_unique<QtStage>(regional, size ? QSize(size->width, size->height) : QSize());
+    return std::make_unique<QtStage>(regional, options);
 }
 
 } // namespace kova

@@ -3,7 +3,7 @@
 namespace kova {
 namespace {
 
-constexpr std::string_view HostDatabase = "Data Source=:host:";
+constexpr std::string_view ScriptsOwnDatabase = "Data Source=:host:";
 
 DatabaseError failure(const QueryWatch::FailRule& rule) {
     return {DatabaseError::CommandFailed, rule.message, "42000"};
@@ -42,7 +42,7 @@ Recordset QueryWatch::run(DatabaseConnection& connection, const Query& query) {
 }
 
 std::shared_ptr<DatabaseConnection> ScriptDatabases::open(const std::string& connectionString) {
-    if (connectionString == HostDatabase)
+    if (connectionString == ScriptsOwnDatabase)
         return hostConnection();
     return std::make_shared<WatchedConnection>(others_.open(connectionString), watch_);
 }

@@ -19,7 +19,6 @@ namespace kova {
 namespace {
 
 constexpr int CarriedOut = 0;
-constexpr int NotCarriedOut = 2;
 
 std::string readScript(const std::string& file) {
     std::ifstream opened;
@@ -40,7 +39,7 @@ std::unique_ptr<Stage> makeStage(const HostOptions& options,
     if (options.userInterface == HostInterface::Headless)
         return makeHeadlessStage();
 #ifdef KOVA_WITH_QT
-    return makeQtStage(regional, options.size);
+    return makeQtStage(regional, options);
 #else
     throw ScenarioError("this build has no windows; use --ui headless");
 #endif

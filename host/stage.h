@@ -1,14 +1,13 @@
 #pragma once
 #include <memory>
-#include <optional>
 
 namespace kova {
 
 class Cashier;
 class EventLoop;
 class UserInterface;
+struct HostOptions;
 struct RegionalSettings;
-struct SurfaceSize;
 
 /// One user interface for a script, with a cashier who works on it.
 class Stage {
@@ -22,7 +21,7 @@ class Stage {
 /// Widget models alone, on virtual time.
 std::unique_ptr<Stage> makeHeadlessStage();
 /// Real windows, whose time passes in the cashier's waits alone. Only in builds with Qt. The settings outlive
-/// the stage. Windows take the size given, or the screen's.
-std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional, const std::optional<SurfaceSize>& size);
+/// the stage. Of the options count the size of windows, the screen's without it, and the folder for pictures.
+std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional, const HostOptions& options);
 
 } // namespace kova

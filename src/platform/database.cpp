@@ -20,50 +20,46 @@ std::optional<std::size_t> Snapshot::findColumn(std::string_view name) const {
 Value Snapshot::at(std::size_t row, std::size_t column) const {
     if (row >= rowCount_ || column >= columnNames_.size())
         throw std::out_of_range("no such cell");
-    const Cell& cell = cells_[row * columnNames_.size() + column];
-    switch (cell.kind) {
+    const std::size_t cell = row * columnNames_.size() + column;
+    const std::int64_t bits = bits_[cell];
+    const Meaning meaning = meanings_[cell];
+    switch (static_cast<Kind>(meaning & ((1U << ScaleShift) - 1))) {
     case Kind::Boolean:
-        return cell.bits != 0;
+        return bits != 0;
     case Kind::Integer:
-        return cell.bits;
+        return bits;
     case Kind::Real:
-        return std::bit_cast<double>(cell.bits);
+        return std::bit_cast<double>(bits);
     case Kind::Exact:
-        return Decimal{cell.bits, cell.scale};
+        return Decimal{bits, static_cast<std::uint8_t>(meaning >> ScaleShift)};
     case Kind::Text:
-        return texts_.at({static_cast<std::uint32_t>(cell.bits), cell.length});
+        return texts_.at(static_cast<TextArena::Place>(bits));
     case Kind::Time:
-        return DateTime(std::chrono::milliseconds(cell.bits));
+        return DateTime(std::chrono::milliseconds(bits));
     case Kind::Nothing:
         break;
     }
     return Null{};
 }
 
+void Snapshot::add(std::int64_t bits, Kind kind, std::uint8_t scale) {
+    bits_.push_back(bits);
+    meanings_.push_back(static_cast<Meaning>(static_cast<unsigned>(kind) | unsigned{scale} << ScaleShift));
+}
+
 void Snapshot::add(const Value& value) {
-    cells_.push_back(std::visit(Overloaded{
-                                    [](Null) { return Cell{}; },
-                                    [](bool v) {
-                                        return Cell{v ? 1 : 0, 0, Kind::Boolean, 0};
-                                    },
-                                    [](std::int64_t v) {
-                                        return Cell{v, 0, Kind::Integer, 0};
-                                    },
-                                    [](double v) {
-                                        return Cell{std::bit_cast<std::int64_t>(v), 0, Kind::Real, 0};
-                                    },
-                                    [](Decimal v) {
-                                        return Cell{v.unscaled, 0, Kind::Exact, v.scale};
-                                    },
-                                    [this](std::string_view v) {
-                                        const TextArena::Place place = texts_.keep(v);
-                                        return Cell{place.offset, place.length, Kind::Text, 0};
-                                    },
-                                    [](DateTime v) {
-                                        return Cell{v.time_since_epoch().count(), 0, Kind::Time, 0};
-                                    },
-                                },
-                                value));
+    std::visit(Overloaded{
+                   [this](Null) { add(0, Kind::Nothing); },
+                   [this](bool v) { add(v ? 1 : 0, Kind::Boolean); },
+                   [this](std::int64_t v) { add(v, Kind::Integer); },
+                   [this](double v) { add(std::bit_cast<std::int64_t>(v), Kind::Real); },
+                   [this](Decimal v) { add(v.unscaled, Kind::Exact, v.scale); },
+                   [this](std::string_view v) {
+                       add(std::int64_t{static_cast<std::uint32_t>(texts_.keep(v))}, Kind::Text);
+                   },
+                   [this](DateTime v) { add(v.time_since_epoch().count(), Kind::Time); },
+               },
+               value);
 }
 
 void Recordset::requireRow() const {

@@ -64,7 +64,9 @@ class KOVA_API Snapshot {
     /// Row and column must exist.
     [[nodiscard]] Value at(std::size_t row, std::size_t column) const;
     /// Bytes held by cells and texts.
-    [[nodiscard]] std::size_t memoryUse() const { return cells_.memoryUse() + texts_.memoryUse(); }
+    [[nodiscard]] std::size_t memoryUse() const {
+        return bits_.memoryUse() + meanings_.memoryUse() + texts_.memoryUse();
+    }
 
     // The filling side, for adapters: all columns first, then cell by cell, row by row.
     void addColumn(std::string name) { columnNames_.push_back(std::move(name)); }
@@ -73,14 +75,13 @@ class KOVA_API Snapshot {
 
   private:
     enum class Kind : std::uint8_t { Nothing, Boolean, Integer, Real, Exact, Text, Time };
-    struct Cell {
-        std::int64_t bits = 0; ///< of a text, its offset
-        std::uint32_t length = 0;
-        Kind kind = Kind::Nothing;
-        std::uint8_t scale = 0;
-    };
+    /// What a cell's bits mean: the kind, and above it the scale of an exact number.
+    using Meaning = std::uint8_t;
+    static constexpr unsigned ScaleShift = 3;
+    void add(std::int64_t bits, Kind kind, std::uint8_t scale = 0);
     std::vector<std::string> columnNames_;
-    PagedVector<Cell> cells_;
+    PagedVector<std::int64_t> bits_; ///< of a text, its place
+    PagedVector<Meaning> meanings_;
     TextArena texts_;
     std::size_t rowCount_ = 0;
 };

@@ -1,37 +1,66 @@
 #include "platform/text_arena.h"
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <stdexcept>
 
 namespace kova {
 
+namespace {
+
+/// Of a text of up to 32 bytes: eight at a time, since every cell of a list comes by.
+std::size_t hashOf(std::string_view text) {
+    std::uint64_t hash = text.size();
+    while (!text.empty()) {
+        std::uint64_t part = 0;
+        const std::size_t length = std::min(text.size(), sizeof part);
+        std::memcpy(&part, text.data(), length);
+        hash = (hash ^ part) * 0x9E3779B97F4A7C15U;
+        hash ^= hash >> 32U;
+        text.remove_prefix(length);
+    }
+    return static_cast<std::size_t>(hash);
+}
+
+} // namespace
+
 TextArena::Place TextArena::keep(std::string_view text) {
     constexpr std::size_t longestShort = 32;
-    if (text.empty() || text.size() > longestShort)
+    if (text.empty())
+        return Place::Empty;
+    if (text.size() > longestShort)
         return add(text);
-    const auto byte = [&](std::size_t at) { return std::size_t(static_cast<unsigned char>(text[at])); };
-    const std::size_t last = text.size() - 1;
-    const std::size_t hash = text.size() * 31U + byte(0) + byte(last / 2) * 7U + byte(last) * 59U;
-    Place& recent = recent_[hash % recent_.size()];
+    Place& recent = recent_[hashOf(text) % recent_.size()];
     if (at(recent) != text)
         recent = add(text);
     return recent;
 }
 
 TextArena::Place TextArena::add(std::string_view text) {
-    if (text.empty())
-        return {0, 0};
-    if (PageSize - used_ < text.size())
-        addPages((text.size() + PageSize - 1) / PageSize);
-    const std::size_t pages =
-        (used_ + text.size() + PageSize - 1) / PageSize; // more than one for a long text alone
+    const bool isLong = text.size() >= LongLength;
+    const std::size_t needed = text.size() + (isLong ? 1 + sizeof(std::uint32_t) : 1);
+    if (PageSize - used_ < needed)
+        addPages((needed + PageSize - 1) / PageSize);
+    const std::size_t pages = (used_ + needed + PageSize - 1) / PageSize; // several for a long text alone
     const std::size_t first = pages_.size() - pages;
-    const Place place{static_cast<std::uint32_t>(first * PageSize + used_),
-                      static_cast<std::uint32_t>(text.size())};
-    std::memcpy(pages_[first] + used_, text.data(), text.size());
-    used_ = pages > 1 ? PageSize : used_ + text.size();
+    const auto place = static_cast<Place>(first * PageSize + used_ + 1);
+    char* to = pages_[first] + used_;
+    *to++ = static_cast<char>(isLong ? LongLength : text.size());
+    if (isLong) {
+        const auto length = static_cast<std::uint32_t>(text.size());
+        std::memcpy(to, &length, sizeof length);
+        to += sizeof length;
+    }
+    std::memcpy(to, text.data(), text.size());
+    used_ = pages > 1 ? PageSize : used_ + needed;
     return place;
+}
+
+std::string_view TextArena::longText(const char* bytes) {
+    std::uint32_t length = 0;
+    std::memcpy(&length, bytes, sizeof length);
+    return {bytes + sizeof length, length};
 }
 
 void TextArena::addPages(std::size_t count) {

@@ -106,6 +106,11 @@ class Control {
     bool enabled_ = true;
 };
 
+/// Whether there is a control and gestures reach it.
+[[nodiscard]] inline bool isReachable(const Control* control) {
+    return control != nullptr && control->reach() == Gesture::Done;
+}
+
 /// A control with a caption and colours.
 class CaptionedControl : public Control {
   public:

@@ -1,5 +1,6 @@
 #pragma once
 #include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -53,6 +54,11 @@ class Signal {
         slots_.push_back(std::make_shared<Slot>(Slot{true, std::move(call)}));
         const auto& slot = slots_.back();
         return Connection(std::shared_ptr<bool>(slot, &slot->connected));
+    }
+
+    [[nodiscard]] std::size_t connectedSlots() const {
+        return static_cast<std::size_t>(
+            std::ranges::count_if(slots_, [](const auto& slot) { return slot->connected; }));
     }
 
     /// Nothing of the signal is touched after the copy, so that a slot may destroy it.

@@ -4,8 +4,9 @@
 
 namespace kova::test {
 
-Till::Till(const QSize& surface)
-    : userInterface(
+Till::Till(const QSize& surface, QtEventLoop::Time time)
+    : loop(time),
+      userInterface(
           loop, regional,
           {.modalLoop = [this](Window& window) { runModal(window); }, .answer = {}, .surface = surface}),
       process(Platform{userInterface, loop, defaults_.clock, defaults_.runtime, defaults_.store, provider_,

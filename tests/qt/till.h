@@ -11,7 +11,7 @@ namespace kova::test {
 /// A component with its rules on real windows, on the doubles of the unit tests for all else.
 class Till {
   public:
-    explicit Till(const QSize& surface = {1280, 800});
+    explicit Till(const QSize& surface = {1280, 800}, QtEventLoop::Time time = QtEventLoop::Time::Stepped);
     ~Till();
     Till(const Till&) = delete;
     Till& operator=(const Till&) = delete;
@@ -39,7 +39,7 @@ class Till {
     std::function<void(Window&)> insideModal; ///< what happens in a modal loop before it is closed
     std::vector<std::string> messages;        ///< texts of the message window
     RegionalSettings regional;
-    QtEventLoop loop{QtEventLoop::Time::Stepped};
+    QtEventLoop loop;
     QtUserInterface userInterface;
 
   private:

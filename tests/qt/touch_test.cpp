@@ -5,6 +5,7 @@
 
 #include <QAccessible>
 #include <QPointingDevice>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTest>
 
@@ -98,6 +99,21 @@ TEST_F(TouchScreen, ShowsAtOnceWhatIsUnderTheFinger) {
         EXPECT_EQ(picture(name), before) << name << " shows that going up now would do nothing";
         up();
     }
+}
+
+TEST_F(TouchScreen, ShowsAKeyUpAgainOnceItActed) {
+    till.control<TextBox>("txtVisore").paste("1");
+    const QPoint key = at("Virtual_KeyPAD", "8");
+    const auto onScreen = [&] {
+        till.loop.settle();
+        return till.frame()
+            .screen()
+            ->grabWindow(till.frame().winId(), key.x() - 20, key.y() - 20, 40, 40)
+            .toImage();
+    };
+    const QImage before = onScreen();
+    touch(key);
+    EXPECT_EQ(onScreen(), before);
 }
 
 TEST_F(TouchScreen, TypesFastDigitsAndWithTwoThumbs) {

@@ -38,7 +38,7 @@ std::string readField(const std::string& body, std::size_t position, Read read) 
     return read(WireReader(std::string_view(body).substr(offset)), place.word());
 }
 
-std::string readText(WireReader reader, std::size_t characters) {
+std::string readLogInText(WireReader reader, std::size_t characters) {
     return reader.text(characters);
 }
 
@@ -85,7 +85,7 @@ bool TdsSession::answerLogIn(const std::string& body) {
     const auto version = reader.number<std::uint32_t>();
     const auto packetSize = reader.number<std::uint32_t>();
     version_ = version >> 24;
-    const auto user = readField(body, 40, readText);
+    const auto user = readField(body, 40, readLogInText);
     const auto what = services_.logIn(user, readField(body, 44, readPassword), version_);
     if (what == LogIns::Ignore)
         listenInVain();

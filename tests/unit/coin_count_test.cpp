@@ -8,14 +8,6 @@ namespace {
 
 using Log = std::vector<LogRecord>;
 
-/// A view that fails: throws at each change of that property.
-[[nodiscard]] Connection failAt(Control& control, Property property) {
-    return control.changed.connect([property](Property changed) {
-        if (changed == property)
-            throw std::runtime_error("no drawing");
-    });
-}
-
 class CoinCounting : public testing::Test {
   protected:
     void SetUp() override {

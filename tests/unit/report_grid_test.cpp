@@ -12,15 +12,15 @@
 namespace kova {
 namespace {
 
-const RegionalSettings Italian;
+const RegionalSettings ItalianRegion;
 
 class Report : public testing::Test {
   protected:
     Report() {
         window.setVisible(true);
-        grid.setConventions({[](std::string_view cell) { return parseNumber(cell, Italian); },
+        grid.setConventions({[](std::string_view cell) { return parseNumber(cell, ItalianRegion); },
                              [](std::string_view cell) -> std::optional<double> {
-                                 const auto date = parseDate(cell, Italian);
+                                 const auto date = parseDate(cell, ItalianRegion);
                                  return date ? std::optional(
                                                    static_cast<double>(date->time_since_epoch().count()))
                                              : std::nullopt;
@@ -56,7 +56,7 @@ class Report : public testing::Test {
             result += std::to_string(record);
         return result;
     }
-    NumberFormat numbers{Italian};
+    NumberFormat numbers{ItalianRegion};
     Window window{"window", "", {}};
     ReportGrid grid{{&window, "grid", {}}};
 };
@@ -230,7 +230,7 @@ TEST_F(Report, TakesItemsInAnyOrderAndGivesEmptyOnesForMissing) {
 }
 
 TEST(SqlDates, MeanTheSameOnEveryServer) {
-    const SqlDateFormatter formatter(Italian);
+    const SqlDateFormatter formatter(ItalianRegion);
     EXPECT_EQ(formatter.FormatSqlDate("6/11/2026", true, true),
               "CONVERT(datetime,'2026-11-06T00:00:00',126)");
     EXPECT_EQ(formatter.FormatSqlDate("06/11/2026 23:59.59", true, true),

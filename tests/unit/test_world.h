@@ -54,6 +54,11 @@ class RecordingSink final : public EventSink {
         std::int16_t cassetto;
         std::int32_t tipoIncasso;
         bool isIncasso;
+        friend bool operator==(const Movement&, const Movement&) = default;
+        friend void PrintTo(const Movement& one, std::ostream* out) {
+            *out << one.idpagamento << ' ' << one.importo << ' ' << one.Valuta << " \"" << one.note << "\" "
+                 << one.cassetto << ' ' << one.tipoIncasso << (one.isIncasso ? " in" : " out");
+        }
     };
     void SalvaPagamento(std::int32_t& idpagamento, double& importo, std::string& Valuta, std::string& note,
                         std::int16_t& cassetto, std::int32_t& tipoIncasso, bool& isIncasso) override {
@@ -180,5 +185,13 @@ class World {
     std::shared_ptr<cls_Kova_Drawer_Man> component;
     Connection sinkConnection;
 };
+
+/// A view that fails: throws at each change of that property.
+[[nodiscard]] inline Connection failAt(Control& control, Property property) {
+    return control.changed.connect([property](Property changed) {
+        if (changed == property)
+            throw std::runtime_error("no drawing");
+    });
+}
 
 } // namespace kova::test

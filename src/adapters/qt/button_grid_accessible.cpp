@@ -95,6 +95,22 @@ class GridAccessible final : public QAccessibleWidget {
 
 } // namespace
 
+void tellMarks(ButtonGridView& grid, std::vector<bool>& known) {
+    const std::vector<bool> before = std::exchange(known, {});
+    for (int index = 0; index < grid.cellCount(); ++index) {
+        const bool marked = grid.cellButton(index)->marked;
+        known.push_back(marked);
+        const auto place = static_cast<std::size_t>(index);
+        if (!QAccessible::isActive() || marked == (place < before.size() && before[place]))
+            continue;
+        QAccessible::State changed;
+        changed.checked = true;
+        QAccessibleStateChangeEvent event(
+            QAccessible::queryAccessibleInterface(static_cast<QWidget*>(&grid))->child(index), changed);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
 QAccessibleInterface* makeAccessibleButtonGrid(ButtonGridView& grid) {
     return new GridAccessible(grid);
 }

@@ -84,6 +84,8 @@ void ButtonGridView::showProperty(Property property) {
     } else if (property == Property::Marks) {
         showMarked();
     }
+    if (property == Property::Buttons || property == Property::Marks)
+        tellMarks(*this, toldMarks_);
     ControlView::showProperty(property);
 }
 

@@ -62,6 +62,7 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
 
     ButtonGridCells cells_;
     std::vector<look::Caption> captions_; ///< empty until drawn
+    std::vector<bool> toldMarks_;         ///< to assistive technology
     int pressed_ = -1;                    ///< the cell that the finger came down in
     bool down_ = false;                   ///< the finger is in it
     QPointF finger_;                      ///< where it was last, or came down

@@ -76,10 +76,12 @@ void FaceButton::keyPressEvent(QKeyEvent* event) {
 }
 
 void FaceButton::keyReleaseEvent(QKeyEvent* event) {
-    if (presses(*event) && !event->isAutoRepeat() && isDown())
+    if (presses(*event) && !event->isAutoRepeat() && isDown()) {
+        setDown(false); // the click alone would not draw it anew
         click();
-    else
+    } else {
         event->ignore();
+    }
 }
 
 bool FaceButton::event(QEvent* event) {

@@ -27,10 +27,10 @@ bool KeyButton::takeTouch(const QTouchEvent& event) {
     if (!isEnabled())
         return false;
     const bool inside = event.pointCount() > 0 && QRectF(rect()).contains(event.points().first().position());
-    if (event.type() == QEvent::TouchEnd && isDown() && inside)
-        click(); // goes up by itself
-    else
-        setDown(inside && event.type() != QEvent::TouchEnd && event.type() != QEvent::TouchCancel);
+    const bool wasDown = isDown();
+    setDown(inside && event.type() != QEvent::TouchEnd && event.type() != QEvent::TouchCancel);
+    if (event.type() == QEvent::TouchEnd && wasDown && inside)
+        click(); // which alone would not draw the key anew
     return true;
 }
 

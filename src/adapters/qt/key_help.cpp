@@ -19,10 +19,6 @@ KeyHelp* helpOf(const WindowFrame& frame) {
     return static_cast<KeyHelp*>(frame.findChild<QLabel*>(ObjectName, Qt::FindDirectChildrenOnly));
 }
 
-bool isReachable(const Control* control) {
-    return control != nullptr && control->reach() == Gesture::Done;
-}
-
 QString cells(const QString& key, const QString& meaning) {
     return QString("<td><b>%1</b>&nbsp;&nbsp;&nbsp;</td><td>%2&nbsp;&nbsp;&nbsp;</td>")
         .arg(key.toHtmlEscaped(), meaning.toHtmlEscaped());

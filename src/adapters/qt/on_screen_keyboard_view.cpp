@@ -11,15 +11,15 @@ namespace kova {
 namespace {
 
 const Font Letter{"Tahoma", 14, true};
-constexpr double HalfGap = 4; // between faces, in design pixels: 1.5 mm on a 10 inch panel, rounded down
+constexpr double HalfKeyGap = 4; // between faces, in design pixels: 1.5 mm on a 10 inch panel, rounded down
 constexpr char32_t CapsLock = 0;
-constexpr char32_t Backspace = 8;
+constexpr char32_t BackspaceCharacter = 8;
 constexpr char32_t LineBreak = 10;
 constexpr char32_t Space = 32;
 
 double widthOf(char32_t character) {
     switch (character) {
-    case Backspace:
+    case BackspaceCharacter:
     case LineBreak:
         return 2;
     case CapsLock:
@@ -33,7 +33,7 @@ double widthOf(char32_t character) {
 
 QString objectNameOf(char32_t character) {
     switch (character) {
-    case Backspace:
+    case BackspaceCharacter:
         return "Backspace";
     case LineBreak:
         return "Enter";
@@ -48,7 +48,7 @@ QString objectNameOf(char32_t character) {
 
 QString spokenName(char32_t character, const RegionalSettings& regional) {
     switch (character) {
-    case Backspace:
+    case BackspaceCharacter:
         return inWords(Word::Backspace, regional);
     case LineBreak:
         return inWords(Word::Enter, regional);
@@ -63,7 +63,7 @@ QString spokenName(char32_t character, const RegionalSettings& regional) {
 
 QString drawnText(char32_t character) {
     switch (character) {
-    case Backspace:
+    case BackspaceCharacter:
         return QStringLiteral("\u232B");
     case LineBreak:
         return QStringLiteral("\u21B5");
@@ -142,7 +142,7 @@ void OnScreenKeyboardView::showKeys() {
     looks.text = dark ? QColor(Qt::white) : QColor(20, 30, 42);
     looks.font = look::font(Letter, scale());
     looks.wrapped = false;
-    looks.inset = HalfGap * scale().smaller();
+    looks.inset = HalfKeyGap * scale().smaller();
     for (const auto& row : rows_) {
         for (const Key& key : row) {
             const bool plain = key.character > Space;
@@ -178,7 +178,7 @@ void OnScreenKeyboardView::paintEvent(QPaintEvent*) {
 std::optional<TouchPoint> OnScreenKeyboardView::touchPoint(const std::optional<std::string>& part) {
     if (!part)
         return ControlView::touchPoint(part);
-    const std::u32string wanted = fromUtf8(*part);
+    const std::u32string wanted = fromUtf8(std::string_view(*part));
     for (const auto& row : rows_)
         for (const Key& key : row)
             if (key.character != CapsLock && wanted.size() == 1 && key.character == lowerCase(wanted.front()))

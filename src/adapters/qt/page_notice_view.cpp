@@ -8,10 +8,10 @@
 namespace kova {
 namespace {
 
-const Font Text{"Tahoma", 13, true};
-constexpr double Margin = 10; // design pixels
-constexpr double Radius = 6;
-const QColor Background(20, 83, 45);
+const Font NoticeFont{"Tahoma", 13, true};
+constexpr double NoticeMargin = 10; // design pixels
+constexpr double NoticeRadius = 6;
+const QColor NoticeBackground(20, 83, 45);
 
 } // namespace
 
@@ -71,12 +71,12 @@ void PageNoticeView::paintEvent(QPaintEvent*) {
     painter.setOpacity(fade_.currentValue().toDouble());
     const double unit = frame_.scale().smaller();
     painter.setPen(Qt::NoPen);
-    painter.setBrush(Background);
-    painter.drawRoundedRect(rect(), Radius * unit, Radius * unit);
-    painter.setPen(look::inkOn(Background));
-    const double margin = Margin * unit;
+    painter.setBrush(NoticeBackground);
+    painter.drawRoundedRect(rect(), NoticeRadius * unit, NoticeRadius * unit);
+    painter.setPen(look::inkOn(NoticeBackground));
+    const double margin = NoticeMargin * unit;
     look::drawText(painter, QRectF(rect()).adjusted(margin, margin / 5, -margin, -margin / 5),
-                   accessibleName(), look::font(Text, frame_.scale()));
+                   accessibleName(), look::font(NoticeFont, frame_.scale()));
 }
 
 } // namespace kova

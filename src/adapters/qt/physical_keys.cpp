@@ -31,10 +31,6 @@ Focus focusOf(const Window& window) {
     return found.kind;
 }
 
-bool isReachable(const Control* control) {
-    return control != nullptr && control->reach() == Gesture::Done;
-}
-
 bool press(const WindowFrame& frame, PushButton* button) {
     if (!isReachable(button))
         return false;

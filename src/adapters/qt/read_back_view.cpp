@@ -6,20 +6,16 @@ namespace kova {
 namespace {
 
 // Lengths in design pixels.
-const Font Amount{"Tahoma", 17, true};
-const Font Way{"Tahoma", 11, true};
-constexpr double Margin = 3;
+const Font AmountFont{"Tahoma", 17, true};
+const Font WayFont{"Tahoma", 11, true};
+constexpr double BandMargin = 3;
 constexpr double WaysWidth = 76;
-constexpr double Radius = 5;
-constexpr int SmallestPixels = 6; // of the screen; half an amount would be a wrong one
+constexpr double BandRadius = 5;
+constexpr int SmallestBandPixels = 6; // of the screen; half an amount would be a wrong one
 
 const QColor InColor(20, 96, 52);
 const QColor OutColor(150, 38, 28);
 const QColor RefusalColor(255, 214, 102);
-
-QString fromUtf8(const std::string& text) {
-    return QString::fromStdString(text);
-}
 
 } // namespace
 
@@ -33,9 +29,9 @@ ReadBackView::ReadBackView(QWidget& parent, std::function<QColor()> backdrop)
 void ReadBackView::show(const ReadBack::Content& content, const QRect& place, const Scale& scale) {
     content_ = content;
     scale_ = scale;
-    QString spoken = fromUtf8(content.amount);
+    QString spoken = QString::fromStdString(content.amount);
     for (const ReadBack::Way& way : content.ways)
-        spoken += (spoken.isEmpty() ? "" : ", ") + fromUtf8(way.text);
+        spoken += (spoken.isEmpty() ? "" : ", ") + QString::fromStdString(way.text);
     setGeometry(place);
     setVisible(content.wanted && !spoken.isEmpty());
     if (accessibleName() != spoken)
@@ -46,7 +42,7 @@ void ReadBackView::show(const ReadBack::Content& content, const QRect& place, co
 QRectF ReadBackView::paintWays(QPainter& painter, QRectF area) const {
     if (content_.ways.empty())
         return area;
-    const double margin = Margin * scale_.smaller();
+    const double margin = BandMargin * scale_.smaller();
     const double width = WaysWidth * scale_.x;
     const double height = area.height() / static_cast<double>(content_.ways.size());
     QRectF place(area.left(), area.top(), width, height);
@@ -55,10 +51,10 @@ QRectF ReadBackView::paintWays(QPainter& painter, QRectF area) const {
         const QRectF chip = place.adjusted(0, margin / 4, 0, -margin / 4);
         painter.setPen(Qt::NoPen);
         painter.setBrush(fill);
-        painter.drawRoundedRect(chip, Radius * scale_.smaller(), Radius * scale_.smaller());
+        painter.drawRoundedRect(chip, BandRadius * scale_.smaller(), BandRadius * scale_.smaller());
         painter.setPen(look::inkOn(fill));
-        look::drawText(painter, chip.adjusted(margin, 0, -margin, 0), fromUtf8(way.text),
-                       look::font(Way, scale_), {.wrapped = false, .smallestPixels = SmallestPixels});
+        look::drawText(painter, chip.adjusted(margin, 0, -margin, 0), QString::fromStdString(way.text),
+                       look::font(WayFont, scale_), {.wrapped = false, .smallestPixels = SmallestBandPixels});
         place.translate(0, height);
     }
     area.setLeft(area.left() + width + 2 * margin);
@@ -66,24 +62,24 @@ QRectF ReadBackView::paintWays(QPainter& painter, QRectF area) const {
 }
 
 void ReadBackView::paintAmount(QPainter& painter, const QRectF& area) const {
-    const QString text = fromUtf8(content_.amount);
+    const QString text = QString::fromStdString(content_.amount);
     QColor back = backdrop_();
     if (!content_.isNumber) {
         back = RefusalColor;
         painter.setPen(Qt::NoPen);
         painter.setBrush(back);
-        painter.drawRoundedRect(area, Radius * scale_.smaller(), Radius * scale_.smaller());
+        painter.drawRoundedRect(area, BandRadius * scale_.smaller(), BandRadius * scale_.smaller());
     }
     painter.setPen(look::inkOn(back));
     const Qt::Alignment side = content_.isNumber ? Qt::AlignRight : Qt::AlignHCenter;
-    look::drawText(painter, area, text, look::font(content_.isNumber ? Amount : Way, scale_),
-                   {.alignment = side | Qt::AlignVCenter, .smallestPixels = SmallestPixels});
+    look::drawText(painter, area, text, look::font(content_.isNumber ? AmountFont : WayFont, scale_),
+                   {.alignment = side | Qt::AlignVCenter, .smallestPixels = SmallestBandPixels});
 }
 
 void ReadBackView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const double margin = Margin * scale_.smaller();
+    const double margin = BandMargin * scale_.smaller();
     const QRectF area = paintWays(painter, QRectF(rect()).adjusted(margin, 0, -margin, -margin));
     if (!content_.amount.empty())
         paintAmount(painter, area);

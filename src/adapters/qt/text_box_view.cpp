@@ -14,7 +14,7 @@
 namespace kova {
 namespace {
 
-constexpr char32_t Backspace = 8;
+constexpr char32_t TypedBackspace = 8;
 constexpr char32_t LineFeed = 10;
 
 // The same keys that Qt's own editors take for text.
@@ -157,7 +157,7 @@ bool TextBoxView::takeKey(const QKeyEvent& event) {
     if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter)
         typeCharacters(QString(QChar(LineFeed)));
     else if (event.key() == Qt::Key_Backspace && event.modifiers() == Qt::NoModifier)
-        typeCharacters(QString(QChar(Backspace)));
+        typeCharacters(QString(QChar(TypedBackspace)));
     else if (isText(event))
         typeCharacters(event.text());
     else

@@ -6,7 +6,7 @@
 namespace kova {
 namespace {
 
-bool isDigit(char c) {
+bool isDateDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
@@ -18,7 +18,7 @@ class Scanner {
     int number(std::size_t digits) {
         int value = 0;
         for (std::size_t i = 0; i < digits; ++i) {
-            if (text_.empty() || !isDigit(text_.front())) {
+            if (text_.empty() || !isDateDigit(text_.front())) {
                 failed_ = true;
                 return 0;
             }
@@ -36,7 +36,7 @@ class Scanner {
     void expect(std::string_view anyOf) { failed_ = !skip(anyOf) || failed_; }
     int milliseconds() {
         int value = number(1) * 100;
-        for (int unit = 10; !text_.empty() && isDigit(text_.front()); unit /= 10)
+        for (int unit = 10; !text_.empty() && isDateDigit(text_.front()); unit /= 10)
             value += number(1) * unit;
         return value;
     }
@@ -69,7 +69,7 @@ std::optional<Parts> readUsualForm(std::string_view text) {
     if (text.size() != form.size())
         return std::nullopt;
     for (std::size_t i = 0; i < form.size(); ++i)
-        if (form[i] == '0' ? !isDigit(text[i]) : text[i] != form[i])
+        if (form[i] == '0' ? !isDateDigit(text[i]) : text[i] != form[i])
             return std::nullopt;
     const auto pair = [&](std::size_t at) { return (text[at] - '0') * 10 + (text[at + 1] - '0'); };
     return Parts{pair(0) * 100 + pair(2), pair(5), pair(8), pair(11), pair(14), pair(17), 0};

@@ -1,0 +1,45 @@
+#include "platform/database.h"
+
+#include <gtest/gtest.h>
+
+namespace kova {
+namespace {
+
+// Lengths are kept in one byte or four, texts in pages of 64 KiB: each border, again and again.
+TEST(Recordset, KeepsTextsOfEveryLength) {
+    std::vector<std::string> texts;
+    for (int round = 0; round < 3; ++round)
+        for (const std::size_t length :
+             {0, 1, 32, 33, 254, 255, 256, 65530, 65531, 65535, 65536, 65537, 200000})
+            texts.emplace_back(length, static_cast<char>('a' + texts.size() % 26));
+    auto snapshot = std::make_shared<Snapshot>();
+    snapshot->addColumn("text");
+    for (const std::string& text : texts) {
+        snapshot->add(std::string_view(text));
+        snapshot->endRow();
+    }
+    for (std::size_t row = 0; row < texts.size(); ++row)
+        EXPECT_EQ(snapshot->at(row, 0), Value(std::string_view(texts[row]))) << texts[row].size();
+}
+
+TEST(Recordset, KeepsEachKindOfValue) {
+    const Value values[] = {Null{},
+                            true,
+                            std::int64_t{-7},
+                            0.1,
+                            Decimal{-12345, 18},
+                            Decimal{5, 0},
+                            std::string_view("x"),
+                            DateTime(std::chrono::milliseconds(-1))};
+    Snapshot snapshot;
+    for (const Value& value : values) {
+        snapshot.addColumn("c");
+        snapshot.add(value);
+    }
+    snapshot.endRow();
+    for (std::size_t column = 0; column < std::size(values); ++column)
+        EXPECT_EQ(snapshot.at(0, column), values[column]) << column;
+}
+
+} // namespace
+} // namespace kova
