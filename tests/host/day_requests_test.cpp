@@ -10,6 +10,7 @@
 #include <QMouseEvent>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTimer>
@@ -118,12 +119,14 @@ TEST_F(DayRequests, OpenADocumentInFrontOfTheDialogWhichGoesOn) {
                         .note = "",
                         .idCassa = 1});
     QString preview, printer, again;
+    int pages = 0;
     inTheDialog({[&] { ask("cmdAnteprima", "16/11/2026"); },
                  [&] {
                      auto* const front =
                          qobject_cast<QPrintPreviewDialog*>(QApplication::activeModalWidget());
                      ASSERT_NE(front, nullptr);
                      preview = front->windowTitle();
+                     pages = front->findChild<QPrintPreviewWidget*>()->pageCount();
                      front->reject();
                  },
                  [&] { ask("cmd_print", "16/11/2026"); },
@@ -139,6 +142,7 @@ TEST_F(DayRequests, OpenADocumentInFrontOfTheDialogWhichGoesOn) {
                  },
                  [&] { again = banner(); }});
     EXPECT_EQ(preview, "Movimenti di cassetto 16/11/2026");
+    EXPECT_EQ(pages, 1);
     EXPECT_EQ(printer, preview);
     EXPECT_TRUE(again.startsWith("I movimenti del giorno non si possono leggere: ")) << again.toStdString();
 }

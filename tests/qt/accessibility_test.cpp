@@ -127,6 +127,10 @@ TEST_F(Accessibility, TellsStatesAndValues) {
     };
     EXPECT_TRUE(state(QAccessible::Button, "Carta").checked);
     EXPECT_FALSE(state(QAccessible::Button, "Contanti").checked);
+    find(now, QAccessible::Button, "Contanti")
+        ->accessible->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(state(QAccessible::Button, "Contanti").checked);
     EXPECT_TRUE(state(QAccessible::Button, "Conferma").disabled);
     EXPECT_FALSE(state(QAccessible::Button, "Chiudi").disabled);
     EXPECT_TRUE(state(QAccessible::EditableText, "Note").readOnly);

@@ -7,7 +7,6 @@
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QMouseEvent>
 
 #include <gtest/gtest.h>
@@ -136,16 +135,6 @@ TEST_F(CoinWindow, ShowsEveryAmountWhole) {
     }
     controls.txtPrimaValuta.setText("9.999,99");
     EXPECT_GE(editor.font().pixelSize(), usual - 2) << "what is common is not small";
-}
-
-TEST_F(CoinWindow, ShowsNoCaretWhereNoKeyWrites) {
-    for (TextBox* box : {&controls.txt_valuta, &controls.txtValuta[3], &controls.FlatEdit[1]}) {
-        const auto* editor = qobject_cast<QLineEdit*>(&userInterface.view(*box)->widget());
-        ASSERT_NE(editor, nullptr);
-        EXPECT_TRUE(editor->isReadOnly()) << box->name();
-    }
-    controls.txtValuta[3].setText("4");
-    EXPECT_EQ(static_cast<QLineEdit&>(userInterface.view(controls.txtValuta[3])->widget()).text(), "4");
 }
 
 } // namespace

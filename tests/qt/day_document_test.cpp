@@ -5,17 +5,12 @@
 #include "platform/error.h"
 #include "services/localised_strings.h"
 
-#include <QApplication>
 #include <QFontMetricsF>
 #include <QPageRanges>
 #include <QPaintEngine>
 #include <QPainter>
-#include <QPrintPreviewDialog>
-#include <QPrintPreviewWidget>
 #include <QPrinter>
-#include <QPushButton>
 #include <QTemporaryDir>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -216,15 +211,13 @@ TEST_F(DayDocumentTest, SpeaksTheHostsLanguageAndFitsNarrowPaper) {
             EXPECT_LE(one.right, narrow.width() + 1) << one.text.toStdString();
 }
 
-class DayPrintingTest : public DayDocumentTest {};
-
 int pagesIn(const QString& file) {
     QFile pdf(file);
     EXPECT_TRUE(pdf.open(QIODevice::ReadOnly));
     return static_cast<int>(pdf.readAll().count("/Type /Page\n"));
 }
 
-TEST_F(DayPrintingTest, PrintsThePagesAndCopiesAskedForAndTellsOfFailure) {
+TEST_F(DayDocumentTest, PrintsThePagesAndCopiesAskedForAndTellsOfFailure) {
     const QTemporaryDir folder;
     const auto document = documentOf(200);
     const auto print = [&](const QString& file, const QString& range, int copies) {
@@ -246,29 +239,6 @@ TEST_F(DayPrintingTest, PrintsThePagesAndCopiesAskedForAndTellsOfFailure) {
     EXPECT_EQ(print(folder.filePath("twice.pdf"), {}, 2), 2 * whole);
     EXPECT_THROW(print(folder.filePath("no/such/folder.pdf"), {}, 1), Error);
     EXPECT_THROW(print(folder.filePath("none.pdf"), "90", 1), Error) << "there is no such page";
-}
-
-TEST_F(DayPrintingTest, ThePreviewStandsModalInFrontOfADialogThatGoesOnAfterwards) {
-    QWidget dialog;
-    dialog.setWindowModality(Qt::ApplicationModal);
-    dialog.show();
-    dialog.activateWindow();
-    QApplication::processEvents();
-    const auto document = documentOf(200);
-    int pages = 0;
-    QWidget* front = nullptr;
-    QTimer::singleShot(200, [&] {
-        front = QApplication::activeModalWidget();
-        if (auto* const preview = qobject_cast<QPrintPreviewDialog*>(front)) {
-            pages = preview->findChild<QPrintPreviewWidget*>()->pageCount();
-            preview->findChild<QPushButton*>("Primary")->click();
-        }
-    });
-    QTimer::singleShot(5000, [] { QApplication::closeAllWindows(); }); // rather than hang
-    showPreview(document, 1);
-    EXPECT_GE(pages, 4) << "the preview was the window in front, and made the pages";
-    EXPECT_EQ(QApplication::activeModalWidget(), &dialog);
-    EXPECT_TRUE(dialog.isVisible());
 }
 
 } // namespace

@@ -7,7 +7,6 @@
 #include "platform/error.h"
 #include "widgets/window_stack.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -59,12 +58,7 @@ class Screen : public testing::Test {
 
     QtEventLoop loop{QtEventLoop::Time::Stepped};
     RegionalSettings regional;
-    std::optional<MessageAnswer> answer;
-    QtUserInterface userInterface{loop,
-                                  regional,
-                                  {.modalLoop = [](Window&) {},
-                                   .answer = [this](const PlatformMessage&) { return answer.value(); },
-                                   .surface = {1280, 800}}};
+    QtUserInterface userInterface{loop, regional, {.modalLoop = [](Window&) {}, .surface = {1280, 800}}};
     QtCashier cashier{userInterface};
     WindowStack stack;
     std::shared_ptr<DrawerControls> controls = std::make_shared<DrawerControls>(loop);
@@ -105,31 +99,6 @@ TEST_F(Screen, KeepsNotesByteForByteAndTheFocusInThem) {
     EXPECT_EQ(note.text(), "ac") << "the toolkit's own editing reaches the model";
 }
 
-TEST_F(Screen, TellsATouchOnTheNoteEachTime) {
-    int touched = 0;
-    const auto connection = controls->txtNote.gotFocus.connect([&] { ++touched; });
-    const auto at = *userInterface.touchPoint(controls->txtNote);
-    click(at);
-    click(at);
-    EXPECT_EQ(touched, 2) << "the keyboard that was hidden must come back at a touch";
-}
-
-TEST_F(Screen, FindsEachOfAThousandButtons) {
-    auto& grid = controls->Pulsantiera_Pagamenti;
-    grid.clearButtons();
-    grid.setColumns(1);
-    grid.setRows(1000);
-    grid.layoutButtons();
-    for (int i = 0; i < 1000; ++i)
-        grid.addButton(i < 998 ? std::to_string(i) : "twice", "x", {}, {}, "");
-    std::string touched;
-    const auto connection = grid.buttonClick.connect([&](const std::string& key) { touched = key; });
-    for (const std::string key : {"0", "1", "499", "997", "twice"}) {
-        cashier.touch(grid, key);
-        EXPECT_EQ(touched, key);
-    }
-}
-
 TEST_F(Screen, LetsNoTouchThroughToABlockedWindow) {
     int presses = 0;
     const auto connection = controls->cmdConferma.pressed.connect([&] { ++presses; });
@@ -163,47 +132,6 @@ TEST_F(Screen, HandsFailuresOfHandlersToWhoeverMadeTheGesture) {
     const auto connection = controls->cmdAnnulla.pressed.connect([] { throw Error(5, "handler"); });
     EXPECT_THROW(cashier.press(controls->cmdAnnulla), Error);
     EXPECT_THROW(cashier.screenshot(controls->window, "/nonexistent/x.png"), Error);
-}
-
-TEST_F(Screen, AnswersARealMessageBox) {
-    answer = MessageAnswer::No;
-    EXPECT_EQ(
-        userInterface.messageBox({"Sicuro?", PlatformMessage::YesNo | PlatformMessage::Information, "T"}),
-        MessageAnswer::No);
-    answer = MessageAnswer::Ok;
-    EXPECT_EQ(userInterface.messageBox({"Due\nrighe", PlatformMessage::Information, "T"}), MessageAnswer::Ok);
-}
-
-TEST_F(Screen, NamesTheButtonsOfAGridForAssistiveTechnology) {
-    auto& grid = controls->Pulsantiera_Attivita;
-    grid.selectButton("2", true);
-    auto* list = QAccessible::queryAccessibleInterface(&userInterface.view(grid)->widget());
-    ASSERT_NE(list, nullptr);
-    ASSERT_EQ(list->childCount(), 3);
-    EXPECT_EQ(list->child(1)->text(QAccessible::Name), "Tasto 2");
-    EXPECT_TRUE(list->child(1)->state().checked);
-    std::string touched;
-    const auto connection = grid.buttonClick.connect([&](const std::string& key) { touched = key; });
-    list->child(2)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    EXPECT_EQ(touched, "3");
-}
-
-TEST_F(Screen, TicksAtTheSameMillisecondsAsVirtualTime) {
-    std::string ticks;
-    Timer slow(loop, 50ms);
-    Timer quick(loop, 20ms);
-    const auto one = slow.tick.connect([&] { ticks += 'S'; });
-    const auto two = quick.tick.connect([&] { ticks += 'q'; });
-    slow.start();
-    quick.start();
-    QElapsedTimer wall;
-    wall.start();
-    loop.settle();
-    cashier.wait(49ms);
-    EXPECT_EQ(ticks, "qq");
-    cashier.wait(1ms);
-    EXPECT_EQ(ticks, "qqS");
-    EXPECT_GE(wall.elapsed(), 50);
 }
 
 TEST(LiveTime, RunsAModalWindowUntilItsTimersCloseIt) {

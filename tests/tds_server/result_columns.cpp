@@ -94,38 +94,19 @@ void ResultColumn::describe(WireWriter& writer) const {
     else
         writer.word(0);
     writer.word(nullable);
-    switch (type_) {
-    case Type::Bit:
-        writer.byte(0x68).byte(1);
-        break;
-    case Type::Int:
-        writer.byte(0x26).byte(4);
-        break;
-    case Type::BigInt:
-        writer.byte(0x26).byte(8);
-        break;
-    case Type::Float:
-        writer.byte(0x6D).byte(8);
-        break;
-    case Type::Money:
-        writer.byte(0x6E).byte(8);
-        break;
-    case Type::Numeric:
-        writer.byte(0x6C).byte(9).byte(numericPrecision).byte(moneyScale);
-        break;
-    case Type::DateTime:
-        writer.byte(0x6F).byte(8);
-        break;
-    case Type::Text:
+    // The type and the size of its longest cell, as the enumeration has them.
+    constexpr std::pair<unsigned, unsigned> sized[] = {{0x68, 1}, {0x26, 4}, {0x26, 8}, {0x6D, 8},
+                                                       {0x6E, 8}, {0x6C, 9}, {0x6F, 8}};
+    if (type_ == Type::Text)
         writer.byte(0xE7).word(2 * characters_).bytes(collation);
-        break;
-    case Type::LongText:
-        if (version_ >= Tds72) // nvarchar(max)
-            writer.byte(0xE7).word(0xFFFF).bytes(collation);
-        else // ntext, of a table without a name
-            writer.byte(0x63).number(std::int32_t{0x7FFFFFFE}).bytes(collation).word(0);
-        break;
-    }
+    else if (type_ == Type::LongText && version_ >= Tds72) // nvarchar(max)
+        writer.byte(0xE7).word(0xFFFF).bytes(collation);
+    else if (type_ == Type::LongText) // ntext, of a table without a name
+        writer.byte(0x63).number(std::int32_t{0x7FFFFFFE}).bytes(collation).word(0);
+    else
+        writer.byte(sized[static_cast<int>(type_)].first).byte(sized[static_cast<int>(type_)].second);
+    if (type_ == Type::Numeric)
+        writer.byte(numericPrecision).byte(moneyScale);
     writer.shortText(name_);
 }
 

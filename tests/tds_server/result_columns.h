@@ -22,7 +22,7 @@ class ResultColumn {
     void writeCell(WireWriter& writer, const Value& value) const;
 
   private:
-    enum class Type { Bit, Int, BigInt, Float, Money, Numeric, Text, LongText, DateTime };
+    enum class Type { Bit, Int, BigInt, Float, Money, Numeric, DateTime, Text, LongText };
     static Type typeOf(const Value& value, ExactType exact);
     static Type common(Type a, Type b);
     void writeNull(WireWriter& writer) const;

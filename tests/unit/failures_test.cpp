@@ -48,41 +48,7 @@ TEST_F(Failures, OfTheComponentNeverReachTheHost) {
     EXPECT_EQ(world.takeLog().back().label, "InitOpt : ") << "the unopened connection stays in its place";
 }
 
-TEST_F(Failures, OfTheConstructionLeaveTheRestOfItUndone) {
-    world.process.settings.idCassettoCausPred_Prelievi = 5;
-    world.store.values = {{"LanguageID", "70000"}};
-    const auto second = cls_Kova_Drawer_Man::create(world.process);
-    expectOneRecord("RicercaCliente.Class_Initialize: ", "Overflow");
-    EXPECT_EQ(second->idCassa(), 0) << "defaults come after the language";
-    EXPECT_EQ(world.process.settings.idCassettoCausPred_Prelievi, 5);
-    world.store.values = {{"LanguageID", "it"}};
-    const auto third = cls_Kova_Drawer_Man::create(world.process);
-    expectOneRecord("RicercaCliente.Class_Initialize: ", "Type mismatch");
-}
-
 TEST_F(Failures, OfStartUpEndItAtTheFailingStep) {
-    selection.Valuta = "USD";
-    world.database().failures = {{"Attiva_Gestione_MultiCassetto", {}}};
-    world.show();
-    expectOneRecord("Form_Load", "injected");
-    EXPECT_EQ(selection.Valuta, "USD") << "the currency choice comes later";
-    EXPECT_EQ(control<DateField>("comboData").text(), "16/11/2026");
-    component.DiscardForm();
-
-    world.database().failures = {{"[tabActivityDrawer]", 2}};
-    world.show();
-    expectOneRecord("Load_Attivita", "injected");
-    EXPECT_EQ(control<ButtonGrid>("Pulsantiera_Attivita").buttons().size(), 2U);
-    EXPECT_EQ(control<ButtonGrid>("Pulsantiera_Attivita").columns(), 3);
-    EXPECT_EQ(component.dialog()->idAttivitaFondoCassaIniziale(), 1);
-    component.DiscardForm();
-
-    world.database().failures = {{"FROM tabPagamenti", 0}};
-    world.show();
-    expectOneRecord("Load_Pagamenti", "injected");
-    EXPECT_EQ(component.dialog()->IndicePagamentoAziendale(), -1);
-    component.DiscardForm();
-
     world.database().failures = {{"[dbo].[tabValute]", {}}};
     world.show();
     expectOneRecord("Load_Pagamenti", "injected");
@@ -148,15 +114,6 @@ TEST_F(Failures, OfSelectingLeaveTheMarkAndTheFormerSelection) {
     expectOneRecord("Pulsantiera_Attivita_buttonClick", "no timer");
     control<ButtonGrid>("Pulsantiera_Pagamenti_Versamenti").touch("2");
     expectOneRecord("Pulsantiera_Pagamenti_Versamenti_buttonClick", "no timer");
-    world.faults.startTimer = false;
-
-    selection.isOpenECRDrawer = true;
-    world.database().failures = {{"WHERE id = 2", {}}};
-    control<ButtonGrid>("Pulsantiera_Attivita").touch("2");
-    world.wait(50);
-    expectOneRecord("AggiornaVariabiliSelezioneAttivita", "injected");
-    EXPECT_EQ(selection.idAttivita, -1);
-    EXPECT_FALSE(selection.isOpenECRDrawer);
 }
 
 TEST_F(Failures, OfEntryAreRecordedUnderTheirOwnLabels) {
@@ -208,47 +165,6 @@ TEST_F(Failures, OfConfirmingNeverLeaveTheButtonDisabled) {
     EXPECT_EQ(world.sink.movements.size(), 2U);
     world.wait(10);
     EXPECT_FALSE(component.dialog()->loaded()) << "the automatic close follows";
-}
-
-TEST_F(Failures, OfAHandlerKeepWhatTheCashierEntered) {
-    world.show();
-    world.composeMovement();
-    world.sink.then = [](const std::string&) { throw std::runtime_error("disk full"); };
-    control<PushButton>("cmdConferma").press();
-    expectOneRecord("cmdConferma_Click", "disk full");
-    EXPECT_EQ(control<TextBox>("txtVisore").text(), "12,5");
-    EXPECT_EQ(selection.idAttivita, 2);
-    EXPECT_TRUE(control<PushButton>("cmdConferma").enabled());
-
-    control<TabControl>("TabControl").touchTab(1);
-    control<PushButton>("cmd_print").press();
-    expectOneRecord("cmdConferma_Click", "disk full");
-    control<PushButton>("cmdAnteprima").press();
-    expectOneRecord("cmdAnteprima_Click", "disk full");
-}
-
-TEST_F(Failures, InEitherHalfOfADoubleMovementStopIt) {
-    component.DoppioInserimentoObbligatorio(true);
-    component.SetSoftwareName("CASSA");
-    for (const std::size_t failing : {1U, 2U}) {
-        world.sink.movements.clear();
-        world.show();
-        control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
-        control<ButtonGrid>("Pulsantiera_Pagamenti_Versamenti").touch("3");
-        world.wait(50);
-        control<TextBox>("txtVisore").paste("5");
-        world.sink.then = [&](const std::string&) {
-            if (world.sink.movements.size() == failing)
-                throw std::runtime_error("disk full");
-        };
-        control<PushButton>("cmdConferma").press();
-        expectOneRecord("cmdConferma_Click", "disk full");
-        EXPECT_EQ(world.sink.movements.size(), failing) << "nothing is sent after the failure";
-        EXPECT_EQ(control<TextBox>("txtVisore").text(), "5");
-        EXPECT_EQ(selection.idPagamentoVersamento, 3);
-        EXPECT_TRUE(control<PushButton>("cmdConferma").enabled());
-        component.DiscardForm();
-    }
 }
 
 TEST_F(Failures, OfClosingAreRecordedWhereTheyHappen) {

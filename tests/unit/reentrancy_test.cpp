@@ -5,70 +5,6 @@
 namespace kova::test {
 namespace {
 
-/// The four requests, each raised the way a cashier raises it.
-const std::map<std::string, std::function<void(World&)>> raising{
-    {"SalvaPagamento",
-     [](World& world) {
-         world.composeMovement();
-         world.control<PushButton>("cmdConferma").press();
-     }},
-    {"ApriCassetto",
-     [](World& world) {
-         world.composeMovement();
-         world.control<PushButton>("cmdConferma").press();
-     }},
-    {"Stampa",
-     [](World& world) {
-         world.control<TabControl>("TabControl").touchTab(1);
-         world.control<PushButton>("cmd_print").press();
-     }},
-    {"Anteprima",
-     [](World& world) {
-         world.control<TabControl>("TabControl").touchTab(1);
-         world.control<PushButton>("cmdAnteprima").press();
-     }},
-};
-
-TEST(Reentrancy, AHostMayDiscardTheDialogInsideAnyEvent) {
-    for (const auto& [event, raise] : raising) {
-        World world;
-        world.connect();
-        world.component->ChiusuraAutomatica(true);
-        world.sink.then = [&, name = event](const std::string& raised) {
-            if (raised == name)
-                world.component->DiscardForm();
-        };
-        world.insideModal = [&, act = raise](Window& window) {
-            if (window.name() == "frm_Drawer_Management")
-                act(world);
-        };
-        world.component->Show(1);
-        EXPECT_FALSE(world.component->dialog()->loaded()) << event;
-        EXPECT_TRUE(world.takeLog().empty()) << event;
-        EXPECT_EQ(world.process.selection.idAttivita, -1) << event << ": the save goes on to its end";
-        world.wait(100);
-        EXPECT_EQ(world.loop.timers().running(), 0U) << event << ": no timer of the closed dialog is left";
-    }
-}
-
-TEST(Reentrancy, AHostMayShowAgainInsideAnyEvent) {
-    for (const auto& [event, raise] : raising) {
-        World world;
-        world.connect();
-        world.sink.then = [&, name = event](const std::string& raised) {
-            if (raised == name) {
-                EXPECT_EQ(world.component->Show(), "");
-            }
-        };
-        world.show();
-        const Window* before = &world.dialog();
-        raise(world);
-        EXPECT_EQ(&world.dialog(), before) << event << ": the dialog on the screen is kept";
-        EXPECT_TRUE(world.takeLog().empty()) << event;
-        EXPECT_EQ(world.process.windows.windows().size(), 1U);
-    }
-}
-
 TEST(Reentrancy, AHostMayDiscardAndShowAfreshInsideASave) {
     World world;
     world.connect();
@@ -169,18 +105,6 @@ TEST(Reentrancy, ASaveWhileAGridFillsLeavesEachButtonOnce) {
     EXPECT_TRUE(world.takeLog().empty());
 }
 
-TEST(Movement, CarriesAVeryLongNoteWhole) {
-    World world;
-    world.connect();
-    world.show();
-    world.composeMovement();
-    const std::string note(10'000, 'x');
-    world.control<TextBox>("txtNote").paste(note);
-    world.control<PushButton>("cmdConferma").press();
-    EXPECT_EQ(world.sink.movements.at(0).note, note);
-    EXPECT_EQ(world.sink.movements.at(0).importo, 12.5);
-}
-
 TEST(AutomaticClose, FollowsOnlyAMovementThatTheHostTook) {
     struct Case {
         const char* what;
@@ -216,38 +140,6 @@ TEST(AutomaticClose, FollowsOnlyAMovementThatTheHostTook) {
         world.wait(2);
         EXPECT_EQ(!world.component->dialog()->loaded(), closes) << what;
     }
-}
-
-TEST(Reentrancy, TheSecondHalfSeesWhatAHandlerWroteInTheFirst) {
-    struct Changing final : EventSink {
-        void SalvaPagamento(std::int32_t&, double&, std::string& Valuta, std::string&, std::int16_t& cassetto,
-                            std::int32_t& tipoIncasso, bool&) override {
-            seen.push_back(Valuta + std::to_string(cassetto) + "/" + std::to_string(tipoIncasso));
-            Valuta = "CHF";
-            cassetto = 4;
-            tipoIncasso += 10;
-        }
-        void Stampa(std::string&) override {}
-        void Anteprima(std::string&) override {}
-        void ApriCassetto() override {}
-        std::vector<std::string> seen;
-    } changing;
-    World world;
-    world.connect();
-    const auto connection = world.component->connect(changing);
-    world.component->DoppioInserimentoObbligatorio(true);
-    world.component->SetSoftwareName("kovax");
-    world.show();
-    world.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
-    world.control<ButtonGrid>("Pulsantiera_Pagamenti_Versamenti").touch("3");
-    world.wait(50);
-    world.control<TextBox>("txtVisore").paste("5");
-    world.control<PushButton>("cmdConferma").press();
-    EXPECT_EQ(changing.seen, (std::vector<std::string>{"€0/2", "CHF4/3"}));
-    EXPECT_EQ(world.process.selection.Valuta, "CHF");
-    EXPECT_EQ(world.process.selection.Cassetto, 0);
-    EXPECT_EQ(world.process.settings.idCassettoCausPred_Prelievi, 12);
-    EXPECT_EQ(world.process.settings.idCassettoCausPred_Versamenti, 13);
 }
 
 } // namespace

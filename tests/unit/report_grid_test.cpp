@@ -1,6 +1,5 @@
 #include "services/conversions.h"
 #include "services/number_format.h"
-#include "services/sql_date_formatter.h"
 #include "widgets/report_grid.h"
 #include "widgets/report_text.h"
 #include "widgets/window.h"
@@ -60,36 +59,6 @@ class Report : public testing::Test {
     Window window{"window", "", {}};
     ReportGrid grid{{&window, "grid", {}}};
 };
-
-TEST_F(Report, SortsByValueWhereAColumnIsAllNumbersOrDates) {
-    EXPECT_EQ(shown(), "0123");
-    grid.touchHeader(2);
-    EXPECT_EQ(shown(), "3102") << "as numbers; the empty amount first";
-    grid.touchHeader(2);
-    EXPECT_EQ(shown(), "2013");
-    grid.touchHeader(2);
-    EXPECT_EQ(shown(), "0123") << "the third touch gives back the order loaded";
-    grid.touchHeader(0);
-    EXPECT_EQ(shown(), "2310") << "as dates, across years";
-    grid.touchHeader(1);
-    EXPECT_EQ(shown(), "3102") << "as letters, since not all are numbers; equal ones keep their order";
-}
-
-TEST_F(Report, GroupsRecordsInTheirSortedOrder) {
-    grid.touchHeader(2);
-    grid.groupBy(1);
-    EXPECT_EQ(shown(), "[10 1]3[a 1]1[b 2]02");
-    grid.groupBy(1);
-    EXPECT_EQ(grid.groupColumns().size(), 1U);
-    grid.groupBy(0);
-    EXPECT_EQ(shown(), "[10 1][01/12/2025 1]3[a 1][16/10/2026 1]1[b 2][ 1]2[02/11/2026 1]0");
-    grid.ungroup();
-    EXPECT_EQ(shown(), "3102");
-    grid.deleteRecords();
-    grid.populate();
-    EXPECT_EQ(shown(), "");
-    EXPECT_FALSE(grid.sortColumn()) << "a new load begins without an order";
-}
 
 TEST_F(Report, KeepsTextsOfTheSameValueInGroupsOfTheirOwn) {
     grid.deleteRecords();
@@ -185,22 +154,6 @@ TEST_F(Report, SelectsRecordsAsListsDo) {
     EXPECT_EQ(selection(), "");
 }
 
-TEST_F(Report, MovesBordersWithoutLosingAColumn) {
-    grid.resizeColumn(0, 30);
-    EXPECT_EQ(grid.columns()[0].width, 30);
-    EXPECT_EQ(grid.columns()[1].width, 10) << "the room comes from the next column";
-    grid.resizeColumn(0, 1000);
-    EXPECT_EQ(grid.columns()[0].width + grid.columns()[1].width, 40);
-    EXPECT_GE(grid.columns()[1].width, 5);
-    grid.resizeColumn(0, -3);
-    EXPECT_GE(grid.columns()[0].width, 5);
-    grid.resizeColumn(2, 50);
-    EXPECT_EQ(grid.columns()[2].width, 20);
-    grid.addColumn(0, "fixed", 20, false);
-    grid.resizeColumn(0, 10);
-    EXPECT_EQ(grid.columns()[0].width, 20);
-}
-
 TEST_F(Report, IsHandedOutAsText) {
     add({"a;b", "say \"c\"", "x\ty\r\nz"});
     grid.populate();
@@ -227,17 +180,6 @@ TEST_F(Report, TakesItemsInAnyOrderAndGivesEmptyOnesForMissing) {
     EXPECT_EQ(grid.item(4, 1), "");
     window.setVisible(false);
     EXPECT_EQ(grid.touchHeader(0), Gesture::Hidden);
-}
-
-TEST(SqlDates, MeanTheSameOnEveryServer) {
-    const SqlDateFormatter formatter(ItalianRegion);
-    EXPECT_EQ(formatter.FormatSqlDate("6/11/2026", true, true),
-              "CONVERT(datetime,'2026-11-06T00:00:00',126)");
-    EXPECT_EQ(formatter.FormatSqlDate("06/11/2026 23:59.59", true, true),
-              "CONVERT(datetime,'2026-11-06T23:59:59',126)");
-    EXPECT_EQ(formatter.FormatSqlDate("06/11/2026 10:00 23:59.59", true, true),
-              "CONVERT(datetime,'2026-11-06T23:59:59',126)");
-    EXPECT_THROW((void)formatter.FormatSqlDate("oggi", true, true), Error);
 }
 
 } // namespace

@@ -17,13 +17,6 @@ TEST(ScenarioParser, LinesKeepNeitherEndsNorByteOrderMark) {
     EXPECT_TRUE(scenarioLines("").empty());
 }
 
-TEST(ScenarioParser, BlanksSeparateWordsAndTextsMayHoldThem) {
-    EXPECT_EQ(scenarioWords(" touch\tPulsantiera_Valuta  \"CHF neu\" "),
-              (Words{"touch", "Pulsantiera_Valuta", "CHF neu"}));
-    EXPECT_EQ(scenarioWords("text txtNote \"\""), (Words{"text", "txtNote", ""}));
-    EXPECT_EQ(scenarioWords("set ValutaAziendale €"), (Words{"set", "ValutaAziendale", "€"}));
-}
-
 TEST(ScenarioParser, EscapesHoldInsideQuotes) {
     EXPECT_EQ(scenarioWords(R"(text txtNote "a\"b\\c\nd\re\tf")"),
               (Words{"text", "txtNote", "a\"b\\c\nd\re\tf"}));
@@ -41,18 +34,6 @@ TEST(ScenarioParser, MalformedLinesAreRefused) {
     for (const char* line : {"sql \"open", "sql \"open\\", "sql \"open\\\"", "sql \"a\\x\"", "sql \"a\"b",
                              "sql a\"b\"", "sql \"a\"\"b\"", "sql \xFF", "sql \"\xC3\""})
         EXPECT_THROW(scenarioWords(line), ScenarioError) << line;
-}
-
-TEST(ScenarioParser, FailuresNameFileAndLine) {
-    EXPECT_EQ(located("a.scenario", 7, "not a command: creat"), "a.scenario:7: not a command: creat");
-}
-
-TEST(ScenarioArguments, ValuesAreWhollyOfTheirType) {
-    EXPECT_EQ(valueFromWord("-2147483648", Type::Int32), Variant(std::int32_t{-2147483647 - 1}));
-    EXPECT_EQ(valueFromWord("32767", Type::Int16), Variant(std::int16_t{32767}));
-    EXPECT_EQ(valueFromWord("-12.5", Type::Double), Variant(-12.5));
-    EXPECT_EQ(valueFromWord("True", Type::Boolean), Variant(true));
-    EXPECT_EQ(valueFromWord("12", Type::String), Variant(std::string("12")));
 }
 
 TEST(ScenarioArguments, OtherWordsAreRefused) {
@@ -74,13 +55,6 @@ TEST(ScenarioArguments, TimesAreOnesOfTheCalendar) {
     for (const char* word : {"2026-02-29T10:00:00", "2026-13-01T10:00:00", "2026-11-16T24:00:00",
                              "2026-11-16 10:00:00", "2026-11-16T10:00", "2026-11-16T10:00:0x"})
         EXPECT_THROW(static_cast<void>(Arguments({word}).dateTime(0)), ScenarioError) << word;
-}
-
-TEST(ScenarioArguments, TheNumberOfWordsIsLimited) {
-    const Arguments two({"a", "b"});
-    EXPECT_NO_THROW(two.requireCount(2));
-    EXPECT_THROW(two.requireCount(3, 4), ScenarioError);
-    EXPECT_THROW(two.requireCount(0, 1), ScenarioError);
 }
 
 } // namespace

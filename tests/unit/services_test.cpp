@@ -62,29 +62,6 @@ TEST(Settings, ReadDefaultsForMissingAndNullAndStopAtTheFirstThatIsNoNumber) {
     EXPECT_EQ(settings.idCassettoCausPred_Versamenti, 3) << "behind the failing one nothing is assigned";
 }
 
-TEST(Settings, AFailedLookupLogsNumberAndDescription) {
-    World world;
-    world.connect();
-    world.database().failures = {{"it's", {}}};
-    EXPECT_EQ(getDbValue(world.process, "it's", "default"), "");
-    EXPECT_EQ(world.takeLog(), (std::vector<LogRecord>{{"getDbValue", "-2147217900-injected"}}));
-    EXPECT_EQ(world.database().texts.back(), "SELECT * FROM tabImpostazioni WHERE descrizione='it's'");
-}
-
-TEST(Language, TheRuntimeWinsAndUnsupportedOnesAreItalian) {
-    World world;
-    world.store.values = {{"LanguageID", "1031"}};
-    const auto second = cls_Kova_Drawer_Man::create(world.process);
-    EXPECT_EQ(world.process.CurrentLanguageId, 1040);
-    for (const auto& [runtime, current] : {std::pair{1031, 1031}, {2057, 1040}, {9, 9}, {1033, 1040}}) {
-        world.runtime.change(runtime);
-        EXPECT_EQ(world.process.CurrentLanguageId, current);
-    }
-    world.runtime.change(1031);
-    EXPECT_EQ(GetLocalizedString(world.process, 43, "whatever"), "Wählen Sie eine Zahlung.");
-    EXPECT_EQ(GetLocalizedString(world.process, 8, "not held"), "");
-}
-
 class LogFile : public testing::Test {
   protected:
     void TearDown() override { std::filesystem::remove_all(folder); }

@@ -10,15 +10,6 @@ namespace {
 
 using Calls = std::vector<int>;
 
-TEST(Signal, CallsSlotsInOrderAndPassesReferences) {
-    Signal<int&> signal;
-    const auto first = signal.connect([](int& value) { value += 1; });
-    const auto second = signal.connect([](int& value) { value *= 10; });
-    int value = 1;
-    signal(value);
-    EXPECT_EQ(value, 20);
-}
-
 TEST(Signal, SlotsMayChangeTheConnectionsDuringAnEmission) {
     Signal<> signal;
     Calls calls;
