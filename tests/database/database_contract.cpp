@@ -1,48 +1,21 @@
 #include "database_contract.h"
 
-#include <cstdio>
+#include "services/conversions.h"
 
 namespace kova {
 namespace {
 
 using Rows = std::vector<std::string>;
 
-struct CellText {
-    std::string operator()(Null) const { return "-"; }
-    std::string operator()(bool value) const { return value ? "True" : "False"; }
-    std::string operator()(std::int64_t value) const { return std::to_string(value); }
-    std::string operator()(double value) const {
-        char text[40];
-        std::snprintf(text, sizeof text, "%.15g", value);
-        return text;
-    }
-    std::string operator()(Decimal value) const {
-        double number = static_cast<double>(value.unscaled);
-        for (int i = 0; i < value.scale; ++i)
-            number /= 10;
-        return (*this)(number);
-    }
-    std::string operator()(std::string_view value) const { return std::string(value); }
-    std::string operator()(DateTime value) const {
-        const auto day = std::chrono::floor<std::chrono::days>(value);
-        const std::chrono::year_month_day date(day);
-        const std::chrono::hh_mm_ss clock(std::chrono::floor<std::chrono::seconds>(value - day));
-        char text[80];
-        std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02d", int(date.year()),
-                      unsigned(date.month()), unsigned(date.day()), static_cast<int>(clock.hours().count()),
-                      static_cast<int>(clock.minutes().count()), static_cast<int>(clock.seconds().count()));
-        return text;
-    }
-};
-
 } // namespace
 
 std::vector<std::string> rowsOf(Recordset records) {
+    const RegionalSettings region = *regionalSettings("de-CH");
     Rows rows;
     for (; !records.endOfFile(); records.moveNext()) {
         std::string row;
         for (std::size_t i = 0; i < records.fieldCount(); ++i)
-            row.append(i ? "|" : "").append(std::visit(CellText{}, records.field(i)));
+            row.append(i ? "|" : "").append(asText(NullToDefault(records.field(i), "-"), region));
         rows.push_back(row);
     }
     return rows;

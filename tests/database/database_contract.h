@@ -35,7 +35,7 @@ class DatabaseContract : public testing::TestWithParam<DatabaseAdapter> {
     std::shared_ptr<DatabaseConnection> connection = shop->connection();
 };
 
-/// All rows, cells joined by "|": Null as "-", numbers of all kinds in their shortest form.
+/// All rows, cells joined by "|": Null as "-", the others as in Switzerland.
 std::vector<std::string> rowsOf(Recordset records);
 
 DateTime dateTime(int year, unsigned month, unsigned day, int hours = 0, int minutes = 0, int seconds = 0,

@@ -85,7 +85,7 @@ TEST_P(OdbcVersions, TextsOfAnyLengthArriveWhole) {
                                         " JOIN (SELECT id AS a, visible, IsAutomaticNote FROM"
                                         " tabActivityDrawer) JOIN (SELECT valore FROM tabImpostazioni WHERE"
                                         " descrizione = 'lungo')"})),
-              Rows{note + "|1|True|-|2027-01-15T08:00:00|12.3|€"});
+              Rows{note + "|1|True|-|15.01.2027 08:00:00|12.3|€"});
 }
 
 const VersionCase versions[] = {{"7.1", 0x71, "@P1 DATETIME"},

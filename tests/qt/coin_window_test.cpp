@@ -7,7 +7,7 @@
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
-#include <QMouseEvent>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -33,13 +33,7 @@ class CoinWindow : public testing::Test {
         const auto place = userInterface.touchPoint(control);
         const QPoint onFrame = place->widget->mapTo(&frame(), place->point.toPoint());
         QWidget* const seen = frame().childAt(onFrame);
-        const QPointF point = seen->mapFrom(&frame(), QPointF(onFrame));
-        for (const auto kind : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            QMouseEvent event(kind, point, seen->mapToGlobal(point), Qt::LeftButton,
-                              kind == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
-                              Qt::NoModifier);
-            QApplication::sendEvent(seen, &event);
-        }
+        QTest::mouseClick(seen, Qt::LeftButton, {}, seen->mapFrom(&frame(), onFrame));
     }
     void press(int key, const QString& text, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease}) {

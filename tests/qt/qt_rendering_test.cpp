@@ -9,7 +9,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QMouseEvent>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -47,14 +47,7 @@ class Screen : public testing::Test {
         for (const char32_t character : text)
             cashier.type(controls->window, character);
     }
-    void click(const TouchPoint& at) {
-        for (const auto kind : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            QMouseEvent event(kind, at.point, at.widget->mapToGlobal(at.point), Qt::LeftButton,
-                              kind == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
-                              Qt::NoModifier);
-            QApplication::sendEvent(at.widget, &event);
-        }
-    }
+    void click(const TouchPoint& at) { QTest::mouseClick(at.widget, Qt::LeftButton, {}, at.point.toPoint()); }
 
     QtEventLoop loop{QtEventLoop::Time::Stepped};
     RegionalSettings regional;

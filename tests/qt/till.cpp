@@ -4,15 +4,18 @@
 
 namespace kova::test {
 
-Till::Till(const QSize& surface, QtEventLoop::Time time)
+QtScreen::QtScreen(const QSize& surface, QtEventLoop::Time time)
     : loop(time),
       userInterface(
-          loop, regional,
-          {.modalLoop = [this](Window& window) { runModal(window); }, .answer = {}, .surface = surface}),
-      process(Platform{userInterface, loop, defaults_.clock, defaults_.runtime, defaults_.store, provider_,
-                       regional, [] { return std::make_unique<NoLogger>(); }, "/opt/kova"}) {
-    component = cls_Kova_Drawer_Man::create(process);
-    sinkConnection = component->connect(sink);
+          loop, italian,
+          {.modalLoop = [this](Window& window) { runModal(window); }, .answer = {}, .surface = surface}) {}
+
+Till::Till(const QSize& surface, QtEventLoop::Time time)
+    : QtScreen(surface, time), World(userInterface, loop) {
+    runModal = [this](Window& window) {
+        loop.settle();
+        passModal(window);
+    };
 }
 
 Till::~Till() {
@@ -20,24 +23,7 @@ Till::~Till() {
         dialog().requestClose();
     component.reset();
     loop.settle();
-}
-
-void Till::NoLogger::LogError(const std::string& procedure, const std::string& message, const char*,
-                              std::int32_t, const std::string&) {
-    ADD_FAILURE() << procedure << ": " << message;
-}
-
-void Till::runModal(Window& window) {
-    const bool message = window.name() == "frmMsgBox";
-    if (message)
-        messages.push_back(as<Label>(window.find("lblMessaggio")).caption());
-    loop.settle();
-    if (insideModal)
-        insideModal(window);
-    if (window.visible() && message)
-        as<PushButton>(window.find("cmd1")).press();
-    else if (window.visible())
-        window.requestClose();
+    EXPECT_EQ(log, std::vector<LogRecord>{});
 }
 
 void Till::show(Layout layout) {
@@ -47,7 +33,7 @@ void Till::show(Layout layout) {
     }
     if (layout == Layout::ManyButtons)
         fillCatalogues();
-    component->Inizializza(database_);
+    connect();
     component->DoppioInserimentoObbligatorio(layout == Layout::Double);
     if (layout == Layout::Double)
         process.SoftwareName = "Cassa";

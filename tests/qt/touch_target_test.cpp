@@ -133,15 +133,13 @@ class TouchTargets : public testing::Test {
     Till till{{1280, 800}};
 };
 
-TEST_F(TouchTargets, OfTheSingleMovementAreFingerSized) {
+TEST_F(TouchTargets, OfBothPagesAreFingerSized) {
     till.show();
     expectFingerSized(till.frame(), EntryPage);
     expectFacesApart(till.frame());
-}
-
-TEST_F(TouchTargets, OfDrawersAndCurrenciesAreFingerSized) {
-    till.show(Till::Layout::DrawersAndCurrencies);
-    expectFingerSized(till.frame(), both(EntryPage, Drawers));
+    till.control<TabControl>("TabControl").touchTab(1);
+    till.loop.settle();
+    expectFingerSized(till.frame(), MovementsPage);
     expectFacesApart(till.frame());
 }
 
@@ -165,14 +163,6 @@ TEST_F(TouchTargets, OfTheDoubleMovementAreFingerSized) {
     till.dialog().moveFocus(till.control<TextBox>("txtNote")); // shows the keyboard
     till.loop.settle();
     expectFingerSized(till.frame(), EntryPage);
-}
-
-TEST_F(TouchTargets, OfTheMovementsAreFingerSized) {
-    till.show();
-    till.control<TabControl>("TabControl").touchTab(1);
-    till.loop.settle();
-    expectFingerSized(till.frame(), MovementsPage);
-    expectFacesApart(till.frame());
 }
 
 TEST_F(TouchTargets, OfTheWindowsInFrontAreFingerSized) {

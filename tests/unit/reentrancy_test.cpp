@@ -105,42 +105,5 @@ TEST(Reentrancy, ASaveWhileAGridFillsLeavesEachButtonOnce) {
     EXPECT_TRUE(world.takeLog().empty());
 }
 
-TEST(AutomaticClose, FollowsOnlyAMovementThatTheHostTook) {
-    struct Case {
-        const char* what;
-        bool pairs;
-        std::size_t failingMovement; ///< from 1, 0 for none
-        bool failingReload, closes;
-    };
-    for (const auto& [what, pairs, failing, reloadFails, closes] :
-         {Case{"single, taken", false, 0, false, true}, Case{"single, refused", false, 1, false, false},
-          Case{"single, the reset failed", false, 0, true, true}, Case{"double, taken", true, 0, false, true},
-          Case{"double, deposit refused", true, 2, false, false}}) {
-        const std::size_t failingMovement = failing; // clang 14 captures no binding
-        const bool failingReload = reloadFails;
-        World world;
-        world.connect();
-        world.component->ChiusuraAutomatica(true);
-        world.component->DoppioInserimentoObbligatorio(pairs);
-        world.component->SetSoftwareName("kovax");
-        world.sink.then = [&](const std::string& raised) {
-            if (raised == "SalvaPagamento" && world.sink.movements.size() == failingMovement)
-                throw std::runtime_error("till is full");
-            if (failingReload)
-                world.database().failures.push_back({"tabPagamenti", {}});
-        };
-        world.show();
-        world.composeMovement();
-        if (pairs)
-            world.control<ButtonGrid>("Pulsantiera_Pagamenti_Versamenti").touch("3");
-        world.wait(50);
-        world.control<PushButton>("cmdConferma").press();
-        world.wait(9);
-        EXPECT_TRUE(world.component->dialog()->loaded()) << what;
-        world.wait(2);
-        EXPECT_EQ(!world.component->dialog()->loaded(), closes) << what;
-    }
-}
-
 } // namespace
 } // namespace kova::test

@@ -1,6 +1,5 @@
 #include "services/combo_multi_column.h"
 #include "services/file_error_logger.h"
-#include "services/settings.h"
 #include "test_world.h"
 
 #include <gtest/gtest.h>
@@ -33,33 +32,6 @@ TEST(ComboMultiColumn, KeepsRowsUpToTheOneAddedLast) {
     list.Clear();
     EXPECT_EQ(list.rowCount(), 1U);
     EXPECT_EQ(list.GetItem(1, 0), "");
-}
-
-TEST(Settings, ReadDefaultsForMissingAndNullAndStopAtTheFirstThatIsNoNumber) {
-    World world;
-    world.database().setting("CifreDecimali", Null{});
-    world.database().setting("CifreDecimaliQuantita", "3");
-    world.process.selection.Valuta = "CHF";
-    world.process.selection.idPagamento = 7;
-    world.connect();
-    const auto& settings = world.process.settings;
-    EXPECT_EQ(settings.ValutaAziendale, "€");
-    EXPECT_EQ(settings.CifreDecimali, 2);
-    EXPECT_EQ(world.process.numberFormat().quantityDecimals(), 3);
-    EXPECT_EQ(settings.idCassettoCausPred_Versamenti, 3);
-    EXPECT_EQ(world.process.selection.idPagamento, -1);
-    EXPECT_EQ(world.process.selection.Valuta, "CHF") << "the currency survives a connection";
-
-    world.database().setting("ValutaAziendale", "CHF");
-    world.database().setting("CifreDecimaliQuantita", "many");
-    world.database().setting("idCassettoCausPred_Versamenti", "9");
-    world.component->Inizializza(nullptr);
-    EXPECT_EQ(settings.ValutaAziendale, "") << "a failed lookup gives no default";
-    EXPECT_EQ(world.takeLog().back(), (LogRecord{"InitOpt : ", "Type mismatch"}));
-    world.component->InizializzaByConnString("good");
-    EXPECT_EQ(world.takeLog(), (std::vector<LogRecord>{{"InitOpt : ", "Type mismatch"}}));
-    EXPECT_EQ(settings.ValutaAziendale, "CHF");
-    EXPECT_EQ(settings.idCassettoCausPred_Versamenti, 3) << "behind the failing one nothing is assigned";
 }
 
 class LogFile : public testing::Test {

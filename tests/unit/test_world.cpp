@@ -65,15 +65,7 @@ class World::FaultyInterface final : public UserInterface {
     void runModal(Window& window) override {
         if (world_.faults.runModal)
             throw Error(5, "no loop");
-        const bool message = window.name() == "frmMsgBox";
-        if (message)
-            world_.messages.push_back(as<Label>(window.find("lblMessaggio")).caption());
-        if (world_.insideModal)
-            world_.insideModal(window);
-        if (window.visible() && message)
-            as<PushButton>(window.find("cmd1")).press();
-        else if (window.visible())
-            window.requestClose();
+        world_.passModal(window);
     }
     MessageAnswer messageBox(const PlatformMessage& message) override {
         if (world_.faults.messageBox)
@@ -119,8 +111,34 @@ std::shared_ptr<DatabaseConnection> World::Provider::open(const std::string& tex
 World::World()
     : faultyLoop_(std::make_unique<FaultyLoop>(*this)),
       userInterface_(std::make_unique<FaultyInterface>(*this)),
-      process(Platform{*userInterface_, *faultyLoop_, clock, runtime, store, provider_, regional,
-                       [this] { return std::make_unique<RecordingLogger>(*this); }, "/opt/kova"}) {
+      process(platform(*userInterface_, *faultyLoop_)) {
+    open();
+}
+
+World::World(UserInterface& userInterface, EventLoop& events) : process(platform(userInterface, events)) {
+    open();
+}
+
+Platform World::platform(UserInterface& userInterface, EventLoop& events) {
+    return {userInterface, events,    clock,    runtime,
+            store,         provider_, regional, [this] { return std::make_unique<RecordingLogger>(*this); },
+            "/opt/kova"};
+}
+
+void World::passModal(Window& window) {
+    const bool message = window.name() == "frmMsgBox";
+    if (message)
+        messages.push_back(as<Label>(window.find("lblMessaggio")).caption());
+    if (insideModal)
+        insideModal(window);
+    if (window.visible() && message)
+        as<PushButton>(window.find("cmd1")).press();
+    else if (window.visible())
+        window.requestClose();
+}
+
+/// A component, and a database with catalogues.
+void World::open() {
     using namespace std::chrono;
     clock.time = local_days(2026y / November / 16) + 10h;
     const auto n = [](std::int64_t number) { return Value(number); };

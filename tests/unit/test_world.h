@@ -107,6 +107,8 @@ Kind& as(Control* control) {
 class World {
   public:
     World();
+    /// On other windows, which are made before it and go after it.
+    World(UserInterface& userInterface, EventLoop& events);
 
     ScriptedDatabase& database() { return *database_; }
     /// Connects, and forgets the records and texts of that.
@@ -127,6 +129,8 @@ class World {
     void countCoins(const std::function<void()>& then);
     /// Fills in everything that a single movement needs.
     void composeMovement();
+    /// A modal loop: does what the test says, then leaves the window as its user would.
+    void passModal(Window& window);
     std::vector<LogRecord> takeLog() { return std::exchange(log, {}); }
 
     struct FixedClock final : Clock {
@@ -168,6 +172,8 @@ class World {
     HeadlessEventLoop loop;
 
   private:
+    Platform platform(UserInterface& userInterface, EventLoop& events);
+    void open();
     class FaultyLoop;
     class FaultyInterface;
     struct Provider final : DatabaseProvider {
