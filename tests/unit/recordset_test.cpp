@@ -9,8 +9,8 @@ namespace {
 TEST(Recordset, KeepsTextsOfEveryLength) {
     std::vector<std::string> texts;
     for (int round = 0; round < 3; ++round)
-        for (const std::size_t length :
-             {0, 1, 32, 33, 254, 255, 256, 65530, 65531, 65535, 65536, 65537, 200000})
+        for (const std::size_t length : std::initializer_list<std::size_t>{
+                 0, 1, 32, 33, 254, 255, 256, 65530, 65531, 65535, 65536, 65537, 200000})
             texts.emplace_back(length, static_cast<char>('a' + texts.size() % 26));
     auto snapshot = std::make_shared<Snapshot>();
     snapshot->addColumn("text");

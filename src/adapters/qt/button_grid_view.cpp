@@ -198,15 +198,16 @@ void ButtonGridView::paintPosition(QPainter& painter) const {
     paint(cells_.barInSight(), look::accentOn(back));
 }
 
+// The whole of a large grid takes longer than a frame on the largest screens.
 void ButtonGridView::setDown(bool down) {
     if (std::exchange(down_, down) != down)
-        update();
+        update(cell(pressed_).toAlignedRect());
 }
 
 void ButtonGridView::letGo() {
+    setDown(false);
     pressed_ = -1;
     panning_ = false;
-    setDown(false);
 }
 
 void ButtonGridView::mousePressEvent(QMouseEvent* event) {
