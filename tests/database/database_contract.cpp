@@ -91,14 +91,6 @@ TEST_P(DatabaseContract, TheCountIsExactAndReadingStopsAtTheEnd) {
     EXPECT_EQ(databaseErrorOf([&] { (void)records.field(0); }).number(), 3021);
 }
 
-TEST_P(DatabaseContract, AnEmptyResultIsNoErrorAndKeepsItsColumns) {
-    const Recordset records = query("SELECT * FROM tabValute WHERE Valuta = N'none'");
-    EXPECT_TRUE(records.endOfFile());
-    EXPECT_EQ(records.recordCount(), 0);
-    ASSERT_EQ(records.fieldCount(), 1u);
-    EXPECT_EQ(records.fieldName(0), "Valuta");
-}
-
 TEST_P(DatabaseContract, AFailedQueryTellsWhyAndTheNextOneWorks) {
     const auto missing = databaseErrorOf([&] { (void)query("SELECT * FROM [dbo].[tabAltro]"); });
     EXPECT_EQ(missing.number(), DatabaseError::CommandFailed);

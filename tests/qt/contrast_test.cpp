@@ -1,4 +1,5 @@
 // Reads each text off the windows as it is drawn, with the colour that lies behind it.
+#include "recording_device.h"
 #include "till.h"
 
 #include "widgets/page_notice.h"
@@ -74,31 +75,6 @@ class TextRecorder final : public QPaintEngine {
     QPainter inner_;
 };
 
-class RecordingDevice final : public QPaintDevice {
-  public:
-    explicit RecordingDevice(const QSize& size) : recorder(size) {}
-    [[nodiscard]] QPaintEngine* paintEngine() const override { return &recorder; }
-    mutable TextRecorder recorder;
-
-  protected:
-    [[nodiscard]] int metric(PaintDeviceMetric kind) const override {
-        switch (kind) {
-        case PdmWidth:
-            return recorder.behind.width();
-        case PdmHeight:
-            return recorder.behind.height();
-        case PdmDevicePixelRatio:
-            return 1;
-        case PdmDevicePixelRatioScaled:
-            return static_cast<int>(devicePixelRatioFScale());
-        case PdmDepth:
-            return 32;
-        default:
-            return 96;
-        }
-    }
-};
-
 double luminance(const QColor& color) {
     const auto linear = [](double part) {
         return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
@@ -116,9 +92,10 @@ using Pairs = std::map<std::string, std::string>; ///< text on background, and a
 /// Adds the pairs that are hard to read; disabled texts are excepted.
 void addFaintPairs(QWidget& window, Pairs& faint, int& looked) {
     constexpr double least = 4.5;
-    RecordingDevice device(window.size());
+    TextRecorder recorder(window.size());
+    test::RecordingDevice device(recorder, window.size(), 96);
     window.render(&device);
-    for (const auto& [words, ink, behind, place] : device.recorder.texts) {
+    for (const auto& [words, ink, behind, place] : recorder.texts) {
         const QWidget* const on = window.childAt(place.center());
         if (on != nullptr && !on->isEnabled())
             continue;

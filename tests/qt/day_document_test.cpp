@@ -1,4 +1,6 @@
 // The document of a day as it is painted: what stands on which page, and where.
+#include "recording_device.h"
+
 #include "adapters/qt/event_loop.h"
 #include "host/qt_day_document.h"
 #include "host/qt_day_printing.h"
@@ -51,44 +53,12 @@ class Recorder final : public QPaintEngine {
     std::vector<Written> written;
 };
 
-/// A4's height and width without margins.
-class Paper final : public QPaintDevice {
+/// By default A4 without margins.
+class Paper final : public test::RecordingDevice {
   public:
-    explicit Paper(double width = 178, double height = 271) : width_(width), height_(height) {}
-    [[nodiscard]] QPaintEngine* paintEngine() const override { return &recorder; }
-    mutable Recorder recorder;
-
-  protected:
-    [[nodiscard]] int metric(PaintDeviceMetric which) const override {
-        switch (which) {
-        case PdmWidth:
-            return pixels(width_);
-        case PdmHeight:
-            return pixels(height_);
-        case PdmWidthMM:
-            return static_cast<int>(width_);
-        case PdmHeightMM:
-            return static_cast<int>(height_);
-        case PdmDpiX:
-        case PdmDpiY:
-        case PdmPhysicalDpiX:
-        case PdmPhysicalDpiY:
-            return Dpi;
-        case PdmDepth:
-            return 32;
-        case PdmNumColors:
-            return 2;
-        case PdmDevicePixelRatio:
-            return 1;
-        case PdmDevicePixelRatioScaled:
-            return static_cast<int>(devicePixelRatioFScale());
-        default:
-            return QPaintDevice::metric(which);
-        }
-    }
-
-  private:
-    double width_, height_;
+    explicit Paper(double width = 178, double height = 271)
+        : RecordingDevice(recorder, {pixels(width), pixels(height)}, Dpi) {}
+    Recorder recorder;
 };
 
 using Page = std::vector<Written>;

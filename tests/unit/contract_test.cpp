@@ -52,15 +52,6 @@ TEST(TypeDescription, SlotsAndDispatchIdsAreTheFrozenOnes) {
     EXPECT_EQ(td::enumeration().size(), 5U);
 }
 
-std::int32_t errorOf(const std::function<void()>& failing) {
-    try {
-        failing();
-    } catch (const Error& error) {
-        return error.number();
-    }
-    return 0;
-}
-
 TEST(LateBinding, ReachesEveryMemberByNameAndById) {
     World world;
     auto& component = *world.component;
@@ -77,7 +68,7 @@ TEST(LateBinding, ReachesEveryMemberByNameAndById) {
         if (td::find(member.name, Kind::PropertyRead) != nullptr) {
             EXPECT_EQ(component.get(member.name), value) << member.name;
         } else {
-            EXPECT_EQ(errorOf([&] { component.get(member.name); }), 438) << member.name;
+            EXPECT_EQ(errorNumber([&] { component.get(member.name); }), 438) << member.name;
         }
     }
     EXPECT_EQ(component.get("IDCASSA"), Variant(std::int32_t{42}));
@@ -88,13 +79,13 @@ TEST(LateBinding, ConvertsArgumentsAndRefusesWhatDoesNotFit) {
     auto& component = *world.component;
     component.set("idCassa", Variant("7"));
     EXPECT_EQ(component.idCassa(), 7);
-    EXPECT_EQ(errorOf([&] { component.set("idCassa", Variant("seven")); }), 13);
-    EXPECT_EQ(errorOf([&] { component.set("idCassa", Variant(1e10)); }), 6);
-    EXPECT_EQ(errorOf([&] { component.set("Show", Variant(1)); }), 438);
-    EXPECT_EQ(errorOf([&] { component.invoke("Nothing"); }), 438);
-    EXPECT_EQ(errorOf([&] { component.invoke("Stampa"); }), 450);
+    EXPECT_EQ(errorNumber([&] { component.set("idCassa", Variant("seven")); }), 13);
+    EXPECT_EQ(errorNumber([&] { component.set("idCassa", Variant(1e10)); }), 6);
+    EXPECT_EQ(errorNumber([&] { component.set("Show", Variant(1)); }), 438);
+    EXPECT_EQ(errorNumber([&] { component.invoke("Nothing"); }), 438);
+    EXPECT_EQ(errorNumber([&] { component.invoke("Stampa"); }), 450);
     std::vector<Variant> none{Variant()};
-    EXPECT_EQ(errorOf([&] { component.invoke("Inizializza", none); }), 13);
+    EXPECT_EQ(errorNumber([&] { component.invoke("Inizializza", none); }), 13);
     EXPECT_EQ(component.idCassa(), 7);
 }
 

@@ -1,6 +1,7 @@
 #include "services/conversions.h"
 #include "services/number_format.h"
 #include "services/numeric_key_filter.h"
+#include "test_world.h"
 #include "widgets/utf8.h"
 
 #include <gtest/gtest.h>
@@ -47,25 +48,17 @@ TEST(Numbers, TestAndConversionAgreeOnWhatANumberIs) {
     expectNumber(Swiss, "1,5", {});
 }
 
-std::int32_t numberOfError(const std::function<void()>& failing) {
-    try {
-        failing();
-    } catch (const Error& error) {
-        return error.number();
-    }
-    return 0;
-}
-
 TEST(Numbers, IntegersRoundHalfToEvenAndStayInRange) {
     EXPECT_EQ(toInt32("2,5", Italian), 2);
     EXPECT_EQ(toInt32("3,5", Italian), 4);
     EXPECT_EQ(toInt16("-32768", Italian), -32768);
-    EXPECT_EQ(numberOfError([] { (void)toInt16("32768", Italian); }), 6);
-    EXPECT_EQ(numberOfError([] { (void)toInt32("2147483648", Italian); }), 6);
-    EXPECT_EQ(numberOfError([] { (void)toInt32("1e400", Italian); }), 6);
-    EXPECT_EQ(numberOfError([] { (void)toInt32("", Italian); }), 13);
+    EXPECT_EQ(test::errorNumber([] { (void)toInt16("32768", Italian); }), 6);
+    EXPECT_EQ(test::errorNumber([] { (void)toInt32("2147483648", Italian); }), 6);
+    EXPECT_EQ(test::errorNumber([] { (void)toInt32("1e400", Italian); }), 6);
+    EXPECT_EQ(test::errorNumber([] { (void)toInt32("", Italian); }), 13);
     EXPECT_EQ(keyToId("-1", Italian), -1);
-    EXPECT_EQ(numberOfError([] { (void)keyToId("2,5", Italian); }), 13) << "no id is rounded to another one";
+    EXPECT_EQ(test::errorNumber([] { (void)keyToId("2,5", Italian); }), 13)
+        << "no id is rounded to another one";
 }
 
 TEST(Numbers, TextsShowNoBinaryNoise) {
@@ -99,8 +92,8 @@ TEST(Numbers, CellsCompareAndConvertByValue) {
     EXPECT_FALSE(equalsNumber(Null{}, 1, Italian));
     EXPECT_TRUE(asBoolean("True", Italian));
     EXPECT_FALSE(asBoolean(std::int64_t{0}, Italian));
-    EXPECT_EQ(numberOfError([] { (void)asBoolean("yes", Italian); }), 13);
-    EXPECT_EQ(numberOfError([] { (void)asInt32(Null{}, Italian); }), 13);
+    EXPECT_EQ(test::errorNumber([] { (void)asBoolean("yes", Italian); }), 13);
+    EXPECT_EQ(test::errorNumber([] { (void)asInt32(Null{}, Italian); }), 13);
     EXPECT_EQ(asText(NullToDefault(Null{}, "x"), Italian), "x");
 }
 

@@ -1,6 +1,6 @@
 #include "day_report.h"
 #include "day_report_texts.h"
-#include "platform/error.h"
+#include "test_world.h"
 
 #include <gtest/gtest.h>
 
@@ -43,12 +43,7 @@ Value money(std::int64_t unscaled) {
 }
 
 std::int32_t errorOf(const std::vector<Row>& rows) {
-    try {
-        (void)reportOf(rows);
-    } catch (const Error& error) {
-        return error.number();
-    }
-    return 0;
+    return test::errorNumber([&] { (void)reportOf(rows); });
 }
 
 TEST(DayReport, SumsEachPaymentTypeInItsCurrencyAndTheCurrencyAsAWhole) {

@@ -192,6 +192,16 @@ class World {
     Connection sinkConnection;
 };
 
+/// 0 without an error.
+inline std::int32_t errorNumber(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const Error& error) {
+        return error.number();
+    }
+    return 0;
+}
+
 /// A view that fails: throws at each change of that property.
 [[nodiscard]] inline Connection failAt(Control& control, Property property) {
     return control.changed.connect([property](Property changed) {
