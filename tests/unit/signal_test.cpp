@@ -65,5 +65,17 @@ TEST(Signal, ASlotMayDestroyTheSignalAndItsOwner) {
     after.disconnect(); // outliving the signal is no error
 }
 
+TEST(Signal, AConnectionDisconnectsWhenItGoesOrIsReplaced) {
+    Signal<> signal;
+    Calls calls;
+    auto connection = signal.connect([&] { calls.push_back(1); });
+    connection = signal.connect([&] { calls.push_back(2); });
+    signal();
+    EXPECT_EQ(calls, Calls({2}));
+    { const auto gone = std::move(connection); }
+    signal();
+    EXPECT_EQ(calls, Calls({2}));
+}
+
 } // namespace
 } // namespace kova
