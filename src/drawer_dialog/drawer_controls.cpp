@@ -63,7 +63,7 @@ DrawerControls::DrawerControls(EventLoop& loop)
       cmd_print({&TabControlPage2, "cmd_print", {11640, 7440, 1695, 585}}, "Stampa", ActionButton),
       PushButton1({&TabControlPage2, "PushButton1", {13440, 7440, 1695, 585}}, "Chiudi", ActionButton),
 
-      saved(TabControlPage1, {3480, 7560, 7920, 585}),
+      saved(TabControlPage1),
 
       TimerAttivita(loop, 50ms), TimerVersamenti(loop, 50ms), tmrAutoClose(loop, 10ms) {
     window.setInitialFocus(txtVisore);

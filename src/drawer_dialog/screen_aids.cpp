@@ -79,6 +79,7 @@ void frm_Drawer_Management::connectScreenAids() {
         if (property == Property::Visible)
             placeNotice();
     }));
+    placeNotice();
 }
 
 // The selection outlives the dialog and is shared by all: what is shown is what would be sent.

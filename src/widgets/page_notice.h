@@ -10,11 +10,11 @@ namespace kova {
 /// reaches it and it has no place in the order of tabbing.
 class PageNotice {
   public:
-    /// `bounds` are relative to the page, which outlives it.
-    PageNotice(const Control& page, const Rect& bounds) : page_(page), bounds_(bounds) {}
+    /// The page outlives it.
+    explicit PageNotice(const Control& page) : page_(page) {}
 
     [[nodiscard]] const Control& page() const { return page_; }
-    [[nodiscard]] const Rect& bounds() const { return bounds_; }
+    [[nodiscard]] const Rect& bounds() const { return bounds_; } ///< relative to the page
     void setBounds(const Rect& bounds) {
         bounds_ = bounds;
         moved();

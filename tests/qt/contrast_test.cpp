@@ -11,7 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <map>
 #include <set>
 
@@ -75,18 +74,6 @@ class TextRecorder final : public QPaintEngine {
     QPainter inner_;
 };
 
-double luminance(const QColor& color) {
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor& a, const QColor& b) {
-    const auto [dark, light] = std::minmax({luminance(a), luminance(b)});
-    return (light + 0.05) / (dark + 0.05);
-}
-
 using Pairs = std::map<std::string, std::string>; ///< text on background, and a text that has it
 
 /// Adds the pairs that are hard to read; disabled texts are excepted.
@@ -100,7 +87,7 @@ void addFaintPairs(QWidget& window, Pairs& faint, int& looked) {
         if (on != nullptr && !on->isEnabled())
             continue;
         ++looked;
-        if (contrast(ink, behind) < least)
+        if (look::contrast(ink, behind) < least)
             faint.emplace((ink.name() + " on " + behind.name()).toStdString(), words.toStdString());
     }
 }
@@ -148,6 +135,8 @@ void useEntryScreen(Till& till, Pairs& faint, int& looked) {
 }
 
 TEST(Contrast, IsEnoughForEveryTextWhoseColoursAreOursToChoose) {
+    EXPECT_NEAR(look::contrast(Qt::black, Qt::white), 21, 1e-9);
+    EXPECT_NEAR(look::contrast(Qt::white, QColor(0x77, 0x77, 0x77)), 4.478, 1e-3); // a hair too little
     Pairs light, dark;
     int looked = 0;
     for (const bool metro : {false, true})

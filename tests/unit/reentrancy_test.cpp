@@ -24,6 +24,24 @@ TEST(Reentrancy, AHostMayDiscardAndShowAfreshInsideASave) {
     EXPECT_EQ(world.process.selection.idAttivita, 2) << "the fresh controls are alive";
 }
 
+TEST(Reentrancy, ADialogDiscardedInsideASaveAppliesNothingMore) {
+    World world;
+    world.connect();
+    world.show();
+    world.composeMovement();
+    world.control<ButtonGrid>("Pulsantiera_Attivita").touch("1"); // takes effect 50 ms later
+    const auto applied = world.process.selection.idAttivita;
+    world.sink.then = [&](const std::string&) {
+        world.sink.then = {};
+        world.component->DiscardForm();
+        world.wait(100);
+        EXPECT_EQ(world.process.selection.idAttivita, applied);
+        EXPECT_EQ(world.loop.timers().running(), 0U);
+    };
+    world.control<PushButton>("cmdConferma").press();
+    EXPECT_EQ(world.sink.movements.size(), 1U);
+}
+
 TEST(Reentrancy, AReleasedComponentLivesUntilItsShowReturns) {
     World world;
     world.connect();

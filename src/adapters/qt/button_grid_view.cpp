@@ -24,10 +24,6 @@ constexpr double FocusRing = 2.5;
 constexpr double LeastCell = 8;   // pixels; smaller cells are drawn without gap and text
 constexpr double WheelStep = 120; // of Qt's eighths of degrees
 
-QString fromUtf8(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
 } // namespace
 
 ButtonGridView::ButtonGridView(ButtonGrid& grid, WindowFrame& frame, QWidget& parent)
@@ -107,7 +103,7 @@ void ButtonGridView::showMarked() {
 
 QRectF ButtonGridView::picturePlace(int index) const {
     if (const auto& picture = cellButton(index)->picture;
-        picture.empty() || QPixmap(fromUtf8(picture)).isNull())
+        picture.empty() || QPixmap(QString::fromStdString(picture)).isNull())
         return {};
     const QRectF inside = look::captionArea(face(index), {.unit = scale().smaller()});
     const double side = std::min(inside.height(), inside.width() / 3);
@@ -127,7 +123,7 @@ const std::vector<look::Caption>& ButtonGridView::captions() {
     std::vector<look::CaptionPlace> places;
     places.reserve(model()->buttons().size());
     for (int index = 0; index < cellCount(); ++index)
-        places.push_back({fromUtf8(cellButton(index)->caption), captionRoom(index).size()});
+        places.push_back({QString::fromStdString(cellButton(index)->caption), captionRoom(index).size()});
     captions_ =
         look::setCaptions(places, look::font(CaptionFont, scale()), scale().smaller(),
                           model()->equalFonts() ? look::CaptionSizes::Common : look::CaptionSizes::Own);
@@ -168,7 +164,7 @@ void ButtonGridView::paintCell(QPainter& painter, int index) {
     if (hasFocus() && index == current_)
         paintFocus(painter, index);
     if (const QRectF place = picturePlace(index); !place.isEmpty()) {
-        const QPixmap picture(fromUtf8(button.picture));
+        const QPixmap picture(QString::fromStdString(button.picture));
         painter.drawPixmap(place, picture, picture.rect());
     }
     const QColor fill = look::filling(face);
@@ -324,7 +320,7 @@ bool ButtonGridView::event(QEvent* event) {
     const auto* help = static_cast<QHelpEvent*>(event);
     const int index = cellAt(QPointF(help->pos()));
     if (index >= 0 && !captions()[static_cast<std::size_t>(index)].whole)
-        QToolTip::showText(help->globalPos(), fromUtf8(cellButton(index)->caption), this);
+        QToolTip::showText(help->globalPos(), QString::fromStdString(cellButton(index)->caption), this);
     else
         QToolTip::hideText();
     return true;

@@ -28,11 +28,6 @@ double luminance(const QColor& color) {
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
-double contrast(const QColor& a, const QColor& b) {
-    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
-    return (lighter + 0.05) / (darker + 0.05);
-}
-
 // Condensed DejaVu runs as wide as Tahoma, for which captions and widths were chosen.
 QString installedFamily(const QString& wanted) {
     for (const QString& one : {wanted, QString("DejaVu Sans Condensed"), QString("Noto Sans")})
@@ -109,6 +104,11 @@ QColor mixed(const QColor& first, const QColor& second, double share) {
     };
     return QColor::fromRgbF(part(first.redF(), second.redF()), part(first.greenF(), second.greenF()),
                             part(first.blueF(), second.blueF()));
+}
+
+double contrast(const QColor& a, const QColor& b) {
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
+    return (lighter + 0.05) / (darker + 0.05);
 }
 
 QColor readableOn(const QColor& background, const QColor& wanted) {

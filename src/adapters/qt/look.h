@@ -31,6 +31,8 @@ Qt::Alignment toQt(Alignment alignment);
 bool isDark(const QColor& color);
 /// `share` of `second` in `first` [0-1].
 QColor mixed(const QColor& first, const QColor& second, double share);
+/// How well text of one colour stands out from the other, as WCAG 2.1 defines the contrast ratio [1-21].
+double contrast(const QColor& a, const QColor& b);
 /// `wanted`, or black or white where that could not be read on `background`.
 QColor readableOn(const QColor& background, const QColor& wanted);
 /// Black or white, whichever is read better.
