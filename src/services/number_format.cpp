@@ -98,13 +98,25 @@ std::string NumberFormat::FormatExactly(const double& value) const {
     return (value < 0 ? "-" : "") + text;
 }
 
-std::string NumberFormat::FormatSum(const double& value) const {
-    constexpr std::int16_t moneyDecimals = 4;
+std::string NumberFormat::formatAsNeeded(double value, int mostDecimals) const {
     std::int16_t decimals = amountDecimals_;
-    const double units = std::round(value * 1e4);
-    while (decimals < moneyDecimals && std::fmod(units, std::pow(10.0, moneyDecimals - decimals)) != 0)
-        ++decimals;
+    Digits number = decimalDigits(value);
+    roundTo(number, mostDecimals);
+    const auto lastDigit = number.digits.find_last_not_of('0');
+    if (lastDigit != std::string::npos)
+        decimals = static_cast<std::int16_t>(
+            std::max(int{decimals}, static_cast<int>(lastDigit) + 1 - number.beforePoint));
     return FormatAmount(value, decimals);
+}
+
+std::string NumberFormat::FormatValue(const double& value) const {
+    constexpr int smallestCoinDecimals = 2;
+    return formatAsNeeded(value, smallestCoinDecimals);
+}
+
+std::string NumberFormat::FormatSum(const double& value) const {
+    constexpr int moneyDecimals = 4;
+    return formatAsNeeded(value, moneyDecimals);
 }
 
 } // namespace kova

@@ -17,10 +17,8 @@ class NumberFormat {
     [[nodiscard]] std::int16_t quantityDecimals() const { return quantityDecimals_; }
     /// `decimals` below 0 count as 0, above 15 as 15.
     [[nodiscard]] std::string FormatAmount(const double& value, const std::int16_t& decimals) const;
-    /// An amount of the company currency, with the amount decimals.
-    [[nodiscard]] std::string FormatValue(const double& value) const {
-        return FormatAmount(value, amountDecimals_);
-    }
+    /// An amount of the company currency, with the amount decimals or as many more, up to two, as it needs.
+    [[nodiscard]] std::string FormatValue(const double& value) const;
     /// An entered amount to the last digit that tells it from any other number, with the amount decimals at
     /// least: it reads back as exactly `value`. Ungrouped, with an exponent, from 10^15 on and for more than
     /// 20 decimals.
@@ -29,6 +27,7 @@ class NumberFormat {
     [[nodiscard]] std::string FormatSum(const double& value) const;
 
   private:
+    [[nodiscard]] std::string formatAsNeeded(double value, int mostDecimals) const;
     const RegionalSettings& regional_;
     std::int16_t quantityDecimals_ = 0;
     std::int16_t amountDecimals_ = 0;

@@ -81,6 +81,10 @@ TEST(Numbers, AmountsAreGroupedAndRoundedHalfAway) {
     EXPECT_EQ(italian.FormatAmount(1e-30, 2), "0,00");
     italian.SetAmountDecimals(3);
     EXPECT_EQ(italian.FormatValue(0.1), "0,100");
+    italian.SetAmountDecimals(0);
+    EXPECT_EQ(italian.FormatValue(5) + ' ' + italian.FormatValue(0.5) + ' ' + italian.FormatValue(0.05) +
+                  ' ' + italian.FormatValue(0.1 + 0.2),
+              "5 0,5 0,05 0,3");
     EXPECT_EQ(NumberFormat(Swiss).FormatAmount(12345, 2), "12’345.00");
 }
 
