@@ -31,6 +31,8 @@ PointOfSale::PointOfSale(const HostOptions& options)
       component_(cls_Kova_Drawer_Man::create(process_)), sink_(component_->connect(*this)) {
     if (canStore())
         store_.switchOn(true);
+    if (regional_.decimalSeparator != ",")
+        process_.decimalKey = DecimalKey::Region;
     component_->Inizializza(database_.connection);
 }
 

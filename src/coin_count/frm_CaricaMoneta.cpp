@@ -79,6 +79,7 @@ void frm_CaricaMoneta::Form_Load() {
             greySecondCurrency();
         c.handlers.push_back(
             c.Virtual_KeyPAD.Keyboard.connect([this](std::string& key) { Virtual_KeyPAD_Keyboard(key); }));
+        c.Virtual_KeyPAD.setDecimalMark(process_.platform.regional.decimalSeparator);
         c.CMD_Annulla.setIcon(PushButton::Icon::Cancel);
         c.CMD_CaricaMoneta.setIcon(PushButton::Icon::Confirm);
         c.CMD_cancella.setIcon(PushButton::Icon::Clear);

@@ -10,4 +10,10 @@ struct ScreenAids {
     bool confirmation = true;   ///< a short notice of what was sent
 };
 
+/// What the decimal key of the amount enters, on the screen and on a physical keyboard.
+enum class DecimalKey {
+    Comma, ///< a comma, which is no decimal separator in every region
+    Region ///< the region's decimal separator, once
+};
+
 } // namespace kova

@@ -40,7 +40,11 @@ bool frm_Drawer_Management::savesPairs() const {
 
 bool frm_Drawer_Management::SalvaMovimento() {
     bool saved = false;
-    trapped(process_, ConfirmLabel, [&] {
+    const auto tell = [&](const std::string& why) {
+        if (!saved)
+            showNotSaved({}, why);
+    };
+    trapped(process_, ConfirmLabel, tell, [&] {
         auto& s = process_.selection;
         if (s.idPagamento == -1)
             return refuse(43, "Selezionare un pagamento.");
@@ -55,12 +59,12 @@ bool frm_Drawer_Management::SalvaMovimento() {
 
         std::string note = controls().txtNote.text();
         double importo = amount();
-        std::string notice = noticeLine({controls().Pulsantiera_Pagamenti, s.idPagamento, importo, s.Valuta,
-                                         s.idAttivita, s.isIncasso, ""});
+        const std::vector<std::string> sent{noticeLine({controls().Pulsantiera_Pagamenti, s.idPagamento,
+                                                        importo, s.Valuta, s.idAttivita, s.isIncasso, ""})};
         component().SalvaPagamento(s.idPagamento, importo, s.Valuta, note, s.Cassetto, s.idAttivita,
                                    s.isIncasso);
         saved = true;
-        showSaved(std::move(notice));
+        showSaved(sent);
 
         s.idAttivita = -1;
         s.isIncasso = false;
@@ -81,7 +85,12 @@ bool frm_Drawer_Management::SalvaMovimento() {
 
 bool frm_Drawer_Management::SalvaMovimentoDoppio() {
     bool saved = false;
-    trapped(process_, ConfirmLabel, [&] {
+    std::vector<std::string> sent;
+    const auto tell = [&](const std::string& why) {
+        if (!saved)
+            showNotSaved(sent, why);
+    };
+    trapped(process_, ConfirmLabel, tell, [&] {
         auto& s = process_.selection;
         auto& withdrawal = process_.settings.idCassettoCausPred_Prelievi;
         auto& deposit = process_.settings.idCassettoCausPred_Versamenti;
@@ -100,23 +109,22 @@ bool frm_Drawer_Management::SalvaMovimentoDoppio() {
         if (s.Valuta.empty())
             return refuse(47, "Selezionare la valuta relativa all'importo.");
 
-        std::string notice;
+        sent.reserve(2); // nothing may fail between the host's answer and what is made of it
         const auto send = [&](ButtonGrid& grid, std::int32_t& payment, std::int32_t& activity,
                               std::int32_t noteId, std::string_view italianNote) {
             AggiornaVariabiliSelezioneAttivita(activity);
             const std::string& typed = controls().txtNote.text();
             std::string note = typed.empty() ? text(noteId, italianNote) : typed;
             double importo = amount();
-            if (!notice.empty())
-                notice += '\n';
-            notice += noticeLine(
+            std::string notice = noticeLine(
                 {grid, payment, importo, s.Valuta, activity, s.isIncasso, text(noteId, italianNote)});
             component().SalvaPagamento(payment, importo, s.Valuta, note, s.Cassetto, activity, s.isIncasso);
+            sent.push_back(std::move(notice));
         };
         send(controls().Pulsantiera_Pagamenti, s.idPagamento, withdrawal, 56, "Prelievo");
         send(controls().Pulsantiera_Pagamenti_Versamenti, s.idPagamentoVersamento, deposit, 50, "Versamento");
         saved = true;
-        showSaved(std::move(notice));
+        showSaved(sent);
 
         s.idAttivita = -1;
         s.isIncasso = false;

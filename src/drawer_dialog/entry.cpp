@@ -2,6 +2,7 @@
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "platform/letter_case.h"
 #include "services/numeric_key_filter.h"
+#include "widgets/utf8.h"
 
 namespace kova {
 
@@ -11,8 +12,8 @@ void frm_Drawer_Management::Virtual_KeyPAD_Keyboard(const std::string& key) {
         if (equalIgnoringCase(key, "BACKSPACE")) {
             display.setText(""); // the whole amount, so that no half of a wrong one stays behind
         } else if (key == ".") {
-            if (display.text().find(',') == std::string::npos)
-                display.setText(display.text() + ",");
+            if (const std::string mark = decimalMark(); display.text().find(mark) == std::string::npos)
+                display.setText(display.text() + mark);
         } else if (key != "*") {
             display.setText(display.text() + key);
         }
@@ -21,6 +22,22 @@ void frm_Drawer_Management::Virtual_KeyPAD_Keyboard(const std::string& key) {
 
 void frm_Drawer_Management::txtVisore_KeyPress(char32_t& character) {
     character = NumericKeyFilter(character, {.decimals = true});
+    if (character != U',' || decimalKey() == DecimalKey::Comma)
+        return;
+    const auto& display = controls().txtVisore;
+    const std::string mark = decimalMark();
+    std::string kept = display.text();
+    kept.erase(display.selectionStart(), display.selectionEnd() - display.selectionStart());
+    const bool wanted = !mark.empty() && kept.find(mark) == std::string::npos;
+    character = wanted ? fromUtf8(mark).front() : U'\0';
+}
+
+DecimalKey frm_Drawer_Management::decimalKey() const {
+    return machineDecimalKey_.value_or(process_.decimalKey);
+}
+
+std::string frm_Drawer_Management::decimalMark() const {
+    return decimalKey() == DecimalKey::Region ? process_.platform.regional.decimalSeparator : ",";
 }
 
 // Only the double-movement screen hides its keyboard: there it lies over the payment grids.

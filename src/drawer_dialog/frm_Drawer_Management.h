@@ -2,11 +2,15 @@
 #include "drawer_dialog/drawer_controls.h"
 #include "services/combo_multi_column.h"
 #include "services/process_state.h"
+#include "services/words.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace kova {
 
@@ -85,6 +89,8 @@ class frm_Drawer_Management {
     void cmdNascondiTastiera_Click();
     void cmdCassetto_Click(std::int16_t index);
     void latchDrawerButtons();
+    [[nodiscard]] DecimalKey decimalKey() const;
+    [[nodiscard]] std::string decimalMark() const; ///< what the decimal key enters
     // confirmation.cpp
     void cmdConferma_Click();
     bool SalvaMovimento();
@@ -98,10 +104,18 @@ class frm_Drawer_Management {
     // screen_aids.cpp: none of these throws, an aid must not cost a movement.
     struct SentMovement;
     void connectScreenAids();
+    void connectNotice();
+    void showAids() noexcept;
     void showReadBack() noexcept;
     void placeNotice() noexcept;
     [[nodiscard]] std::string noticeLine(const SentMovement& movement) noexcept;
-    void showSaved(std::string notice) noexcept;
+    /// Lines of `noticeLine`, one a movement.
+    void showSaved(const std::vector<std::string>& lines) noexcept;
+    /// `sent` are the lines of what the host took before the failure.
+    void showNotSaved(const std::vector<std::string>& sent, const std::string& why) noexcept;
+    using Notice = std::vector<std::pair<Word, std::string>>;
+    void show(Notice notice, PageNotice::Kind kind);
+    [[nodiscard]] std::string noticeText() const;
     // closing.cpp
     void cmdAnnulla_Click();
     void ProceduraChiudi();
@@ -136,6 +150,8 @@ class frm_Drawer_Management {
     std::int32_t IndicePagamentoEstero_ = -1;
     std::unique_ptr<ComboMultiColumn> ElencoPagamenti_;
     ScreenAids machineAids_;
+    std::optional<DecimalKey> machineDecimalKey_;
+    Notice notice_; ///< what was said last, in words to be had in another language
 };
 
 } // namespace kova

@@ -18,14 +18,6 @@ void prepareList(ProcessState& process, ReportGrid& grid) {
                          },
                          [&process](double sum) { return process.numberFormat().FormatSum(sum); }});
     grid.setSummedColumns("importo", "valuta");
-    switch (process.CurrentLanguageId) {
-    case language::German:
-        return grid.setMenuTexts({"Auswahl kopieren", "Alles auswählen", "Liste als CSV speichern …"});
-    case language::English:
-        return grid.setMenuTexts({"Copy selection", "Select all", "Save list as CSV …"});
-    default:
-        return grid.setMenuTexts({"Copia selezione", "Seleziona tutto", "Salva elenco in CSV …"});
-    }
 }
 
 } // namespace

@@ -4,8 +4,6 @@
 #include "platform/letter_case.h"
 #include "services/conversions.h"
 
-#include <array>
-
 namespace kova {
 namespace {
 
@@ -13,23 +11,6 @@ using Direction = ReadBack::Direction;
 
 constexpr Rect LeftOfConfirm{3480, 7560, 7920, 585};
 constexpr Rect EndOfNote{7890, 3090, 6945, 555}; // in a double movement, above the keyboard
-
-enum class Word { In, Out, NoNumber, Saved };
-
-/// The string table has no entries for these.
-std::string_view inWords(Word word, std::int32_t languageId) {
-    struct Translations {
-        std::string_view italian, german, english;
-    };
-    static constexpr std::array<Translations, 4> words{{{"Entrata", "Eingang", "In"},
-                                                        {"Uscita", "Ausgang", "Out"},
-                                                        {"Non è un numero", "Keine Zahl", "Not a number"},
-                                                        {"Registrato", "Gebucht", "Saved"}}};
-    const Translations& found = words[static_cast<std::size_t>(word)];
-    return languageId == language::German    ? found.german
-           : languageId == language::English ? found.english
-                                             : found.italian;
-}
 
 std::string_view sign(Direction direction) {
     return direction == Direction::In ? "+" : "−";
@@ -44,14 +25,35 @@ std::string withCurrency(std::string amount, const std::string& currency) {
     return currency.empty() ? amount : amount.append(" ").append(currency);
 }
 
+std::optional<std::string> machineSetting(const SettingsStore& store, const std::string& name) {
+    return store.read("SOFTWARE\\ZELT\\KOVA", "Screen", name);
+}
+
+std::string joined(const std::vector<std::string>& lines) {
+    std::string all;
+    for (const std::string& line : lines)
+        all.append(all.empty() ? "" : "\n").append(line);
+    return all;
+}
+
 bool isAllowed(const SettingsStore& store, const std::string& aid) {
-    const auto value = store.read("SOFTWARE\\ZELT\\KOVA", "Screen", aid);
+    const auto value = machineSetting(store, aid);
     return !value || (*value != "0" && !equalIgnoringCase(*value, "off"));
 }
 
 ScreenAids allowedAids(const SettingsStore& store) {
     return {isAllowed(store, "AmountReadBack"), isAllowed(store, "Direction"),
             isAllowed(store, "Confirmation")};
+}
+
+/// Nothing where the machine leaves it to the host.
+std::optional<DecimalKey> decimalKeyOf(const SettingsStore& store) {
+    const auto value = machineSetting(store, "DecimalKey");
+    if (value && equalIgnoringCase(*value, "comma"))
+        return DecimalKey::Comma;
+    if (value && equalIgnoringCase(*value, "region"))
+        return DecimalKey::Region;
+    return std::nullopt;
 }
 
 /// An aid that fails is left out. It may run while a movement is being sent, whose outcome it must not touch.
@@ -70,16 +72,47 @@ bool succeeds(Body body) noexcept {
 void frm_Drawer_Management::connectScreenAids() {
     auto& c = *controls_;
     machineAids_ = allowedAids(process_.platform.settingsStore);
+    machineDecimalKey_ = decimalKeyOf(process_.platform.settingsStore);
     c.handlers.push_back(c.txtVisore.changed.connect([this](Property property) {
         if (property == Property::Text)
             showReadBack();
     }));
-    c.handlers.push_back(process_.entryChanged.connect([this] { showReadBack(); }));
+    c.handlers.push_back(process_.entryChanged.connect([this] { showAids(); }));
     c.handlers.push_back(c.cmdNascondiTastiera.changed.connect([this](Property property) {
         if (property == Property::Visible)
             placeNotice();
     }));
+    connectNotice();
     placeNotice();
+}
+
+// Whoever enters or chooses something else has read that the movement was not saved.
+void frm_Drawer_Management::connectNotice() {
+    auto& c = *controls_;
+    for (TextBox* const box : {&c.txtVisore, &c.txtNote})
+        c.handlers.push_back(box->changed.connect([&c](Property property) {
+            if (property == Property::Text)
+                c.saved.goOn();
+        }));
+    const auto goOn = [&c](auto&&...) { c.saved.goOn(); };
+    for (ButtonGrid* const grid : {&c.Pulsantiera_Attivita, &c.Pulsantiera_Pagamenti,
+                                   &c.Pulsantiera_Pagamenti_Versamenti, &c.Pulsantiera_Valuta})
+        c.handlers.push_back(grid->buttonClick.connect(goOn));
+    for (PushButton& button : c.cmdCassetto)
+        c.handlers.push_back(button.pressed.connect(goOn));
+}
+
+void frm_Drawer_Management::showAids() noexcept {
+    showReadBack();
+    if (!controls_)
+        return;
+    succeeds([&] { controls_->Virtual_KeyPAD.setDecimalMark(decimalMark()); });
+    succeeds([&] { controls_->saved.rephrase(noticeText()); });
+    succeeds([&] {
+        const auto word = [&](Word which) { return std::string(inWords(which, process_.CurrentLanguageId)); };
+        controls_->grd_mov_giornata.setMenuTexts(
+            {word(Word::CopySelection), word(Word::SelectAll), word(Word::SaveList)});
+    });
 }
 
 // The selection outlives the dialog and is shared by all: what is shown is what would be sent.
@@ -137,17 +170,39 @@ std::string frm_Drawer_Management::noticeLine(const SentMovement& movement) noex
     return complete ? line : std::string();
 }
 
+std::string frm_Drawer_Management::noticeText() const {
+    std::string all;
+    for (const auto& [word, line] : notice_) {
+        all.append(all.empty() ? "" : "\n").append(inWords(word, process_.CurrentLanguageId));
+        all.append(line.empty() ? "" : ": ").append(line);
+    }
+    return all;
+}
+
 // A dialog that is about to close has nothing more to say.
-void frm_Drawer_Management::showSaved(std::string notice) noexcept {
-    if (!controls_ || notice.empty())
-        return;
+void frm_Drawer_Management::showSaved(const std::vector<std::string>& lines) noexcept {
     succeeds([&] {
-        if (!process_.screenAids.confirmation || !machineAids_.confirmation ||
-            component().ChiusuraAutomatica())
+        if (component().ChiusuraAutomatica())
             return;
-        controls_->saved.show(
-            std::string(inWords(Word::Saved, process_.CurrentLanguageId)).append(": ").append(notice));
+        show({{Word::Saved, joined(lines)}}, PageNotice::Kind::Success);
     });
+}
+
+void frm_Drawer_Management::showNotSaved(const std::vector<std::string>& sent,
+                                         const std::string& why) noexcept {
+    succeeds([&] {
+        if (sent.empty())
+            show({{Word::NothingSaved, why}}, PageNotice::Kind::Failure);
+        else
+            show({{Word::OnlySaved, joined(sent)}, {Word::NotSaved, why}}, PageNotice::Kind::Failure);
+    });
+}
+
+void frm_Drawer_Management::show(Notice notice, PageNotice::Kind kind) {
+    if (!controls_ || !process_.screenAids.confirmation || !machineAids_.confirmation)
+        return;
+    notice_ = std::move(notice);
+    controls_->saved.show(noticeText(), kind);
 }
 
 } // namespace kova

@@ -49,6 +49,10 @@ void setScreenAids(const ScreenAids& aids) {
     process().setScreenAids(aids);
 }
 
+void setDecimalKey(DecimalKey key) {
+    process().setDecimalKey(key);
+}
+
 void processEvents() {
     if (const auto present = slot())
         present->processEvents();

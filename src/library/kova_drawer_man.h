@@ -40,6 +40,10 @@ KOVA_API void setLanguage(std::int32_t id, const std::string& name);
 /// machine's settings may leave out more of them.
 KOVA_API void setScreenAids(const ScreenAids& aids);
 
+/// What the decimal key of the amount enters in all components from now on, open dialogs included; at first a
+/// comma. The machine's settings, where they say so, decide instead.
+KOVA_API void setDecimalKey(DecimalKey key);
+
 /// Handles the events that wait. For hosts without an event loop of their own while a modeless dialog is
 /// open.
 KOVA_API void processEvents();

@@ -60,6 +60,11 @@ void LibraryProcess::setScreenAids(const ScreenAids& aids) {
     state_.entryChanged();
 }
 
+void LibraryProcess::setDecimalKey(DecimalKey key) {
+    state_.decimalKey = key;
+    state_.entryChanged();
+}
+
 void LibraryProcess::end() {
     for (const auto& known : components_)
         if (const auto component = known.lock())

@@ -23,6 +23,7 @@ class LibraryProcess : public std::enable_shared_from_this<LibraryProcess> {
     [[nodiscard]] DatabaseProvider& databases() { return databases_; }
     [[nodiscard]] SystemLanguageRuntime& language() { return language_; }
     void setScreenAids(const ScreenAids& aids);
+    void setDecimalKey(DecimalKey key);
     void processEvents() { eventLoop_.processPendingEvents(); }
     /// Closes all dialogs, and ends the Qt application if it is the library's. Components may be released
     /// afterwards, whenever the host likes.

@@ -39,6 +39,9 @@ class UserInterface {
     virtual void runModal(Window& window) = 0;
     /// Shows a message box and returns the button that closed it.
     virtual MessageAnswer messageBox(const PlatformMessage& message) = 0;
+    /// The component's language, 1040, 1031 or 9, in which the toolkit is to say what it says by itself; on
+    /// open windows too.
+    virtual void setLanguage(std::int32_t id) = 0;
 };
 
 } // namespace kova

@@ -47,6 +47,7 @@ void SetLanguage(ProcessState& process, std::int32_t LanguageID, std::string_vie
             break;
         }
     }
+    process.platform.userInterface.setLanguage(process.CurrentLanguageId);
 }
 
 std::array<std::int32_t, 3> SupportedLanguages() {

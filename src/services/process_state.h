@@ -39,6 +39,8 @@ class ProcessState {
     std::string SoftwareName;
     SelectionState selection;
     ScreenAids screenAids; ///< as the host wants them; the machine's settings may leave out more
+    DecimalKey decimalKey =
+        DecimalKey::Comma; ///< as the host wants it, where the machine's settings do not say
     /// The selection, or a setting that open dialogs show, may have changed.
     Signal<> entryChanged;
     StringSource strings;
@@ -67,19 +69,28 @@ class ProcessState {
     std::unique_ptr<frmMsgBox> messageWindow_;
 };
 
-/// Runs `body`. Any failure ends it, becomes exactly one record under `label`, and goes no further.
-/// Returns whether `body` ended without a failure.
-template <class Body>
-bool trapped(ProcessState& process, std::string_view label, Body&& body) {
+/// Runs `body`. Any failure ends it, becomes exactly one record under `label`, and goes no further;
+/// `onFailure` is then called with its description. Returns whether `body` ended without a failure.
+template <class OnFailure, class Body>
+bool trapped(ProcessState& process, std::string_view label, OnFailure&& onFailure, Body&& body) {
+    std::string description;
     try {
         std::forward<Body>(body)();
         return true;
     } catch (const std::exception& failure) {
-        process.logError(label, failure.what());
+        description = failure.what();
     } catch (...) {
-        process.logError(label, "Unknown error");
+        description = "Unknown error";
     }
+    process.logError(label, description);
+    std::forward<OnFailure>(onFailure)(description);
     return false;
+}
+
+template <class Body>
+bool trapped(ProcessState& process, std::string_view label, Body&& body) {
+    return trapped(
+        process, label, [](const std::string&) {}, std::forward<Body>(body));
 }
 
 } // namespace kova

@@ -6,10 +6,13 @@
 
 namespace kova {
 
-/// A short text over a page that a rendering lets go by itself after a while. It is no control: no gesture
-/// reaches it and it has no place in the order of tabbing.
+/// A short text over a page that a rendering lets go by itself after a while; a failure's while begins when
+/// its reader goes on. It is no control: no gesture reaches it and it has no place in the order of
+/// tabbing.
 class PageNotice {
   public:
+    enum class Kind { Success, Failure };
+
     /// The page outlives it.
     explicit PageNotice(const Control& page) : page_(page) {}
 
@@ -17,22 +20,41 @@ class PageNotice {
     [[nodiscard]] const Rect& bounds() const { return bounds_; } ///< relative to the page
     void setBounds(const Rect& bounds) {
         bounds_ = bounds;
-        moved();
+        changed();
     }
     /// The last text shown, UTF-8, one line per thing that happened; empty before the first.
     [[nodiscard]] const std::string& text() const { return text_; }
+    [[nodiscard]] Kind kind() const { return kind_; }
+    /// Whether it still waits for its reader to go on.
+    [[nodiscard]] bool pending() const { return pending_; }
     /// Replaces what is still to be seen of the last one.
-    void show(std::string text) {
+    void show(std::string text, Kind kind = Kind::Success) {
         text_ = std::move(text);
+        kind_ = kind;
+        pending_ = kind == Kind::Failure;
         shown();
     }
-    Signal<> shown;
-    Signal<> moved;
+    /// Says the same in other words; nothing before the first text.
+    void rephrase(std::string text) {
+        if (text_.empty() || text == text_)
+            return;
+        text_ = std::move(text);
+        changed();
+    }
+    /// Its reader does something else.
+    void goOn() {
+        if (std::exchange(pending_, false))
+            changed();
+    }
+    Signal<> shown;   ///< a new text
+    Signal<> changed; ///< its place, its words, or whether it is pending
 
   private:
     const Control& page_;
     Rect bounds_;
     std::string text_;
+    Kind kind_ = Kind::Success;
+    bool pending_ = false;
 };
 
 } // namespace kova

@@ -7,8 +7,10 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QMessageBox>
 #include <QPointer>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -75,6 +77,48 @@ TEST_F(DrawnAids, NoticeTakesNothingAndFades) {
     EXPECT_FALSE(notice.isVisible());
     EXPECT_TRUE(faded);
     EXPECT_GE(wall.elapsed(), PageNoticeView::StayMilliseconds - 100);
+}
+
+TEST_F(DrawnAids, NoticeOfAFailureWaitsForTheCashier) {
+    till.show();
+    save();
+    const QImage success = part("notice").grab().toImage();
+    till.sink.then = [](const std::string&) { throw Error(5, "disk full"); };
+    save();
+    QWidget& notice = part("notice");
+    EXPECT_EQ(notice.accessibleName(), "NULLA è stato registrato: disk full");
+    EXPECT_NE(notice.grab().toImage().pixelColor(8, 8), success.pixelColor(8, 8));
+    till.control<TabControl>("TabControl").touchTab(1);
+    till.control<TabControl>("TabControl").touchTab(0);
+    QTest::qWait(PageNoticeView::StayMilliseconds + PageNoticeView::FadeMilliseconds + 100);
+    EXPECT_TRUE(notice.isVisible());
+    till.takeLog();
+}
+
+TEST_F(DrawnAids, WordsFollowTheLanguageOfTheComponent) {
+    till.regional = *regionalSettings("de-CH");
+    till.show();
+    const auto spoken = [&](const char* control, const char* key) {
+        return till.userInterface.touchPoint(*till.dialog().find(control), key)->widget->accessibleName();
+    };
+    EXPECT_EQ(part("Virtual_KeyPAD").accessibleName(), "Tastierino numerico");
+    till.runtime.change(1031);
+    EXPECT_EQ(part("Virtual_KeyPAD").accessibleName(), "Ziffernblock");
+    EXPECT_EQ(spoken("Virtual_KeyPAD", "."), "Komma");
+    EXPECT_EQ(spoken("Virtual_Keyboard", " "), "Leertaste");
+    EXPECT_EQ(part("comboData_calendar").accessibleName(), "Datentransfer, Kalender");
+    till.process.decimalKey = DecimalKey::Region;
+    till.process.entryChanged();
+    EXPECT_EQ(spoken("Virtual_KeyPAD", "."), "Punkt");
+    QString yes;
+    QTimer::singleShot(0, &till.frame(), [&] {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        till.runtime.change(9);
+        yes = box->button(QMessageBox::Yes)->text();
+        box->button(QMessageBox::No)->click();
+    });
+    EXPECT_EQ(till.userInterface.messageBox({"?", PlatformMessage::YesNo, "?"}), MessageAnswer::No);
+    EXPECT_EQ(yes, "Yes");
 }
 
 TEST_F(DrawnAids, NothingOfANoticeIsLeftWhenItsWindowCloses) {

@@ -95,14 +95,12 @@ TEST_F(ScreenAidsTest, NamesWhatWasSentWhateverTheHandlerWrites) {
     EXPECT_EQ(notice(), "Registrato: − 12,50 € · Prelievo · Contanti");
     EXPECT_EQ(shownFor("7"), "7,00 USD") << "what the handler chose is what would be sent next";
 
-    world.sink.then = [](const std::string&) { throw Error(5, "not stored"); };
     world.composeMovement();
-    const auto shown = world.dialog().notice()->shown.connect([] { ADD_FAILURE() << "nothing was saved"; });
-    confirm();
-    world.sink.then = {};
+    const auto shown =
+        world.dialog().notice()->shown.connect([] { ADD_FAILURE() << "not before it closes"; });
     world.component->ChiusuraAutomatica(true);
     confirm();
-    EXPECT_EQ(world.sink.movements.size(), 3U) << "the last closes the dialog, which needs no notice";
+    EXPECT_EQ(world.sink.movements.size(), 2U);
 }
 
 TEST_F(ScreenAidsTest, NamesBothMovementsOfAPair) {
@@ -121,14 +119,52 @@ TEST_F(ScreenAidsTest, NamesBothMovementsOfAPair) {
                         "+ 1.060,00 € · Versamento · Carta");
 }
 
-TEST_F(ScreenAidsTest, SaysNothingOfAPairWhoseSecondHalfFailed) {
+TEST_F(ScreenAidsTest, SaysWhatWasNotSavedUntilTheCashierGoesOn) {
     composePair();
+    world.component->ChiusuraAutomatica(true);
+    std::size_t stored = 0;
     world.sink.then = [&](const std::string&) {
-        if (world.sink.movements.size() == 2)
-            throw Error(5, "not stored");
+        if (world.sink.movements.size() > stored)
+            throw Error(5, "disk full");
     };
     confirm();
-    EXPECT_EQ(notice(), "");
+    EXPECT_EQ(notice(), "NULLA è stato registrato: disk full");
+    stored = 2;
+    confirm();
+    EXPECT_EQ(notice(), "Registrato SOLO: − 1.060,00 € · Prelievo · Contanti\nNON registrato: disk full");
+    EXPECT_EQ(world.takeLog(), (std::vector<LogRecord>(2, {"cmdConferma_Click", "disk full"})));
+    world.runtime.change(1031);
+    EXPECT_EQ(notice(), "NUR gebucht: − 1.060,00 € · Prelievo · Contanti\nNICHT gebucht: disk full");
+    EXPECT_TRUE(world.dialog().notice()->pending());
+    world.control<NumericKeypad>("Virtual_KeyPAD").touchKey("5");
+    EXPECT_FALSE(world.dialog().notice()->pending());
+}
+
+TEST_F(ScreenAidsTest, TheDecimalKeyEntersTheRegionsSeparatorWhereThatIsWanted) {
+    world.regional = *regionalSettings("de-CH");
+    open();
+    const auto entered = [&](const std::string& keys, std::u32string_view typed) {
+        auto& display = world.control<TextBox>("txtVisore");
+        display.setText("");
+        for (const char key : keys)
+            world.control<NumericKeypad>("Virtual_KeyPAD").touchKey(std::string(1, key));
+        for (const char32_t character : typed)
+            display.typeCharacter(character);
+        return display.text();
+    };
+    const auto mark = [&] { return world.control<NumericKeypad>("Virtual_KeyPAD").decimalMark(); };
+    EXPECT_EQ(entered("12.5", U".") + mark(), "12,5,,");
+    world.process.decimalKey = DecimalKey::Region;
+    world.process.entryChanged();
+    EXPECT_EQ(entered("12.5.", U".,0") + mark(), "12.50.");
+    EXPECT_EQ(entered("", U"1,5"), "1.5");
+    world.control<TextBox>("txtVisore").select(0, 2);
+    world.control<TextBox>("txtVisore").typeCharacter(U',');
+    EXPECT_EQ(world.control<TextBox>("txtVisore").text(), ".5") << "the selected one gives way";
+    world.dialog().requestClose();
+    world.store.values = {{"DecimalKey", "Comma"}};
+    world.show();
+    EXPECT_EQ(entered("1.5", U"") + mark(), "1,5,") << "the machine decides";
 }
 
 TEST_F(ScreenAidsTest, AreSwitchedOffByTheHostAtOnceAndByTheMachineAtTheNextShow) {

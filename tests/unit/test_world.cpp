@@ -75,6 +75,7 @@ class World::FaultyInterface final : public UserInterface {
             world_.insideBox();
         return MessageAnswer::Ok;
     }
+    void setLanguage(std::int32_t) override {}
 
   private:
     World& world_;

@@ -41,6 +41,7 @@ class HeadlessUserInterface final : public UserInterface {
     void runModal(Window& window) override { modalLoop_(window); }
     /// Without an answer function the default button: OK, or Yes.
     MessageAnswer messageBox(const PlatformMessage& message) override;
+    void setLanguage(std::int32_t) override {} // it says nothing
 
   private:
     ModalLoop modalLoop_;

@@ -45,6 +45,8 @@ class ControlView {
     virtual void neighbourMoved() {}
     /// A label may have got another text or place; a view that is named by one takes the new name.
     void neighbourRenamed();
+    /// The language of the view's own words may have changed.
+    virtual void showWords() {}
     /// What assistive technology makes of the widget; null where the toolkit's own knowledge is right. The
     /// toolkit takes it over.
     virtual QAccessibleInterface* makeAccessible() { return nullptr; }

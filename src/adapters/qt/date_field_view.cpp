@@ -1,7 +1,6 @@
 #include "adapters/qt/date_field_view.h"
 
 #include "adapters/qt/window_frame.h"
-#include "adapters/qt/words.h"
 #include "services/conversions.h"
 
 #include <QAccessibleWidget>
@@ -75,7 +74,7 @@ DateFieldView::DateFieldView(DateField& field, WindowFrame& frame, QWidget& pare
 void DateFieldView::showSpokenName(const QString& name) {
     ControlView::showSpokenName(name);
     edit_->setAccessibleName(name);
-    button_->setAccessibleName(name + ", " + inWords(Word::Calendar, frame().regional()));
+    button_->setAccessibleName(name + ", " + frame().words(Word::Calendar));
 }
 
 QAccessibleInterface* DateFieldView::makeAccessible() {

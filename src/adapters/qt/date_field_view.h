@@ -18,6 +18,7 @@ class DateFieldView final : public QWidget, public ModelView<DateField> {
     QWidget& keyboardWidget() override { return *edit_; }
     [[nodiscard]] bool takesTab() const override { return true; }
     void detach() override;
+    void showWords() override { showSpokenName(accessibleName()); }
     QAccessibleInterface* makeAccessible() override;
 
   protected:

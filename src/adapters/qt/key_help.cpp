@@ -2,9 +2,9 @@
 
 #include "adapters/qt/spoken_name.h"
 #include "adapters/qt/window_frame.h"
-#include "adapters/qt/words.h"
 #include "widgets/button_grid.h"
 #include "widgets/control_visitor.h"
+#include "widgets/numeric_keypad.h"
 #include "widgets/push_button.h"
 #include "widgets/text_box.h"
 
@@ -28,14 +28,16 @@ QString line(const QString& key, const QString& meaning) {
     return "<tr>" + cells(key, meaning) + "</tr>";
 }
 
-/// What the arrow keys choose in.
-class GridNames : public ControlVisitor {
+/// What the arrow keys choose in, and what the decimal key enters.
+class PartsOfWindow : public ControlVisitor {
   public:
+    void visit(NumericKeypad& keypad) override { decimalMark = QString::fromStdString(keypad.decimalMark()); }
     void visit(ButtonGrid& grid) override {
         if (isReachable(&grid) && !grid.buttons().empty())
             names << QString::fromStdString(spokenNameOf(grid));
     }
     QStringList names;
+    QString decimalMark = ",";
 };
 
 /// A line for each key, with and without Shift.
@@ -55,9 +57,13 @@ QString functionKeys(const ButtonGrid& grid) {
 
 QString helpFor(const WindowFrame& frame) {
     const KeyTargets& targets = frame.model()->keyTargets();
-    QString lines = line("F1", inWords(Word::Keys, frame.regional()));
+    PartsOfWindow parts;
+    for (Control* control : frame.model()->controls())
+        control->accept(parts);
+    QString lines = line("F1", frame.words(Word::Keys));
     if (isReachable(targets.entry))
-        lines += line("0 \u2026 9  ,", QString::fromStdString(spokenNameOf(*targets.entry)));
+        lines +=
+            line("0 \u2026 9  " + parts.decimalMark, QString::fromStdString(spokenNameOf(*targets.entry)));
     if (isReachable(targets.confirm))
         lines += line("\u21B5", QString::fromStdString(targets.confirm->caption()));
     for (const PushButton* button : targets.close)
@@ -65,12 +71,9 @@ QString helpFor(const WindowFrame& frame) {
             lines += line("Esc", QString::fromStdString(button->caption()));
             break;
         }
-    lines += line("\u21E5", inWords(Word::NextField, frame.regional()));
-    GridNames grids;
-    for (Control* control : frame.model()->controls())
-        control->accept(grids);
-    if (!grids.names.isEmpty())
-        lines += line("\u2190 \u2191 \u2193 \u2192  \u2423", grids.names.join(", "));
+    lines += line("\u21E5", frame.words(Word::NextField));
+    if (!parts.names.isEmpty())
+        lines += line("\u2190 \u2191 \u2193 \u2192  \u2423", parts.names.join(", "));
     if (isReachable(targets.functionKeys))
         lines += functionKeys(*targets.functionKeys);
     return "<table cellspacing='4'>" + lines + "</table>";

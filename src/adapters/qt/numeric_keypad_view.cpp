@@ -2,7 +2,6 @@
 
 #include "adapters/qt/read_back_view.h"
 #include "adapters/qt/window_frame.h"
-#include "adapters/qt/words.h"
 
 #include <QAccessibleWidget>
 
@@ -16,35 +15,52 @@ constexpr double HalfGap = 3.5;       // between faces, in design pixels: 1.5 mm
 constexpr double ReadBackHeight = 36; // design pixels; the keys keep more than 11 mm
 const std::string Backspace = "BACKSPACE";
 
-// The keys of this pad do not all do what their texts say.
-QString spokenName(const std::string& text, const RegionalSettings& regional) {
-    if (text == Backspace)
-        return inWords(Word::Clear, regional);
-    if (text == ".")
-        return inWords(Word::Comma, regional);
-    return QString::fromStdString(text);
-}
+const std::string DecimalKeyText = ".";
 
 } // namespace
 
 NumericKeypadView::NumericKeypadView(NumericKeypad& keypad, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(keypad, frame) {
-    nameWidget(*this, inWords(Word::Keypad, frame.regional()));
+    nameWidget(*this, {});
     for (const auto& texts : NumericKeypad::keys()) {
         auto& row = rows_.emplace_back();
         for (const std::string& text : texts) {
             const QString caption = QString::fromStdString(text);
-            auto* key = new KeyButton(*this, text, spokenName(text, frame.regional()));
+            auto* key = new KeyButton(*this, text, caption);
             key->setText(text == Backspace ? QStringLiteral("\u232B") : caption);
             connect(key, &QAbstractButton::clicked, this,
                     [this, text] { act([&](NumericKeypad& target) { target.touchKey(text); }); });
             row.push_back(key);
         }
     }
+    nameKeys();
     if (ReadBack* const readBack = keypad.readBack()) {
         readBack_ = new ReadBackView(*this, [this] { return backdrop(); });
         readBackChanged_ = readBack->changed.connect([this] { showReadBack(); });
     }
+}
+
+// Not all keys of this pad do what their texts say.
+void NumericKeypadView::nameKeys() {
+    setAccessibleName(frame().words(Word::Keypad));
+    const QString mark = QString::fromStdString(model()->decimalMark());
+    for (const auto& row : rows_)
+        for (KeyButton* key : row) {
+            if (key->key() == Backspace) {
+                key->setAccessibleName(frame().words(Word::Clear));
+            } else if (key->key() == DecimalKeyText) {
+                key->setText(mark);
+                key->setAccessibleName(mark == ","   ? frame().words(Word::Comma)
+                                       : mark == "." ? frame().words(Word::Point)
+                                                     : mark);
+            }
+        }
+}
+
+void NumericKeypadView::showProperty(Property property) {
+    if (property == Property::Caption)
+        nameKeys();
+    ControlView::showProperty(property);
 }
 
 void NumericKeypadView::detach() {

@@ -19,11 +19,14 @@ class NumericKeypadView final : public QWidget, public ModelView<NumericKeypad> 
     std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
 
     void detach() override;
+    void showWords() override { nameKeys(); }
 
   protected:
     void layOut() override;
+    void showProperty(Property property) override;
 
   private:
+    void nameKeys();
     void showReadBack();
     /// The height of its band above the keys, in pixels; 0 when it is not wanted.
     [[nodiscard]] double readBackHeight() const;

@@ -1,7 +1,6 @@
 #include "adapters/qt/on_screen_keyboard_view.h"
 
 #include "adapters/qt/window_frame.h"
-#include "adapters/qt/words.h"
 #include "widgets/utf8.h"
 
 #include <QAccessibleWidget>
@@ -46,16 +45,16 @@ QString objectNameOf(char32_t character) {
     }
 }
 
-QString spokenName(char32_t character, const RegionalSettings& regional) {
+QString spokenName(char32_t character, const WindowFrame& frame) {
     switch (character) {
     case BackspaceCharacter:
-        return inWords(Word::Backspace, regional);
+        return frame.words(Word::Backspace);
     case LineBreak:
-        return inWords(Word::Enter, regional);
+        return frame.words(Word::Enter);
     case CapsLock:
-        return inWords(Word::CapsLock, regional);
+        return frame.words(Word::CapsLock);
     case Space:
-        return inWords(Word::Space, regional);
+        return frame.words(Word::Space);
     default:
         return QString::fromUcs4(&character, 1);
     }
@@ -80,7 +79,7 @@ QString drawnText(char32_t character) {
 
 OnScreenKeyboardView::OnScreenKeyboardView(OnScreenKeyboard& keyboard, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(keyboard, frame) {
-    nameWidget(*this, inWords(Word::Keyboard, frame.regional()));
+    nameWidget(*this, frame.words(Word::Keyboard));
     std::vector<Key> last;
     addKey(last, CapsLock);
     for (const std::u32string& characters : OnScreenKeyboard::rows()) {
@@ -92,8 +91,8 @@ OnScreenKeyboardView::OnScreenKeyboardView(OnScreenKeyboard& keyboard, WindowFra
 }
 
 void OnScreenKeyboardView::addKey(std::vector<Key>& row, char32_t character) {
-    auto* button = new KeyButton(*this, objectNameOf(character).toStdString(),
-                                 spokenName(character, frame().regional()));
+    auto* button =
+        new KeyButton(*this, objectNameOf(character).toStdString(), spokenName(character, frame()));
     button->setCheckable(character == CapsLock);
     connect(button, &QAbstractButton::clicked, this, [this, character] {
         act([=](OnScreenKeyboard& target) {
@@ -153,10 +152,15 @@ void OnScreenKeyboardView::showKeys() {
             key.button->setLooks(looks);
             const char32_t shown = plain ? model()->shown(key.character) : key.character;
             key.button->setText(drawnText(shown));
-            key.button->setAccessibleName(spokenName(shown, frame().regional()));
+            key.button->setAccessibleName(spokenName(shown, frame()));
             key.button->setShortcut({}); // "&" is a key here, not the mark of one
         }
     }
+}
+
+void OnScreenKeyboardView::showWords() {
+    setAccessibleName(frame().words(Word::Keyboard));
+    showKeys();
 }
 
 void OnScreenKeyboardView::showProperty(Property property) {

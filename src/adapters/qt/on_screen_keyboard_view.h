@@ -18,6 +18,7 @@ class OnScreenKeyboardView final : public QWidget, public ModelView<OnScreenKeyb
     QAccessibleInterface* makeAccessible() override;
     /// The key of a character in either letter case.
     std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
+    void showWords() override;
 
   protected:
     void layOut() override;

@@ -11,7 +11,10 @@ namespace {
 const Font NoticeFont{"Tahoma", 13, true};
 constexpr double NoticeMargin = 10; // design pixels
 constexpr double NoticeRadius = 6;
-const QColor NoticeBackground(20, 83, 45);
+constexpr double FailureBorder = 3;
+const QColor SuccessBackground(20, 83, 45);
+const QColor FailureBackground(150, 38, 28);
+const QColor FailureBorderColor(255, 214, 102); // against both schemes
 
 } // namespace
 
@@ -30,7 +33,7 @@ PageNoticeView::PageNoticeView(PageNotice& notice, WindowFrame& frame, QWidget& 
     connect(&fade_, &QVariantAnimation::valueChanged, this, [this] { update(); });
     connect(&fade_, &QVariantAnimation::finished, this, &QWidget::hide);
     shown_ = notice.shown.connect([this] { appear(); });
-    moved_ = notice.moved.connect([this] { layOut(); });
+    changed_ = notice.changed.connect([this] { follow(); });
 }
 
 void PageNoticeView::layOut() {
@@ -40,26 +43,35 @@ void PageNoticeView::layOut() {
 
 void PageNoticeView::detach() {
     shown_.disconnect();
-    moved_.disconnect();
+    changed_.disconnect();
     notice_ = nullptr;
     hide();
+}
+
+void PageNoticeView::follow() {
+    setAccessibleName(QString::fromStdString(notice_->text()));
+    layOut();
+    update();
+    if (!isHidden() && !notice_->pending() && !stay_.isActive() &&
+        fade_.state() == QAbstractAnimation::Stopped)
+        stay_.start();
 }
 
 void PageNoticeView::appear() {
     fade_.stop();
     fade_.setCurrentTime(0);
-    setAccessibleName(QString::fromStdString(notice_->text()));
-    layOut();
+    stay_.stop();
     raise();
     show();
-    update();
-    stay_.start();
+    follow();
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
 }
 
-// Also when its page goes, with which it must not come back.
+// Also when its page goes, with which only a failure that is still to be read may come back.
 void PageNoticeView::hideEvent(QHideEvent*) {
+    if (notice_ != nullptr && notice_->pending())
+        return;
     hide();
     stay_.stop();
     fade_.stop();
@@ -70,10 +82,14 @@ void PageNoticeView::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(fade_.currentValue().toDouble());
     const double unit = frame_.scale().smaller();
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(NoticeBackground);
-    painter.drawRoundedRect(rect(), NoticeRadius * unit, NoticeRadius * unit);
-    painter.setPen(look::inkOn(NoticeBackground));
+    const bool failure = notice_ != nullptr && notice_->kind() == PageNotice::Kind::Failure;
+    const QColor background = failure ? FailureBackground : SuccessBackground;
+    const double border = failure ? FailureBorder * unit : 0;
+    painter.setPen(failure ? QPen(FailureBorderColor, border) : QPen(Qt::NoPen));
+    painter.setBrush(background);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(border / 2, border / 2, -border / 2, -border / 2),
+                            NoticeRadius * unit, NoticeRadius * unit);
+    painter.setPen(look::inkOn(background));
     const double margin = NoticeMargin * unit;
     look::drawText(painter, QRectF(rect()).adjusted(margin, margin / 5, -margin, -margin / 5),
                    accessibleName(), look::font(NoticeFont, frame_.scale()));

@@ -9,7 +9,8 @@ namespace kova {
 
 class WindowFrame;
 
-/// Draws a notice over its page and lets it fade; touches go through it. Its time is that of the wall.
+/// Draws a notice over its page and lets it fade, once it is no longer pending; touches go through it. Its
+/// time is that of the wall.
 class PageNoticeView final : public QWidget {
   public:
     static constexpr int StayMilliseconds = 2500;
@@ -26,9 +27,10 @@ class PageNoticeView final : public QWidget {
 
   private:
     void appear();
+    void follow();
     PageNotice* notice_;
     WindowFrame& frame_;
-    Connection shown_, moved_;
+    Connection shown_, changed_;
     QTimer stay_;
     QVariantAnimation fade_; ///< of its opacity, from 1 to 0
 };

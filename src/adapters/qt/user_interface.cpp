@@ -156,7 +156,7 @@ QSize QtUserInterface::surface() const {
 }
 
 std::unique_ptr<WindowView> QtUserInterface::present(Window& window) {
-    auto frame = std::make_unique<WindowFrame>(window, loop_, regional_, surface());
+    auto frame = std::make_unique<WindowFrame>(window, loop_, regional_, words_, surface());
     auto view = std::make_unique<FrameView>(*this, *frame);
     frames_.push_back(frame.get());
     frame.release(); // NOLINT: its view retires it
@@ -200,12 +200,9 @@ void QtUserInterface::fillMessageBox(QMessageBox& box, const PlatformMessage& me
         box.setIconPixmap(
             informationPicture(static_cast<int>(48 * scale.smaller()), box.palette().window().color()));
     if (asksYesNo(message)) {
-        const std::string language = regional_.name.substr(0, 2);
-        QAbstractButton* const yes = box.addButton(QMessageBox::Yes);
-        QAbstractButton* const no = box.addButton(QMessageBox::No);
-        yes->setText(language == "it" ? QStringLiteral("S\u00EC") : language == "de" ? "Ja" : "Yes");
-        no->setText(language == "de" ? "Nein" : "No");
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         box.setDefaultButton(QMessageBox::Yes);
+        nameAnswers(box);
     } else {
         box.addButton(QMessageBox::Ok)->setText("OK");
         box.setDefaultButton(QMessageBox::Ok);
@@ -218,6 +215,13 @@ void QtUserInterface::fillMessageBox(QMessageBox& box, const PlatformMessage& me
                           .arg(font.pixelSize()));
 }
 
+void QtUserInterface::nameAnswers(const QMessageBox& box) const {
+    if (QAbstractButton* const yes = box.button(QMessageBox::Yes))
+        yes->setText(words_(Word::Yes));
+    if (QAbstractButton* const no = box.button(QMessageBox::No))
+        no->setText(words_(Word::No));
+}
+
 MessageAnswer QtUserInterface::messageBox(const PlatformMessage& message) {
     std::optional<MessageAnswer> given;
     if (options_.answer)
@@ -225,6 +229,7 @@ MessageAnswer QtUserInterface::messageBox(const PlatformMessage& message) {
     QtEventLoop::Caller caller(loop_);
     QMessageBox box;
     fillMessageBox(box, message);
+    const Connection renaming = words_.changed.connect([&] { nameAnswers(box); });
     box.winId(); // makes the native window, so that it can be told which one it stands in front of
     if (const QWidget* const below = QApplication::activeWindow())
         box.windowHandle()->setTransientParent(below->window()->windowHandle());

@@ -1,6 +1,7 @@
 #pragma once
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/event_loop.h"
+#include "adapters/qt/wording.h"
 #include "platform/regional_settings.h"
 #include "platform/user_interface.h"
 
@@ -41,6 +42,7 @@ class QtUserInterface final : public UserInterface {
     std::unique_ptr<WindowView> present(Window& window) override;
     void runModal(Window& window) override;
     MessageAnswer messageBox(const PlatformMessage& message) override;
+    void setLanguage(std::int32_t id) override { words_.setLanguage(id); }
 
     [[nodiscard]] QtEventLoop& loop() const { return loop_; }
     /// The widget that draws the window; null when nothing does.
@@ -56,10 +58,12 @@ class QtUserInterface final : public UserInterface {
     class InputGuard;
     void retire(WindowFrame& frame);
     void fillMessageBox(QMessageBox& box, const PlatformMessage& message) const;
+    void nameAnswers(const QMessageBox& box) const;
     [[nodiscard]] QSize surface() const;
 
     QtEventLoop& loop_;
     const RegionalSettings& regional_;
+    Wording words_;
     Options options_;
     std::vector<WindowFrame*> frames_; ///< from the oldest to the newest
     std::unique_ptr<InputGuard> guard_;

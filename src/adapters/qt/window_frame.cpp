@@ -1,6 +1,7 @@
 #include "adapters/qt/window_frame.h"
 
 #include "adapters/qt/accessible_views.h"
+#include "adapters/qt/key_help.h"
 #include "adapters/qt/page_notice_view.h"
 #include "adapters/qt/view_factory.h"
 
@@ -34,9 +35,9 @@ double designPixels(Twips length) {
 
 } // namespace
 
-WindowFrame::WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettings& regional,
+WindowFrame::WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettings& regional, Wording& words,
                          const QSize& surface)
-    : window_(&window), loop_(loop), regional_(regional), surface_(surface) {
+    : window_(&window), loop_(loop), regional_(regional), words_(words), surface_(surface) {
     makeViewsAccessible();
     setObjectName(QString::fromStdString(window.name()));
     setAttribute(Qt::WA_QuitOnClose, false);
@@ -47,6 +48,7 @@ WindowFrame::WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettin
     layOut();
     connections_.push_back(window.changed.connect([this](Property property) { showProperty(property); }));
     connections_.push_back(window.activated.connect([this] { comeToFront(); }));
+    connections_.push_back(words.changed.connect([this] { showWords(); }));
     showOrHide();
 }
 
@@ -161,6 +163,19 @@ void WindowFrame::showProperty(Property property) {
         update();
         break;
     }
+}
+
+void WindowFrame::showWords() {
+    for (const auto& [control, view] : views_)
+        view->showWords();
+    // The captions that it repeats are still to follow.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (window_ != nullptr && KeyHelp::isShownOn(*this))
+                KeyHelp::showOn(*this);
+        },
+        Qt::QueuedConnection);
 }
 
 void WindowFrame::showOrHide() {

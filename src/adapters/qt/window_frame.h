@@ -2,6 +2,7 @@
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/look.h"
+#include "adapters/qt/wording.h"
 #include "platform/regional_settings.h"
 #include "widgets/window.h"
 
@@ -22,7 +23,8 @@ class PageNoticeView;
 class WindowFrame final : public QWidget {
   public:
     /// `surface` is what the largest window, the design surface, measures in pixels.
-    WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettings& regional, const QSize& surface);
+    WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettings& regional, Wording& words,
+                const QSize& surface);
     ~WindowFrame() override;
 
     /// Forgets the models at once; later events come to nothing.
@@ -34,6 +36,7 @@ class WindowFrame final : public QWidget {
 
     [[nodiscard]] QtEventLoop& loop() const { return loop_; }
     [[nodiscard]] const RegionalSettings& regional() const { return regional_; }
+    [[nodiscard]] QString words(Word word) const { return words_(word); }
     [[nodiscard]] const Scale& scale() const { return scale_; }
     /// Where a control is drawn, relative to what its parent is drawn on.
     [[nodiscard]] QRect pixels(const Control& control) const;
@@ -60,6 +63,7 @@ class WindowFrame final : public QWidget {
     void makeViews();
     void layOut();
     void showProperty(Property property);
+    void showWords();
     void showOrHide();
     void comeToFront();
     void moveToPlace();
@@ -68,6 +72,7 @@ class WindowFrame final : public QWidget {
     Window* window_;
     QtEventLoop& loop_;
     const RegionalSettings& regional_;
+    const Wording& words_;
     QSize surface_;
     Scale scale_;
     std::map<const Control*, ControlView*> views_; ///< each owned by its parent widget
