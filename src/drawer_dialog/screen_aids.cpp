@@ -54,17 +54,6 @@ ScreenAids allowedAids(const SettingsStore& store) {
             isAllowed(store, "Confirmation")};
 }
 
-/// An aid that fails is left out. It may run while a movement is being sent, whose outcome it must not touch.
-template <class Body>
-bool succeeds(Body body) noexcept {
-    try {
-        body();
-        return true;
-    } catch (...) {
-        return false;
-    }
-}
-
 } // namespace
 
 void frm_Drawer_Management::connectScreenAids() {
@@ -87,7 +76,7 @@ void frm_Drawer_Management::showReadBack() noexcept {
     if (!controls_)
         return;
     ReadBack& readBack = controls_->readBack;
-    const bool shown = succeeds([&] {
+    const bool shown = attempt([&] {
         const auto& regional = process_.platform.regional;
         const auto& selection = process_.selection;
         const auto languageId = process_.CurrentLanguageId;
@@ -111,19 +100,19 @@ void frm_Drawer_Management::showReadBack() noexcept {
         readBack.show(std::move(content));
     });
     if (!shown) // no echo is better than one of another amount
-        succeeds([&] { readBack.show({}); });
+        attempt([&] { readBack.show({}); });
 }
 
 void frm_Drawer_Management::placeNotice() noexcept {
     if (controls_)
-        succeeds([&] {
+        attempt([&] {
             controls_->saved.setBounds(controls_->cmdNascondiTastiera.visible() ? EndOfNote : LeftOfConfirm);
         });
 }
 
 std::string frm_Drawer_Management::noticeLine(const SentMovement& movement) noexcept {
     std::string line;
-    const bool complete = succeeds([&] {
+    const bool complete = attempt([&] {
         const auto* payment = movement.payments.find(std::to_string(movement.idpagamento));
         const auto* activity = controls().Pulsantiera_Attivita.find(std::to_string(movement.tipoIncasso));
         line = sign(movement.isIncasso ? Direction::In : Direction::Out);
@@ -141,7 +130,7 @@ std::string frm_Drawer_Management::noticeLine(const SentMovement& movement) noex
 void frm_Drawer_Management::showSaved(std::string notice) noexcept {
     if (!controls_ || notice.empty())
         return;
-    succeeds([&] {
+    attempt([&] {
         if (!process_.screenAids.confirmation || !machineAids_.confirmation ||
             component().ChiusuraAutomatica())
             return;
