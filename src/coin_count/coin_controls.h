@@ -13,8 +13,7 @@
 
 namespace kova {
 
-/// The controls of the coin count in their design state; each loading makes a fresh set, and a set whose
-/// dialog was unloaded lives on until the modal loop around the running handler has ended.
+/// The controls of a coin count in their design state.
 struct CoinControls {
     CoinControls();
     /// Takes the set out of service: no gesture has an effect, the view closes.

@@ -13,15 +13,7 @@ constexpr Color Grey{192, 192, 192};
 } // namespace
 
 frm_CaricaMoneta::~frm_CaricaMoneta() {
-    unload();
-}
-
-CoinControls& frm_CaricaMoneta::controls() {
-    if (controls_)
-        return *controls_;
-    if (const auto retired = retired_.lock())
-        return *retired; // the opening around the running handler keeps it alive
-    throw Error(91, "Object variable or With block variable not set");
+    attempt([this] { unload(); });
 }
 
 TextBox& frm_CaricaMoneta::field(std::int32_t index) {
@@ -42,9 +34,10 @@ std::string frm_CaricaMoneta::text(std::int32_t id, std::string_view italian) co
 void frm_CaricaMoneta::load() {
     if (controls_)
         return;
-    auto fresh = std::make_shared<CoinControls>();
+    auto fresh = std::make_unique<CoinControls>();
     fresh->view = process_.platform.userInterface.present(fresh->window);
     controls_ = std::move(fresh);
+    loaded_ = true;
     connectHandlers();
     try {
         Form_Load();
@@ -126,13 +119,7 @@ void frm_CaricaMoneta::ml_RuntimeSupport_LanguageChanged(std::int32_t LanguageID
 void frm_CaricaMoneta::setMetroStyle() {
     constexpr Color background{88, 100, 114};
     constexpr Color face{115, 127, 141};
-    const auto attempt = [](auto step) {
-        try {
-            step();
-        } catch (...) { // a colour that cannot be shown is no reason to do without the others
-        }
-    };
-    auto& c = controls();
+    auto& c = controls(); // a colour that cannot be shown is no reason to do without the others
     attempt([&] { c.FrameMoney.setBackColor(background); });
     attempt([&] { c.window.setBackColor(background); });
     for (auto& label : c.Label2)
@@ -146,21 +133,21 @@ void frm_CaricaMoneta::setMetroStyle() {
     }
 }
 
-// A person's gestures are all handled in here. A handler may end in the unloading of the dialog: the controls
-// live on until the loop around it has ended, as the dialog does in the hands of its caller.
+// A person's gestures are all handled in here. A handler may end in the unloading of the dialog: it lives on
+// in the hands of its caller, and its controls with it.
 bool frm_CaricaMoneta::showModal() {
-    const auto shown = controls_;
-    if (shown->window.visible()) // by another component's dialog, which takes the count
+    Window& window = controls().window;
+    if (window.visible()) // by another component's dialog, which takes the count
         throw Error(400, "Form already displayed; can't show modally");
     try {
-        process_.windows.show(shown->window, true);
-        process_.platform.userInterface.runModal(shown->window);
+        process_.windows.show(window, true);
+        process_.platform.userInterface.runModal(window);
     } catch (...) {
-        process_.windows.remove(shown->window); // it must not go on blocking the movement dialog
+        process_.windows.remove(window); // it must not go on blocking the movement dialog
         throw;
     }
-    process_.windows.remove(shown->window); // a loop that was broken off leaves it on the screen
-    return controls_ == shown;
+    process_.windows.remove(window); // a loop that was broken off leaves it on the screen
+    return loaded_;
 }
 
 void frm_CaricaMoneta::hide() {
@@ -168,12 +155,9 @@ void frm_CaricaMoneta::hide() {
 }
 
 void frm_CaricaMoneta::unload() {
-    const auto unloaded = std::exchange(controls_, nullptr);
-    if (!unloaded)
+    if (!std::exchange(loaded_, false))
         return;
-    retired_ = unloaded;
-    process_.windows.remove(unloaded->window);
-    unloaded->retire();
+    ended([&] { process_.windows.remove(controls().window); }, [&] { controls().retire(); });
 }
 
 } // namespace kova

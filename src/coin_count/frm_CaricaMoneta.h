@@ -13,7 +13,8 @@ class ProcessState;
 
 /// The dialog in which a cashier counts coins and banknotes, in euro and in the company's currency. It is
 /// modal over the movement dialog, which makes one for each count and takes the totals afterwards; its own
-/// buttons only hide it. Owned by `ProcessState::coinDialog` and by the opening that waits for it.
+/// buttons only hide it. Owned by `ProcessState::coinDialog` and by the opening that waits for it. Loaded
+/// once: an unloaded one is over, and the next count has one of its own.
 class frm_CaricaMoneta {
   public:
     explicit frm_CaricaMoneta(ProcessState& process) : process_(process), count_(process) {}
@@ -21,7 +22,7 @@ class frm_CaricaMoneta {
     frm_CaricaMoneta(const frm_CaricaMoneta&) = delete;
     frm_CaricaMoneta& operator=(const frm_CaricaMoneta&) = delete;
 
-    /// Makes the controls and runs the start-up; a loaded dialog stays as it is.
+    /// Makes the controls and runs the start-up; a dialog that was loaded before stays as it is.
     void load();
     /// The dark scheme.
     void setMetroStyle();
@@ -39,9 +40,9 @@ class frm_CaricaMoneta {
     /// The selected count field; -1 without one.
     [[nodiscard]] std::int32_t IndiceMoneta() const { return IndiceMoneta_; }
 
-    [[nodiscard]] bool loaded() const { return controls_ != nullptr; }
+    [[nodiscard]] bool loaded() const { return loaded_; }
     /// Null while not loaded.
-    [[nodiscard]] Window* window() { return controls_ ? &controls_->window : nullptr; }
+    [[nodiscard]] Window* window() { return loaded_ ? &controls_->window : nullptr; }
 
   private:
     // frm_CaricaMoneta.cpp
@@ -60,16 +61,15 @@ class frm_CaricaMoneta {
     void CMD_Annulla_Click();
     void CMD_CaricaMoneta_Click();
 
-    /// The present controls; inside a handler that unloaded the dialog, those that it was called with.
-    CoinControls& controls();
+    CoinControls& controls() { return *controls_; }
     [[nodiscard]] TextBox& field(std::int32_t index);
     [[nodiscard]] CoinCount::Counts counts();
     [[nodiscard]] std::string text(std::int32_t id, std::string_view italian) const;
 
     ProcessState& process_;
     CoinCount count_;
-    std::shared_ptr<CoinControls> controls_;
-    std::weak_ptr<CoinControls> retired_;
+    std::unique_ptr<CoinControls> controls_; ///< kept when unloaded, for the handlers that still run
+    bool loaded_ = false;
     std::int32_t IndiceMoneta_ = -1;
     std::string result_{NothingLoaded};
 };

@@ -1,4 +1,4 @@
-#include "drawer_dialog/frm_Drawer_Management.h"
+#include "drawer_dialog/handler.h"
 
 namespace kova {
 
@@ -36,29 +36,30 @@ void frm_Drawer_Management::ml_RuntimeSupport_LanguageChanged(std::int32_t Langu
 void frm_Drawer_Management::setColorMetroStyle() {
     constexpr Color background{88, 100, 114};
     constexpr Color face{115, 127, 141};
-    ensureLoaded();
-    auto& c = controls();
-    MetroStyleAttivo_ = true;
-    c.window.setBackColor(background);
-    c.Virtual_Keyboard.setBackColor(background);
-    c.TabControlPage1.setBackColor(background);
-    c.TabControlPage2.setBackColor(background);
-    for (auto* grid : {&c.Pulsantiera_Valuta, &c.Pulsantiera_Pagamenti, &c.Pulsantiera_Attivita,
-                       &c.Pulsantiera_Pagamenti_Versamenti})
-        grid->setBackColor(background);
-    for (auto* label :
-         {&c.lblCaptionVersamenti, &c.lblTipoMovimento, &c.Label2, &c.lblNote, &c.Label4, &c.Label5})
-        label->setForeColor(colors::White);
-    PushButton* const buttons[] = {
-        &c.CMD_CaricaMoneta, &c.cmd_print,      &c.cmdAnnulla,     &c.cmdCaricaMovimenti,
-        &c.cmdAnteprima,     &c.cmdCassetto[0], &c.cmdCassetto[1], &c.cmdCassetto[2],
-        &c.cmdCassetto[3],   &c.cmdConferma,    &c.PushButton1,    &c.cmdRecuperaFondoCassaPrecedente};
-    for (auto* button : buttons)
-        button->setOwnColors(true);
-    for (auto* button : buttons)
-        button->setBackColor(face);
-    for (auto* button : buttons)
-        button->setForeColor(colors::White);
+    handled(ensureLoaded(), [&] {
+        auto& c = controls();
+        MetroStyleAttivo_ = true;
+        c.window.setBackColor(background);
+        c.Virtual_Keyboard.setBackColor(background);
+        c.TabControlPage1.setBackColor(background);
+        c.TabControlPage2.setBackColor(background);
+        for (auto* grid : {&c.Pulsantiera_Valuta, &c.Pulsantiera_Pagamenti, &c.Pulsantiera_Attivita,
+                           &c.Pulsantiera_Pagamenti_Versamenti})
+            grid->setBackColor(background);
+        for (auto* label :
+             {&c.lblCaptionVersamenti, &c.lblTipoMovimento, &c.Label2, &c.lblNote, &c.Label4, &c.Label5})
+            label->setForeColor(colors::White);
+        PushButton* const buttons[] = {
+            &c.CMD_CaricaMoneta, &c.cmd_print,      &c.cmdAnnulla,     &c.cmdCaricaMovimenti,
+            &c.cmdAnteprima,     &c.cmdCassetto[0], &c.cmdCassetto[1], &c.cmdCassetto[2],
+            &c.cmdCassetto[3],   &c.cmdConferma,    &c.PushButton1,    &c.cmdRecuperaFondoCassaPrecedente};
+        for (auto* button : buttons)
+            button->setOwnColors(true);
+        for (auto* button : buttons)
+            button->setBackColor(face);
+        for (auto* button : buttons)
+            button->setForeColor(colors::White);
+    });
 }
 
 } // namespace kova

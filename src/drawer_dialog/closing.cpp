@@ -1,7 +1,6 @@
 #include "coin_count/frm_CaricaMoneta.h"
 #include "component/cls_Kova_Drawer_Man.h"
-#include "drawer_dialog/frm_Drawer_Management.h"
-#include "drawer_dialog/handler_scope.h"
+#include "drawer_dialog/handler.h"
 #include "services/message_box.h"
 
 namespace kova {
@@ -22,13 +21,14 @@ void frm_Drawer_Management::ProceduraChiudi() {
 }
 
 void frm_Drawer_Management::AnnullaClick() {
-    const HandlerScope scope(*this);
-    trapped(process_, "AnnullaClick", [&] {
-        if (auto* message = process_.existingMessageWindow())
-            message->unload();
-        if (const auto coins = process_.coinDialog)
-            coins->unload();
-        ProceduraChiudi();
+    handled(controls_, [this] {
+        trapped(process_, "AnnullaClick", [&] {
+            if (auto* message = process_.existingMessageWindow())
+                message->unload();
+            if (const auto coins = process_.coinDialog)
+                coins->unload();
+            ProceduraChiudi();
+        });
     });
 }
 
@@ -42,9 +42,8 @@ void frm_Drawer_Management::Unload() {
         return;
     MetroStyleAttivo_ = false;
     const auto unloaded = std::exchange(controls_, nullptr);
-    retired_ = unloaded;
-    process_.windows.remove(unloaded->window);
-    unloaded->retire();
+    --process_.loadedDialogs;
+    ended([&] { process_.windows.remove(unloaded->window); }, [&] { unloaded->retire(); });
 }
 
 } // namespace kova

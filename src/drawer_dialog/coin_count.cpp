@@ -5,11 +5,12 @@
 namespace kova {
 
 // A failure on the way leaves the reference, so that the counted money is not lost: the next opening shows
-// the same count again.
+// the same count again, unless it was unloaded meanwhile.
 void frm_Drawer_Management::cmd_CaricaMoneta_Click() {
     trapped(process_, "cmd_CaricaMoneta_Click", [&] {
-        const auto coins =
-            process_.coinDialog ? process_.coinDialog : std::make_shared<frm_CaricaMoneta>(process_);
+        const auto coins = process_.coinDialog && process_.coinDialog->loaded()
+                               ? process_.coinDialog
+                               : std::make_shared<frm_CaricaMoneta>(process_);
         coins->load();
         process_.coinDialog = coins;
         if (MetroStyleAttivo_)

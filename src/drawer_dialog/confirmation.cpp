@@ -11,26 +11,18 @@ namespace {
 constexpr std::int32_t InformationIcon = 64;
 constexpr std::string_view ConfirmLabel = "cmdConferma_Click"; // one label for the button and both saves
 
-/// Keeps a button disabled while it lives, whatever way its scope is left.
-class DisabledWhile {
-  public:
-    explicit DisabledWhile(PushButton& button) : button_(button) { button_.setEnabled(false); }
-    ~DisabledWhile() { button_.setEnabled(true); }
-    DisabledWhile(const DisabledWhile&) = delete;
-    DisabledWhile& operator=(const DisabledWhile&) = delete;
-
-  private:
-    PushButton& button_;
-};
-
 } // namespace
 
 void frm_Drawer_Management::cmdConferma_Click() {
     trapped(process_, ConfirmLabel, [&] {
-        const DisabledWhile confirming(controls().cmdConferma);
-        const bool saved = savesPairs() ? SalvaMovimentoDoppio() : SalvaMovimento();
-        if (saved && component().ChiusuraAutomatica())
-            controls().tmrAutoClose.start();
+        auto& button = controls().cmdConferma;
+        const auto confirm = [&] {
+            button.setEnabled(false);
+            const bool saved = savesPairs() ? SalvaMovimentoDoppio() : SalvaMovimento();
+            if (saved && component().ChiusuraAutomatica())
+                controls().tmrAutoClose.start();
+        };
+        ended(confirm, [&] { button.setEnabled(true); });
     });
 }
 

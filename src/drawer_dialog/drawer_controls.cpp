@@ -73,9 +73,9 @@ DrawerControls::DrawerControls(EventLoop& loop)
 }
 
 void DrawerControls::retire() {
-    TimerAttivita.stop();
-    TimerVersamenti.stop();
-    tmrAutoClose.stop();
+    TimerAttivita.retire();
+    TimerVersamenti.retire();
+    tmrAutoClose.retire();
     handlers.clear();
     ml_RuntimeSupport.disconnect();
     view.reset();

@@ -21,7 +21,7 @@
 namespace kova {
 
 /// The controls of the movement dialog in their design state. Each loading of the dialog makes a fresh set;
-/// a set whose dialog was unloaded lives on until the outermost running handler has returned.
+/// a set whose dialog was unloaded lives on until the last handler that began with it has returned.
 struct DrawerControls {
     explicit DrawerControls(EventLoop& loop);
     /// Takes the set out of service: no gesture and no timer has an effect, the view closes.

@@ -1,5 +1,5 @@
 #include "component/cls_Kova_Drawer_Man.h"
-#include "drawer_dialog/frm_Drawer_Management.h"
+#include "drawer_dialog/handler.h"
 #include "platform/letter_case.h"
 #include "services/numeric_key_filter.h"
 #include "widgets/utf8.h"
@@ -40,22 +40,23 @@ std::string frm_Drawer_Management::decimalMark() const {
     return decimalKey() == DecimalKey::Region ? process_.platform.regional.decimalSeparator : ",";
 }
 
-// Only the double-movement screen hides its keyboard: there it lies over the payment grids.
+// Only the double-movement screen hides its keyboard: there it lies over the payment grids. A step that fails
+// is skipped, with the keyboard half shown a note can still be written.
 void frm_Drawer_Management::txtNote_GotFocus() {
     if (!component().DoppioInserimentoObbligatorio())
         return;
     auto& c = controls();
-    c.cmdNascondiTastiera.setVisible(true);
-    c.Virtual_Keyboard.setVisible(true);
-    c.Virtual_Keyboard.bringToFront();
+    attempt([&] { c.cmdNascondiTastiera.setVisible(true); });
+    attempt([&] { c.Virtual_Keyboard.setVisible(true); });
+    attempt([&] { c.Virtual_Keyboard.bringToFront(); });
 }
 
 void frm_Drawer_Management::cmdNascondiTastiera_Click() {
     if (!component().DoppioInserimentoObbligatorio())
         return;
     auto& c = controls();
-    c.cmdNascondiTastiera.setVisible(false);
-    c.Virtual_Keyboard.setVisible(false);
+    attempt([&] { c.cmdNascondiTastiera.setVisible(false); });
+    attempt([&] { c.Virtual_Keyboard.setVisible(false); });
 }
 
 void frm_Drawer_Management::cmdCassetto_Click(std::int16_t index) {
@@ -66,8 +67,7 @@ void frm_Drawer_Management::cmdCassetto_Click(std::int16_t index) {
 }
 
 void frm_Drawer_Management::set_button_Drawer() {
-    ensureLoaded();
-    latchDrawerButtons();
+    handled(ensureLoaded(), [this] { latchDrawerButtons(); });
 }
 
 void frm_Drawer_Management::latchDrawerButtons() {

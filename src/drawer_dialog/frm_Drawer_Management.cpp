@@ -1,6 +1,6 @@
 #include "drawer_dialog/frm_Drawer_Management.h"
 
-#include "drawer_dialog/handler_scope.h"
+#include "drawer_dialog/handler.h"
 
 namespace kova {
 
@@ -8,39 +8,48 @@ frm_Drawer_Management::frm_Drawer_Management(ProcessState& process, cls_Kova_Dra
     : process_(process), ParentComponent_(&component) {}
 
 frm_Drawer_Management::~frm_Drawer_Management() {
-    Unload();
+    attempt([this] { Unload(); });
 }
 
 DrawerControls& frm_Drawer_Management::controls() {
-    if (controls_)
-        return *controls_;
-    if (const auto retired = retired_.lock())
-        return *retired; // a running handler keeps it alive
+    if (DrawerControls* const mine = running_ != nullptr ? running_->controls() : controls_.get())
+        return *mine;
     throw Error(91, "Object variable or With block variable not set");
+}
+
+void frm_Drawer_Management::handlerEnded() {
+    if (running_->controls() != controls_.get())
+        showSelection(Unmarked::Stay); // a save of the dialog before has reset what this one shows
+    if (running_->outermost() && std::exchange(overtaken_, false))
+        showSelection(Unmarked::Follow);
+    process_.entryChanged();
 }
 
 std::string frm_Drawer_Management::text(std::int32_t id, std::string_view italian) const {
     return GetLocalizedString(process_, id, italian);
 }
 
-void frm_Drawer_Management::ensureLoaded() {
+std::shared_ptr<DrawerControls> frm_Drawer_Management::ensureLoaded() {
     if (controls_)
-        return;
-    auto fresh = std::make_shared<DrawerControls>(process_.platform.eventLoop);
+        return controls_;
+    const auto fresh = std::make_shared<DrawerControls>(process_.platform.eventLoop);
     fresh->view = process_.platform.userInterface.present(fresh->window);
-    controls_ = std::move(fresh);
+    controls_ = fresh;
+    ++process_.loadedDialogs;
     connectHandlers();
-    const HandlerScope scope(*this);
-    Form_Load();
+    handled(fresh, [this] {
+        Form_Load();
+        if (process_.loadedDialogs > 1)
+            showSelection(Unmarked::Follow);
+    });
+    return fresh;
 }
 
 void frm_Drawer_Management::connectHandlers() {
     auto& c = *controls_;
     const auto on = [&](auto& signal, auto handler) {
-        c.handlers.push_back(signal.connect([this, handler](auto&&... arguments) {
-            const HandlerScope scope(*this);
-            handler(arguments...);
-        }));
+        c.handlers.push_back(signal.connect(
+            [this, handler](auto&&... arguments) { handled(controls_, [&] { handler(arguments...); }); }));
     };
     using Key = const std::string&;
     on(c.Pulsantiera_Attivita.buttonClick, [this](Key key) { Pulsantiera_Attivita_buttonClick(key); });
@@ -69,16 +78,19 @@ void frm_Drawer_Management::connectHandlers() {
     on(c.PushButton1.pressed, [this] { Unload(); });
     on(c.window.activated, [this] { Form_Activate(); });
     on(c.window.closeRequested, [this] { Unload(); });
+    c.handlers.push_back(process_.entryChanged.connect([this] { followSelection(); }));
     connectScreenAids();
 }
 
 void frm_Drawer_Management::Show(std::int32_t modality) {
     ensureLoaded();
     const auto shown = controls_;
+    if (!shown)
+        return; // discarded while its grids were filled
     const bool modal = modality != 0;
     const bool onScreen = shown->window.visible();
     // A second modal loop inside a handler would hold that handler, a save perhaps, until the dialog closes.
-    if (onScreen && (shown->window.modal() || !modal || runningHandlers_ > 0)) {
+    if (onScreen && (shown->window.modal() || !modal || running_ != nullptr)) {
         if (!shown->window.blocked())
             process_.windows.show(shown->window, shown->window.modal());
         return;
@@ -93,8 +105,7 @@ void frm_Drawer_Management::SetSwName(const std::string& locSwName) {
 }
 
 void frm_Drawer_Management::RecuperaFondoCassaPrecedenteAttivo() {
-    ensureLoaded();
-    controls().cmdRecuperaFondoCassaPrecedente.setVisible(true);
+    handled(ensureLoaded(), [this] { controls().cmdRecuperaFondoCassaPrecedente.setVisible(true); });
 }
 
 } // namespace kova

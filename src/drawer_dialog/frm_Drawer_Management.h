@@ -58,10 +58,17 @@ class frm_Drawer_Management {
     [[nodiscard]] const ComboMultiColumn* ElencoPagamenti() const { return ElencoPagamenti_.get(); }
 
   private:
-    class HandlerScope;
+    class Handler;
+    enum class Unmarked { Stay, Follow }; ///< what becomes of a grid without a mark
+
+    /// Runs `body` as a handler that works to its end with these controls, then tells the other dialogs.
+    template <class Body>
+    void handled(const std::shared_ptr<DrawerControls>& controls, const Body& body);
+    void handlerEnded();
 
     // start_up.cpp
-    void ensureLoaded();
+    /// The controls that it found or made; an event may have unloaded them since.
+    std::shared_ptr<DrawerControls> ensureLoaded();
     void connectHandlers();
     void Form_Load();
     void layOutDoubleMovement();
@@ -82,6 +89,9 @@ class frm_Drawer_Management {
     void TimerAttivita_Timer();
     void TimerVersamenti_Timer();
     void AggiornaVariabiliSelezioneAttivita(const std::int32_t& id);
+    void applyLater(const std::string& key, Timer& timer);
+    void followSelection() noexcept;
+    void showSelection(Unmarked unmarked) noexcept;
     // entry.cpp
     void Virtual_KeyPAD_Keyboard(const std::string& key);
     void txtVisore_KeyPress(char32_t& character);
@@ -133,7 +143,7 @@ class frm_Drawer_Management {
     void cmd_print_Click();
     void cmdAnteprima_Click();
 
-    /// The present controls; inside a handler that unloaded the dialog, those that it was called with.
+    /// Inside a handler those that it began with, whatever became of the dialog since; else the present ones.
     DrawerControls& controls();
     [[nodiscard]] cls_Kova_Drawer_Man& component() const { return *ParentComponent_; }
     [[nodiscard]] std::string text(std::int32_t id, std::string_view italian) const;
@@ -141,8 +151,8 @@ class frm_Drawer_Management {
     ProcessState& process_;
     cls_Kova_Drawer_Man* ParentComponent_;
     std::shared_ptr<DrawerControls> controls_;
-    std::weak_ptr<DrawerControls> retired_;
-    int runningHandlers_ = 0;
+    Handler* running_ = nullptr; ///< the innermost one of this dialog
+    bool overtaken_ = false;     ///< another dialog changed the selection while a handler ran here
     std::int32_t idAttivitaFondoCassaIniziale_ = -1;
     std::string ChiaveInAttesa_;
     bool MetroStyleAttivo_ = false;

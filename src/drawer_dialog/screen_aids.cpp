@@ -56,17 +56,6 @@ std::optional<DecimalKey> decimalKeyOf(const SettingsStore& store) {
     return std::nullopt;
 }
 
-/// An aid that fails is left out. It may run while a movement is being sent, whose outcome it must not touch.
-template <class Body>
-bool succeeds(Body body) noexcept {
-    try {
-        body();
-        return true;
-    } catch (...) {
-        return false;
-    }
-}
-
 } // namespace
 
 void frm_Drawer_Management::connectScreenAids() {
@@ -106,9 +95,9 @@ void frm_Drawer_Management::showAids() noexcept {
     showReadBack();
     if (!controls_)
         return;
-    succeeds([&] { controls_->Virtual_KeyPAD.setDecimalMark(decimalMark()); });
-    succeeds([&] { controls_->saved.rephrase(noticeText()); });
-    succeeds([&] {
+    attempt([&] { controls_->Virtual_KeyPAD.setDecimalMark(decimalMark()); });
+    attempt([&] { controls_->saved.rephrase(noticeText()); });
+    attempt([&] {
         const auto word = [&](Word which) { return std::string(inWords(which, process_.CurrentLanguageId)); };
         controls_->grd_mov_giornata.setMenuTexts(
             {word(Word::CopySelection), word(Word::SelectAll), word(Word::SaveList)});
@@ -120,7 +109,7 @@ void frm_Drawer_Management::showReadBack() noexcept {
     if (!controls_)
         return;
     ReadBack& readBack = controls_->readBack;
-    const bool shown = succeeds([&] {
+    const bool shown = attempt([&] {
         const auto& regional = process_.platform.regional;
         const auto& selection = process_.selection;
         const auto languageId = process_.CurrentLanguageId;
@@ -144,19 +133,19 @@ void frm_Drawer_Management::showReadBack() noexcept {
         readBack.show(std::move(content));
     });
     if (!shown) // no echo is better than one of another amount
-        succeeds([&] { readBack.show({}); });
+        attempt([&] { readBack.show({}); });
 }
 
 void frm_Drawer_Management::placeNotice() noexcept {
     if (controls_)
-        succeeds([&] {
+        attempt([&] {
             controls_->saved.setBounds(controls_->cmdNascondiTastiera.visible() ? EndOfNote : LeftOfConfirm);
         });
 }
 
 std::string frm_Drawer_Management::noticeLine(const SentMovement& movement) noexcept {
     std::string line;
-    const bool complete = succeeds([&] {
+    const bool complete = attempt([&] {
         const auto* payment = movement.payments.find(std::to_string(movement.idpagamento));
         const auto* activity = controls().Pulsantiera_Attivita.find(std::to_string(movement.tipoIncasso));
         line = sign(movement.isIncasso ? Direction::In : Direction::Out);
@@ -181,7 +170,7 @@ std::string frm_Drawer_Management::noticeText() const {
 
 // A dialog that is about to close has nothing more to say.
 void frm_Drawer_Management::showSaved(const std::vector<std::string>& lines) noexcept {
-    succeeds([&] {
+    attempt([&] {
         if (component().ChiusuraAutomatica())
             return;
         show({{Word::Saved, joined(lines)}}, PageNotice::Kind::Success);
@@ -190,7 +179,7 @@ void frm_Drawer_Management::showSaved(const std::vector<std::string>& lines) noe
 
 void frm_Drawer_Management::showNotSaved(const std::vector<std::string>& sent,
                                          const std::string& why) noexcept {
-    succeeds([&] {
+    attempt([&] {
         if (sent.empty())
             show({{Word::NothingSaved, why}}, PageNotice::Kind::Failure);
         else

@@ -2,12 +2,29 @@
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "services/conversions.h"
 
+#include <algorithm>
+
 namespace kova {
 namespace {
 
 void markOnly(ButtonGrid& grid, const std::string& key) {
     grid.clearSelection();
     grid.selectButton(key, true);
+}
+
+/// The same, drawn only where it differs. An empty key marks nothing, whatever buttons there are.
+void showMark(ButtonGrid& grid, const std::string& key) {
+    const auto* const wanted = key.empty() ? nullptr : grid.find(key);
+    const auto right = [&](const ButtonGrid::Button& button) { return button.marked == (&button == wanted); };
+    if (std::ranges::all_of(grid.buttons(), right))
+        return;
+    grid.clearSelection();
+    if (wanted != nullptr)
+        grid.selectButton(key, true);
+}
+
+std::string keyOf(std::int32_t id) {
+    return id == -1 ? std::string() : std::to_string(id);
 }
 
 /// Whether a coefficient reads "1": a number by its value, a text to the letter.
@@ -21,10 +38,15 @@ bool isOne(const Value& coefficient, const RegionalSettings& regional) {
 
 // The touch only remembers its key; the timer applies the last one.
 void frm_Drawer_Management::Pulsantiera_Attivita_buttonClick(const std::string& key) {
-    trapped(process_, "Pulsantiera_Attivita_buttonClick", [&] {
-        ChiaveInAttesa_ = key;
-        controls().TimerAttivita.start();
-    });
+    trapped(process_, "Pulsantiera_Attivita_buttonClick", [&] { applyLater(key, controls().TimerAttivita); });
+}
+
+// In a dialog that was unloaded meanwhile no timer comes, and the key of the next one must not be replaced.
+void frm_Drawer_Management::applyLater(const std::string& key, Timer& timer) {
+    if (timer.retired())
+        return;
+    ChiaveInAttesa_ = key;
+    timer.start();
 }
 
 void frm_Drawer_Management::TimerAttivita_Timer() {
@@ -73,10 +95,8 @@ void frm_Drawer_Management::Pulsantiera_Pagamenti_buttonClick(const std::string&
 }
 
 void frm_Drawer_Management::Pulsantiera_Pagamenti_Versamenti_buttonClick(const std::string& key) {
-    trapped(process_, "Pulsantiera_Pagamenti_Versamenti_buttonClick", [&] {
-        ChiaveInAttesa_ = key;
-        controls().TimerVersamenti.start();
-    });
+    trapped(process_, "Pulsantiera_Pagamenti_Versamenti_buttonClick",
+            [&] { applyLater(key, controls().TimerVersamenti); });
 }
 
 void frm_Drawer_Management::TimerVersamenti_Timer() {
@@ -95,6 +115,33 @@ void frm_Drawer_Management::Pulsantiera_Valuta_buttonClick(const std::string& ke
         markOnly(controls().Pulsantiera_Valuta, key);
         process_.selection.Valuta = key;
     });
+}
+
+// All dialogs share one selection, and each marks its own buttons. What another one changed is what this one
+// would send, so it is marked here as well.
+void frm_Drawer_Management::followSelection() noexcept {
+    const bool alone = process_.acting == nullptr && process_.loadedDialogs < 2;
+    if (alone || process_.acting == this)
+        return;
+    showSelection(Unmarked::Follow);
+    overtaken_ = running_ != nullptr; // it may be filling a grid
+}
+
+void frm_Drawer_Management::showSelection(Unmarked unmarked) noexcept {
+    if (!controls_)
+        return;
+    auto& c = *controls_;
+    const auto& s = process_.selection;
+    const auto mark = [&](ButtonGrid& grid, const std::string& key) {
+        if (unmarked == Unmarked::Follow || std::ranges::any_of(grid.buttons(), &ButtonGrid::Button::marked))
+            showMark(grid, key);
+    };
+    attempt([&] { mark(c.Pulsantiera_Attivita, keyOf(s.idAttivita)); });
+    attempt([&] { mark(c.Pulsantiera_Pagamenti, keyOf(s.idPagamento)); });
+    attempt([&] { mark(c.Pulsantiera_Pagamenti_Versamenti, keyOf(s.idPagamentoVersamento)); });
+    attempt([&] { mark(c.Pulsantiera_Valuta, s.Valuta); });
+    for (auto& button : c.cmdCassetto)
+        attempt([&] { button.setLatched(button.index() == s.Cassetto); });
 }
 
 } // namespace kova

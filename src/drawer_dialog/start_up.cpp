@@ -1,6 +1,5 @@
 #include "component/cls_Kova_Drawer_Man.h"
-#include "drawer_dialog/frm_Drawer_Management.h"
-#include "drawer_dialog/handler_scope.h"
+#include "drawer_dialog/handler.h"
 #include "services/conversions.h"
 
 namespace kova {
@@ -19,8 +18,7 @@ void frm_Drawer_Management::Form_Load() {
         idAttivitaFondoCassaIniziale_ = -1;
         c.ml_RuntimeSupport = process_.platform.languageRuntime.languageChanged.connect(
             [this](std::int32_t id, const std::string& name) {
-                const HandlerScope scope(*this);
-                ml_RuntimeSupport_LanguageChanged(id, name);
+                handled(controls_, [&] { ml_RuntimeSupport_LanguageChanged(id, name); });
             });
         ApplyCaptions();
         c.cmdRecuperaFondoCassaPrecedente.setVisible(false);
@@ -127,13 +125,14 @@ void frm_Drawer_Management::Form_Activate() {
 }
 
 void frm_Drawer_Management::PredisponiPerInserimentoFondoCassaIniziale() {
-    ensureLoaded();
-    trapped(process_, "PredisponiPerInserimentoFondoCassaIniziale", [&] {
-        auto& c = controls();
-        Pulsantiera_Pagamenti_buttonClick(elencoPagamenti().GetItem(1, IndicePagamentoAziendale_));
-        c.Pulsantiera_Pagamenti.setEnabled(false);
-        Pulsantiera_Attivita_buttonClick(std::to_string(idAttivitaFondoCassaIniziale_));
-        c.Pulsantiera_Attivita.setEnabled(false);
+    handled(ensureLoaded(), [this] {
+        trapped(process_, "PredisponiPerInserimentoFondoCassaIniziale", [&] {
+            auto& c = controls();
+            Pulsantiera_Pagamenti_buttonClick(elencoPagamenti().GetItem(1, IndicePagamentoAziendale_));
+            c.Pulsantiera_Pagamenti.setEnabled(false);
+            Pulsantiera_Attivita_buttonClick(std::to_string(idAttivitaFondoCassaIniziale_));
+            c.Pulsantiera_Attivita.setEnabled(false);
+        });
     });
 }
 

@@ -24,9 +24,16 @@ void frmMsgBox::load() {
     controls.lblMessaggio.setForeColor(colors::Black);
     controls.window.setInitialFocus(controls.cmd1);
     controls.window.setKeyTargets({nullptr, nullptr, {&controls.cmd1}, nullptr});
-    controls.handlers.push_back(controls.cmd1.pressed.connect([this] { unload(); }));
+    controls.handlers.push_back(controls.cmd1.pressed.connect([this] { cmd1_Click(); }));
     controls.handlers.push_back(controls.window.closeRequested.connect([this] { unload(); }));
     controls.view = process_.platform.userInterface.present(controls.window);
+}
+
+// Silent, and whatever fails does not keep the window open.
+void frmMsgBox::cmd1_Click() {
+    const auto controls = loaded_;
+    attempt([&] { unload(); });
+    attempt([&] { controls->window.setVisible(false); });
 }
 
 void frmMsgBox::unload() {

@@ -23,6 +23,7 @@ class frmMsgBox {
   private:
     struct Controls;
     void load();
+    void cmd1_Click();
     ProcessState& process_;
     std::shared_ptr<Controls> loaded_;
 };

@@ -14,6 +14,7 @@ namespace kova {
 
 class frmMsgBox;
 class frm_CaricaMoneta;
+class frm_Drawer_Management;
 
 /// The settings read from the database when a host connects.
 struct Settings {
@@ -43,6 +44,9 @@ class ProcessState {
         DecimalKey::Comma; ///< as the host wants it, where the machine's settings do not say
     /// The selection, or a setting that open dialogs show, may have changed.
     Signal<> entryChanged;
+    int loadedDialogs = 0; ///< movement dialogs
+    /// The movement dialog whose handler runs, the innermost of several; null between handlers.
+    const frm_Drawer_Management* acting = nullptr;
     StringSource strings;
     std::int32_t CurrentLanguageId = 0; ///< 0 until the first selection, then 1040, 1031 or 9
     WindowStack windows;
@@ -91,6 +95,30 @@ template <class Body>
 bool trapped(ProcessState& process, std::string_view label, Body&& body) {
     return trapped(
         process, label, [](const std::string&) {}, std::forward<Body>(body));
+}
+
+/// Runs `step`; a failure is skipped and leaves no record. Returns whether there was none.
+template <class Step>
+bool attempt(Step&& step) noexcept {
+    try {
+        std::forward<Step>(step)();
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+/// Runs `body` and then `last`, also where `body` fails: its failure goes on after `last`. A destructor could
+/// not do so, since `last` may fail as well.
+template <class Body, class Last>
+void ended(Body&& body, Last&& last) {
+    try {
+        std::forward<Body>(body)();
+    } catch (...) {
+        last();
+        throw;
+    }
+    last();
 }
 
 } // namespace kova

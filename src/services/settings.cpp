@@ -18,6 +18,8 @@ std::string getDbValue(ProcessState& process, const std::string& key, const std:
         process.logError(label, std::to_string(failure.number()) + "-" + failure.what());
     } catch (const std::exception& failure) {
         process.logError(label, std::to_string(DatabaseError::Unspecified) + "-" + failure.what());
+    } catch (...) {
+        process.logError(label, std::to_string(DatabaseError::Unspecified) + "-Unknown error");
     }
     return result;
 }

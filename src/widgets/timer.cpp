@@ -3,7 +3,7 @@
 namespace kova {
 
 void Timer::start() {
-    if (!id_)
+    if (!id_ && !retired_)
         id_ = loop_.startTimer(interval_, [this] { tick(); });
 }
 
@@ -11,6 +11,11 @@ void Timer::stop() {
     if (id_)
         loop_.stopTimer(*id_);
     id_.reset();
+}
+
+void Timer::retire() {
+    stop();
+    retired_ = true;
 }
 
 } // namespace kova
