@@ -197,5 +197,34 @@ TEST_F(Failures, OfClosingAreRecordedWhereTheyHappen) {
     }
 }
 
+TEST_F(Failures, AreSilentAtTheKeyboardAndTheMessageButton) {
+    component.DoppioInserimentoObbligatorio(true);
+    world.show();
+    auto& keyboard = control<OnScreenKeyboard>("Virtual_Keyboard");
+    auto& hide = control<PushButton>("cmdNascondiTastiera");
+    fault = failAt(hide, Property::Visible);
+    world.dialog().moveFocus(control<TextBox>("txtNote"));
+    EXPECT_TRUE(keyboard.visible());
+    hide.press();
+    EXPECT_FALSE(keyboard.visible()) << "the next step runs";
+
+    world.insideModal = [&](Window& message) {
+        fault = failAt(world.dialog(), Property::Enabled); // of the window below, which is to be unblocked
+        as<PushButton>(message.find("cmd1")).press();
+        EXPECT_FALSE(message.visible());
+    };
+    control<PushButton>("cmdConferma").press();
+    EXPECT_EQ(world.messages.size(), 1U);
+    EXPECT_TRUE(world.takeLog().empty());
+}
+
+TEST_F(Failures, OfASettingLeaveARecordWhateverIsThrown) {
+    struct Odd final : DatabaseConnection {
+        Recordset query(const Query&) override { throw 1; } // NOLINT: no exception of anybody's
+    };
+    component.Inizializza(std::make_shared<Odd>());
+    EXPECT_EQ(world.takeLog().at(0).label, "getDbValue");
+}
+
 } // namespace
 } // namespace kova::test

@@ -5,23 +5,56 @@
 namespace kova::test {
 namespace {
 
-TEST(Reentrancy, AHostMayDiscardAndShowAfreshInsideASave) {
+TEST(Reentrancy, ASaveLeavesTheFreshDialogThatItsHostShowedInside) {
     World world;
+    world.database().setting("Attiva_Gestione_MultiCassetto", "1");
     world.connect();
+    world.component->ChiusuraAutomatica(true);
     world.sink.then = [&](const std::string& raised) {
         if (raised != "SalvaPagamento")
             return;
-        world.component->DiscardForm();
-        world.component->Show(0);
+        for (int i = 0; i < 2; ++i) {
+            world.component->DiscardForm();
+            world.component->Show(0);
+        }
+        EXPECT_TRUE(world.control<PushButton>("cmdCassetto", 3).latched()) << "the choice is still there";
+        world.control<TextBox>("txtVisore").paste("7");
+        world.control<ButtonGrid>("Pulsantiera_Attivita").touch("3");
     };
     world.show();
     world.composeMovement();
+    world.control<PushButton>("cmdCassetto", 3).press();
     world.control<PushButton>("cmdConferma").press();
+    EXPECT_EQ(world.sink.events, (std::vector<std::string>{"SalvaPagamento", "ApriCassetto"}));
+    EXPECT_EQ(world.control<TextBox>("txtVisore").text(), "7");
+    EXPECT_FALSE(world.control<PushButton>("cmdCassetto", 3).latched()) << "the save has reset it";
+    world.wait(100);
+    EXPECT_EQ(world.process.selection.idAttivita, 3) << "the fresh controls are alive";
     EXPECT_TRUE(world.takeLog().empty());
-    EXPECT_TRUE(world.control<PushButton>("cmdConferma").enabled());
-    EXPECT_EQ(world.control<ButtonGrid>("Pulsantiera_Attivita").buttons().size(), 3U);
-    world.composeMovement();
-    EXPECT_EQ(world.process.selection.idAttivita, 2) << "the fresh controls are alive";
+}
+
+TEST(Reentrancy, ACountThatWasUnloadedIsOver) {
+    World world;
+    world.connect();
+    world.show();
+    auto fault = failAt(world.control<TextBox>("txtVisore"), Property::Text);
+    const auto count = [&] {
+        world.coin<TextBox>("txtValuta", 24).setText("2");
+        world.coin<Window>("frm_CaricaMoneta").moveFocus(world.coin<TextBox>("FlatEdit", 0));
+        world.coin<PushButton>("CMD_Carica").press();
+    };
+    world.countCoins([&] {
+        count();
+        world.coin<PushButton>("CMD_CaricaMoneta").press();
+    });
+    ASSERT_NE(world.process.coinDialog, nullptr) << "it could not be taken over";
+    world.component->DiscardForm();
+    world.show();
+    world.countCoins([&] {
+        EXPECT_EQ(world.process.coinDialog->result(), frm_CaricaMoneta::NothingLoaded);
+        count();
+        EXPECT_EQ(world.process.coinDialog->getImportoSecondaValuta(), 2);
+    });
 }
 
 TEST(Reentrancy, ADialogDiscardedInsideASaveAppliesNothingMore) {
