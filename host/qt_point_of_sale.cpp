@@ -1,11 +1,11 @@
 #include "qt_point_of_sale.h"
 
 #include "adapters/system/own_folder.h"
+#include "adapters/system/system_error_logger.h"
 #include "adapters/system/system_regional_settings.h"
 #include "host_options.h"
 #include "qt_demonstration_database.h"
 #include "services/conversions.h"
-#include "services/file_error_logger.h"
 
 namespace kova {
 namespace {
@@ -49,7 +49,7 @@ Platform PointOfSale::platform(const HostOptions& options) {
             .settingsStore = settings_,
             .databases = servers_,
             .regional = regional_,
-            .makeErrorLogger = [this] { return std::make_unique<FileErrorLogger>(clock_); },
+            .makeErrorLogger = [this] { return std::make_shared<SystemErrorLogger>(clock_); },
             .componentFolder = options.logFolder.value_or(ownFolder())};
 }
 

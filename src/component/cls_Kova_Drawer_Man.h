@@ -15,20 +15,30 @@
 
 namespace kova {
 
+class HostCall;
 class ProcessState;
 class frm_Drawer_Management;
+enum class CallKind;
 
 /// The component that a host creates, connects and shows: it holds the options and the one movement dialog,
 /// and hands every request of the dialog to the host's event sinks. It stores, prints and opens nothing
-/// itself. All calls on the user-interface thread. See examples/01_ten_lines.
+/// itself. See examples/01_ten_lines.
+///
+/// All calls come from the user-interface thread, which is the one that made the first component. A call from
+/// another one is refused and does nothing but write one record of the error log: an operation that never
+/// fails returns normally, any other throws Error. Options may be set and read without that check.
 ///
 /// Parameters are passed by reference as the published interface has them; only the event-raising methods may
 /// change their arguments. `Show`, `Inizializza`, `InizializzaByConnString`, `DiscardForm` and the
 /// construction never fail towards the host: a failure is one record of the error log.
 class KOVA_API cls_Kova_Drawer_Man : public std::enable_shared_from_this<cls_Kova_Drawer_Man> {
   public:
-    /// `process` is shared by all components of a process and outlives them.
-    static std::shared_ptr<cls_Kova_Drawer_Man> create(ProcessState& process);
+    using Release = std::function<void(cls_Kova_Drawer_Man*)>;
+
+    /// `process` is shared by all components of a process and outlives them. `release` deletes the component
+    /// when nobody holds it any more.
+    static std::shared_ptr<cls_Kova_Drawer_Man>
+    create(ProcessState& process, Release release = std::default_delete<cls_Kova_Drawer_Man>());
     cls_Kova_Drawer_Man(const cls_Kova_Drawer_Man&) = delete;
     cls_Kova_Drawer_Man& operator=(const cls_Kova_Drawer_Man&) = delete;
     ~cls_Kova_Drawer_Man();
@@ -45,7 +55,7 @@ class KOVA_API cls_Kova_Drawer_Man : public std::enable_shared_from_this<cls_Kov
 
     /// Shows the dialog: 0 modeless, anything else modal, when it returns after the dialog has closed. A
     /// dialog that is on the screen already gets this call's settings and comes to the front. Always returns
-    /// "".
+    /// "". After the end of the library it is one record of the error log.
     std::string Show(const std::int32_t& method = -1);
     /// Closes the dialog and what it opened. Before any `Show`, or with the dialog closed, it is no error.
     void DiscardForm();
@@ -115,6 +125,12 @@ class KOVA_API cls_Kova_Drawer_Man : public std::enable_shared_from_this<cls_Kov
   private:
     explicit cls_Kova_Drawer_Man(ProcessState& process);
     void initialize();
+
+    /// A call that throws when it is refused, after one record. Keeps the component while it runs.
+    [[nodiscard]] HostCall admitted(std::string_view label, CallKind kind);
+    /// A call that never fails; a refusal, too, is one record. Keeps the component while it runs.
+    template <class Body>
+    void trappedCall(std::string_view label, CallKind kind, const Body& body);
 
     using Delivery = std::function<void(EventSink&)>;
 

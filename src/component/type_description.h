@@ -1,4 +1,6 @@
 #pragma once
+#include "platform/export.h"
+
 #include <array>
 #include <cstdint>
 #include <span>
@@ -49,16 +51,16 @@ struct Library {
     std::string_view enumerationName;
 };
 
-const Library& library();
+KOVA_API const Library& library();
 /// The 32 members in the order of publication.
-std::span<const Member> members();
-std::span<const Event> events();
+KOVA_API std::span<const Member> members();
+KOVA_API std::span<const Event> events();
 /// `kDMTypeRow`.
-std::span<const EnumerationValue> enumeration();
+KOVA_API std::span<const EnumerationValue> enumeration();
 
 /// The member of that name (letter case aside) or id and of that kind; null when the interface has none.
-const Member* find(std::string_view name, MemberKind kind);
-const Member* find(int dispatchId, MemberKind kind);
+KOVA_API const Member* find(std::string_view name, MemberKind kind);
+KOVA_API const Member* find(int dispatchId, MemberKind kind);
 
 } // namespace type_description
 } // namespace kova

@@ -5,36 +5,100 @@
 
 #include <QCoreApplication>
 
+#include <unistd.h>
+
+#include <mutex>
+#include <optional>
 #include <utility>
 
 namespace kova {
 namespace {
 
+/// What the first component made, until its end.
+struct Present {
+    std::mutex mutex;
+    std::shared_ptr<LibraryProcess> process;
+};
+
 /// Never destroyed by itself: when the program's static objects go, it is too late to end a Qt application.
-std::shared_ptr<LibraryProcess>& slot() {
-    static auto* const process = new std::shared_ptr<LibraryProcess>;
-    return *process;
+Present& present() {
+    static auto* const present = new Present;
+    return *present;
 }
 
-LibraryProcess& process() {
-    auto& present = slot();
-    if (!present) {
-        const bool hostHasQt = QCoreApplication::instance() != nullptr;
-        present = std::make_shared<LibraryProcess>();
-        if (hostHasQt)
-            qAddPostRoutine(shutDown);
+std::shared_ptr<LibraryProcess> presentProcess() {
+    auto& [mutex, process] = present();
+    const std::lock_guard lock(mutex);
+    return process;
+}
+
+/// For those who have no caller to tell: the log has it.
+void shutDownQuietly() {
+    try {
+        shutDown();
+    } catch (const Error&) { // NOLINT(bugprone-empty-catch)
     }
-    return *present;
+}
+
+/// Ends the library with the thread that uses it. The objects of a thread go before the static ones of the
+/// process, among them those that Qt needs, and a component may be one of these.
+struct EndOfThread {
+    ~EndOfThread() {
+        if (const auto process = presentProcess(); process && process->onItsThread() && process->unused())
+            shutDownQuietly();
+        if (gettid() == getpid())
+            LibraryProcess::exitBegins();
+    }
+};
+
+std::shared_ptr<LibraryProcess> process() {
+    auto& [mutex, process] = present();
+    const std::lock_guard lock(mutex);
+    if (!process) {
+        const bool hostHasQt = QCoreApplication::instance() != nullptr;
+        process = std::make_shared<LibraryProcess>();
+        if (hostHasQt)
+            qAddPostRoutine(shutDownQuietly);
+        static thread_local const EndOfThread watch;
+        (void)watch;
+    }
+    return process;
+}
+
+void forgetProcess() {
+    qRemovePostRoutine(shutDownQuietly);
+    auto& [mutex, process] = present();
+    const std::lock_guard lock(mutex);
+    process = nullptr;
+}
+
+/// One call of the host, on the process that `find` returns; without one it does nothing. What refuses it, or
+/// keeps the library from beginning, is one record.
+template <class Body>
+auto call(const char* label, CallKind kind, std::shared_ptr<LibraryProcess> (*find)(), const Body& body) {
+    std::shared_ptr<LibraryProcess> found;
+    std::optional<HostCall> admitted;
+    try {
+        found = find();
+        if (found)
+            admitted.emplace(found, found.get(), kind);
+    } catch (const Error& refusal) {
+        LibraryProcess::log().LogError(label, refusal.what(), nullptr, 0, "");
+        throw;
+    }
+    using Result = decltype(body(*found));
+    return found ? body(*found) : Result();
 }
 
 } // namespace
 
 std::shared_ptr<cls_Kova_Drawer_Man> createComponent() {
-    return process().createComponent();
+    return call("createComponent", CallKind::Opening, process,
+                [](LibraryProcess& all) { return all.createComponent(); });
 }
 
 std::shared_ptr<DatabaseConnection> openDatabase(const std::string& connectionString) {
-    return process().databases().open(connectionString);
+    return Databases().open(connectionString);
 }
 
 std::shared_ptr<DatabaseConnection> hostOdbcConnection(void* connectionHandle) {
@@ -42,28 +106,27 @@ std::shared_ptr<DatabaseConnection> hostOdbcConnection(void* connectionHandle) {
 }
 
 void setLanguage(std::int32_t id, const std::string& name) {
-    process().language().setLanguage(id, name);
+    call("setLanguage", CallKind::Operation, process,
+         [&](LibraryProcess& all) { all.language().setLanguage(id, name); });
 }
 
 void setScreenAids(const ScreenAids& aids) {
-    process().setScreenAids(aids);
+    call("setScreenAids", CallKind::Operation, process,
+         [&](LibraryProcess& all) { all.setScreenAids(aids); });
 }
 
 void setDecimalKey(DecimalKey key) {
-    process().setDecimalKey(key);
+    call("setDecimalKey", CallKind::Operation, process, [&](LibraryProcess& all) { all.setDecimalKey(key); });
 }
 
 void processEvents() {
-    if (const auto present = slot())
-        present->processEvents();
+    call("processEvents", CallKind::Operation, presentProcess,
+         [](LibraryProcess& all) { all.processEvents(); });
 }
 
 void shutDown() {
-    const auto ending = std::exchange(slot(), nullptr);
-    if (!ending)
-        return;
-    qRemovePostRoutine(shutDown);
-    ending->end();
+    call("shutDown", CallKind::Operation, presentProcess,
+         [](LibraryProcess& all) { all.end(forgetProcess); });
 }
 
 } // namespace kova

@@ -1,36 +1,49 @@
 #include "library/library_process.h"
 
 #include "adapters/system/own_folder.h"
+#include "adapters/system/system_error_logger.h"
 #include "adapters/system/system_regional_settings.h"
-#include "services/file_error_logger.h"
+#include "platform/error.h"
 
 #include <cstdlib>
+#include <utility>
 
 namespace kova {
 namespace {
 
-/// Destroyed from the last member to the first: the component before what it lives on.
-struct ComponentWithProcess {
-    std::shared_ptr<LibraryProcess> process;
-    std::shared_ptr<cls_Kova_Drawer_Man> component;
-};
+constexpr std::int32_t InvalidCall = 5;
 
-bool exiting = false;
+/// The process's log, which nobody deletes: threads may still write to it while the process exits.
+std::shared_ptr<ErrorLogger> processLog() {
+    static const SystemClock clock;
+    static auto* const log = [] {
+        auto made = std::make_shared<SystemErrorLogger>(clock);
+        // At once, so that records are not lost in a process that never shows a dialog.
+        made->SetLogFile(ownFolder() + "/logfile.log");
+        return new std::shared_ptr<ErrorLogger>(std::move(made));
+    }();
+    return *log;
+}
 
-/// A component that a host still holds when the process exits stays as it is: Qt's own static objects may be
-/// gone by then, and nothing can be drawn or closed any more.
-void release(ComponentWithProcess* whole) {
-    if (!exiting) {
-        delete whole;
-        return;
-    }
-    static auto* const left = new std::vector<ComponentWithProcess*>;
-    left->push_back(whole);
+std::atomic<bool> exiting = false;
+
+/// Never deletes what is shared.
+void leave(std::shared_ptr<LibraryProcess> process) {
+    static auto* const left = new std::vector<std::shared_ptr<LibraryProcess>>;
+    left->push_back(std::move(process));
 }
 
 } // namespace
 
 LibraryProcess::LibraryProcess() : regional_(systemRegionalSettings()), state_(platform()) {}
+
+void LibraryProcess::exitBegins() {
+    exiting = true;
+}
+
+ErrorLogger& LibraryProcess::log() {
+    return *processLog();
+}
 
 Platform LibraryProcess::platform() {
     return {.userInterface = userInterface_,
@@ -40,19 +53,58 @@ Platform LibraryProcess::platform() {
             .settingsStore = settings_,
             .databases = databases_,
             .regional = regional_,
-            .makeErrorLogger = [this] { return std::make_unique<FileErrorLogger>(clock_); },
-            .componentFolder = ownFolder()};
+            .makeErrorLogger = processLog,
+            .componentFolder = ownFolder(),
+            .hostCalls = this};
+}
+
+void LibraryProcess::enter(CallKind kind) {
+    if (!onItsThread())
+        throw Error(InvalidCall, "Called from another thread than the user interface's");
+    if (kind == CallKind::Opening && phase_ != Phase::Running)
+        throw Error(InvalidCall, "The library has been shut down");
+    ++calls_;
+    events_ += kind == CallKind::Event ? 1 : 0;
+}
+
+void LibraryProcess::leave(CallKind kind) noexcept {
+    if (kind == CallKind::Event && --events_ == 0 && phase_ == Phase::Ending)
+        closeDialogs();
+    if (--calls_ == 0 && phase_ == Phase::Ending)
+        eventLoop_.afterHandlers([this] {
+            if (calls_ == 0)
+                finish();
+        });
+}
+
+bool LibraryProcess::unused() const {
+    return calls_ == 0 && !eventLoop_.handling();
 }
 
 std::shared_ptr<cls_Kova_Drawer_Man> LibraryProcess::createComponent() {
     std::erase_if(components_, [](const auto& component) { return component.expired(); });
-    static const int registered = std::atexit([] { exiting = true; });
+    static const int registered = std::atexit(exitBegins);
     (void)registered;
-    const std::shared_ptr<ComponentWithProcess> whole(new ComponentWithProcess{shared_from_this(), {}},
-                                                      release);
-    whole->component = cls_Kova_Drawer_Man::create(state_);
-    components_.push_back(whole->component);
-    return {whole, whole->component.get()};
+    // A component keeps this alive until it is deleted, and no longer: weak references stay to it.
+    auto component = cls_Kova_Drawer_Man::create(
+        state_, [self = shared_from_this()](cls_Kova_Drawer_Man* released) mutable {
+            const auto process = std::move(self);
+            process->release(released);
+        });
+    components_.push_back(component);
+    return component;
+}
+
+void LibraryProcess::release(cls_Kova_Drawer_Man* component) {
+    std::unique_ptr<cls_Kova_Drawer_Man> released(component);
+    if (!exiting && (onItsThread() || phase_ == Phase::Ended))
+        return;
+    if (exiting)
+        kova::leave(shared_from_this());
+    else
+        state_.logError("release", "Called from another thread than the user interface's");
+    const std::lock_guard lock(strayMutex_);
+    strays_.push_back(std::move(released));
 }
 
 void LibraryProcess::setScreenAids(const ScreenAids& aids) {
@@ -65,10 +117,30 @@ void LibraryProcess::setDecimalKey(DecimalKey key) {
     state_.entryChanged();
 }
 
-void LibraryProcess::end() {
-    for (const auto& known : components_)
+void LibraryProcess::closeDialogs() {
+    for (const auto& known : std::vector(components_))
         if (const auto component = known.lock())
             component->DiscardForm();
+}
+
+void LibraryProcess::end(std::function<void()> ended) {
+    if (phase_ != Phase::Running)
+        return;
+    phase_ = Phase::Ending;
+    ended_ = std::move(ended);
+    if (events_ == 0)
+        closeDialogs();
+}
+
+void LibraryProcess::finish() {
+    const auto self = shared_from_this();
+    phase_ = Phase::Ended;
+    ended_();
+    closeDialogs();
+    {
+        const std::lock_guard lock(strayMutex_);
+        strays_.clear();
+    }
     eventLoop_.settle();
     eventLoop_.endApplication();
 }

@@ -6,32 +6,59 @@
 #include "adapters/system/system_clock.h"
 #include "adapters/system/system_language_runtime.h"
 #include "component/cls_Kova_Drawer_Man.h"
+#include "platform/host_calls.h"
 #include "services/process_state.h"
 
+#include <atomic>
+#include <functional>
 #include <memory>
+#include <mutex>
+#include <thread>
 #include <vector>
 
 namespace kova {
 
 /// What all components of a process share, put together for a real machine with a screen. The components
-/// keep it alive: a host may hold them longer than the library does.
-class LibraryProcess : public std::enable_shared_from_this<LibraryProcess> {
+/// keep it alive: a host may hold them longer than the library does. It belongs to the thread that made it,
+/// and admits calls of the host on that one alone.
+class LibraryProcess final : public HostCalls, public std::enable_shared_from_this<LibraryProcess> {
   public:
+    /// Throws Error when no windows can be shown.
     LibraryProcess();
 
+    /// From now on components that a host releases stay as they are: Qt's own static objects may be gone.
+    static void exitBegins();
+    /// The error log of the whole process, which is there before and after any of this.
+    static ErrorLogger& log();
+
+    void enter(CallKind kind) override;
+    void leave(CallKind kind) noexcept override;
+    /// Whether no call of the host's is running, nor anything that Qt called.
+    [[nodiscard]] bool unused() const;
+    [[nodiscard]] bool onItsThread() const { return std::this_thread::get_id() == thread_; }
+
     [[nodiscard]] std::shared_ptr<cls_Kova_Drawer_Man> createComponent();
-    [[nodiscard]] DatabaseProvider& databases() { return databases_; }
     [[nodiscard]] SystemLanguageRuntime& language() { return language_; }
     void setScreenAids(const ScreenAids& aids);
     void setDecimalKey(DecimalKey key);
     void processEvents() { eventLoop_.processPendingEvents(); }
-    /// Closes all dialogs, and ends the Qt application if it is the library's. Components may be released
+    /// Closes all dialogs, at once or when the outermost event has returned, and ends the Qt application, if
+    /// it is the library's, when also all other calls have; then calls `ended`. Components may be released
     /// afterwards, whenever the host likes.
-    void end();
+    void end(std::function<void()> ended);
 
   private:
+    enum class Phase { Running, Ending, Ended };
     Platform platform();
+    void release(cls_Kova_Drawer_Man* component);
+    void closeDialogs();
+    void finish();
 
+    const std::thread::id thread_ = std::this_thread::get_id();
+    std::atomic<Phase> phase_ = Phase::Running;
+    int calls_ = 0;  ///< of the host, one inside another
+    int events_ = 0; ///< of these, requests to the host
+    std::function<void()> ended_;
     // In order of dependence: the Qt application, which the event loop may own, goes last.
     QtEventLoop eventLoop_{QtEventLoop::Time::Live};
     RegionalSettings regional_;
@@ -42,6 +69,9 @@ class LibraryProcess : public std::enable_shared_from_this<LibraryProcess> {
     Databases databases_;
     ProcessState state_;
     std::vector<std::weak_ptr<cls_Kova_Drawer_Man>> components_;
+    std::mutex strayMutex_;
+    /// Released where they could not be deleted.
+    std::vector<std::unique_ptr<cls_Kova_Drawer_Man>> strays_;
 };
 
 } // namespace kova

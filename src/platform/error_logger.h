@@ -6,7 +6,7 @@
 
 namespace kova {
 
-/// Keeps error records for a support engineer. No operation throws.
+/// Keeps error records for a support engineer. No operation throws. Records may come from any thread.
 class ErrorLogger {
   public:
     virtual ~ErrorLogger() = default;
@@ -17,6 +17,6 @@ class ErrorLogger {
                           std::int32_t number, const std::string& text) = 0;
 };
 
-using ErrorLoggerFactory = std::function<std::unique_ptr<ErrorLogger>()>;
+using ErrorLoggerFactory = std::function<std::shared_ptr<ErrorLogger>()>;
 
 } // namespace kova

@@ -3,6 +3,7 @@
 #include "platform/database.h"
 #include "platform/error_logger.h"
 #include "platform/event_loop.h"
+#include "platform/host_calls.h"
 #include "platform/language_runtime.h"
 #include "platform/regional_settings.h"
 #include "platform/settings_store.h"
@@ -23,6 +24,7 @@ struct Platform {
     ErrorLoggerFactory makeErrorLogger;
     std::string componentFolder; ///< folder of the component's own file, without a separator at its end
     std::string applicationTitle = "Kova_Drawer_Man";
+    HostCalls* hostCalls = nullptr; ///< null admits all calls
 };
 
 } // namespace kova

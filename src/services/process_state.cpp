@@ -9,8 +9,7 @@ ProcessState::ProcessState(Platform services) : platform(std::move(services)) {}
 ProcessState::~ProcessState() = default;
 
 ErrorLogger& ProcessState::ErrorLog() {
-    if (!errorLogger_)
-        errorLogger_ = platform.makeErrorLogger();
+    std::call_once(loggerMade_, [this] { errorLogger_ = platform.makeErrorLogger(); });
     return *errorLogger_;
 }
 

@@ -8,6 +8,7 @@
 #include "widgets/window_stack.h"
 
 #include <memory>
+#include <mutex>
 #include <string_view>
 
 namespace kova {
@@ -63,11 +64,13 @@ class ProcessState {
 
     /// Runs a query on the shared connection; without one it fails like a closed connection.
     Recordset query(const Query& query);
-    /// One record of the error log: the fixed label of a procedure and the error's description.
+    /// One record of the error log: the fixed label of a procedure and the error's description. May be called
+    /// on any thread, as long as the logger allows it.
     void logError(std::string_view label, const std::string& message);
 
   private:
-    std::unique_ptr<ErrorLogger> errorLogger_;
+    std::once_flag loggerMade_;
+    std::shared_ptr<ErrorLogger> errorLogger_;
     std::unique_ptr<NumberFormat> numberFormat_;
     std::unique_ptr<SqlDateFormatter> sqlDateFormatter_;
     std::unique_ptr<frmMsgBox> messageWindow_;

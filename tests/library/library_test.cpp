@@ -1,15 +1,25 @@
-// A host of the shared library, with a Qt application of its own (argument "with-qt") or without one: opens
-// dialogs, looks at what stands on the screen, and ends in the orders that hosts end in.
+// A host of the shared library: plays the part that its first argument names, with a Qt application of its
+// own (second argument "with-qt") or without one. Each part is a process of its own, and has to end as such.
 
 #include "kova_drawer_man.h"
 
+#include <QAbstractButton>
 #include <QApplication>
-#include <QWidget>
+#include <QKeyEvent>
+#include <QTabBar>
+#include <QTimer>
+
+#include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
 #include <iostream>
+#include <map>
 #include <memory>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -17,9 +27,9 @@ struct Host final : kova::EventSink {
     void SalvaPagamento(std::int32_t&, double&, std::string&, std::string&, std::int16_t&, std::int32_t&,
                         bool&) override {}
     void Stampa(std::string&) override {}
-    void Anteprima(std::string&) override {}
-    void ApriCassetto() override { ++drawersOpened; }
-    int drawersOpened = 0;
+    void Anteprima(std::string&) override { onEvent(); }
+    void ApriCassetto() override { onEvent(); }
+    std::function<void()> onEvent = [] {};
 };
 
 /// Answers every query of the component with no rows.
@@ -38,6 +48,29 @@ void expect(bool holds, const char* what) {
         return;
     std::cout << "does not hold: " << what << std::endl;
     ++failures;
+}
+
+template <class Call>
+bool throwsError(Call call) {
+    try {
+        call();
+    } catch (const kova::Error&) {
+        return true;
+    }
+    return false;
+}
+
+const std::filesystem::path logFile =
+    std::filesystem::temp_directory_path() / ("kova_library_" + std::to_string(getpid()) + ".log");
+
+/// How many records the log has got since the last time.
+int newRecords() {
+    static int known = 0;
+    int count = 0;
+    std::ifstream file(logFile);
+    for (std::string line; std::getline(file, line);)
+        ++count;
+    return count - std::exchange(known, count);
 }
 
 int windowsTitled(const char* title) {
@@ -69,8 +102,10 @@ void dialogComesAndGoes() {
     kova::setLanguage(9, "English");
     kova::processEvents();
     expect(windowsTitled("Drawer management") == 1, "a change of language reaches the open dialog");
+    int drawersOpened = 0;
+    host.onEvent = [&] { ++drawersOpened; };
     component->ApriCassetto();
-    expect(host.drawersOpened == 1, "an event reaches the host");
+    expect(drawersOpened == 1, "an event reaches the host");
     component->DiscardForm();
     kova::processEvents();
     expect(windowsTitled("Drawer management") == 0, "discarding takes the dialog off the screen");
@@ -105,30 +140,131 @@ void libraryEndsAndBeginsAgain() {
     kova::shutDown();
     expect(windowsTitled("Gestione cassetto") == 0, "the end closes open dialogs");
     kova::shutDown();
+    expect(newRecords() == 0, "nothing of all this is a failure");
+    expect(held->Show().empty() && newRecords() == 1, "a show after the end is one record");
+    held->DiscardForm();
+    expect(newRecords() == 0, "nothing is left to discard");
 }
 
-void run() {
+void wholeLife() {
     dialogComesAndGoes();
     failuresCrossTheLibrary();
     libraryEndsAndBeginsAgain();
 }
 
-/// Components that outlive main, with the dialog open.
+/// Ends the library inside an event, which `raise` makes the component raise.
+void endInside(const std::shared_ptr<kova::cls_Kova_Drawer_Man>& component,
+               const std::function<void()>& raise) {
+    Host host;
+    const auto connection = component->connect(host);
+    bool handled = false;
+    host.onEvent = [&] {
+        kova::shutDown();
+        expect(windowsTitled("Gestione cassetto") == 1, "the end waits for the event");
+        expect(throwsError([] { (void)kova::createComponent(); }), "nothing begins before the end");
+        handled = true;
+    };
+    raise();
+    kova::processEvents();
+    QCoreApplication::processEvents();
+    expect(handled && windowsTitled("Gestione cassetto") == 0, "the end comes after the event");
+    expect(component->Show(0).empty() && windowsTitled("Gestione cassetto") == 0,
+           "nothing is shown any more");
+}
+
+void touchPreview() {
+    for (QWidget* const widget : QApplication::topLevelWidgets())
+        if (auto* const tabs = widget->findChild<QTabBar*>()) {
+            QKeyEvent right(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier);
+            QCoreApplication::sendEvent(tabs, &right); // to the page of the movements
+            widget->findChild<QAbstractButton*>("cmdAnteprima")->click();
+            return;
+        }
+}
+
+void endInsideEvents() {
+    const auto called = shownComponent();
+    endInside(called, [&] { called->ApriCassetto(); });
+    endInside(shownComponent(), touchPreview);
+    const auto modal = shownComponent();
+    endInside(modal, [&] {
+        QTimer::singleShot(0, touchPreview);
+        modal->Show(1);
+    });
+}
+
+void exitInsideAnEvent() {
+    static Host host;
+    static const auto component = shownComponent();
+    static const auto connection = component->connect(host);
+    host.onEvent = [] { std::exit(failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE); };
+    touchPreview();
+    expect(false, "the process has gone");
+}
+
+void otherThread() {
+    const auto component = shownComponent();
+    std::string text;
+    const std::map<const char*, std::function<void()>> refused{
+        {"createComponent", [] { (void)kova::createComponent(); }},
+        {"setLanguage", [] { kova::setLanguage(9, "English"); }},
+        {"setScreenAids", [] { kova::setScreenAids({}); }},
+        {"processEvents", kova::processEvents},
+        {"shutDown", kova::shutDown},
+        {"an event", [&] { component->Stampa(text); }},
+        {"a late-bound call", [&] { (void)component->get("idCassa"); }}};
+    std::thread([&] {
+        for (const auto& [name, call] : refused)
+            expect(throwsError(call) && newRecords() == 1, name);
+        component->Show();
+        component->DiscardForm();
+        component->Inizializza(nullptr);
+        expect(newRecords() == 3, "what never fails is one record each");
+    }).join();
+    std::thread([released = shownComponent()]() mutable { released.reset(); }).join();
+    expect(newRecords() == 1 && windowsTitled("Gestione cassetto") == 2,
+           "a release elsewhere closes nothing");
+}
+
+void noDisplay() {
+    for (const char* const display : {"", ":4711"}) {
+        setenv("QT_QPA_PLATFORM", "", 1);
+        setenv("DISPLAY", display, 1);
+        unsetenv("WAYLAND_DISPLAY");
+        expect(throwsError([] { (void)kova::createComponent(); }) && newRecords() == 1, "no display");
+    }
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    shownComponent();
+}
+
+/// A component that outlives main with its dialog open, made before or after what the library needs itself.
 std::shared_ptr<kova::cls_Kova_Drawer_Man> forgotten;
+
+void staticComponents() {
+    static const auto local = shownComponent();
+    forgotten = shownComponent();
+}
+
+const std::map<std::string, void (*)()> parts{{"whole-life", wholeLife},
+                                              {"static-components", staticComponents},
+                                              {"end-inside-events", endInsideEvents},
+                                              {"exit-inside-an-event", exitInsideAnEvent},
+                                              {"other-thread", otherThread},
+                                              {"no-display", noDisplay}};
 
 } // namespace
 
 int main(int count, char** arguments) {
-    if (count > 1 && std::string(arguments[1]) == "with-qt") {
+    const auto part = parts.at(arguments[1]);
+    setenv("KOVA_LOG", logFile.c_str(), 1);
+    if (count > 2) {
         QApplication application(count, arguments);
         QApplication::setQuitOnLastWindowClosed(false);
-        run();
+        part();
         expect(QCoreApplication::instance() == &application, "the host's application is left alone");
-        forgotten = shownComponent();
     } else {
-        run();
-        expect(QCoreApplication::instance() == nullptr, "the library's application ends with it");
-        forgotten = shownComponent();
+        part();
     }
+    std::filesystem::remove(logFile);
     return failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

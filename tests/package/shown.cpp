@@ -1,4 +1,5 @@
 // A host of the installed component: shows the dialog in another language, and sees failures cross over.
+#include <component/type_description.h>
 #include <kova_drawer_man.h>
 
 #include <iostream>
@@ -14,6 +15,8 @@ int main() {
         (void)component->get("Version");
     } catch (const kova::Error&) {
         kova::shutDown();
+        for (const auto& member : kova::type_description::members())
+            std::cout << member.name << ' ';
         std::cout << "the installed component works" << std::endl;
         return 0;
     }

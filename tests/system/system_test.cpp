@@ -2,14 +2,18 @@
 #include "adapters/system/locale_name.h"
 #include "adapters/system/own_folder.h"
 #include "adapters/system/system_clock.h"
+#include "adapters/system/system_error_logger.h"
 #include "adapters/system/system_language_runtime.h"
 #include "adapters/system/system_regional_settings.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <regex>
+#include <sstream>
 
 namespace kova {
 namespace {
@@ -18,7 +22,8 @@ namespace {
 class Environment {
   public:
     Environment() {
-        for (const char* const name : {"LC_ALL", "LC_MESSAGES", "LC_NUMERIC", "LANG", "KOVA_SETTINGS", "TZ"})
+        for (const char* const name : {"LC_ALL", "LC_MESSAGES", "LC_NUMERIC", "LANG", "KOVA_SETTINGS",
+                                       "KOVA_LOG", "XDG_STATE_HOME", "TZ"})
             unsetenv(name);
     }
     void set(const char* name, const std::string& value) { setenv(name, value.c_str(), 1); }
@@ -119,6 +124,50 @@ TEST_F(SystemAdapter, TheClockShowsLocalTime) {
     EXPECT_EQ(ahead("UTC0"), 0min);
     EXPECT_EQ(ahead("XXX-5:45"), 345min) << "a zone east of Greenwich";
     EXPECT_EQ(ahead("XXX3"), -180min);
+}
+
+TEST_F(SystemAdapter, RecordsGoToTheFirstPlaceThatTakesThemAndTheFirstOneSaysWhy) {
+    const SystemClock clock;
+    const auto folder = std::filesystem::path(testing::TempDir()) / "kova_log_places_test";
+    std::filesystem::remove_all(folder);
+    const auto text = [](const std::filesystem::path& file) {
+        std::ostringstream read;
+        read << std::ifstream(file).rdbuf();
+        return std::regex_replace(read.str(), std::regex("[^\n]*?\t\t([^\n\t]*\t[^\n\t]*)\t[^\n]*"), "$1");
+    };
+    std::string last;
+    bool taken = true;
+    const LogPlace lastPlace{"last", [&](const std::string& record) -> std::string {
+                                 last += taken ? record : "";
+                                 return taken ? "" : "refused";
+                             }};
+    const auto log = [&](FileErrorLogger& logger) {
+        logger.LogError("early", "1", nullptr, 0, "");
+        logger.SetLogFile("/dev/null/logfile.log");
+        logger.LogError("late", "2", nullptr, 0, "");
+    };
+    environment.set("XDG_STATE_HOME", folder / "state");
+    SystemErrorLogger logger(clock, lastPlace);
+    log(logger);
+    const auto file = folder / "state/kova/logfile.log";
+    EXPECT_EQ(text(file), "\tthe log goes to " + file.string() +
+                              ", for /dev/null/logfile.log: Not a directory\nearly\t1\nlate\t2\n");
+    EXPECT_EQ(last, "");
+
+    environment.set("XDG_STATE_HOME", "/dev/null");
+    SystemErrorLogger homeless(clock, lastPlace);
+    taken = false;
+    log(homeless);
+    EXPECT_EQ(homeless.waiting(), 2U);
+    taken = true;
+    homeless.SetLogFile("/dev/null/logfile.log");
+    EXPECT_EQ(std::ranges::count(last, '\n'), 3) << last;
+
+    environment.set("KOVA_LOG", folder / "named.log");
+    SystemErrorLogger named(clock, lastPlace);
+    log(named);
+    EXPECT_EQ(text(folder / "named.log"), "early\t1\nlate\t2\n");
+    std::filesystem::remove_all(folder);
 }
 
 TEST_F(SystemAdapter, TheOwnFolderIsTheOneOfThisProgram) {

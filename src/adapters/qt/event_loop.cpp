@@ -1,10 +1,12 @@
 #include "adapters/qt/event_loop.h"
 
+#include "adapters/qt/display.h"
 #include "platform/error.h"
 
 #include <QApplication>
 #include <QEventLoop>
 #include <QStyleFactory>
+#include <QThread>
 
 #include <algorithm>
 #include <utility>
@@ -18,8 +20,11 @@ std::unique_ptr<QApplication> ownApplication() {
     if (QCoreApplication::instance() != nullptr) {
         if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr)
             throw Error(5, "The process has a Qt application without widgets");
+        if (QCoreApplication::instance()->thread() != QThread::currentThread())
+            throw Error(5, "The process has a Qt application on another thread");
         return nullptr;
     }
+    requireDisplay();
     // Qt keeps references to both for as long as the application lives.
     static int count = 1;
     static char name[] = "kova";
@@ -45,6 +50,14 @@ class QtEventLoop::Handler {
         for (const auto& object : std::exchange(loop_.doomed_, {}))
             if (object)
                 object->deleteLater();
+        if (loop_.deferred_)
+            QMetaObject::invokeMethod(
+                qApp,
+                [&loop = loop_, alive = QPointer<QTimer>(loop_.alarm_.get())] {
+                    if (alive)
+                        loop.runDeferred();
+                },
+                Qt::QueuedConnection);
     }
 
   private:
@@ -137,6 +150,18 @@ void QtEventLoop::deleteAfterHandlers(QObject* object) {
         object->deleteLater();
     else
         doomed_.emplace_back(object);
+}
+
+void QtEventLoop::afterHandlers(std::function<void()> action) {
+    deferred_ = std::move(action);
+    runDeferred();
+}
+
+void QtEventLoop::runDeferred() {
+    if (runningHandlers_ > 0)
+        return;
+    if (const auto action = std::exchange(deferred_, nullptr))
+        action();
 }
 
 void QtEventLoop::keepFailure(std::exception_ptr failure) {

@@ -16,7 +16,8 @@ class QEventLoop;
 namespace kova {
 
 /// The event loop on Qt's. Makes a QApplication when the process has none, so that a host needs no Qt code;
-/// it must then outlive whatever else uses Qt.
+/// it must then outlive whatever else uses Qt. Throws Error when that is not possible: there is no display,
+/// or the application that is there has no widgets or belongs to another thread.
 ///
 /// Exceptions cannot pass through Qt. Views therefore run every operation of a model through `runHandler`,
 /// and whoever waits for Qt (a modal loop, a gesture, a pause) is a `Caller` and throws on what was kept.
@@ -52,6 +53,12 @@ class QtEventLoop final : public EventLoop {
     /// be given.
     void deleteAfterHandlers(QObject* object);
 
+    /// Whether a handler is running.
+    [[nodiscard]] bool handling() const { return runningHandlers_ > 0; }
+    /// Calls `action` at once, or from Qt's loop after the outermost handler has returned; a later action
+    /// replaces one that waits. It may destroy this object.
+    void afterHandlers(std::function<void()> action);
+
     /// Somebody who waits for handlers that Qt calls. A failure ends `loop`, if given.
     class Caller {
       public:
@@ -69,6 +76,7 @@ class QtEventLoop final : public EventLoop {
   private:
     class Handler;
     using Milliseconds = std::chrono::milliseconds;
+    void runDeferred();
     void keepFailure(std::exception_ptr failure);
     void waitForQt(Milliseconds time);
     [[nodiscard]] Milliseconds wall() const;
@@ -84,6 +92,7 @@ class QtEventLoop final : public EventLoop {
     std::unique_ptr<QTimer> alarm_;
     int runningHandlers_ = 0;
     std::vector<QPointer<QObject>> doomed_;
+    std::function<void()> deferred_; ///< what waits for the handlers
     std::vector<QEventLoop*> callers_;
     std::exception_ptr failure_;
 };
