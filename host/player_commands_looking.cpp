@@ -147,9 +147,6 @@ void dumpReport(Scene& scene, const Arguments& arguments) {
     std::size_t number = 0;
     for (const std::int32_t record : grid.order())
         traceRecord(scene, grid, number++, static_cast<std::size_t>(record));
-    // A load that failed was not shown: its records stand in the order in which they came.
-    for (; number < grid.recordCount(); ++number)
-        traceRecord(scene, grid, number, number);
 }
 
 void dumpSql(Scene& scene, const Arguments& arguments) {

@@ -141,7 +141,12 @@ void carica_Movimenti_Giornata(ProcessState& process, ReportGrid& grid, const st
         }
         grid.deleteRecords();
         grid.deleteColumns();
-        fillGrid(process, grid, process.query(movementQuery(process, date, *when, component)));
+        try {
+            fillGrid(process, grid, process.query(movementQuery(process, date, *when, component)));
+        } catch (...) {
+            grid.breakOff();
+            throw;
+        }
         grid.populate();
         grid.setRowPoints(RowPoints);
     });

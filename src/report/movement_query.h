@@ -8,8 +8,8 @@ class ReportGrid;
 class cls_Kova_Drawer_Man;
 
 /// Lists the movements of one day in the grid. The date is a text as the date field holds it; one that is no
-/// date shows a message and leaves the grid alone. Any other failure is logged and leaves the grid with what
-/// it had until then.
+/// date shows a message and leaves the grid alone. Any other failure is logged and leaves the grid broken
+/// off, with what it had until then.
 void carica_Movimenti_Giornata(ProcessState& process, ReportGrid& grid, const std::string& date,
                                cls_Kova_Drawer_Man& component);
 

@@ -11,7 +11,7 @@ class NumericKeypad : public Control {
   public:
     using Control::Control;
     void accept(ControlVisitor& visitor) override;
-    /// Rows of key texts from the top, four keys a row.
+    /// Rows of key texts from the top, three keys a row.
     static const std::vector<std::vector<std::string>>& keys();
     /// `key` may be a text that no drawn key carries (as from an external pad).
     Gesture touchKey(const std::string& key);

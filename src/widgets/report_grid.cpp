@@ -13,6 +13,7 @@ constexpr int NarrowestColumn = 5; // characters
 
 void ReportGrid::deleteRecords() {
     table_.clear();
+    brokenOff_ = false;
     order_.clear();
     rows_.clear();
     groups_.clear();
@@ -27,6 +28,11 @@ void ReportGrid::deleteColumns() {
     columns_.clear();
     forgetOrder();
     changed(Property::Records);
+}
+
+void ReportGrid::breakOff() {
+    brokenOff_ = true;
+    populate();
 }
 
 void ReportGrid::forgetOrder() {

@@ -68,6 +68,8 @@ class ReportGrid : public Control {
     void addItem(std::size_t record, std::string_view text) { table_.addItem(record, text); }
     /// Builds the rows shown from the records.
     void populate();
+    /// The filling failed: shows what came until then, without sums, until the records are deleted.
+    void breakOff();
 
     [[nodiscard]] const std::vector<Column>& columns() const { return columns_; }
     [[nodiscard]] std::size_t recordCount() const { return table_.recordCount(); }
@@ -81,6 +83,7 @@ class ReportGrid : public Control {
     }
     /// All records in the order shown, those of collapsed groups among them; as of the last `populate`.
     [[nodiscard]] const std::vector<std::int32_t>& order() const { return order_; }
+    [[nodiscard]] bool brokenOff() const { return brokenOff_; }
     /// Bytes held by texts, records and rows.
     [[nodiscard]] std::size_t memoryUse() const;
 
@@ -122,9 +125,11 @@ class ReportGrid : public Control {
 
     [[nodiscard]] const std::string& emptyText() const { return emptyText_; } ///< shown without records
     void setEmptyText(const std::string& text) { assign(emptyText_, text, Property::Text); }
+    [[nodiscard]] const std::string& brokenOffText() const { return brokenOffText_; } ///< of a list cut short
+    void setBrokenOffText(const std::string& text) { assign(brokenOffText_, text, Property::Text); }
     [[nodiscard]] const std::string& groupHint() const { return groupHint_; } ///< in the empty group-by area
     void setGroupHint(const std::string& text) { assign(groupHint_, text, Property::Text); }
-    /// Before the sort column's name.
+    /// Before the sort column's name, with whatever blank there is to be between them.
     [[nodiscard]] const std::string& sortPrefix() const { return sortPrefix_; }
     void setSortPrefix(const std::string& text) { assign(sortPrefix_, text, Property::Text); }
     [[nodiscard]] const MenuTexts& menuTexts() const { return menuTexts_; }
@@ -153,6 +158,7 @@ class ReportGrid : public Control {
 
     std::vector<Column> columns_;
     TextTable table_;
+    bool brokenOff_ = false;
     std::vector<std::int32_t> order_;
     std::vector<Row> rows_;
     std::vector<Group> groups_;
@@ -167,7 +173,7 @@ class ReportGrid : public Control {
     std::vector<Sum> totals_;
     Conventions conventions_;
     MenuTexts menuTexts_;
-    std::string emptyText_, groupHint_, sortPrefix_;
+    std::string emptyText_, brokenOffText_, groupHint_, sortPrefix_;
     Font headerFont_;
     Font rowFont_;
 };

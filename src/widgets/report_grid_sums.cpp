@@ -23,7 +23,7 @@ std::optional<std::size_t> ReportGrid::amountColumn() const {
 void ReportGrid::readAmounts() {
     amounts_.clear();
     const auto column = amountColumn();
-    if (!column || !findColumn(currencyCaption_) || !conventions_.number)
+    if (brokenOff_ || !column || !findColumn(currencyCaption_) || !conventions_.number)
         return;
     amounts_.reserve(recordCount());
     for (std::size_t record = 0; record < recordCount(); ++record) {

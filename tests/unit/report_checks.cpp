@@ -98,6 +98,8 @@ class ListReader {
     }
 
     void add(Amounts& amounts, std::size_t first, std::size_t end) const {
+        if (grid_.brokenOff())
+            return; // what is not whole has no sums
         std::optional<std::size_t> currency;
         for (std::size_t i = 0; i < grid_.columns().size(); ++i)
             if (grid_.columns()[i].caption == "valuta" || grid_.columns()[i].caption == "Valuta")
@@ -149,6 +151,7 @@ bool expectLoaded(const ReportGrid& list, const ScriptedDatabase& database) {
     const auto& failures = database.failures;
     const bool fails = !failures.empty() && query.find(failures.front().piece) != std::string::npos;
     const std::size_t rows = views ? 7 : 8; // as many columns
+    EXPECT_EQ(list.brokenOff(), fails);
     EXPECT_EQ(list.columns().size(), fails && !failures.front().afterRows ? 0 : rows);
     if (!fails)
         EXPECT_EQ(list.rows().size(), rows);
@@ -159,11 +162,6 @@ bool expectLoaded(const ReportGrid& list, const ScriptedDatabase& database) {
 
 void expectConsistent(const ReportGrid& grid, const RegionalSettings& regional) {
     auto records = grid.order();
-    if (records.empty() && grid.recordCount() > 0) { // a load that failed was not shown
-        EXPECT_TRUE(grid.rows().empty());
-        EXPECT_TRUE(grid.totals().empty());
-        return;
-    }
     std::ranges::sort(records);
     std::vector<std::int32_t> each(grid.recordCount());
     std::iota(each.begin(), each.end(), 0);

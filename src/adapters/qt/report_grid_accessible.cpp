@@ -147,8 +147,12 @@ class GridTableAccessible final : public QAccessibleWidget, public QAccessibleTa
     }
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
         const ReportGrid* const grid = view_.shownGrid();
-        if (kind == QAccessible::Description && grid != nullptr && grid->recordCount() == 0)
-            return QString::fromStdString(grid->emptyText());
+        if (kind == QAccessible::Description && grid != nullptr) {
+            if (grid->brokenOff())
+                return QString::fromStdString(grid->brokenOffText());
+            if (grid->recordCount() == 0)
+                return QString::fromStdString(grid->emptyText());
+        }
         return QAccessibleWidget::text(kind);
     }
     [[nodiscard]] int childCount() const override { return (rowCount() + 1) * columnCount(); }

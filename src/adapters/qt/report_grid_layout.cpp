@@ -26,7 +26,9 @@ ReportGridLayout::ReportGridLayout(const ReportGrid& grid, const QSize& size, co
       headers(0, groupArea.bottom(), size.width() - (scrollBarShown ? scrollBarWidth : 0),
               HeaderHeight * scale.y),
       grid_(grid), firstRow_(firstRowShown) {
-    const double footerHeight = grid.totals().empty() ? 0 : std::round(RowHeight * scale.y * 1.2);
+    const bool cutShort = grid.brokenOff() && !grid.rows().empty();
+    const double footerHeight =
+        grid.totals().empty() && !cutShort ? 0 : std::round(RowHeight * scale.y * 1.2);
     footer = {0, size.height() - footerHeight, double(size.width()), footerHeight};
     list = {0, headers.bottom(), headers.width(), std::max(0.0, footer.top() - headers.bottom())};
     placeColumns(needs);

@@ -33,7 +33,7 @@ struct ReportGridLayout {
 
     Scale scale;
     double margin, rowHeight, scrollBarWidth;
-    QRectF groupArea, headers, list, footer; ///< the footer is empty without sums
+    QRectF groupArea, headers, list, footer; ///< the footer is empty with nothing to say
     std::vector<double> edges;               ///< left edges of the columns, and the right edge of the last
 
   private:

@@ -12,6 +12,7 @@ const QColor StripeColor(247, 249, 251);
 const QColor GroupColor(222, 228, 235);
 const QColor SelectedColor(200, 222, 250);
 const QColor DisabledColor(235, 236, 238);
+const QColor WarningColor(255, 214, 102);
 constexpr double SmallestHeaderPoints = 9;
 
 QString text(std::string_view utf8) {
@@ -84,8 +85,7 @@ void ReportGridPainter::paintGroupArea(bool target) {
     const QFont letters = font(grid_.rowFont(), !captions.isEmpty());
     QRectF area = layout_.groupArea;
     if (const auto sorted = grid_.sortColumn()) {
-        const QString words =
-            text(grid_.sortPrefix()).trimmed() + ' ' + text(grid_.columns()[*sorted].caption);
+        const QString words = text(grid_.sortPrefix()) + text(grid_.columns()[*sorted].caption);
         const double width = QFontMetricsF(letters).horizontalAdvance(words) + 4 * layout_.margin;
         write(area.adjusted(std::max(0.0, area.width() - width), 0, 0, 0), words, letters, Qt::AlignRight);
         area.setRight(std::max(area.left(), area.right() - width));
@@ -140,8 +140,8 @@ void ReportGridPainter::paintRows(std::size_t firstRow) {
     if (rows.empty()) {
         painter_.setPen(PaleInk);
         const QFont letters = font(grid_.rowFont(), false);
-        write({area.left(), area.top(), area.width(), 4 * layout_.rowHeight}, text(grid_.emptyText()),
-              letters, Qt::AlignHCenter);
+        write({area.left(), area.top(), area.width(), 4 * layout_.rowHeight},
+              text(grid_.brokenOff() ? grid_.brokenOffText() : grid_.emptyText()), letters, Qt::AlignHCenter);
     }
     for (std::size_t number = firstRow; number < rows.size(); ++number) {
         const QRectF line = layout_.row(number);
@@ -191,12 +191,14 @@ void ReportGridPainter::paintGroup(const ReportGrid::Group& group, const QRectF&
 void ReportGridPainter::paintFooter() {
     if (layout_.footer.isEmpty())
         return;
-    painter_.fillRect(layout_.footer, HeaderColor);
+    painter_.fillRect(layout_.footer, grid_.brokenOff() ? WarningColor : HeaderColor);
     painter_.setPen(look::borderOn(HeaderColor));
     painter_.drawLine(layout_.footer.topLeft(), layout_.footer.topRight());
     painter_.setPen(Ink);
     const QFont letters = font(grid_.rowFont(), true);
     const QRectF area = layout_.footer.adjusted(0, 0, layout_.list.width() - layout_.footer.width(), 0);
+    if (grid_.brokenOff())
+        return write(area, text(grid_.brokenOffText()), letters);
     write(area, QString::fromUtf8("Σ  (%1)").arg(grid_.recordCount()), letters);
     write(area.adjusted(area.width() * (1 - SumsShare) / 2, 0, 0, 0), text(grid_.written(grid_.totals())),
           letters, Qt::AlignRight);

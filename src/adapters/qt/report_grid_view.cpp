@@ -120,6 +120,12 @@ void ReportGridView::showProperty(Property property) {
     if (QAccessible::isActive()) {
         QAccessibleTableModelChangeEvent changed(this, QAccessibleTableModelChangeEvent::ModelReset);
         QAccessible::updateAccessibility(&changed);
+        QAccessibleEvent described(this, QAccessible::DescriptionChanged);
+        QAccessible::updateAccessibility(&described);
+    }
+    if (property == Property::Records && model()->brokenOff()) {
+        QAccessibleEvent alert(this, QAccessible::Alert);
+        QAccessible::updateAccessibility(&alert);
     }
     update();
 }
