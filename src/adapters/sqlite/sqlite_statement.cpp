@@ -20,6 +20,7 @@ struct Binder {
     int operator()(Decimal value) const {
         return (*this)(static_cast<double>(value.unscaled) / std::pow(10.0, value.scale));
     }
+    int operator()(LongDecimal value) const { return (*this)(value.digits); }
     int operator()(std::string_view value) const {
         const char* bytes = value.empty() ? "" : value.data(); // a null pointer would bind Null
         return sqlite3_bind_text64(statement, position, bytes, value.size(), SQLITE_STATIC, SQLITE_UTF8);
