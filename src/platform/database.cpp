@@ -36,6 +36,8 @@ Value Snapshot::at(std::size_t row, std::size_t column) const {
         return texts_.at(static_cast<TextArena::Place>(bits));
     case Kind::Time:
         return DateTime(std::chrono::milliseconds(bits));
+    case Kind::LongExact:
+        return LongDecimal{texts_.at(static_cast<TextArena::Place>(bits))};
     case Kind::Nothing:
         break;
     }
@@ -47,6 +49,10 @@ void Snapshot::add(std::int64_t bits, Kind kind, std::uint8_t scale) {
     meanings_.push_back(static_cast<Meaning>(static_cast<unsigned>(kind) | unsigned{scale} << ScaleShift));
 }
 
+void Snapshot::add(std::string_view text, Kind kind) {
+    add(std::int64_t{static_cast<std::uint32_t>(texts_.keep(text))}, kind);
+}
+
 void Snapshot::add(const Value& value) {
     std::visit(Overloaded{
                    [this](Null) { add(0, Kind::Nothing); },
@@ -54,10 +60,9 @@ void Snapshot::add(const Value& value) {
                    [this](std::int64_t v) { add(v, Kind::Integer); },
                    [this](double v) { add(std::bit_cast<std::int64_t>(v), Kind::Real); },
                    [this](Decimal v) { add(v.unscaled, Kind::Exact, v.scale); },
-                   [this](std::string_view v) {
-                       add(std::int64_t{static_cast<std::uint32_t>(texts_.keep(v))}, Kind::Text);
-                   },
+                   [this](std::string_view v) { add(v, Kind::Text); },
                    [this](DateTime v) { add(v.time_since_epoch().count(), Kind::Time); },
+                   [this](LongDecimal v) { add(v.digits, Kind::LongExact); },
                },
                value);
 }

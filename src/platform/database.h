@@ -26,10 +26,21 @@ struct Decimal {
     friend bool operator==(const Decimal&, const Decimal&) = default;
 };
 
+/// An exact number of more digits than a Decimal has room for, as servers have them of up to 38.
+struct LongDecimal {
+    std::string_view digits; ///< as "-12.5" or ".5"
+    friend bool operator==(const LongDecimal&, const LongDecimal&) = default;
+};
+
 using Null = std::monostate;
 
-/// One cell. A text is a view into the recordset that it came from and is valid as long as that lives.
-using Value = std::variant<Null, bool, std::int64_t, double, Decimal, std::string_view, DateTime>;
+/// One cell. A text, or a long number's digits, is a view into the recordset that it came from and is valid
+/// as long as that lives. A time of day without a day is a time of `TimeOfDayDate`.
+using Value =
+    std::variant<Null, bool, std::int64_t, double, Decimal, std::string_view, DateTime, LongDecimal>;
+
+/// Day zero of the shops' data access: a moment of it stands for its time alone.
+inline constexpr DateTime TimeOfDayDate{std::chrono::local_days{std::chrono::year(1899) / 12 / 30}};
 
 /// A database failure. `number()` is the provider's error number, `sqlState()` the five characters of ISO
 /// 9075.
@@ -74,11 +85,12 @@ class KOVA_API Snapshot {
     void endRow() { ++rowCount_; }
 
   private:
-    enum class Kind : std::uint8_t { Nothing, Boolean, Integer, Real, Exact, Text, Time };
+    enum class Kind : std::uint8_t { Nothing, Boolean, Integer, Real, Exact, Text, Time, LongExact };
     /// What a cell's bits mean: the kind, and above it the scale of an exact number.
     using Meaning = std::uint8_t;
     static constexpr unsigned ScaleShift = 3;
     void add(std::int64_t bits, Kind kind, std::uint8_t scale = 0);
+    void add(std::string_view text, Kind kind);
     std::vector<std::string> columnNames_;
     PagedVector<std::int64_t> bits_; ///< of a text, its place
     PagedVector<Meaning> meanings_;

@@ -31,6 +31,7 @@ std::int32_t keyToId(std::string_view key, const RegionalSettings& regional);
 /// Shortest decimal form of up to 15 digits, so that no binary noise shows; no grouping.
 std::string toText(double number, const RegionalSettings& regional);
 std::string toText(Decimal number, const RegionalSettings& regional);
+std::string toText(LongDecimal number, const RegionalSettings& regional);
 
 // Dates.
 
@@ -41,7 +42,8 @@ std::optional<DateTime> parseDate(std::string_view text, const RegionalSettings&
 std::string twoDigits(std::int64_t number);
 /// The day in the region's short-date form.
 std::string shortDate(DateTime time, const RegionalSettings& regional);
-/// The region's general form: short date and time, the time left out at midnight.
+/// The region's general form: short date and time, the time left out at midnight; of TimeOfDayDate the time
+/// alone.
 std::string generalDate(DateTime time, const RegionalSettings& regional);
 
 // Cells of the database.

@@ -172,11 +172,15 @@ std::string shortDate(DateTime time, const RegionalSettings& regional) {
 }
 
 std::string generalDate(DateTime time, const RegionalSettings& regional) {
-    std::string text = shortDate(time, regional);
-    const hh_mm_ss clock(floor<seconds>(time - floor<days>(time)));
-    if (time == floor<days>(time))
-        return text;
-    text += ' ';
+    const auto day = floor<days>(time);
+    std::string text;
+    if (day != TimeOfDayDate) {
+        text = shortDate(time, regional);
+        if (time == day)
+            return text;
+        text += ' ';
+    }
+    const hh_mm_ss clock(floor<seconds>(time - day));
     const auto hour = clock.hours().count();
     const bool twelve = regional.twelveHours;
     appendNumber(text, !twelve ? hour : hour % 12 == 0 ? 12 : hour % 12, !twelve);

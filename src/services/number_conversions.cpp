@@ -246,4 +246,16 @@ std::string toText(Decimal number, const RegionalSettings& regional) {
     return text;
 }
 
+std::string toText(LongDecimal number, const RegionalSettings& regional) {
+    std::string text(number.digits);
+    if (const auto point = text.find('.'); point != std::string::npos) {
+        text.erase(std::max(text.find_last_not_of('0') + 1, point));
+        if (text.size() > point)
+            text.replace(point, 1, regional.decimalSeparator);
+        if (point == (text.starts_with('-') ? 1U : 0U))
+            text.insert(point, 1, '0');
+    }
+    return text;
+}
+
 } // namespace kova

@@ -2,6 +2,7 @@
 
 #include "platform/overloaded.h"
 
+#include <charconv>
 #include <cmath>
 
 namespace kova {
@@ -9,6 +10,12 @@ namespace {
 
 double numberOf(Decimal decimal) {
     return static_cast<double>(decimal.unscaled) / std::pow(10.0, decimal.scale);
+}
+
+double numberOf(LongDecimal decimal) {
+    double number = 0; // of 38 digits at most: never out of range
+    std::from_chars(decimal.digits.data(), decimal.digits.data() + decimal.digits.size(), number);
+    return number;
 }
 
 } // namespace
@@ -25,7 +32,8 @@ void appendText(std::string& text, const Value& value, const RegionalSettings& r
                           [&](double v) { text += toText(v, regional); },
                           [&](Decimal v) { text += toText(v, regional); },
                           [&](std::string_view v) { text += v; },
-                          [&](DateTime v) { text += generalDate(v, regional); }},
+                          [&](DateTime v) { text += generalDate(v, regional); },
+                          [&](LongDecimal v) { text += toText(v, regional); }},
                value);
 }
 
@@ -34,13 +42,13 @@ Value NullToDefault(const Value& value, const Value& fallback) {
 }
 
 double asDouble(const Value& value, const RegionalSettings& regional) {
-    return std::visit(Overloaded{[](Null) -> double { throw typeMismatch(); },
-                                 [](bool v) { return v ? -1.0 : 0.0; },
-                                 [](std::int64_t v) { return static_cast<double>(v); },
-                                 [](double v) { return v; }, [](Decimal v) { return numberOf(v); },
-                                 [&](std::string_view v) { return toDouble(v, regional); },
-                                 [](DateTime) -> double { throw typeMismatch(); }},
-                      value);
+    return std::visit(
+        Overloaded{
+            [](Null) -> double { throw typeMismatch(); }, [](bool v) { return v ? -1.0 : 0.0; },
+            [](std::int64_t v) { return static_cast<double>(v); }, [](double v) { return v; },
+            [](Decimal v) { return numberOf(v); }, [&](std::string_view v) { return toDouble(v, regional); },
+            [](DateTime) -> double { throw typeMismatch(); }, [](LongDecimal v) { return numberOf(v); }},
+        value);
 }
 
 bool asBoolean(const Value& value, const RegionalSettings& regional) {

@@ -65,14 +65,16 @@ TEST_P(DatabaseContract, CellsHaveTheTypesOfTheirColumns) {
 TEST_P(DatabaseContract, FieldsAreFoundByIndexAndByNameInAnyCase) {
     shop->execute("INSERT INTO tabPagamenti VALUES(1, N'Contanti', 1, N'€', 10)");
     const Recordset records =
-        query("SELECT TipoPagamento AS [Tipo Pagamento], idpagamento FROM tabPagamenti");
-
-    EXPECT_EQ(records.fieldCount(), 2u);
-    EXPECT_EQ(records.fieldName(0), "Tipo Pagamento");
+        query("SELECT T.[Tipo pagamento], IDpagamento, Valuta AS [Cod. Valuta] FROM"
+              " (SELECT TipoPagamento AS [Tipo Pagamento], idpagamento, Valuta FROM tabPagamenti) AS T;");
+    const std::vector<std::string> names{"Tipo pagamento", "IDpagamento", "Cod. Valuta"};
+    EXPECT_EQ(records.fieldCount(), names.size());
+    for (std::size_t i = 0; i < names.size(); ++i)
+        EXPECT_EQ(records.fieldName(i), names[i]) << "as the outermost select writes it";
     EXPECT_EQ(records.field("TIPO pagamento"), Value(std::string_view("Contanti")));
     EXPECT_EQ(records.field("IdPagamento"), records.field(1));
     EXPECT_EQ(databaseErrorOf([&] { (void)records.field("Tipo"); }).number(), 3265);
-    EXPECT_EQ(databaseErrorOf([&] { (void)records.field(2); }).number(), 3265);
+    EXPECT_EQ(databaseErrorOf([&] { (void)records.field(3); }).number(), 3265);
 }
 
 TEST_P(DatabaseContract, TheCountIsExactAndReadingStopsAtTheEnd) {

@@ -57,10 +57,11 @@ TEST(SqliteDialect, RewritesServerTexts) {
 TEST(SqliteDialect, LeavesEverythingElseAlone) {
     for (const std::string text :
          {"SELECT 'SELECT TOP 1 ISNULL(', [TOP 1 ISNULL(], \"N'CONVERT(datetime,\" FROM t",
-          "SELECT /* ' TOP 1 */ a -- ISNULL('\n FROM t", "SELECT top, [a] FROM t WHERE a ISNULL AND N = 1",
-          "CONVERT(int, a)", "SELECT 'open", "SELECT a)", "", "però = N"})
+          "SELECT top, [a] FROM t WHERE a ISNULL AND N = 1", "CONVERT(int, a)", "SELECT 'open", "SELECT a)",
+          "", "però = N"})
         EXPECT_EQ(toSqliteDialect(text), text);
-    for (const char* text : {"SELECT TOP 1 a FROM t UNION SELECT 2", "SELECT 2 EXCEPT SELECT TOP 1 a FROM t"})
+    for (const char* text : {"SELECT TOP 1 a FROM t UNION SELECT 2", "SELECT 2 EXCEPT SELECT TOP 1 a FROM t",
+                             "SELECT 1 /* a /* b */"})
         EXPECT_EQ(databaseErrorOf([&] { (void)toSqliteDialect(text); }).sqlState(), "42000");
 }
 
@@ -163,6 +164,9 @@ TEST_F(SqliteFile, ConnectionStringsNameAnExistingDatabase) {
         const auto error = databaseErrorOf([&] { (void)provider.open(text); });
         EXPECT_EQ(error.number(), DatabaseError::Unspecified) << text;
         EXPECT_EQ(error.sqlState(), "HY000") << text;
+        const auto file = text.find(folder.string());
+        EXPECT_TRUE(file == text.npos || std::string(error.what()).ends_with(text.substr(file)))
+            << error.what();
     }
     EXPECT_FALSE(std::filesystem::exists(path("absent.db")));
 }

@@ -1,16 +1,16 @@
 #include "../database/database_contract.h"
 #include "odbc_shop.h"
+#include "services/conversions.h"
 
 namespace kova {
 namespace {
 
-using test::ExactType;
 using test::OdbcShop;
 using Rows = std::vector<std::string>;
 
 class ContractShop final : public ShopDatabase {
   public:
-    explicit ContractShop(test::TdsServer::Options options) : shop_(std::move(options)) {}
+    explicit ContractShop(const std::string& version) : shop_(version) {}
     void execute(const std::string& sql) override { shop_.host.execute(sql); }
     std::shared_ptr<DatabaseConnection> connection() override { return shop_.open(); }
 
@@ -18,9 +18,9 @@ class ContractShop final : public ShopDatabase {
     OdbcShop shop_;
 };
 
-template <char Minor, ExactType Exact>
+template <char Minor>
 std::unique_ptr<ShopDatabase> makeShop() {
-    return std::make_unique<ContractShop>(test::TdsServer::Options{std::string("7.") + Minor, Exact});
+    return std::make_unique<ContractShop>(std::string("7.") + Minor);
 }
 
 struct VersionCase {
@@ -36,7 +36,7 @@ void PrintTo(const VersionCase& version, std::ostream* out) {
 class OdbcVersions : public testing::TestWithParam<VersionCase> {};
 
 TEST_P(OdbcVersions, QueriesArriveAsWrittenAndADayAsADate) {
-    OdbcShop shop({GetParam().version, ExactType::Money});
+    OdbcShop shop(GetParam().version);
     const auto connection = shop.open();
     const Query plain{"SELECT valore FROM tabImpostazioni WHERE descrizione='l''età'"};
     Query daily{"SELECT importo FROM [dbo].[GetDailyOperation](?)"};
@@ -54,7 +54,7 @@ TEST_P(OdbcVersions, QueriesArriveAsWrittenAndADayAsADate) {
 }
 
 TEST_P(OdbcVersions, TextsOfAnyLengthArriveWhole) {
-    OdbcShop shop({GetParam().version, ExactType::Money});
+    OdbcShop shop(GetParam().version);
     std::string note = "x";
     for (int i = 0; i < 3000; ++i)
         note += "«€» 😀";
@@ -62,30 +62,68 @@ TEST_P(OdbcVersions, TextsOfAnyLengthArriveWhole) {
                       "'), ('nulla', NULL),"
                       " ('vuoto', ''), ('breve', 'x')");
     const auto connection = shop.open();
-    // The columns behind a text without a limit are read in another way: all kinds of them.
-    Recordset records = connection->query({"SELECT valore, descrizione, id, visible, DataOperazione,"
-                                           " ImportoIncassato FROM tabImpostazioni LEFT JOIN"
-                                           " tabActivityDrawer ON id < 0 LEFT JOIN"
-                                           " (SELECT DataOperazione, ImportoIncassato FROM"
-                                           " tabPagamentiScontriniBackoffice) ON 1 = 0"});
-    EXPECT_EQ(records.recordCount(), 4);
-    EXPECT_EQ(records.field("valore"), Value(std::string_view(note)));
-    EXPECT_EQ(records.field("descrizione"), Value(std::string_view("lungo")));
-    records.moveNext();
-    EXPECT_EQ(records.field("valore"), Value(Null{}));
-    records.moveNext();
-    EXPECT_EQ(records.field("valore"), Value(std::string_view()));
-    records.moveNext();
-    EXPECT_EQ(records.field("valore"), Value(std::string_view("x")));
+    EXPECT_EQ(rowsOf(connection->query({"SELECT valore, descrizione FROM tabImpostazioni"})),
+              (Rows{note + "|lungo", "-|nulla", "|vuoto", "x|breve"}));
+}
 
-    shop.host.execute("INSERT INTO tabActivityDrawer VALUES(7, 'a', -1, 4, 1, 20, NULL, 0)");
-    shop.host.storeMovement({DateTime(std::chrono::hours(500000)), 7, 1, 1, 12.3, "€", "", 0, 1, 1});
-    EXPECT_EQ(rowsOf(connection->query({"SELECT valore, id, visible, IsAutomaticNote, DataOperazione,"
-                                        " ImportoIncassato, Valuta FROM tabPagamentiScontriniBackoffice"
-                                        " JOIN (SELECT id AS a, visible, IsAutomaticNote FROM"
-                                        " tabActivityDrawer) JOIN (SELECT valore FROM tabImpostazioni WHERE"
-                                        " descrizione = 'lungo')"})),
-              Rows{note + "|1|True|-|15.01.2027 08:00:00|12.3|€"});
+struct ServerType {
+    const char *name, *type, *cell, *null, *shown;
+};
+
+// The bytes of a type and of a cell, as the server sends them, and what a cashier in Italy reads.
+const ServerType serverTypes[] = {
+    {"bit", "6801", "0101", "00", "True"},
+    {"tinyint", "2601", "01ff", "00", "255"},
+    {"smallint", "2602", "0218fc", "00", "-1000"},
+    {"int", "2604", "04ffffff7f", "00", "2147483647"},
+    {"bigint", "2608", "080000000000000080", "00", "-9223372036854775808"},
+    {"real", "6d04", "04cdcc4441", "00", "12,3"},
+    {"float", "6d08", "089a9999999999b93f", "00", "0,1"},
+    {"decimal(38,10)", "6a11260a", "1100ffffffff3f228a097ac4865aa84c3b4b", "00",
+     "-9999999999999999999999999999,9999999999"},
+    {"numeric(38,38)", "6c112626", "110100000000e0be5a0a1aa25761911ce700", "00", "0,012"},
+    {"smallmoney", "6e04", "04f81dfeff", "00", "-12,34"},
+    {"money", "6e08", "08ffffff7fffffffff", "00", "922337203685477,5807"},
+    {"char", "af05000904d00034", "05008075726f20", "ffff", "€uro "},
+    {"varchar", "a714000904d00034", "08007065726368e92080", "ffff", "perché €"},
+    {"varchar(max)", "a7ffff0904d00034", "0100000000000000010000008000000000", "ffffffffffffffff", "€"},
+    {"nchar", "ef04000904d00034", "0400ea962000", "ffff", "雪 "},
+    {"nvarchar", "e714000904d00034", "0a00ab00ac20bb002000ea96", "ffff", "«€» 雪"},
+    {"text", "23ffffff7f0904d0003400", "1078787878787878787878787878787878787878787878787804000000706572f2",
+     "00", "però"},
+    {"ntext", "63ffffff7f0904d0003400", "1078787878787878787878787878787878787878787878787802000000ea96",
+     "00", "雪"},
+    {"date", "28", "0343490b", "00", "05/02/2026"},
+    {"time(7)", "2907", "05ffbf692ac9", "00", "23:59:59"},
+    {"time(0)", "2900", "03000000", "00", "00:00:00"},
+    {"smalldatetime", "6f04", "04e8b37602", "00", "05/02/2026 10:30:00"},
+    {"datetime", "6f08", "08e8b30000ff818b01", "00", "05/02/2026 23:59:59"},
+    {"datetime2", "2a07", "08ffbf692ac943490b", "00", "05/02/2026 23:59:59"},
+    {"datetimeoffset", "2b07", "0a7f2220fac443490b3c00", "00", "06/02/2026 00:30:00"},
+    {"uniqueidentifier", "2410", "10ff19966f868bd011b42d00c04fc964ff", "00",
+     "6F9619FF-8B86-11D0-B42D-00C04FC964FF"},
+    {"binary", "ad0400", "040000ff10ab", "ffff", "00ff10ab"},
+    {"varbinary", "a50800", "01000a", "ffff", "0a"},
+    {"varbinary(max)", "a5ffff", "020000000000000002000000beef00000000", "ffffffffffffffff", "beef"},
+    {"xml", "f100", "1000000000000000100000003c0061003e00ac203c002f0061003e0000000000", "ffffffffffffffff",
+     "<a>€</a>"},
+    {"sql_variant", "62491f0000", "060000003800f9ffffff", "00000000", "-7"},
+};
+
+TEST(OdbcTypes, EachTypeOfTheServerIsShownInTheRegionsForm) {
+    OdbcShop shop;
+    const auto connection = shop.open();
+    const std::string anyLength = "e7ffff0904d00034 ffffffffffffffff "; // what follows is read in another way
+    for (const auto& [name, type, cell, null, shown] : serverTypes) {
+        const std::string column = std::string(type) + " ";
+        for (const std::string& before : {std::string(), anyLength}) {
+            const Recordset row = connection->query({"SEND " + before + column + cell + " " + column + null});
+            EXPECT_EQ(asText(row.field(row.fieldCount() - 2), RegionalSettings()), shown) << name;
+            EXPECT_EQ(row.field(row.fieldCount() - 1), Value(Null{})) << name;
+        }
+    }
+    const Recordset exact = connection->query({"SEND 6a11260a 1100ffffffff3f228a097ac4865aa84c3b4b"});
+    EXPECT_EQ(asDouble(exact.field(0), RegionalSettings()), -1e28);
 }
 
 const VersionCase versions[] = {{"7.1", 0x71, "@P1 DATETIME"},
@@ -99,11 +137,10 @@ INSTANTIATE_TEST_SUITE_P(Odbc, OdbcVersions, testing::ValuesIn(versions),
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Odbc, DatabaseContract,
-                         testing::Values(DatabaseAdapter{"Tds71", makeShop<'1', ExactType::Money>},
-                                         DatabaseAdapter{"Tds72", makeShop<'2', ExactType::Money>},
-                                         DatabaseAdapter{"Tds73", makeShop<'3', ExactType::Money>},
-                                         DatabaseAdapter{"Tds74", makeShop<'4', ExactType::Money>},
-                                         DatabaseAdapter{"Numeric", makeShop<'4', ExactType::Numeric>}),
+                         testing::Values(DatabaseAdapter{"Tds71", makeShop<'1'>},
+                                         DatabaseAdapter{"Tds72", makeShop<'2'>},
+                                         DatabaseAdapter{"Tds73", makeShop<'3'>},
+                                         DatabaseAdapter{"Tds74", makeShop<'4'>}),
                          [](const auto& adapter) { return adapter.param.name; });
 
 } // namespace kova

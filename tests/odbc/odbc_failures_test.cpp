@@ -204,6 +204,12 @@ TEST_F(OdbcFailures, AServerThatNeverAnswersKeepsACashierWaitingOnce) {
 }
 
 TEST_F(OdbcFailures, TheKindOfAFailureShowsInItsNumber) {
+    for (const auto& [state, expected] :
+         {std::pair("40001", "-2147217900 40001"), std::pair("S0002", "-2147217900 42S02"),
+          std::pair("37000", "-2147217900 42000"), std::pair("S1T00", "-2147217871 HYT00")}) {
+        const auto error = asDatabaseError(state, 0, "");
+        EXPECT_EQ(std::to_string(error.number()) + " " + error.sqlState(), expected);
+    }
     const auto connection = openOdbc(shop.server.connectionString("Query Timeout=1"));
     const auto failing = [&](const std::string& text) {
         const auto error = databaseErrorOf([&] { (void)connection->query({text}); });
@@ -211,8 +217,14 @@ TEST_F(OdbcFailures, TheKindOfAFailureShowsInItsNumber) {
     };
     shop.server.add({"stall", Fault::Kind::Stall});
     shop.server.add({"hang", Fault::Kind::HangUp});
+    shop.server.add({"Stalled", Fault::Kind::StallLate, 2});
+    shop.server.add({"Late", Fault::Kind::FailLate, 1, 8134, "Divide by zero error encountered."});
+    shop.server.add({"Last", Fault::Kind::FailLate, 3, 8134, "Divide by zero error encountered."});
     EXPECT_EQ(failing("SELECT stall"), "-2147217871 HYT00");
     EXPECT_EQ(failing("SELECT hang"), "3709 08S01");
+    EXPECT_EQ(failing("SELECT Valuta AS Stalled FROM tabValute"), "-2147217871 HYT00");
+    EXPECT_EQ(failing("SELECT Valuta AS Late FROM tabValute"), "-2147217900 22012");
+    EXPECT_EQ(failing("SELECT Valuta AS Last FROM tabValute"), "-2147217900 22012");
     EXPECT_EQ(failing("SELECT FROM"), "-2147217900 42000");
     EXPECT_EQ(failing("SELECT * FROM nowhere"), "-2147217900 42S02");
     EXPECT_EQ(failing("SET NOCOUNT ON"), "-2147217900 24000");

@@ -11,9 +11,9 @@ namespace {
 /// The host's own way to its server.
 class HostOdbc {
   public:
-    HostOdbc() {
+    explicit HostOdbc(std::uintptr_t version) {
         SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment_);
-        SQLSetEnvAttr(environment_, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+        SQLSetEnvAttr(environment_, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(version), 0);
         SQLAllocHandle(SQL_HANDLE_DBC, environment_, &connection_);
     }
     HostOdbc(const HostOdbc&) = delete;
@@ -48,7 +48,7 @@ class HostOdbc {
 TEST(OdbcHostHandle, IsReadFromAndNeitherClosedNorOpenedAnew) {
     OdbcShop shop;
     shop.host.execute("INSERT INTO tabValute VALUES('€')");
-    HostOdbc host;
+    HostOdbc host(SQL_OV_ODBC3);
     auto connection = shareOdbc(host.connection());
     const auto rows = [&] { return rowsOf(connection->query({"SELECT Valuta FROM tabValute"})); };
     const auto failure = [&] { return databaseErrorOf([&] { (void)rows(); }); };
@@ -68,6 +68,19 @@ TEST(OdbcHostHandle, IsReadFromAndNeitherClosedNorOpenedAnew) {
     EXPECT_EQ(rows(), std::vector<std::string>{"€"});
     connection.reset();
     EXPECT_TRUE(host.works()) << "released, not closed";
+}
+
+TEST(OdbcHostHandle, OfOdbc2GivesTheSameCellsAndErrors) {
+    const OdbcShop shop;
+    HostOdbc host(SQL_OV_ODBC2);
+    ASSERT_TRUE(host.connect(shop.server.connectionString()));
+    const auto connection = shareOdbc(host.connection());
+    const Query times{
+        "SEND 28 0343490b 2907 05ffbf692ac9 6f08 08e8b30000ff818b01 2b07 0a7f2220fac443490b3c00"};
+    EXPECT_EQ(rowsOf(connection->query(times)),
+              std::vector<std::string>{"05.02.2026|23:59:59|05.02.2026 23:59:59|06.02.2026 00:30:00"});
+    EXPECT_EQ(databaseErrorOf([&] { (void)connection->query({"SELECT * FROM nowhere"}); }).sqlState(),
+              "42S02");
 }
 
 } // namespace

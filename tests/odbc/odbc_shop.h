@@ -8,7 +8,7 @@ namespace kova::test {
 /// A shop whose embedded database is reached through a server on the loopback interface.
 class OdbcShop {
   public:
-    explicit OdbcShop(TdsServer::Options options = {}) : server(host.connection(), std::move(options)) {
+    explicit OdbcShop(const std::string& version = "7.4") : server(host.connection(), version) {
         host.createSchema();
     }
     [[nodiscard]] std::shared_ptr<DatabaseConnection> open(const std::string& more = "") const {

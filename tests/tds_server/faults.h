@@ -14,6 +14,8 @@ struct Fault {
         HangUp,     ///< hangs up without an answer
         BreakOff,   ///< hangs up in the middle of the row that follows `afterRows` others
         Stall,      ///< answers only when the client gives up
+        StallLate,  ///< the same behind `afterRows` rows
+        FailLate,   ///< refuses it with `number` and `message` behind `afterRows` rows, or behind the result
         StallDeadly ///< answers never
     };
     std::string piece;

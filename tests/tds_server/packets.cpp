@@ -82,10 +82,9 @@ void PacketStream::finish() {
     number_ = 1;
 }
 
-void PacketStream::breakOff() {
+void PacketStream::sendSoFar() {
     sendPacket(pending_, false);
     pending_.clear();
-    hangUp();
 }
 
 void PacketStream::hangUp() const {

@@ -34,8 +34,8 @@ class PacketStream {
     void add(std::string_view bytes);
     /// Sends what is left as the last packet of the response.
     void finish();
-    /// Sends what there is, without an end, and hangs up.
-    void breakOff();
+    /// Sends what there is, without an end.
+    void sendSoFar();
     /// Makes all waiting end; the only operation for other threads.
     void hangUp() const;
     /// From the next response on.

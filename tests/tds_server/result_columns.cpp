@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::string_view collation("\x09\x04\xD0\x00\x34", 5); // Latin1_General_CI_AS
 constexpr std::size_t longestText = 4000;                        // characters of nvarchar(n)
-constexpr unsigned numericPrecision = 19;
 constexpr unsigned moneyScale = 4;
 
 std::string asPlainText(const Value& value) {
@@ -33,11 +32,6 @@ void writeMoney(WireWriter& writer, std::int64_t unscaled) {
         .number(static_cast<std::uint32_t>(unscaled));
 }
 
-void writeNumeric(WireWriter& writer, std::int64_t unscaled) {
-    const auto magnitude = static_cast<std::uint64_t>(unscaled < 0 ? -unscaled : unscaled);
-    writer.byte(9).byte(unscaled < 0 ? 0 : 1).number(magnitude);
-}
-
 /// Days since 1900 and three-hundredths of a second, as the server stores them.
 void writeDateTime(WireWriter& writer, DateTime time) {
     using namespace std::chrono;
@@ -51,7 +45,7 @@ void writeDateTime(WireWriter& writer, DateTime time) {
 
 } // namespace
 
-ResultColumn::Type ResultColumn::typeOf(const Value& value, ExactType exact) {
+ResultColumn::Type ResultColumn::typeOf(const Value& value) {
     if (std::holds_alternative<bool>(value))
         return Type::Bit;
     if (const auto* const number = std::get_if<std::int64_t>(&value))
@@ -59,24 +53,24 @@ ResultColumn::Type ResultColumn::typeOf(const Value& value, ExactType exact) {
     if (std::holds_alternative<double>(value))
         return Type::Float;
     if (std::holds_alternative<Decimal>(value))
-        return exact == ExactType::Money ? Type::Money : Type::Numeric;
+        return Type::Money;
     return std::holds_alternative<DateTime>(value) ? Type::DateTime : Type::Text;
 }
 
 ResultColumn::Type ResultColumn::common(Type a, Type b) {
     const auto [low, high] = std::minmax(a, b);
-    const bool numbers = low >= Type::Int && high <= Type::Numeric;
+    const bool numbers = low >= Type::Int && high <= Type::Money;
     return low == high || numbers ? high : Type::Text;
 }
 
-ResultColumn::ResultColumn(Recordset records, std::size_t column, unsigned version, ExactType exact)
+ResultColumn::ResultColumn(Recordset records, std::size_t column, unsigned version)
     : name_(records.fieldName(column)), version_(version) {
     std::optional<Type> type;
     for (; !records.endOfFile(); records.moveNext()) {
         const Value value = records.field(column);
         if (std::holds_alternative<Null>(value))
             continue;
-        type = common(type.value_or(typeOf(value, exact)), typeOf(value, exact));
+        type = common(type.value_or(typeOf(value)), typeOf(value));
         if (const auto* const text = std::get_if<std::string_view>(&value))
             characters_ =
                 std::max(characters_, text->size()); // bytes of UTF-8: never fewer than units of UTF-16
@@ -95,8 +89,8 @@ void ResultColumn::describe(WireWriter& writer) const {
         writer.word(0);
     writer.word(nullable);
     // The type and the size of its longest cell, as the enumeration has them.
-    constexpr std::pair<unsigned, unsigned> sized[] = {{0x68, 1}, {0x26, 4}, {0x26, 8}, {0x6D, 8},
-                                                       {0x6E, 8}, {0x6C, 9}, {0x6F, 8}};
+    constexpr std::pair<unsigned, unsigned> sized[] = {{0x68, 1}, {0x26, 4}, {0x26, 8},
+                                                       {0x6D, 8}, {0x6E, 8}, {0x6F, 8}};
     if (type_ == Type::Text)
         writer.byte(0xE7).word(2 * characters_).bytes(collation);
     else if (type_ == Type::LongText && version_ >= Tds72) // nvarchar(max)
@@ -105,8 +99,6 @@ void ResultColumn::describe(WireWriter& writer) const {
         writer.byte(0x63).number(std::int32_t{0x7FFFFFFE}).bytes(collation).word(0);
     else
         writer.byte(sized[static_cast<int>(type_)].first).byte(sized[static_cast<int>(type_)].second);
-    if (type_ == Type::Numeric)
-        writer.byte(numericPrecision).byte(moneyScale);
     writer.shortText(name_);
 }
 
@@ -130,9 +122,6 @@ void ResultColumn::writeCell(WireWriter& writer, const Value& value) const {
         break;
     case Type::Money:
         writeMoney(writer, atMoneyScale(value));
-        break;
-    case Type::Numeric:
-        writeNumeric(writer, atMoneyScale(value));
         break;
     case Type::DateTime:
         writeDateTime(writer, std::get<DateTime>(value));

@@ -10,20 +10,17 @@ namespace kova::test {
 inline constexpr unsigned Tds72 = 0x72;
 inline constexpr unsigned Tds73 = 0x73;
 
-/// How exact numbers travel.
-enum class ExactType { Money, Numeric };
-
 /// One column on the wire. Its type is the one that all its cells have; different ones make it a text.
 class ResultColumn {
   public:
     /// Looks at all cells of the column; the records' own position stays.
-    ResultColumn(Recordset records, std::size_t column, unsigned version, ExactType exact);
+    ResultColumn(Recordset records, std::size_t column, unsigned version);
     void describe(WireWriter& writer) const;
     void writeCell(WireWriter& writer, const Value& value) const;
 
   private:
-    enum class Type { Bit, Int, BigInt, Float, Money, Numeric, DateTime, Text, LongText };
-    static Type typeOf(const Value& value, ExactType exact);
+    enum class Type { Bit, Int, BigInt, Float, Money, DateTime, Text, LongText };
+    static Type typeOf(const Value& value);
     static Type common(Type a, Type b);
     void writeNull(WireWriter& writer) const;
     void writeText(WireWriter& writer, std::string_view text) const;

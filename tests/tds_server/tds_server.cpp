@@ -30,8 +30,8 @@ void switchOn(int socket, int level, int option) {
 
 } // namespace
 
-TdsServer::TdsServer(std::shared_ptr<DatabaseConnection> database, Options options)
-    : database_(std::move(database)), options_(std::move(options)) {
+TdsServer::TdsServer(std::shared_ptr<DatabaseConnection> database, std::string version)
+    : database_(std::move(database)), version_(std::move(version)) {
     start();
 }
 
@@ -77,8 +77,7 @@ void TdsServer::stop() {
 
 std::string TdsServer::connectionString(const std::string& more) const {
     return std::string("Driver=") + KOVA_FREETDS_DRIVER + ";Server=127.0.0.1;Port=" + std::to_string(port_) +
-           ";Database=shop;Uid=" + user + ";Pwd={" + password + "};TDS_Version=" + options_.version + ";" +
-           more;
+           ";Database=shop;Uid=" + user + ";Pwd={" + password + "};TDS_Version=" + version_ + ";" + more;
 }
 
 void TdsServer::add(Fault fault) {

@@ -12,17 +12,13 @@
 namespace kova::test {
 
 /// A SQL Server for tests: speaks as much TDS (7.1 to 7.4) as FreeTDS asks for, on a free port of the
-/// loopback interface, answers from an embedded database, and fails on demand. It knows no SQL of its own.
+/// loopback interface, answers from an embedded database, and fails on demand. It knows no SQL of its own,
+/// but for `SEND TYPE CELL …`: one row of columns, of which TYPE and CELL are the bytes in hexadecimal
+/// digits.
 class TdsServer final : private SessionServices {
   public:
-    struct Options {
-        std::string version = "7.4";
-        ExactType exact = ExactType::Money;
-    };
     /// Listens from now on. The database is used from other threads, while a client waits for its answer.
-    explicit TdsServer(std::shared_ptr<DatabaseConnection> database, Options options);
-    explicit TdsServer(std::shared_ptr<DatabaseConnection> database)
-        : TdsServer(std::move(database), Options()) {}
+    explicit TdsServer(std::shared_ptr<DatabaseConnection> database, std::string version = "7.4");
     ~TdsServer() override { stop(); }
 
     /// Hangs up on everyone and listens no longer.
@@ -48,11 +44,10 @@ class TdsServer final : private SessionServices {
     LogIns logIn(const std::string& user, const std::string& password, unsigned version) override;
     std::optional<Fault> received(const ExecuteCall& call) override;
     Recordset answer(const Query& query) override;
-    ExactType exactType() override { return options_.exact; }
     void accept();
 
     std::shared_ptr<DatabaseConnection> database_;
-    Options options_;
+    std::string version_;
     int listener_ = -1;
     int port_ = 0; ///< 0 until the first start
     std::atomic<LogIns> logIns_ = LogIns::Accept;

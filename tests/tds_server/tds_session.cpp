@@ -1,10 +1,13 @@
 #include "tds_session.h"
 
+#include <sstream>
+
 namespace kova::test {
 namespace {
 
 constexpr unsigned doneToken = 0xFD, doneOfCallToken = 0xFE, doneInCallToken = 0xFF;
 constexpr unsigned moreFollows = 0x01, failed = 0x02, counted = 0x10, attentionSeen = 0x20;
+constexpr std::string_view dictated = "SEND ";
 constexpr std::size_t enoughToSend = 65536; ///< bytes
 constexpr std::int32_t logInFailed = 18456, invalidObject = 208, wrongSyntax = 102;
 
@@ -130,6 +133,10 @@ void TdsSession::answer(const ExecuteCall& call, bool isCall) {
         flush();
         return;
     }
+    if (call.text.starts_with(dictated)) {
+        sendDictated(std::string_view(call.text).substr(dictated.size()));
+        return;
+    }
     if (fault && fault->kind == Fault::Kind::Fail) {
         sendError(fault->number, fault->message, isCall);
         return;
@@ -167,23 +174,68 @@ bool TdsSession::suffer(const Fault& fault) {
     return false;
 }
 
+/// Whether the fault ends the answer between two rows.
+bool TdsSession::interrupt(const Fault& fault, bool isCall) {
+    if (fault.kind == Fault::Kind::FailLate) {
+        sendError(fault.number, fault.message, isCall);
+    } else if (fault.kind == Fault::Kind::StallLate) {
+        sendSoFar(writer_.size());
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void TdsSession::sendSoFar(std::size_t bytes) {
+    stream_.add(std::string_view(writer_.built()).substr(0, bytes));
+    writer_.clear();
+    stream_.sendSoFar();
+}
+
+/// One row of columns without names, each of them two words of hexadecimal digits: its type and its cell.
+void TdsSession::sendDictated(std::string_view columns) {
+    const auto bytesOf = [](const std::string& digits) {
+        std::string bytes;
+        for (std::size_t i = 0; i + 1 < digits.size(); i += 2)
+            bytes += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
+        return bytes;
+    };
+    std::istringstream words{std::string(columns)};
+    std::string cells;
+    std::size_t count = 0;
+    WireWriter described;
+    for (std::string type, cell; words >> type >> cell; ++count) {
+        described.number(std::uint32_t{0}).word(1).bytes(bytesOf(type)).byte(0);
+        cells += bytesOf(cell);
+    }
+    writer_.byte(0x81).word(count).bytes(described.built()).byte(0xD1).bytes(cells);
+    addDone(doneToken, counted, 1);
+    flush();
+}
+
 void TdsSession::sendRows(Recordset records, const std::optional<Fault>& fault, bool isCall) {
     std::vector<ResultColumn> columns;
     for (std::size_t i = 0; i < records.fieldCount(); ++i)
-        columns.emplace_back(records, i, version_, services_.exactType());
+        columns.emplace_back(records, i, version_);
     writer_.byte(0x81).word(columns.size());
     for (const ResultColumn& column : columns)
         column.describe(writer_);
     std::size_t row = 0;
-    for (; !records.endOfFile(); records.moveNext(), ++row) {
+    for (;; records.moveNext(), ++row) {
+        const bool faulty = fault && row == fault->afterRows;
+        if (faulty && fault->kind == Fault::Kind::FailLate && records.endOfFile())
+            addDone(isCall ? doneInCallToken : doneToken, counted | moreFollows, row);
+        if (faulty && interrupt(*fault, isCall))
+            return;
+        if (records.endOfFile())
+            break;
         const auto start = writer_.size();
         writer_.byte(0xD1);
         for (std::size_t i = 0; i < columns.size(); ++i)
             columns[i].writeCell(writer_, records.field(i));
-        if (fault && fault->kind == Fault::Kind::BreakOff && row == fault->afterRows) {
-            stream_.add(std::string_view(writer_.built()).substr(0, (start + writer_.size()) / 2));
-            writer_.clear();
-            stream_.breakOff();
+        if (faulty && fault->kind == Fault::Kind::BreakOff) {
+            sendSoFar((start + writer_.size()) / 2);
+            stream_.hangUp();
             return;
         }
         if (writer_.size() > enoughToSend) {

@@ -21,7 +21,6 @@ class SessionServices {
     /// A text has arrived, with the declaration of its parameters.
     virtual std::optional<Fault> received(const ExecuteCall& call) = 0;
     virtual Recordset answer(const Query& query) = 0;
-    virtual ExactType exactType() = 0;
 };
 
 /// One client's connection, from its first packet to its last.
@@ -40,6 +39,9 @@ class TdsSession {
     void answer(const ExecuteCall& call, bool isCall);
     void listenInVain();
     bool suffer(const Fault& fault);
+    void sendSoFar(std::size_t bytes);
+    bool interrupt(const Fault& fault, bool isCall);
+    void sendDictated(std::string_view columns);
     void sendRows(Recordset records, const std::optional<Fault>& fault, bool isCall);
     void sendError(std::int32_t number, const std::string& message, bool isCall);
     void addError(std::int32_t number, const std::string& message);

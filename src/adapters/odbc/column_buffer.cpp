@@ -3,6 +3,9 @@
 #include "adapters/odbc/decimal_text.h"
 #include "adapters/odbc/utf16.h"
 
+#include <array>
+#include <charconv>
+#include <cstdio>
 #include <sqlext.h>
 #include <sqlucode.h>
 
@@ -12,12 +15,38 @@ namespace {
 constexpr SQLULEN longestBoundText = 4000; ///< characters; longer columns are nvarchar(max) and the like
 constexpr std::size_t pieceSize = 8192;    ///< characters fetched at a time of a text of any length
 
+// Types of SQL Server alone.
+constexpr SQLSMALLINT timeOfServer = -154, timeWithOffset = -155;
+
+/// Fractions are cut off, as the seconds that the component shows are: nothing moves into the next day.
 DateTime dateTimeOf(const SQL_TIMESTAMP_STRUCT& time) {
     using namespace std::chrono;
     const year_month_day date(year(time.year), month(time.month), day(time.day));
-    constexpr SQLUINTEGER nanoseconds = 1000000; // of a millisecond; the server's own unit is 1/300 second
     return DateTime(local_days(date)) + hours(time.hour) + minutes(time.minute) + seconds(time.second) +
-           milliseconds((time.fraction + nanoseconds / 2) / nanoseconds);
+           floor<milliseconds>(nanoseconds(time.fraction));
+}
+
+DateTime timeOfDayOf(const SQL_TIME_STRUCT& time) {
+    using namespace std::chrono;
+    return TimeOfDayDate + hours(time.hour) + minutes(time.minute) + seconds(time.second);
+}
+
+/// The time on the clock of the place that the offset is of.
+Value localTimeOf(const char* text) {
+    SQL_TIMESTAMP_STRUCT time{};
+    if (std::sscanf(text, "%4hd-%2hu-%2hu %2hu:%2hu:%2hu", &time.year, &time.month, &time.day, &time.hour,
+                    &time.minute, &time.second) != 6)
+        return std::string_view(text);
+    return dateTimeOf(time);
+}
+
+/// A server's real, which has seven digits, is not shown with the noise of the ninth.
+double withoutNoise(float number) {
+    std::array<char, 32> digits{};
+    const auto* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    double result = 0;
+    std::from_chars(digits.data(), end, result);
+    return result;
 }
 
 } // namespace
@@ -31,8 +60,8 @@ ColumnBuffer::ColumnBuffer(const OdbcStatementHandle& statement, SQLUSMALLINT po
                                       &digits, &nullable));
     appendUtf16(name_, std::u16string_view(reinterpret_cast<const char16_t*>(name)));
     kind_ = kindOf(sqlType);
-    if (kind_ == Kind::Exact) {
-        capacity_ = sizeof digits_;
+    if (kind_ == Kind::Exact || kind_ == Kind::OffsetTime) {
+        capacity_ = sizeof characters_;
     } else if (kind_ != Kind::Text) {
         capacity_ = sizeof fixed_;
     } else if (size > 0 && size <= longestBoundText) {
@@ -54,6 +83,7 @@ ColumnBuffer::Kind ColumnBuffer::kindOf(SQLSMALLINT sqlType) {
     case SQL_BIGINT:
         return Kind::Integer;
     case SQL_REAL:
+        return Kind::Single;
     case SQL_FLOAT:
     case SQL_DOUBLE:
         return Kind::Real;
@@ -62,7 +92,15 @@ ColumnBuffer::Kind ColumnBuffer::kindOf(SQLSMALLINT sqlType) {
         return Kind::Exact;
     case SQL_TYPE_TIMESTAMP:
     case SQL_TYPE_DATE:
+    case SQL_TIMESTAMP: // the codes of ODBC 2, on a host's connection
+    case SQL_DATE:
         return Kind::Time;
+    case SQL_TYPE_TIME:
+    case SQL_TIME:
+    case timeOfServer:
+        return Kind::TimeOfDay;
+    case timeWithOffset:
+        return Kind::OffsetTime;
     default:
         return Kind::Text;
     }
@@ -74,12 +112,17 @@ SQLSMALLINT ColumnBuffer::targetType() const {
         return SQL_C_BIT;
     case Kind::Integer:
         return SQL_C_SBIGINT;
+    case Kind::Single:
+        return SQL_C_FLOAT;
     case Kind::Real:
         return SQL_C_DOUBLE;
     case Kind::Exact:
+    case Kind::OffsetTime:
         return SQL_C_CHAR;
     case Kind::Time:
         return SQL_C_TYPE_TIMESTAMP;
+    case Kind::TimeOfDay:
+        return SQL_C_TYPE_TIME;
     case Kind::Text:
         break;
     }
@@ -89,7 +132,8 @@ SQLSMALLINT ColumnBuffer::targetType() const {
 SQLPOINTER ColumnBuffer::target() {
     switch (kind_) {
     case Kind::Exact:
-        return digits_;
+    case Kind::OffsetTime:
+        return characters_;
     case Kind::Text:
         return wide_.data();
     default:
@@ -148,12 +192,18 @@ Value ColumnBuffer::cell() {
         return fixed_.boolean != 0;
     case Kind::Integer:
         return std::int64_t{fixed_.integer};
+    case Kind::Single:
+        return withoutNoise(fixed_.single);
     case Kind::Real:
         return fixed_.real;
     case Kind::Time:
         return dateTimeOf(fixed_.time);
+    case Kind::TimeOfDay:
+        return timeOfDayOf(fixed_.timeOfDay);
     case Kind::Exact:
-        return decimalFromText(digits_);
+        return decimalFromText(characters_);
+    case Kind::OffsetTime:
+        return localTimeOf(characters_);
     case Kind::Text:
         break;
     }

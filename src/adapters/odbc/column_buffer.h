@@ -24,12 +24,14 @@ class ColumnBuffer {
     void readInto(Snapshot& snapshot, const OdbcStatementHandle& statement);
 
   private:
-    enum class Kind { Boolean, Integer, Real, Exact, Text, Time };
+    enum class Kind { Boolean, Integer, Single, Real, Exact, Text, Time, TimeOfDay, OffsetTime };
     union Fixed {
         unsigned char boolean;
         SQLBIGINT integer;
+        float single;
         double real;
         SQL_TIMESTAMP_STRUCT time;
+        SQL_TIME_STRUCT timeOfDay;
     };
     static Kind kindOf(SQLSMALLINT sqlType);
     [[nodiscard]] SQLSMALLINT targetType() const;
@@ -45,9 +47,9 @@ class ColumnBuffer {
     bool bound_ = false;
     SQLLEN indicator_ = 0; ///< bytes of the cell, or SQL_NULL_DATA
     Fixed fixed_{};
-    char digits_[64] = {}; ///< exact numbers arrive as text, which has no binary noise
-    std::u16string wide_;  ///< texts as they arrive
-    std::string text_;     ///< the current text in UTF-8
+    char characters_[64] = {}; ///< exact numbers and times with an offset arrive as text, and lose nothing
+    std::u16string wide_;      ///< texts as they arrive
+    std::string text_;         ///< the current text in UTF-8
 };
 
 } // namespace kova

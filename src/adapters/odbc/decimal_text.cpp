@@ -12,19 +12,11 @@ bool allDigits(std::string_view text) {
     return text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-double asDouble(std::string_view text) {
-    double value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return value;
-}
-
 } // namespace
 
 Value decimalFromText(std::string_view text) {
-    std::string_view number = text;
-    const bool negative = number.starts_with('-');
-    if (negative || number.starts_with('+'))
-        number.remove_prefix(1);
+    const bool negative = text.starts_with('-');
+    const std::string_view number = text.substr(negative || text.starts_with('+') ? 1 : 0);
     const auto point = number.find('.');
     const std::string_view whole = number.substr(0, point);
     std::string_view fraction = point == std::string_view::npos ? "" : number.substr(point + 1);
@@ -40,7 +32,7 @@ Value decimalFromText(std::string_view text) {
     std::int64_t unscaled = 0;
     const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), unscaled);
     if (read.ec != std::errc() || fraction.size() > largestScale)
-        return (negative ? -1 : 1) * asDouble(number);
+        return LongDecimal{negative ? text : number};
     return Decimal{unscaled, static_cast<std::uint8_t>(fraction.size())};
 }
 

@@ -54,34 +54,46 @@ Record tellingRecord(SQLSMALLINT kind, SQLHANDLE handle) {
     return first.value_or(Record{"HY000", 0, "The driver gives no reason"});
 }
 
-bool isTimeOut(const Record& record) {
-    return record.state == "HYT00" || record.state == "HYT01";
+bool isTimeOut(std::string_view state) {
+    return state == "HYT00" || state == "HYT01";
 }
 
-std::int32_t numberFor(const Record& record) {
+/// The state as ODBC 3 has it; hosts with connections of ODBC 2 get that one's.
+std::string currentState(std::string state) {
+    for (const auto& [old, current] : {std::pair("S0", "42S"), std::pair("S1", "HY"), std::pair("37", "42")})
+        if (state.starts_with(old))
+            return current + state.substr(current[2] == 'S' ? 3 : 2);
+    return state;
+}
+
+std::int32_t numberFor(std::string_view state, std::int32_t native) {
     constexpr std::int32_t logInFailed = 18456; // of the server; FreeTDS takes it for a refused command
-    const std::string kind = record.state.substr(0, 2);
+    const auto kind = state.substr(0, 2);
     if (kind == "08")
         return DatabaseError::NotConnected;
-    if (kind == "28" || record.native == logInFailed)
+    if (kind == "28" || native == logInFailed)
         return logInRefused;
-    if (isTimeOut(record))
+    if (isTimeOut(state))
         return queryTimedOut;
-    // States of the server that are about the command: cardinality, data, integrity, syntax, parameters.
-    for (const char* const about : {"07", "21", "22", "23", "37", "42", "44"})
+    // States that are about the command: cardinality, data, integrity, deadlock, syntax, parameters.
+    for (const char* const about : {"07", "21", "22", "23", "40", "42", "44"})
         if (kind == about)
             return DatabaseError::CommandFailed;
     return DatabaseError::Unspecified;
 }
 
 DatabaseError asError(const Record& record) {
-    std::string description = record.text;
-    description.append(" (SQLSTATE ").append(record.state).append(", native error ");
-    description.append(std::to_string(record.native)).append(")");
-    return {numberFor(record), description, record.state};
+    return asDatabaseError(record.state, record.native, record.text);
 }
 
 } // namespace
+
+DatabaseError asDatabaseError(std::string state, std::int32_t native, std::string text) {
+    state = currentState(std::move(state));
+    text.append(" (SQLSTATE ").append(state).append(", native error ");
+    text.append(std::to_string(native)).append(")");
+    return {numberFor(state, native), text, state};
+}
 
 DatabaseError odbcError(SQLSMALLINT handleKind, SQLHANDLE handle) {
     return asError(tellingRecord(handleKind, handle));
@@ -89,7 +101,7 @@ DatabaseError odbcError(SQLSMALLINT handleKind, SQLHANDLE handle) {
 
 DatabaseError lostConnectionError(SQLSMALLINT handleKind, SQLHANDLE handle) {
     Record record = tellingRecord(handleKind, handle);
-    if (!record.state.starts_with("08") && !isTimeOut(record))
+    if (!record.state.starts_with("08") && !isTimeOut(currentState(record.state)))
         record.state = "08S01";
     return asError(record);
 }

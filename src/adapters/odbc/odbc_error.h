@@ -9,8 +9,11 @@ namespace kova {
 inline constexpr std::int32_t logInRefused = -2147217843;
 inline constexpr std::int32_t queryTimedOut = -2147217871;
 
-/// What the driver says about the last failed call on a handle. The number tells the kind of failure, the
-/// description ends with the SQLSTATE and the server's own error number.
+/// The error for a driver's SQLSTATE, of ODBC 3 or of ODBC 2, the server's own error number and the text. Its
+/// number tells the kind of failure, the description ends with SQLSTATE and the server's number.
+DatabaseError asDatabaseError(std::string state, std::int32_t native, std::string text);
+
+/// What the driver says about the last failed call on a handle.
 DatabaseError odbcError(SQLSMALLINT handleKind, SQLHANDLE handle);
 
 /// The same when the link is known to be dead: a time-out, or a connection failure whatever state the driver

@@ -84,12 +84,17 @@ std::shared_ptr<const Snapshot> OdbcStatement::readAll() {
     for (;;) {
         const auto result = SQLFetch(handle_.get());
         if (result == SQL_NO_DATA)
-            return snapshot;
+            break;
         handle_.require(result);
         for (ColumnBuffer& column : columns)
             column.readInto(*snapshot, handle_);
         snapshot->endRow();
     }
+    // What went wrong behind the last row shows when the driver looks for another result.
+    const auto another = SQLMoreResults(handle_.get());
+    if (another != SQL_NO_DATA)
+        handle_.require(another);
+    return snapshot;
 }
 
 } // namespace kova

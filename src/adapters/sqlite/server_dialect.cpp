@@ -60,7 +60,7 @@ class Rewriter {
         else if (startsWith("--"))
             copyThrough("\n", 2);
         else if (startsWith("/*"))
-            copyThrough("*/", 2);
+            skipComment();
         else if (isWordCharacter(c))
             copyWord();
         else
@@ -69,6 +69,19 @@ class Rewriter {
 
     [[nodiscard]] bool startsWith(std::string_view piece) const {
         return text_.substr(position_).starts_with(piece);
+    }
+
+    /// A comment may hold others, which SQLite does not know; a blank stands for all of it.
+    void skipComment() {
+        int depth = 0;
+        do {
+            const auto mark = std::min(text_.find("/*", position_), text_.find("*/", position_));
+            if (mark == std::string_view::npos)
+                throw DatabaseError(DatabaseError::CommandFailed, "Missing end comment mark '*/'.", "42000");
+            text_[mark] == '/' ? ++depth : --depth;
+            position_ = mark + 2;
+        } while (depth > 0);
+        output_ += ' ';
     }
 
     /// Copies up to and including the end mark, looking for it after `opening` characters. A doubled quote

@@ -13,10 +13,6 @@ namespace {
 
 constexpr int busyTimeoutMilliseconds = 1000; ///< the cashier's window stands still for as long
 
-DatabaseError cannotOpen() {
-    return {DatabaseError::Unspecified, "unable to open database file", "HY000"};
-}
-
 [[noreturn]] void refuse(const std::string& reason) {
     throw DatabaseError(DatabaseError::CommandFailed, reason, "42000");
 }
@@ -53,11 +49,15 @@ std::shared_ptr<SqliteHandle> SqliteHandle::openFile(const std::string& file, Ac
                                  : access == Access::ReadWrite && path.has_filename();
     const auto absolute = std::filesystem::absolute(path, error).u8string();
     if (!suitable || error)
-        throw cannotOpen();
+        throw DatabaseError(DatabaseError::Unspecified, "unable to open database file: " + file, "HY000");
     const int flags =
         access == Access::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
-    return std::shared_ptr<SqliteHandle>(
-        new SqliteHandle(std::string(absolute.begin(), absolute.end()), flags));
+    try {
+        return std::shared_ptr<SqliteHandle>(
+            new SqliteHandle(std::string(absolute.begin(), absolute.end()), flags));
+    } catch (const DatabaseError& reason) {
+        throw DatabaseError(reason.number(), std::string(reason.what()) + ": " + file, reason.sqlState());
+    }
 }
 
 std::shared_ptr<SqliteHandle> SqliteHandle::openMemory() {

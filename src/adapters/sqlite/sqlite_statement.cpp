@@ -2,7 +2,9 @@
 
 #include "adapters/sqlite/column_reader.h"
 #include "adapters/sqlite/date_time_text.h"
+#include "platform/letter_case.h"
 
+#include <algorithm>
 #include <cmath>
 #include <sqlite3.h>
 
@@ -20,6 +22,7 @@ struct Binder {
     int operator()(Decimal value) const {
         return (*this)(static_cast<double>(value.unscaled) / std::pow(10.0, value.scale));
     }
+    int operator()(LongDecimal value) const { return (*this)(value.digits); }
     int operator()(std::string_view value) const {
         const char* bytes = value.empty() ? "" : value.data(); // a null pointer would bind Null
         return sqlite3_bind_text64(statement, position, bytes, value.size(), SQLITE_STATIC, SQLITE_UTF8);
@@ -77,14 +80,37 @@ bool SqliteStatement::step() {
     return code == SQLITE_ROW;
 }
 
+/// In the letters in which the outermost select writes them, as servers name columns. SQLite takes those of
+/// the column's source, but of a select that is a source itself the written ones.
+std::vector<std::string> SqliteStatement::columnNames() const {
+    const auto namesOf = [](sqlite3_stmt* statement) {
+        std::vector<std::string> names;
+        for (int i = 0; i < sqlite3_column_count(statement); ++i) {
+            const char* name = sqlite3_column_name(statement, i);
+            names.emplace_back(name ? name : "");
+        }
+        return names;
+    };
+    std::vector<std::string> names = namesOf(statement_.get());
+    std::string text = sqlite3_sql(statement_.get());
+    text.erase(text.find_last_not_of("; \t\r\n") + 1);
+    text = "SELECT * FROM (" + text + "\n)";
+    sqlite3_stmt* outer = nullptr;
+    sqlite3_prepare_v2(database_, text.c_str(), -1, &outer, nullptr); // no select: null, which has no columns
+    const std::vector<std::string> written = namesOf(outer);
+    sqlite3_finalize(outer);
+    for (std::size_t i = 0; i < std::min(names.size(), written.size()); ++i)
+        if (equalIgnoringCase(names[i], written[i])) // among equal names all but one get a number behind
+            names[i] = written[i];
+    return names;
+}
+
 std::shared_ptr<const Snapshot> SqliteStatement::readAll() {
     auto snapshot = std::make_shared<Snapshot>();
     std::vector<ColumnReader> columns;
-    const int count = sqlite3_column_count(statement_.get());
-    for (int i = 0; i < count; ++i) {
-        columns.emplace_back(statement_.get(), i);
-        const char* name = sqlite3_column_name(statement_.get(), i);
-        snapshot->addColumn(name ? name : "");
+    for (std::string& name : columnNames()) {
+        columns.emplace_back(statement_.get(), static_cast<int>(columns.size()));
+        snapshot->addColumn(std::move(name));
     }
     while (step()) {
         for (const ColumnReader& column : columns)

@@ -2,7 +2,9 @@
 #include "platform/database.h"
 
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -36,6 +38,7 @@ class SqliteStatement {
     struct Finalizer {
         void operator()(sqlite3_stmt* statement) const;
     };
+    [[nodiscard]] std::vector<std::string> columnNames() const;
     sqlite3* database_;
     std::unique_ptr<sqlite3_stmt, Finalizer> statement_;
     std::string_view rest_;
