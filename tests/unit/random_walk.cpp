@@ -1,21 +1,16 @@
+#include "random_walk.h"
+
 #include "report_checks.h"
 #include "services/conversions.h"
-#include "test_world.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
+#include <sstream>
 
 namespace kova::test {
 namespace {
-
-/// What the walks came by.
-struct Tally {
-    int movements = 0, confirmations = 0;
-    int counted = 0; ///< coin counts confirmed
-    int listed = 0;  ///< loads of the list, failed ones among them
-};
 
 /// Does anything that a cashier, a host or the surroundings may do, in any order, and watches what must
 /// always hold: no movement without its validations, no more movements than one confirmation may send, a
@@ -23,7 +18,8 @@ struct Tally {
 /// records.
 class RandomWalk {
   public:
-    RandomWalk(unsigned seed, Tally& tally) : random_(seed), tally_(tally) {
+    RandomWalk(const Ground& ground, unsigned seed, Tally& tally)
+        : ground_(ground), random_(seed), tally_(tally) {
         world_.database().table("tabValute", {"Valuta"}, {{"€"}, {"CHF"}});
         world_.database().setting("Attiva_Gestione_MultiCassetto", "1");
         addMovements(world_.database());
@@ -41,7 +37,7 @@ class RandomWalk {
         while (stepsLeft_ > 0)
             step();
         world_.component->DiscardForm();
-        world_.wait(1000);
+        wait(1000);
         EXPECT_EQ(world_.loop.timers().running(), 0U);
         EXPECT_TRUE(world_.process.windows.windows().empty());
     }
@@ -68,12 +64,34 @@ class RandomWalk {
         if (depth_ == 0) {
             EXPECT_EQ(world_.process.coinDialog, nullptr) << "a count outlived its opening";
         }
+        if (ground_.transcript != nullptr)
+            ground_.transcript->push_back(seen());
         world_.log.clear();
         world_.messages.clear();
         world_.database().texts.clear();
         world_.sink.movements.clear();
         world_.sink.events.clear();
         world_.sink.days.clear();
+    }
+
+    void wait(int milliseconds) { cashier_.wait(std::chrono::milliseconds(milliseconds)); }
+
+    /// What has come of a step, as a person outside sees it.
+    [[nodiscard]] std::string seen() const {
+        std::ostringstream text;
+        text << testing::PrintToString(world_.log) << testing::PrintToString(world_.messages)
+             << testing::PrintToString(world_.database().texts)
+             << testing::PrintToString(world_.sink.movements) << testing::PrintToString(world_.sink.events)
+             << testing::PrintToString(world_.sink.days);
+        for (Window* const window : world_.process.windows.windows()) {
+            text << ' ' << window->name() << (window->focus() != nullptr ? window->focus()->name() : "");
+            for (Control* const control : window->controls())
+                text << control->visible() << control->enabled();
+        }
+        if (world_.component->dialog()->loaded())
+            text << world_.control<TextBox>("txtVisore").text() << world_.control<TextBox>("txtNote").text()
+                 << testing::PrintToString(world_.control<ReportGrid>("grd_mov_giornata").order());
+        return text.str();
     }
 
     void hostStep() {
@@ -111,7 +129,10 @@ class RandomWalk {
             oneIn(3) ? world_.connect() : static_cast<void>(component.Show(any(3) - 1));
             break;
         default:
-            oneIn(4) ? component.DiscardForm() : world_.loop.post([this] { cashierStep(); });
+            if (oneIn(4))
+                component.DiscardForm();
+            else if (ground_.post)
+                ground_.post([this] { cashierStep(); });
         }
     }
 
@@ -127,23 +148,23 @@ class RandomWalk {
         switch (any(7)) {
         case 0:
         case 1:
-            world_.coin<NumericKeypad>("Virtual_KeyPAD").touchKey(pick(keys));
+            cashier_.touchKey(world_.coin<NumericKeypad>("Virtual_KeyPAD"), pick(keys));
             break;
         case 2:
-            window->moveFocus(world_.coin<TextBox>("txtValuta", any(CoinCount::FieldCount)));
+            cashier_.focus(world_.coin<TextBox>("txtValuta", any(CoinCount::FieldCount)));
             break;
         case 3:
-            window->typeCharacter(pick(std::u32string(U"7,a\b\n.")));
+            cashier_.type(*window, pick(std::u32string(U"7,a\b\n.")));
             break;
         case 4:
             if (oneIn(3))
                 world_.coin<TextBox>("txtValuta", any(CoinCount::FieldCount)).paste(pick(counts));
             else if (oneIn(4))
-                window->moveFocus(world_.coin<TextBox>("FlatEdit", any(3)));
+                cashier_.focus(world_.coin<TextBox>("FlatEdit", any(3)));
             break;
         case 5:
             if (oneIn(30))
-                window->requestClose();
+                cashier_.requestClose(*window);
             break;
         default:
             pressInCount(pick(buttons));
@@ -161,7 +182,7 @@ class RandomWalk {
                 if (isNumeric(count, world_.regional))
                     hundredths += toDouble(count, world_.regional) * std::round(coinValue(i) * 100);
             }
-        const bool pressed = button.press() == Gesture::Done;
+        const bool pressed = cashier_.press(button) == Gesture::Done;
         if (pressed && name == "CMD_CaricaMoneta" && std::fabs(hundredths) < 1e12) {
             ++tally_.counted;
             EXPECT_NEAR(coins->getImportoPrimaValuta(), hundredths / 100, 1e-3);
@@ -194,43 +215,42 @@ class RandomWalk {
         case 2: {
             auto& grid = world_.control<ButtonGrid>(pick(grids));
             if (!grid.buttons().empty())
-                grid.touch(pick(grid.buttons()).key);
+                cashier_.touch(grid, std::string(pick(grid.buttons()).key));
             break;
         }
         case 3:
-            world_.control<NumericKeypad>("Virtual_KeyPAD").touchKey(pick(keys));
+            cashier_.touchKey(world_.control<NumericKeypad>("Virtual_KeyPAD"), pick(keys));
             break;
         case 4:
-            world_.control<OnScreenKeyboard>("Virtual_Keyboard").touchKey(U'x');
+            cashier_.touchKey(world_.control<OnScreenKeyboard>("Virtual_Keyboard"), U'x');
             break;
         case 5:
-            world_.dialog().moveFocus(world_.control<TextBox>(oneIn(2) ? "txtNote" : "txtVisore"));
+            cashier_.focus(world_.control<TextBox>(oneIn(2) ? "txtNote" : "txtVisore"));
             break;
         case 6:
-            if (world_.dialog().focus() != nullptr)
-                world_.dialog().focus()->typeCharacter(pick(std::u32string(U"7,a\b\n.")));
+            cashier_.type(world_.dialog(), pick(std::u32string(U"7,a\b\n.")));
             break;
         case 7:
-            world_.control<PushButton>("cmdCassetto", 1 + any(4)).press();
+            cashier_.press(world_.control<PushButton>("cmdCassetto", 1 + any(4)));
             break;
         case 8:
-            world_.wait(pick(std::array{1, 10, 49, 50, 60}));
+            wait(pick(std::array{1, 10, 49, 50, 60}));
             break;
         case 9:
-            load([&] { return world_.control<TabControl>("TabControl").touchTab(any(2)); });
+            load([&] { return cashier_.selectTab(world_.control<TabControl>("TabControl"), any(2)); });
             break;
         case 10:
             if (oneIn(4))
-                world_.control<PushButton>(pick(buttons)).press();
+                cashier_.press(world_.control<PushButton>(pick(buttons)));
             break;
         case 11:
             if (oneIn(20))
-                world_.dialog().requestClose();
+                cashier_.requestClose(world_.dialog());
             else if (oneIn(4))
-                world_.control<PushButton>("CMD_CaricaMoneta").press();
+                cashier_.press(world_.control<PushButton>("CMD_CaricaMoneta"));
             break;
         default:
-            world_.control<PushButton>("cmdConferma").press();
+            cashier_.press(world_.control<PushButton>("cmdConferma"));
         }
     }
 
@@ -269,7 +289,7 @@ class RandomWalk {
             requestDocument(oneIn(2) ? "cmd_print" : "cmdAnteprima");
             return; // a handler may have closed the dialog
         default:
-            load([&] { return world_.control<PushButton>("cmdCaricaMovimenti").press(); });
+            load([&] { return cashier_.press(world_.control<PushButton>("cmdCaricaMovimenti")); });
             return;
         }
         expectConsistent(list, world_.regional);
@@ -289,7 +309,7 @@ class RandomWalk {
     void requestDocument(const std::string& button) {
         const std::string day = world_.control<DateField>("comboData").text();
         const std::size_t before = world_.sink.days.size();
-        if (world_.control<PushButton>(button).press() != Gesture::Done)
+        if (cashier_.press(world_.control<PushButton>(button)) != Gesture::Done)
             return;
         ASSERT_GT(world_.sink.days.size(), before);
         EXPECT_EQ(world_.sink.days[before], day);
@@ -361,7 +381,7 @@ class RandomWalk {
     void checkMovement(const RecordingSink::Movement& movement) {
         ++tally_.movements;
         // Under an open message the refused confirmation holds the button, and automatic ones may follow.
-        if (messagesOpen_ == 0) {
+        if (messagesOpen_ == 0 && !watches_.empty()) {
             EXPECT_GE(--leftToSend_, 0) << "more movements than one confirmation sends";
         }
         EXPECT_NE(movement.idpagamento, -1);
@@ -372,7 +392,9 @@ class RandomWalk {
         EXPECT_LE(movement.cassetto, 4);
     }
 
-    World world_;
+    const Ground& ground_;
+    World& world_ = ground_.world;
+    Cashier& cashier_ = ground_.cashier;
     std::mt19937 random_;
     Tally& tally_;
     int stepsLeft_ = 0;
@@ -382,17 +404,11 @@ class RandomWalk {
     std::vector<Connection> watches_;
 };
 
-TEST(RandomWalk, NeverBreaksWhatMustAlwaysHold) {
-    Tally tally;
-    for (const unsigned seed : {1U, 2U, 3U, 4U}) {
-        SCOPED_TRACE("seed " + std::to_string(seed));
-        RandomWalk(seed, tally).walk(40'000);
-    }
-    EXPECT_GT(tally.movements, 500) << "a walk that saves nothing shows nothing";
-    EXPECT_GT(tally.confirmations, tally.movements);
-    EXPECT_GT(tally.counted, 100);
-    EXPECT_GT(tally.listed, 1000);
+} // namespace
+
+void walkAtRandom(const Ground& ground, unsigned seed, int steps, Tally& tally) {
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    RandomWalk(ground, seed, tally).walk(steps);
 }
 
-} // namespace
 } // namespace kova::test
