@@ -164,8 +164,8 @@ TEST_F(SqliteFile, ConnectionStringsNameAnExistingDatabase) {
         const auto error = databaseErrorOf([&] { (void)provider.open(text); });
         EXPECT_EQ(error.number(), DatabaseError::Unspecified) << text;
         EXPECT_EQ(error.sqlState(), "HY000") << text;
-        const auto file = text.find(folder.string());
-        EXPECT_TRUE(file == text.npos || std::string(error.what()).ends_with(text.substr(file)))
+        const auto named = text.find(folder.string());
+        EXPECT_TRUE(named == text.npos || std::string(error.what()).ends_with(text.substr(named)))
             << error.what();
     }
     EXPECT_FALSE(std::filesystem::exists(path("absent.db")));
