@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace kova {
 namespace {
 
@@ -46,7 +48,7 @@ TEST(DecimalText, IsReadWithoutBinaryNoise) {
 TEST(OdbcConnectionText, LeavesEverythingButOurTimeOutsToTheDriver) {
     const auto plain =
         parseOdbcConnectionText("driver={SQL}};Query Timeout=9} ;Server=a,1;;PWD={x;y=}}z}; x");
-    EXPECT_EQ(plain.driverText, "driver={SQL}};Query Timeout=9} ;Server=a,1;;PWD={x;y=}}z}; x");
+    EXPECT_EQ(plain.driverText, "driver={SQL}};Query Timeout=9} ;Server=a,1;;PWD={x;y=}}z}; x;");
     EXPECT_EQ(plain.logInTimeout, 5s);
     EXPECT_EQ(plain.queryTimeout, 30s);
     const auto ours = parseOdbcConnectionText(
@@ -60,11 +62,41 @@ TEST(OdbcConnectionText, LeavesEverythingButOurTimeOutsToTheDriver) {
         EXPECT_THROW(parseOdbcConnectionText(text), DatabaseError) << text;
 }
 
-TEST(OdbcConnectionText, NamesADriverOrADataSource) {
-    for (const char* const text : {"Driver=FreeTDS", " dsn = till;", "Server=x;DRIVER={a}", "FileDSN=/x"})
+TEST(OdbcConnectionText, TranslatesWhatAdoTakes) {
+    const std::string microsoft = "ODBC Driver 18 for SQL Server";
+    const std::array<std::string, 3> texts[] = {
+        {"Provider=SQLOLEDB.1; Data Source = till-7 ;Initial Catalog='Shop;1';User "
+         "ID=\"a\"\"b\";Password={se;c}}t};"
+         "Persist Security Info=False;Connect Timeout=3;Application Name=Till",
+         "FreeTDS",
+         "Driver={FreeTDS};Server=till-7;Port=1433;Database={Shop;1};UID=a\"b;PWD={se;c}}t};APP=Till;"},
+        {"provider=MSOLEDBSQL19;server=tcp:db,1500;Integrated Security=SSPI;Use Encryption for "
+         "Data=Mandatory",
+         "FreeTDS", "Driver={FreeTDS};Server=db;Port=1500;Trusted_Connection=Yes;Encryption=require;"},
+        {"Server=(local)\\SHOP;Database=x;Encrypt=Yes;Trust Server Certificate=no", microsoft,
+         "Driver={" + microsoft +
+             "};Server=localhost\\SHOP;Database=x;Encrypt=Yes;TrustServerCertificate=no;"},
+        {"Address=.,1500;UID=a", microsoft, "Driver={" + microsoft + "};Server={localhost,1500};UID=a;"}};
+    for (const auto& [text, driver, expected] : texts) {
+        EXPECT_TRUE(namesOdbc(text));
+        EXPECT_EQ(parseOdbcConnectionText(text, driver).driverText, expected);
+    }
+    for (const std::string refused : {"Provider=Microsoft.Jet.OLEDB.4.0", "Failover Partner"})
+        try {
+            parseOdbcConnectionText("Data Source=x;User ID=y;" + refused + "=z");
+            ADD_FAILURE() << refused;
+        } catch (const DatabaseError& error) {
+            EXPECT_NE(std::string(error.what()).find(refused.substr(0, refused.find('='))),
+                      std::string::npos);
+        }
+}
+
+TEST(OdbcConnectionText, TellsServersFromFiles) {
+    for (const char* const text : {"Driver=FreeTDS", " dsn = till;", "Server=x;DRIVER={a}", "FileDSN=/x",
+                                   "Provider=x;Data Source={Driver=a;b", "Data Source=x;Initial Catalog=y"})
         EXPECT_TRUE(namesOdbc(text)) << text;
-    for (const char* const text : {"", "Data Source=Driver.db", "Server=x;Pwd={;Driver=y}", "Driver",
-                                   "Mydsn=x", "Provider=x;Data Source={Driver=a;b"})
+    for (const char* const text :
+         {"", "Data Source=Driver.db", "Data Source='a;Server=b';Mode=Read", "Driver", "Mydsn=x"})
         EXPECT_FALSE(namesOdbc(text)) << text;
 }
 

@@ -23,6 +23,8 @@ class TdsServer final : private SessionServices {
 
     /// Hangs up on everyone and listens no longer.
     void stop();
+    /// 0 before the first start.
+    [[nodiscard]] int port() const { return port_; }
     /// Listens again, on the same port.
     void start();
     /// For FreeTDS, with a valid user; `more` is appended.

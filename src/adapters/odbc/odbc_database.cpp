@@ -107,7 +107,7 @@ Recordset OwnConnection::query(const Query& query) {
 } // namespace
 
 std::shared_ptr<DatabaseConnection> openOdbc(const std::string& connectionString) {
-    return std::make_shared<OwnConnection>(parseOdbcConnectionText(connectionString));
+    return std::make_shared<OwnConnection>(parseOdbcConnectionText(connectionString, serverDriver()));
 }
 
 std::shared_ptr<DatabaseConnection> shareOdbc(void* connectionHandle) {

@@ -3,6 +3,7 @@
 #include "adapters/odbc/odbc_error.h"
 #include "adapters/odbc/utf16.h"
 
+#include <algorithm>
 #include <sqlext.h>
 #include <sqlucode.h>
 
@@ -28,6 +29,22 @@ DatabaseError openingFailure(const DatabaseError& error, const std::string& driv
 }
 
 } // namespace
+
+std::string serverDriver() {
+    const OdbcHandle environment(SQL_HANDLE_ENV, SQL_NULL_HANDLE);
+    declareVersion(environment.get());
+    std::string best = "FreeTDS";
+    SQLCHAR name[256] = {};
+    SQLCHAR attributes[1] = {};
+    for (SQLUSMALLINT which = SQL_FETCH_FIRST; succeeded(SQLDrivers(
+             environment.get(), which, name, sizeof name, nullptr, attributes, sizeof attributes, nullptr));
+         which = SQL_FETCH_NEXT) {
+        const std::string found(reinterpret_cast<const char*>(name));
+        if (found.starts_with("ODBC Driver ") && found.ends_with(" for SQL Server"))
+            best = best == "FreeTDS" ? found : std::max(best, found); // 17, 18: two digits
+    }
+    return best;
+}
 
 OdbcHandle::OdbcHandle(SQLSMALLINT kind, SQLHANDLE parent) : kind_(kind) {
     if (succeeded(SQLAllocHandle(kind, parent, &handle_)))

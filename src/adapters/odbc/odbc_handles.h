@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <sql.h>
+#include <string>
 
 namespace kova {
 
@@ -41,6 +42,10 @@ SQLPOINTER attributeNumber(std::uintptr_t value);
 
 /// The driver knows that the link to the server is gone.
 bool isDead(SQLHDBC connection);
+
+/// The installed ODBC driver for SQL Server to use where none is named: Microsoft's newest, otherwise
+/// FreeTDS.
+std::string serverDriver();
 
 /// A connection to a server for as long as it lives.
 class OdbcSession {
