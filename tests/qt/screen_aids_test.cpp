@@ -115,8 +115,8 @@ TEST_F(DrawnAids, WordsFollowTheLanguageOfTheComponent) {
         auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         till.runtime.change(9);
         yes = box->button(QMessageBox::Yes)->text();
-        box->button(QMessageBox::No)->click();
     });
+    till.answer = [](const PlatformMessage&) { return MessageAnswer::No; };
     EXPECT_EQ(till.userInterface.messageBox({"?", PlatformMessage::YesNo, "?"}), MessageAnswer::No);
     EXPECT_EQ(yes, "Yes");
 }

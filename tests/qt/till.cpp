@@ -8,13 +8,19 @@ QtScreen::QtScreen(const QSize& surface, QtEventLoop::Time time)
     : loop(time),
       userInterface(
           loop, italian,
-          {.modalLoop = [this](Window& window) { runModal(window); }, .answer = {}, .surface = surface}) {}
+          {.modalLoop = [this](Window& window) { runModal(window); },
+           .answer = [this](const PlatformMessage& message) { return answer(message); },
+           .surface = surface}) {}
 
 Till::Till(const QSize& surface, QtEventLoop::Time time)
     : QtScreen(surface, time), World(userInterface, loop) {
     runModal = [this](Window& window) {
         loop.settle();
         passModal(window);
+    };
+    answer = [this](const PlatformMessage& message) {
+        messages.push_back("!" + message.text);
+        return MessageAnswer::Ok;
     };
 }
 

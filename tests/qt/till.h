@@ -12,6 +12,7 @@ namespace kova::test {
 struct QtScreen {
     QtScreen(const QSize& surface, QtEventLoop::Time time);
     std::function<void(Window&)> runModal;
+    std::function<MessageAnswer(const PlatformMessage&)> answer;
     const RegionalSettings italian;
     QtEventLoop loop;
     QtUserInterface userInterface;
