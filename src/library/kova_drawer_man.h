@@ -10,16 +10,22 @@
 #include <string>
 
 /// What a C++ host includes. The first component makes what all components of the process share: the drawing
-/// with Qt, the clock, the language and the regional settings of this machine, the error log beside the
-/// library's file. All calls come from one thread, the one of the user interface.
+/// with Qt, the clock, the language and the regional settings of this machine, the error log: `logfile.log`
+/// beside the library's file, otherwise in the user's state folder, otherwise the system's log; the environment
+/// variable KOVA_LOG names another file.
+///
+/// All calls come from one thread, the one of the first component, which is the user interface's. A call from
+/// another one does nothing but write one record of the error log and throw Error; only `openDatabase` and
+/// `hostOdbcConnection` may be called on any thread.
 ///
 /// A host without Qt needs nothing of it: the library then makes the Qt application itself. A host with Qt
 /// makes its own QApplication before the first component, and releases its components before or after that
 /// application as it likes.
 namespace kova {
 
-/// A new component; the caller's, to be released at any time. Throws Error when no windows can be shown: the
-/// process has a Qt application without widgets.
+/// A new component; the caller's, to be released at any time. Throws Error when no windows can be shown: no
+/// display can be opened, or the process has a Qt application without widgets; and while `shutDown` waits for
+/// its end. Each is also one record in the log.
 [[nodiscard]] KOVA_API std::shared_ptr<cls_Kova_Drawer_Man> createComponent();
 
 /// Opens a connection to hand to `Inizializza`; understands the same texts as `InizializzaByConnString`.
@@ -49,8 +55,8 @@ KOVA_API void setDecimalKey(DecimalKey key);
 KOVA_API void processEvents();
 
 /// Closes open dialogs and ends what the first component began; the next one begins anew. Components that
-/// the host still holds may be released afterwards, but not used. The library calls it itself when the
-/// process exits, and before a Qt application of the host's ends.
+/// the host still holds may be released afterwards; their `Show` is one record of the error log. Inside an event it takes effect when the outermost event has returned. The library calls it itself
+/// when the process exits, and before a Qt application of the host's ends.
 KOVA_API void shutDown();
 
 } // namespace kova
