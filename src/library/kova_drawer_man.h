@@ -11,8 +11,8 @@
 
 /// What a C++ host includes. The first component makes what all components of the process share: the drawing
 /// with Qt, the clock, the language and the regional settings of this machine, the error log: `logfile.log`
-/// beside the library's file, otherwise in the user's state folder, otherwise the system's log; the environment
-/// variable KOVA_LOG names another file.
+/// beside the library's file, otherwise in the user's state folder, otherwise the system's log; the
+/// environment variable KOVA_LOG names another file.
 ///
 /// All calls come from one thread, the one of the first component, which is the user interface's. A call from
 /// another one does nothing but write one record of the error log and throw Error; only `openDatabase` and
@@ -55,8 +55,9 @@ KOVA_API void setDecimalKey(DecimalKey key);
 KOVA_API void processEvents();
 
 /// Closes open dialogs and ends what the first component began; the next one begins anew. Components that
-/// the host still holds may be released afterwards; their `Show` is one record of the error log. Inside an event it takes effect when the outermost event has returned. The library calls it itself
-/// when the process exits, and before a Qt application of the host's ends.
+/// the host still holds may be released afterwards; their `Show` is one record of the error log. Inside an
+/// event it takes effect when the outermost event has returned. The library calls it itself when the process
+/// exits, and before a Qt application of the host's ends.
 KOVA_API void shutDown();
 
 } // namespace kova
