@@ -57,8 +57,8 @@ void frm_CaricaMoneta::CMD_Carica_Click() {
     trapped(process_, "CMD_Carica_Click", [&] {
         if (IndiceMoneta_ < 0) {
             process_.platform.userInterface.messageBox(
-                {text(41, "Selezionare il tipo di moneta!"),
-                 PlatformMessage::OkOnly + PlatformMessage::Information, text(1, "Gestione cassetto"),
+                {text({41, "Selezionare il tipo di moneta!"}),
+                 PlatformMessage::OkOnly + PlatformMessage::Information, text({1, "Gestione cassetto"}),
                  PlatformMessage::Route::Service});
             return;
         }

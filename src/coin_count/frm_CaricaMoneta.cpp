@@ -27,8 +27,8 @@ CoinCount::Counts frm_CaricaMoneta::counts() {
     return texts;
 }
 
-std::string frm_CaricaMoneta::text(std::int32_t id, std::string_view italian) const {
-    return GetLocalizedString(process_, id, italian);
+std::string frm_CaricaMoneta::text(LocalisedString entry) const {
+    return GetLocalizedString(process_, entry);
 }
 
 void frm_CaricaMoneta::load() {
@@ -79,7 +79,7 @@ void frm_CaricaMoneta::Form_Load() {
         c.txtPrimaValuta.setBackColor(colors::White);
         c.txtSecondaValuta.setBackColor(colors::White);
         IndiceMoneta_ = -1;
-        c.window.setCaption(text(42, "Carica moneta"));
+        c.window.setCaption(text({42, "Carica moneta"}));
         result_ = NothingLoaded;
     });
 }
@@ -99,15 +99,15 @@ void frm_CaricaMoneta::greySecondCurrency() {
 
 void frm_CaricaMoneta::ApplyCaptions() {
     auto& c = controls();
-    const auto apply = [&](std::int32_t id, std::string_view italian, auto set) {
-        if (const std::string found = text(id, italian); !found.empty())
+    const auto apply = [&](LocalisedString entry, auto set) {
+        if (const std::string found = text(entry); !found.empty())
             set(found);
     };
-    apply(19, "Carica moneta", [&](const std::string& found) { c.window.setCaption(found); });
-    apply(40, "Annulla", [&](const std::string& found) { c.CMD_Annulla.setCaption(found); });
-    apply(20, "Cancella monete", [&](const std::string& found) { c.CMD_cancella.setToolTip(found); });
-    apply(21, "Carica monete", [&](const std::string& found) { c.CMD_CaricaMoneta.setCaption(found); });
-    apply(22, "0", [&](const std::string& found) { field(28).setText(found); });
+    apply({19, "Carica moneta"}, [&](const std::string& found) { c.window.setCaption(found); });
+    apply({40, "Annulla"}, [&](const std::string& found) { c.CMD_Annulla.setCaption(found); });
+    apply({20, "Cancella monete"}, [&](const std::string& found) { c.CMD_cancella.setToolTip(found); });
+    apply({21, "Carica monete"}, [&](const std::string& found) { c.CMD_CaricaMoneta.setCaption(found); });
+    apply({22, "0"}, [&](const std::string& found) { field(28).setText(found); });
 }
 
 void frm_CaricaMoneta::ml_RuntimeSupport_LanguageChanged(std::int32_t LanguageID,

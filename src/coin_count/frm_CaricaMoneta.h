@@ -1,6 +1,7 @@
 #pragma once
 #include "coin_count/coin_controls.h"
 #include "coin_count/coin_count.h"
+#include "services/localised_strings.h"
 
 #include <cstdint>
 #include <memory>
@@ -64,7 +65,7 @@ class frm_CaricaMoneta {
     CoinControls& controls() { return *controls_; }
     [[nodiscard]] TextBox& field(std::int32_t index);
     [[nodiscard]] CoinCount::Counts counts();
-    [[nodiscard]] std::string text(std::int32_t id, std::string_view italian) const;
+    [[nodiscard]] std::string text(LocalisedString entry) const;
 
     ProcessState& process_;
     CoinCount count_;

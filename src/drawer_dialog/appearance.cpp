@@ -4,27 +4,27 @@ namespace kova {
 
 void frm_Drawer_Management::ApplyCaptions() {
     auto& c = controls();
-    const auto apply = [&](std::int32_t id, std::string_view italian, CaptionedControl& target) {
-        if (const std::string caption = text(id, italian); !caption.empty())
+    const auto apply = [&](LocalisedString entry, CaptionedControl& target) {
+        if (const std::string caption = text(entry); !caption.empty())
             target.setCaption(caption);
     };
-    apply(1, "Gestione cassetto", c.window);
-    apply(14, "Conta Monete", c.CMD_CaricaMoneta);
-    apply(2, "Stampa", c.cmd_print);
-    apply(3, "Chiudi", c.cmdAnnulla);
-    apply(5, "Anteprima di stampa", c.cmdAnteprima);
-    apply(4, "Carica", c.cmdCaricaMovimenti);
-    apply(13, "Conferma", c.cmdConferma);
-    apply(49, "Nascondi tastiera", c.cmdNascondiTastiera);
-    apply(12, "Valuta", c.frame_valuta);
-    apply(7, "Numero cassetto", c.frameCassetti);
-    apply(16, "Tipo pagamento", c.Label2);
-    apply(15, "Importo digitato", c.Label4);
-    apply(6, "Data movimenti", c.Label5);
-    apply(50, "Versamento", c.lblCaptionVersamenti);
-    apply(17, "Note", c.lblNote);
-    apply(18, "Tipo movimento", c.lblTipoMovimento);
-    apply(3, "Chiudi", c.PushButton1);
+    apply({1, "Gestione cassetto"}, c.window);
+    apply({14, "Conta Monete"}, c.CMD_CaricaMoneta);
+    apply({2, "Stampa"}, c.cmd_print);
+    apply({3, "Chiudi"}, c.cmdAnnulla);
+    apply({5, "Anteprima di stampa"}, c.cmdAnteprima);
+    apply({4, "Carica"}, c.cmdCaricaMovimenti);
+    apply({13, "Conferma"}, c.cmdConferma);
+    apply({49, "Nascondi tastiera"}, c.cmdNascondiTastiera);
+    apply({12, "Valuta"}, c.frame_valuta);
+    apply({7, "Numero cassetto"}, c.frameCassetti);
+    apply({16, "Tipo pagamento"}, c.Label2);
+    apply({15, "Importo digitato"}, c.Label4);
+    apply({6, "Data movimenti"}, c.Label5);
+    apply({50, "Versamento"}, c.lblCaptionVersamenti);
+    apply({17, "Note"}, c.lblNote);
+    apply({18, "Tipo movimento"}, c.lblTipoMovimento);
+    apply({3, "Chiudi"}, c.PushButton1);
 }
 
 void frm_Drawer_Management::ml_RuntimeSupport_LanguageChanged(std::int32_t LanguageID,

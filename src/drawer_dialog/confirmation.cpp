@@ -39,15 +39,15 @@ bool frm_Drawer_Management::SalvaMovimento() {
     trapped(process_, ConfirmLabel, tell, [&] {
         auto& s = process_.selection;
         if (s.idPagamento == -1)
-            return refuse(43, "Selezionare un pagamento.");
+            return refuse({43, "Selezionare un pagamento."});
         if (s.idAttivita == -1)
-            return refuse(44, "Selezionare un tipo di operazione.");
+            return refuse({44, "Selezionare un tipo di operazione."});
         if (controls().txtNote.text().empty())
-            return refuse(45, "Caricare una nota.");
+            return refuse({45, "Caricare una nota."});
         if (!amountIsNumeric())
-            return refuse(46, "Caricare un importo valido.");
+            return refuse({46, "Caricare un importo valido."});
         if (s.Valuta.empty())
-            return refuse(47, "Selezionare la valuta relativa all'importo.");
+            return refuse({47, "Selezionare la valuta relativa all'importo."});
 
         std::string note = controls().txtNote.text();
         double importo = amount();
@@ -87,34 +87,35 @@ bool frm_Drawer_Management::SalvaMovimentoDoppio() {
         auto& withdrawal = process_.settings.idCassettoCausPred_Prelievi;
         auto& deposit = process_.settings.idCassettoCausPred_Versamenti;
         if (s.idPagamento == -1)
-            return refuse(51, "Selezionare la modalità pagamento per il prelievo.");
+            return refuse({51, "Selezionare la modalità pagamento per il prelievo."});
         if (s.idPagamentoVersamento == -1)
-            return refuse(52, "Selezionare la modalità pagamento per il versamento.");
+            return refuse({52, "Selezionare la modalità pagamento per il versamento."});
         if (withdrawal == -1)
-            return refuse(53, "Non è possibile salvare il movimento poichè non è configurata la causale "
-                              "predefinita cassetto per i prelievi.");
+            return refuse({53, "Non è possibile salvare il movimento poichè non è configurata la causale "
+                               "predefinita cassetto per i prelievi."});
         if (deposit == -1)
-            return refuse(54, "Non è possibile salvare il movimento poichè non è configurata la causale "
-                              "predefinita cassetto per i vesamenti.");
+            return refuse({54, "Non è possibile salvare il movimento poichè non è configurata la causale "
+                               "predefinita cassetto per i vesamenti."});
         if (!amountIsNumeric())
-            return refuse(46, "Caricare un importo valido.");
+            return refuse({46, "Caricare un importo valido."});
         if (s.Valuta.empty())
-            return refuse(47, "Selezionare la valuta relativa all'importo.");
+            return refuse({47, "Selezionare la valuta relativa all'importo."});
 
         sent.reserve(2); // nothing may fail between the host's answer and what is made of it
         const auto send = [&](ButtonGrid& grid, std::int32_t& payment, std::int32_t& activity,
-                              std::int32_t noteId, std::string_view italianNote) {
+                              LocalisedString name) {
             AggiornaVariabiliSelezioneAttivita(activity);
             const std::string& typed = controls().txtNote.text();
-            std::string note = typed.empty() ? text(noteId, italianNote) : typed;
+            std::string note = typed.empty() ? text(name) : typed;
             double importo = amount();
-            std::string notice = noticeLine(
-                {grid, payment, importo, s.Valuta, activity, s.isIncasso, text(noteId, italianNote)});
+            std::string notice =
+                noticeLine({grid, payment, importo, s.Valuta, activity, s.isIncasso, text(name)});
             component().SalvaPagamento(payment, importo, s.Valuta, note, s.Cassetto, activity, s.isIncasso);
             sent.push_back(std::move(notice));
         };
-        send(controls().Pulsantiera_Pagamenti, s.idPagamento, withdrawal, 56, "Prelievo");
-        send(controls().Pulsantiera_Pagamenti_Versamenti, s.idPagamentoVersamento, deposit, 50, "Versamento");
+        send(controls().Pulsantiera_Pagamenti, s.idPagamento, withdrawal, {56, "Prelievo"});
+        send(controls().Pulsantiera_Pagamenti_Versamenti, s.idPagamentoVersamento, deposit,
+             {50, "Versamento"});
         saved = true;
         showSaved(sent);
 
@@ -134,8 +135,8 @@ bool frm_Drawer_Management::SalvaMovimentoDoppio() {
     return saved;
 }
 
-void frm_Drawer_Management::refuse(std::int32_t textId, std::string_view italian) {
-    ShowMessage(process_, text(textId, italian), InformationIcon, text(1, "Gestione cassetto"));
+void frm_Drawer_Management::refuse(LocalisedString reason) {
+    ShowMessage(process_, text(reason), InformationIcon, text({1, "Gestione cassetto"}));
 }
 
 bool frm_Drawer_Management::amountIsNumeric() {

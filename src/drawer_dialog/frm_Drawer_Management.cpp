@@ -25,8 +25,8 @@ void frm_Drawer_Management::handlerEnded() {
     process_.entryChanged();
 }
 
-std::string frm_Drawer_Management::text(std::int32_t id, std::string_view italian) const {
-    return GetLocalizedString(process_, id, italian);
+std::string frm_Drawer_Management::text(LocalisedString entry) const {
+    return GetLocalizedString(process_, entry);
 }
 
 std::shared_ptr<DrawerControls> frm_Drawer_Management::ensureLoaded() {

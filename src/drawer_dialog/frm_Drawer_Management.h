@@ -1,6 +1,7 @@
 #pragma once
 #include "drawer_dialog/drawer_controls.h"
 #include "services/combo_multi_column.h"
+#include "services/localised_strings.h"
 #include "services/process_state.h"
 #include "services/words.h"
 
@@ -105,7 +106,7 @@ class frm_Drawer_Management {
     void cmdConferma_Click();
     bool SalvaMovimento();
     bool SalvaMovimentoDoppio();
-    void refuse(std::int32_t textId, std::string_view italian);
+    void refuse(LocalisedString reason);
     void emptyEntries();
     void reloadPayments();
     [[nodiscard]] bool savesPairs() const;
@@ -146,7 +147,7 @@ class frm_Drawer_Management {
     /// Inside a handler those that it began with, whatever became of the dialog since; else the present ones.
     DrawerControls& controls();
     [[nodiscard]] cls_Kova_Drawer_Man& component() const { return *ParentComponent_; }
-    [[nodiscard]] std::string text(std::int32_t id, std::string_view italian) const;
+    [[nodiscard]] std::string text(LocalisedString entry) const;
 
     ProcessState& process_;
     cls_Kova_Drawer_Man* ParentComponent_;

@@ -36,12 +36,12 @@ void prepareList(ProcessState& process, ReportGrid& grid) {
 void frm_Drawer_Management::setupReportControl() {
     trapped(process_, "setupReportControl", [&] {
         auto& grid = controls().grd_mov_giornata;
-        grid.setEmptyText(text(60, "Nessun elemento da visualizzare"));
+        grid.setEmptyText(text({60, "Nessun elemento da visualizzare"}));
         grid.setGroupHint(
-            text(59, "Trascinare qui l'intestazione di colonna per raggruppare per quella colonna"));
+            text({59, "Trascinare qui l'intestazione di colonna per raggruppare per quella colonna"}));
         grid.setBrokenOffText(brokenOffText(process_.CurrentLanguageId));
         grid.setHeaderFont({"Tahoma", 8});
-        grid.setSortPrefix(text(61, "Ordina per: "));
+        grid.setSortPrefix(text({61, "Ordina per: "}));
         prepareList(process_, grid);
     });
 }

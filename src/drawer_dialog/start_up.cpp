@@ -29,8 +29,8 @@ void frm_Drawer_Management::Form_Load() {
                            &c.Pulsantiera_Pagamenti_Versamenti})
             grid->setBackColor(GridBackground);
         c.tabs.select(0);
-        c.TabControlPage1.setCaption(text(1, "Gestione cassetto"));
-        c.TabControlPage2.setCaption(text(48, "Movimenti"));
+        c.TabControlPage1.setCaption(text({1, "Gestione cassetto"}));
+        c.TabControlPage2.setCaption(text({48, "Movimenti"}));
         setupReportControl();
         process_.ErrorLog().SetApplicationName("KOVA");
         process_.ErrorLog().SetLogFile(process_.platform.componentFolder + "/logfile.log");
@@ -119,8 +119,8 @@ void frm_Drawer_Management::Form_Activate() {
         c.lblTipoMovimento.setVisible(false);
         c.Pulsantiera_Pagamenti_Versamenti.setVisible(true);
         c.lblCaptionVersamenti.setVisible(true);
-        c.Label2.setCaption(text(56, "Prelievo"));
-        c.window.setCaption(text(55, "Gestione doppio movimento cassetto"));
+        c.Label2.setCaption(text({56, "Prelievo"}));
+        c.window.setCaption(text({55, "Gestione doppio movimento cassetto"}));
     });
 }
 

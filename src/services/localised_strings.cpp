@@ -1,10 +1,7 @@
 #include "services/localised_strings.h"
 
-#include "../../resources/string_table.h"
 #include "services/conversions.h"
 #include "services/process_state.h"
-
-#include <algorithm>
 
 namespace kova {
 
@@ -54,8 +51,8 @@ std::array<std::int32_t, 3> SupportedLanguages() {
     return {language::Italian, language::German, language::English};
 }
 
-std::string GetLocalizedString(const ProcessState& process, std::int32_t id, std::string_view) {
-    return process.strings.GetString(id, process.CurrentLanguageId);
+std::string GetLocalizedString(const ProcessState& process, LocalisedString entry) {
+    return process.strings.GetString(entry.id(), process.CurrentLanguageId);
 }
 
 } // namespace kova

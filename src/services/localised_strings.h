@@ -1,6 +1,10 @@
 #pragma once
+#include "../../resources/string_table.h"
+
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -33,7 +37,22 @@ void InitLanguage(ProcessState& process);
 /// Makes a language the current one; Italian when it is not supported. The name is not used.
 void SetLanguage(ProcessState& process, std::int32_t LanguageID, std::string_view Language);
 std::array<std::int32_t, 3> SupportedLanguages();
-/// The text of an entry in the current language. The Italian text documents the entry at the call.
-std::string GetLocalizedString(const ProcessState& process, std::int32_t id, std::string_view italian);
+/// An entry of the string table. The Italian text documents it where it is used; one that is not the entry's
+/// does not compile.
+class LocalisedString {
+  public:
+    consteval LocalisedString(std::int32_t id, std::string_view italian) : id_(id) {
+        const auto* const entry = std::ranges::find(stringTable, id, &StringTableEntry::id);
+        if (entry == std::end(stringTable) || entry->italian != italian)
+            throw "no such entry of the string table";
+    }
+    [[nodiscard]] std::int32_t id() const { return id_; }
+
+  private:
+    std::int32_t id_;
+};
+
+/// Its text in the current language. Empty as `StringSource::GetString` is.
+std::string GetLocalizedString(const ProcessState& process, LocalisedString entry);
 
 } // namespace kova
