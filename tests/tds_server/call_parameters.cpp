@@ -5,21 +5,7 @@
 namespace kova::test {
 namespace {
 
-constexpr std::size_t executeSql = 10; ///< number of the procedure
-constexpr std::size_t collationSize = 5;
-
-constexpr unsigned nvarchar = 0xE7, ntext = 0x63, date = 0x28, nullableDateTime = 0x6F;
-
-using Days = std::chrono::days;
-
-void requireExecuteSql(WireReader& reader) {
-    const auto nameLength = reader.word();
-    const bool byNumber = nameLength == 0xFFFF;
-    const bool known = byNumber ? reader.word() == executeSql : reader.text(nameLength) == "sp_executesql";
-    if (!known)
-        throw std::runtime_error("only sp_executesql can be called");
-    reader.word(); // options
-}
+constexpr unsigned ntext = 0x63, date = 0x28, nullableDateTime = 0x6F;
 
 /// Name and status come before the type.
 unsigned readType(WireReader& reader) {
@@ -29,16 +15,11 @@ unsigned readType(WireReader& reader) {
 }
 
 std::string readText(WireReader& reader) {
-    const auto type = readType(reader);
-    if (type == ntext) {
-        reader.number<std::int32_t>();
-        reader.bytes(collationSize);
-        return reader.text(static_cast<std::size_t>(reader.number<std::int32_t>()) / 2);
-    }
-    if (type != nvarchar || reader.word() == 0xFFFF)
+    constexpr std::size_t lengthAndCollation = 4 + 5;
+    if (readType(reader) != ntext)
         throw std::runtime_error("a text is expected");
-    reader.bytes(collationSize);
-    return reader.text(reader.word() / 2);
+    reader.bytes(lengthAndCollation);
+    return reader.text(static_cast<std::size_t>(reader.number<std::int32_t>()) / 2);
 }
 
 DateTime readDate(WireReader& reader) {
@@ -46,10 +27,10 @@ DateTime readDate(WireReader& reader) {
     const auto type = readType(reader);
     if (type == date && reader.byte() == 3) {
         const auto low = reader.word();
-        return local_days(0001y / January / 1) + Days(low | static_cast<std::size_t>(reader.byte()) << 16);
+        return local_days(0001y / January / 1) + days(low | static_cast<std::size_t>(reader.byte()) << 16);
     }
     if (type == nullableDateTime && reader.byte() == 8 && reader.byte() == 8) {
-        const auto day = local_days(1900y / January / 1) + Days(reader.number<std::int32_t>());
+        const auto day = local_days(1900y / January / 1) + days(reader.number<std::int32_t>());
         return day + milliseconds(std::int64_t{reader.number<std::uint32_t>()} * 10 / 3);
     }
     throw std::runtime_error("a date is expected");
@@ -59,7 +40,10 @@ DateTime readDate(WireReader& reader) {
 
 ExecuteCall readExecuteCall(std::string_view body) {
     WireReader reader(body);
-    requireExecuteSql(reader);
+    constexpr unsigned byNumber = 0xFFFF, executeSql = 10;
+    if (reader.word() != byNumber || reader.word() != executeSql)
+        throw std::runtime_error("only sp_executesql can be called");
+    reader.word(); // options
     ExecuteCall call;
     call.text = readText(reader);
     if (!reader.atEnd())

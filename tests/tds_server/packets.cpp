@@ -7,12 +7,8 @@ namespace kova::test {
 namespace {
 
 constexpr std::size_t headerSize = 8;
+constexpr std::size_t packetSize = 4096; ///< what a client takes until it has agreed on another one
 constexpr unsigned char lastOfMessage = 1;
-
-std::size_t lengthIn(const unsigned char* header) {
-    return static_cast<std::size_t>(header[2]) << 8 |
-           header[3]; // the only number with its highest byte first
-}
 
 } // namespace
 
@@ -20,70 +16,52 @@ PacketStream::~PacketStream() {
     close(socket_);
 }
 
-bool PacketStream::receiveExactly(char* target, std::size_t count) const {
-    while (count > 0) {
-        const auto received = recv(socket_, target, count, 0);
-        if (received <= 0)
-            return false;
-        target += received;
-        count -= static_cast<std::size_t>(received);
-    }
-    return true;
+bool PacketStream::receiveExactly(void* target, std::size_t count) const {
+    return count == 0 || recv(socket_, target, count, MSG_WAITALL) == static_cast<ssize_t>(count);
 }
 
-std::optional<Message> PacketStream::receive() {
+std::optional<Message> PacketStream::receive() const {
     Message message{};
     for (;;) {
         unsigned char header[headerSize];
-        if (!receiveExactly(reinterpret_cast<char*>(header), headerSize) || lengthIn(header) < headerSize)
+        if (!receiveExactly(header, headerSize))
+            return std::nullopt;
+        // The length is the only number with its highest byte first.
+        const std::size_t length = static_cast<std::size_t>(header[2]) << 8 | header[3];
+        if (length < headerSize)
             return std::nullopt;
         message.kind = static_cast<MessageKind>(header[0]);
         const auto begin = message.body.size();
-        const auto count = lengthIn(header) - headerSize;
-        message.body.resize(begin + count);
-        if (!receiveExactly(message.body.data() + begin, count))
+        message.body.resize(begin + length - headerSize);
+        if (!receiveExactly(message.body.data() + begin, length - headerSize))
             return std::nullopt;
         if ((header[1] & lastOfMessage) != 0)
             return message;
     }
 }
 
-void PacketStream::sendPacket(std::string_view payload, bool last) {
+void PacketStream::sendPacket(std::string_view payload, bool last) const {
     const std::size_t length = payload.size() + headerSize;
-    std::string packet{static_cast<char>(MessageKind::Response),
-                       static_cast<char>(last ? lastOfMessage : 0),
-                       static_cast<char>(length >> 8),
-                       static_cast<char>(length & 0xFF),
-                       0,
-                       0,
-                       static_cast<char>(number_++),
-                       0};
+    std::string packet(headerSize, '\0');
+    packet[0] = static_cast<char>(MessageKind::Response);
+    packet[1] = static_cast<char>(last ? lastOfMessage : 0);
+    packet[2] = static_cast<char>(length >> 8);
+    packet[3] = static_cast<char>(length & 0xFF);
     packet += payload;
-    for (std::string_view rest = packet; !rest.empty();) {
-        const auto sent = send(socket_, rest.data(), rest.size(), MSG_NOSIGNAL);
-        if (sent <= 0)
-            return; // the next receive tells
-        rest.remove_prefix(static_cast<std::size_t>(sent));
-    }
+    (void)::send(socket_, packet.data(), packet.size(), MSG_NOSIGNAL); // the next receive tells of a failure
 }
 
 void PacketStream::add(std::string_view bytes) {
+    constexpr std::size_t payload = packetSize - headerSize;
     pending_ += bytes;
-    const std::size_t payload = packetSize_ - headerSize;
     std::string_view rest = pending_;
     for (; rest.size() > payload; rest.remove_prefix(payload)) // the last packet is never empty
         sendPacket(rest.substr(0, payload), false);
     pending_.erase(0, pending_.size() - rest.size());
 }
 
-void PacketStream::finish() {
-    sendPacket(pending_, true);
-    pending_.clear();
-    number_ = 1;
-}
-
-void PacketStream::sendSoFar() {
-    sendPacket(pending_, false);
+void PacketStream::send(bool last) {
+    sendPacket(pending_, last);
     pending_.clear();
 }
 

@@ -29,25 +29,19 @@ class PacketStream {
     ~PacketStream();
 
     /// Waits for a whole message; nothing when the other side is gone.
-    std::optional<Message> receive();
+    std::optional<Message> receive() const;
     /// Adds to the response; full packets leave at once.
     void add(std::string_view bytes);
-    /// Sends what is left as the last packet of the response.
-    void finish();
-    /// Sends what there is, without an end.
-    void sendSoFar();
+    /// Sends what is left, as the last packet of the response or as one of several.
+    void send(bool last);
     /// Makes all waiting end; the only operation for other threads.
     void hangUp() const;
-    /// From the next response on.
-    void setPacketSize(std::size_t size) { packetSize_ = size; }
 
   private:
-    bool receiveExactly(char* target, std::size_t count) const;
-    void sendPacket(std::string_view payload, bool last);
+    bool receiveExactly(void* target, std::size_t count) const;
+    void sendPacket(std::string_view payload, bool last) const;
     int socket_;
-    std::size_t packetSize_ = 4096;
     std::string pending_;
-    std::uint8_t number_ = 1;
 };
 
 } // namespace kova::test

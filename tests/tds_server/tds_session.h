@@ -4,7 +4,6 @@
 #include "packets.h"
 #include "result_columns.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 
@@ -32,29 +31,25 @@ class TdsSession {
     void hangUp() const { stream_.hangUp(); }
 
   private:
+    bool answer(const Message& message);
     void answerPreLogIn();
     bool answerLogIn(const std::string& body);
-    void answerBatch(const std::string& body);
-    void answerCall(const std::string& body);
-    void answer(const ExecuteCall& call, bool isCall);
-    void listenInVain();
+    void answer(const ExecuteCall& call);
+    void listenInVain() const;
     bool suffer(const Fault& fault);
+    bool interrupt(const Fault& fault);
     void sendSoFar(std::size_t bytes);
-    bool interrupt(const Fault& fault, bool isCall);
-    void sendDictated(std::string_view columns);
-    void sendRows(Recordset records, const std::optional<Fault>& fault, bool isCall);
-    void sendError(std::int32_t number, const std::string& message, bool isCall);
-    void addError(std::int32_t number, const std::string& message);
+    void sendDictated(const std::string& columns);
+    void sendRows(Recordset records, const std::optional<Fault>& fault);
+    void sendError(std::int32_t number, const std::string& message);
+    void sendDone(unsigned token, unsigned status, std::size_t rows);
     void addDone(unsigned token, unsigned status, std::size_t rows);
-    void addEnvironment(unsigned kind, const std::string& now, const std::string& before);
-    std::string_view withoutHeaders(std::string_view body) const;
-    void flush();
 
     PacketStream stream_;
     SessionServices& services_;
     WireWriter writer_;
     unsigned version_ = 0x74;
-    bool loggedIn_ = false;
+    bool isCall_ = false; ///< that a call is being answered, not a batch
 };
 
 } // namespace kova::test
