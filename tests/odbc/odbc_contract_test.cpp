@@ -8,16 +8,6 @@ namespace {
 using test::OdbcShop;
 using Rows = std::vector<std::string>;
 
-class ContractShop final : public ShopDatabase {
-  public:
-    explicit ContractShop(const std::string& version) : shop_(version) {}
-    void execute(const std::string& sql) override { shop_.host.execute(sql); }
-    std::shared_ptr<DatabaseConnection> connection() override { return shop_.open(); }
-
-  private:
-    OdbcShop shop_;
-};
-
 TEST(OdbcConnection, OpensWithBracesAtTheEndAndInAdosForm) {
     const OdbcShop shop;
     const std::string place = std::to_string(shop.server.port());
@@ -28,9 +18,17 @@ TEST(OdbcConnection, OpensWithBracesAtTheEndAndInAdosForm) {
         EXPECT_EQ(rowsOf(openOdbc(text)->query({"SELECT 7"})), Rows{"7"}) << text;
 }
 
+struct Served {
+    Served(const SqliteHostDatabase& host, const std::string& version) : server(host.connection(), version) {}
+    test::TdsServer server;
+    std::shared_ptr<DatabaseConnection> connection = openOdbc(server.connectionString());
+};
+
+/// A connection that owns the server that it leads to.
 template <char Minor>
-std::unique_ptr<ShopDatabase> makeShop() {
-    return std::make_unique<ContractShop>(std::string("7.") + Minor);
+std::shared_ptr<DatabaseConnection> openServed(const SqliteHostDatabase& host) {
+    const auto served = std::make_shared<Served>(host, std::string("7.") + Minor);
+    return {served, served->connection.get()};
 }
 
 struct VersionCase {
@@ -147,10 +145,10 @@ INSTANTIATE_TEST_SUITE_P(Odbc, OdbcVersions, testing::ValuesIn(versions),
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Odbc, DatabaseContract,
-                         testing::Values(DatabaseAdapter{"Tds71", makeShop<'1'>},
-                                         DatabaseAdapter{"Tds72", makeShop<'2'>},
-                                         DatabaseAdapter{"Tds73", makeShop<'3'>},
-                                         DatabaseAdapter{"Tds74", makeShop<'4'>}),
+                         testing::Values(DatabaseAdapter{"Tds71", openServed<'1'>},
+                                         DatabaseAdapter{"Tds72", openServed<'2'>},
+                                         DatabaseAdapter{"Tds73", openServed<'3'>},
+                                         DatabaseAdapter{"Tds74", openServed<'4'>}),
                          [](const auto& adapter) { return adapter.param.name; });
 
 } // namespace kova
