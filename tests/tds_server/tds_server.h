@@ -27,12 +27,13 @@ class TdsServer final : private SessionServices {
     [[nodiscard]] int port() const { return port_; }
     /// Listens again, on the same port.
     void start();
+    /// Forgets all faults, takes every log-in, and listens.
+    void recover();
     /// For FreeTDS, with a valid user; `more` is appended.
     [[nodiscard]] std::string connectionString(const std::string& more = "") const;
 
     void setLogIns(LogIns logIns) { logIns_ = logIns; }
     void add(Fault fault);
-    void clearFaults();
     /// What arrived since the last call, in order.
     std::vector<ExecuteCall> takeReceived();
     /// Highest byte of each protocol version that a client came in with.
