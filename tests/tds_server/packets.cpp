@@ -40,29 +40,20 @@ std::optional<Message> PacketStream::receive() const {
     }
 }
 
-void PacketStream::sendPacket(std::string_view payload, bool last) const {
-    const std::size_t length = payload.size() + headerSize;
-    std::string packet(headerSize, '\0');
-    packet[0] = static_cast<char>(MessageKind::Response);
-    packet[1] = static_cast<char>(last ? lastOfMessage : 0);
-    packet[2] = static_cast<char>(length >> 8);
-    packet[3] = static_cast<char>(length & 0xFF);
-    packet += payload;
-    (void)::send(socket_, packet.data(), packet.size(), MSG_NOSIGNAL); // the next receive tells of a failure
-}
-
-void PacketStream::add(std::string_view bytes) {
-    constexpr std::size_t payload = packetSize - headerSize;
-    pending_ += bytes;
-    std::string_view rest = pending_;
-    for (; rest.size() > payload; rest.remove_prefix(payload)) // the last packet is never empty
-        sendPacket(rest.substr(0, payload), false);
-    pending_.erase(0, pending_.size() - rest.size());
-}
-
-void PacketStream::send(bool last) {
-    sendPacket(pending_, last);
-    pending_.clear();
+void PacketStream::send(std::string_view part, bool last) const {
+    do {
+        const auto payload = part.substr(0, packetSize - headerSize);
+        part.remove_prefix(payload.size());
+        const std::size_t length = payload.size() + headerSize;
+        std::string packet(headerSize, '\0');
+        packet[0] = static_cast<char>(MessageKind::Response);
+        packet[1] = static_cast<char>(last && part.empty() ? lastOfMessage : 0);
+        packet[2] = static_cast<char>(length >> 8);
+        packet[3] = static_cast<char>(length & 0xFF);
+        packet += payload;
+        (void)::send(socket_, packet.data(), packet.size(),
+                     MSG_NOSIGNAL); // the next receive tells of a failure
+    } while (!part.empty());
 }
 
 void PacketStream::hangUp() const {

@@ -30,18 +30,14 @@ class PacketStream {
 
     /// Waits for a whole message; nothing when the other side is gone.
     std::optional<Message> receive() const;
-    /// Adds to the response; full packets leave at once.
-    void add(std::string_view bytes);
-    /// Sends what is left, as the last packet of the response or as one of several.
-    void send(bool last);
+    /// Sends a part of the response, cut into packets; the last part ends it.
+    void send(std::string_view part, bool last) const;
     /// Makes all waiting end; the only operation for other threads.
     void hangUp() const;
 
   private:
     bool receiveExactly(void* target, std::size_t count) const;
-    void sendPacket(std::string_view payload, bool last) const;
     int socket_;
-    std::string pending_;
 };
 
 } // namespace kova::test

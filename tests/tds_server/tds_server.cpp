@@ -41,14 +41,13 @@ void TdsServer::start() {
 }
 
 void TdsServer::accept() {
-    SessionServices& services = *this;
     for (;;) {
         const int socket = ::accept(listener_, nullptr, nullptr);
         if (socket < 0)
             return;
         switchOn(socket, IPPROTO_TCP, TCP_NODELAY);
         Client& client = clients_.emplace_back();
-        client.session = std::make_unique<TdsSession>(socket, services);
+        client.session = std::make_unique<TdsSession>(socket, *this);
         client.thread = std::thread([&session = *client.session] { session.run(); });
     }
 }

@@ -15,11 +15,11 @@ namespace kova::test {
 /// loopback interface, answers from an embedded database, and fails on demand. It knows no SQL of its own,
 /// but for `SEND TYPE CELL …`: one row of columns, of which TYPE and CELL are the bytes in hexadecimal
 /// digits.
-class TdsServer final : private SessionServices {
+class TdsServer {
   public:
     /// Listens from now on. The database is used from other threads, while a client waits for its answer.
     explicit TdsServer(std::shared_ptr<DatabaseConnection> database, std::string version = "7.4");
-    ~TdsServer() override { stop(); }
+    ~TdsServer() { stop(); }
 
     /// Hangs up on everyone and listens no longer.
     void stop();
@@ -44,9 +44,12 @@ class TdsServer final : private SessionServices {
         std::unique_ptr<TdsSession> session;
         std::thread thread;
     };
-    LogIns logIn(const std::string& user, const std::string& password, unsigned version) override;
-    std::optional<Fault> received(const ExecuteCall& call) override;
-    Recordset answer(const Query& query) override;
+    // For the sessions, on their own threads.
+    friend class TdsSession;
+    LogIns logIn(const std::string& user, const std::string& password, unsigned version);
+    std::optional<Fault> received(const ExecuteCall& call);
+    Recordset answer(const Query& query);
+
     void accept();
 
     std::shared_ptr<DatabaseConnection> database_;

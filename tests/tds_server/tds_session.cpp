@@ -1,6 +1,7 @@
 #include "tds_session.h"
 
 #include "platform/letter_case.h"
+#include "tds_server.h"
 
 #include <sstream>
 
@@ -10,7 +11,6 @@ namespace {
 constexpr unsigned doneToken = 0xFD, doneOfCallToken = 0xFE, doneInCallToken = 0xFF;
 constexpr unsigned moreFollows = 0x01, failed = 0x02, counted = 0x10, attentionSeen = 0x20;
 constexpr std::string_view dictated = "SEND ";
-constexpr std::size_t enoughToSend = 65536; ///< bytes
 constexpr std::int32_t logInFailed = 18456, invalidObject = 208, wrongSyntax = 102;
 
 std::int32_t serverNumber(const DatabaseError& error) {
@@ -75,16 +75,11 @@ bool TdsSession::answer(const Message& message) {
 
 /// Offers no encryption: what goes over the loopback stays in the clear.
 void TdsSession::answerPreLogIn() {
-    constexpr unsigned version = 0, encryption = 1, end = 0xFF, notSupported = 2;
-    const auto option = [&](unsigned name, unsigned place, unsigned size) {
-        writer_.byte(name).byte(0).byte(place).byte(0).byte(size); // highest byte first
-    };
-    option(version, 11, 6);
-    option(encryption, 17, 1);
-    writer_.byte(end).byte(15).byte(0).word(0x07D0).word(0).byte(notSupported);
-    stream_.add(writer_.built());
-    writer_.clear();
-    stream_.send(true);
+    constexpr std::string_view version("\0\0\x0B\0\x06", 5), encryption("\1\0\x11\0\1", 5); // places, lengths
+    constexpr unsigned end = 0xFF, notSupported = 2;
+    writer_.bytes(version).bytes(encryption).byte(end);
+    writer_.byte(15).byte(0).word(0x07D0).word(0).byte(notSupported);
+    flush(true);
 }
 
 bool TdsSession::answerLogIn(const std::string& body) {
@@ -95,7 +90,7 @@ bool TdsSession::answerLogIn(const std::string& body) {
     auto [nameReader, nameLength] = fieldAt(body, 40);
     const auto [passwordReader, passwordLength] = fieldAt(body, 44);
     const auto user = nameReader.text(nameLength);
-    const auto what = services_.logIn(user, readPassword(passwordReader, passwordLength), version_);
+    const auto what = server_.logIn(user, readPassword(passwordReader, passwordLength), version_);
     if (what == LogIns::Ignore)
         listenInVain();
     if (what != LogIns::Accept) {
@@ -113,7 +108,7 @@ bool TdsSession::answerLogIn(const std::string& body) {
 }
 
 void TdsSession::answer(const ExecuteCall& call) {
-    const auto fault = services_.received(call);
+    const auto fault = server_.received(call);
     if (isHousekeeping(call.text)) {
         sendDone(doneToken, 0, 0);
         return;
@@ -128,7 +123,7 @@ void TdsSession::answer(const ExecuteCall& call) {
         Query query{call.text};
         for (const DateTime date : call.dates)
             query.parameters.push_back({"", "", date});
-        sendRows(services_.answer(query), fault);
+        sendRows(server_.answer(query), fault);
     } catch (const DatabaseError& error) {
         sendError(serverNumber(error), error.what());
     }
@@ -158,16 +153,10 @@ bool TdsSession::interrupt(const Fault& fault) {
     if (fault.kind == Fault::Kind::FailLate)
         sendError(fault.number, fault.message);
     else if (fault.kind == Fault::Kind::StallLate)
-        sendSoFar(writer_.size());
+        flush(false);
     else
         return false;
     return true;
-}
-
-void TdsSession::sendSoFar(std::size_t bytes) {
-    stream_.add(std::string_view(writer_.built()).substr(0, bytes));
-    writer_.clear();
-    stream_.send(false);
 }
 
 /// One row of columns without names, each of them two words of hexadecimal digits: its type and its cell.
@@ -211,13 +200,10 @@ void TdsSession::sendRows(Recordset records, const std::optional<Fault>& fault) 
         for (std::size_t i = 0; i < columns.size(); ++i)
             columns[i].writeCell(writer_, records.field(i));
         if (faulty && fault->kind == Fault::Kind::BreakOff) {
-            sendSoFar((start + writer_.size()) / 2);
+            writer_.cut((start + writer_.size()) / 2);
+            flush(false);
             stream_.hangUp();
             return;
-        }
-        if (writer_.size() > enoughToSend) {
-            stream_.add(writer_.built());
-            writer_.clear();
         }
     }
     if (isCall_) {
@@ -247,12 +233,15 @@ void TdsSession::addDone(unsigned token, unsigned status, std::size_t rows) {
         writer_.number(std::uint32_t{0}); // the higher half of the count
 }
 
+void TdsSession::flush(bool last) {
+    stream_.send(writer_.built(), last);
+    writer_.cut(0);
+}
+
 /// The end of a response.
 void TdsSession::sendDone(unsigned token, unsigned status, std::size_t rows) {
     addDone(token, status, rows);
-    stream_.add(writer_.built());
-    writer_.clear();
-    stream_.send(true);
+    flush(true);
 }
 
 } // namespace kova::test

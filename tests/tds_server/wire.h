@@ -42,7 +42,7 @@ class WireWriter {
     }
     [[nodiscard]] const std::string& built() const { return bytes_; }
     [[nodiscard]] std::size_t size() const { return bytes_.size(); }
-    void clear() { bytes_.clear(); }
+    void cut(std::size_t size) { bytes_.resize(size); }
 
   private:
     std::string bytes_;
