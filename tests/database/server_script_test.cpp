@@ -36,25 +36,21 @@ TEST(ServerScript, MakesTheSameShopAsTheEmbeddedSample) {
     const auto rows = [](const SqliteHostDatabase& host, const std::string& text) {
         const Recordset records = host.connection()->query({text});
         auto result = rowsOf(records);
-        std::string names;
         for (std::size_t i = 0; i < records.fieldCount(); ++i)
-            names += records.fieldName(i) + "|";
-        result.push_back(names);
+            result.push_back(records.fieldName(i));
         return result;
     };
-    for (const std::string table :
-         {"tabImpostazioni", "tabActivityDrawer", "tabPagamenti", "tabValute", "tabUtenti"})
-        EXPECT_EQ(rows(server, "SELECT * FROM " + table), rows(embedded, "SELECT * FROM " + table)) << table;
-    for (const std::string table : {"tabPagamentiScontriniBackoffice", "Report_Drawer_Operation",
-                                    "Report_Drawer_Daily_Operation", "Report_NonFiscale_Operation"}) {
-        const std::string columns =
-            table.starts_with("tab")
-                ? "id, DataOperazione, TipoOperazione, idpagamento, Coefficiente, ImportoIncassato, Valuta,"
-                  " Note, Cassetto, idCassa, idutente, idTestata"
-                : "*";
-        const std::string text = "SELECT " + columns + " FROM dbo." + table;
-        EXPECT_EQ(rows(server, text), rows(embedded, text)) << table;
-        EXPECT_GT(rows(server, text).size(), 10u) << table;
+    const std::string everything = "SELECT * FROM dbo.";
+    for (const std::string& text :
+         {everything + "tabImpostazioni", everything + "tabActivityDrawer", everything + "tabPagamenti",
+          everything + "tabValute", everything + "tabUtenti", everything + "Report_Drawer_Operation",
+          everything + "Report_Drawer_Daily_Operation", everything + "Report_NonFiscale_Operation",
+          std::string(
+              "SELECT id, DataOperazione, TipoOperazione, idpagamento, Coefficiente, ImportoIncassato,"
+              " Valuta, Note, Cassetto, idCassa, idutente, idTestata"
+              " FROM tabPagamentiScontriniBackoffice")}) {
+        EXPECT_EQ(rows(server, text), rows(embedded, text)) << text;
+        EXPECT_GT(rowsOf(server.connection()->query({text})).size(), 2u) << text;
     }
     for (const char* const column :
          {"CREATE FUNCTION dbo.GetDailyOperation(@", "[Data-Ora Aggiornamento]", "[Cassetto]",

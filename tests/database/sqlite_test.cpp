@@ -97,7 +97,7 @@ TEST_F(SqliteHost, TheDailyFunctionReadsWhateverTheViewIs) {
     host.createSchema();
     const auto daily = [&](const std::string& columns) {
         Query query{"SELECT " + columns + " FROM [dbo].[GetDailyOperation](?)"};
-        query.parameters = {dayParameter(dateTime(2026, 11, 16))};
+        query.parameters = {dayParameter(dateTime(2026, 11, 16, 10, 30))};
         return rowsOf(host.connection()->query(query));
     };
     host.execute(

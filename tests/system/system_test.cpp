@@ -74,18 +74,6 @@ TEST_F(SystemAdapter, TheFirstVariableThatIsNotEmptyChoosesTheLanguage) {
     EXPECT_EQ(languageIdOfLocale("fr_FR"), 1036);
 }
 
-TEST_F(SystemAdapter, AChosenLanguageIsAnnouncedAfterItHasBecomeThePresentOne) {
-    SystemLanguageRuntime runtime;
-    std::string heard;
-    const auto connection = runtime.languageChanged.connect([&](std::int32_t id, const std::string& name) {
-        heard += name + std::to_string(id) + (runtime.languageId() == id ? "=" : "!");
-    });
-    runtime.setLanguage(1031, "Deutsch");
-    runtime.setLanguage(1031, "Deutsch");
-    EXPECT_EQ(heard, "Deutsch1031=Deutsch1031=");
-    EXPECT_EQ(runtime.languageName(), "Deutsch");
-}
-
 TEST_F(SystemAdapter, RegionalSettingsFollowTheLocaleOfNumbers) {
     EXPECT_EQ(systemRegionalSettings().name, "it-IT");
     set("LANG", "de_CH.UTF-8");
