@@ -53,6 +53,16 @@ TEST_P(DatabaseContract, CellsHaveTheTypesOfTheirColumns) {
                   std::string_view(""), dateTime(2026, 11, 16), Decimal{30000, 4}}});
 }
 
+TEST_P(DatabaseContract, TextsOfAnyLengthArriveWhole) {
+    std::string note = "x";
+    for (int i = 0; i < 3000; ++i)
+        note += "«€» 😀";
+    host.execute("INSERT INTO tabImpostazioni VALUES('lungo', '" + note +
+                 "'), ('nulla', NULL), ('vuoto', '')");
+    EXPECT_EQ(rowsOf(query("SELECT valore, descrizione FROM tabImpostazioni")),
+              (Rows{note + "|lungo", "-|nulla", "|vuoto"}));
+}
+
 TEST_P(DatabaseContract, FieldsAreFoundByIndexAndByNameInAnyCase) {
     host.execute("INSERT INTO tabPagamenti VALUES(1, N'Contanti', 1, N'€', 10)");
     const Recordset records =

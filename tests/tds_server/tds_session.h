@@ -1,5 +1,4 @@
 #pragma once
-#include "call_parameters.h"
 #include "packets.h"
 #include "result_columns.h"
 
@@ -7,6 +6,13 @@
 #include <string>
 
 namespace kova::test {
+
+/// A call of sp_executesql, taken apart.
+struct ExecuteCall {
+    std::string text;
+    std::string declaration;     ///< such as "@P1 date"
+    std::vector<DateTime> dates; ///< the parameters, of which this server knows dates alone
+};
 
 enum class LogIns { Accept, Refuse, Ignore };
 
