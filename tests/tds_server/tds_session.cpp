@@ -13,10 +13,6 @@ constexpr unsigned moreFollows = 0x01, failed = 0x02, counted = 0x10, attentionS
 constexpr std::string_view dictated = "SEND ";
 constexpr std::int32_t logInFailed = 18456, invalidObject = 208, wrongSyntax = 102;
 
-std::int32_t serverNumber(const DatabaseError& error) {
-    return error.sqlState() == "42S02" ? invalidObject : wrongSyntax;
-}
-
 /// What a driver says to set up its session, which the embedded database neither knows nor needs.
 bool isHousekeeping(std::string_view text) {
     const auto start = text.substr(0, 4);
@@ -157,14 +153,10 @@ bool TdsSession::answerLogIn(const std::string& body) {
 
 void TdsSession::answer(const ExecuteCall& call) {
     const auto fault = server_.received(call);
-    if (isHousekeeping(call.text)) {
-        sendDone(doneToken, 0, 0);
-        return;
-    }
-    if (call.text.starts_with(dictated)) {
-        sendDictated(call.text.substr(dictated.size()));
-        return;
-    }
+    if (isHousekeeping(call.text))
+        return sendDone(doneToken, 0, 0);
+    if (call.text.starts_with(dictated))
+        return sendDictated(call.text.substr(dictated.size()));
     if (fault && suffer(*fault))
         return;
     try {
@@ -173,7 +165,7 @@ void TdsSession::answer(const ExecuteCall& call) {
             query.parameters.push_back({"", "", date});
         sendRows(server_.answer(query), fault);
     } catch (const DatabaseError& error) {
-        sendError(serverNumber(error), error.what());
+        sendError(error.sqlState() == "42S02" ? invalidObject : wrongSyntax, error.what());
     }
 }
 
@@ -193,17 +185,6 @@ bool TdsSession::suffer(const Fault& fault) {
         listenInVain();
     else
         return fault.kind == Fault::Kind::Stall; // the client's attention comes in as the next message
-    return true;
-}
-
-/// Whether the fault ends the answer between two rows.
-bool TdsSession::interrupt(const Fault& fault) {
-    if (fault.kind == Fault::Kind::FailLate)
-        sendError(fault.number, fault.message);
-    else if (fault.kind == Fault::Kind::StallLate)
-        flush(false);
-    else
-        return false;
     return true;
 }
 
@@ -236,22 +217,24 @@ void TdsSession::sendRows(Recordset records, const std::optional<Fault>& fault) 
         column.describe(writer_);
     std::size_t row = 0;
     for (;; records.moveNext(), ++row) {
-        const bool faulty = fault && row == fault->afterRows;
-        if (faulty && fault->kind == Fault::Kind::FailLate && records.endOfFile())
-            addDone(isCall_ ? doneInCallToken : doneToken, counted | moreFollows, row);
-        if (faulty && interrupt(*fault))
-            return;
+        const auto kind = fault && row == fault->afterRows ? fault->kind : Fault::Kind::Fail; // or no fault
+        if (kind == Fault::Kind::StallLate)
+            return flush(false);
+        if (kind == Fault::Kind::FailLate) {
+            if (records.endOfFile())
+                addDone(isCall_ ? doneInCallToken : doneToken, counted | moreFollows, row);
+            return sendError(fault->number, fault->message);
+        }
         if (records.endOfFile())
             break;
         const auto start = writer_.size();
         writer_.byte(0xD1);
         for (std::size_t i = 0; i < columns.size(); ++i)
             columns[i].writeCell(writer_, records.field(i));
-        if (faulty && fault->kind == Fault::Kind::BreakOff) {
+        if (kind == Fault::Kind::BreakOff) {
             writer_.cut((start + writer_.size()) / 2);
             flush(false);
-            stream_.hangUp();
-            return;
+            return stream_.hangUp();
         }
     }
     if (isCall_) {

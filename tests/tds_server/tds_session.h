@@ -52,7 +52,6 @@ class TdsSession {
     void answer(const ExecuteCall& call);
     void listenInVain() const;
     bool suffer(const Fault& fault);
-    bool interrupt(const Fault& fault);
     void sendDictated(const std::string& columns);
     void sendRows(Recordset records, const std::optional<Fault>& fault);
     void sendError(std::int32_t number, const std::string& message);
