@@ -11,16 +11,6 @@ namespace {
 using test::OdbcShop;
 using Rows = std::vector<std::string>;
 
-TEST(OdbcConnection, OpensWithBracesAtTheEndAndInAdosForm) {
-    const OdbcShop shop;
-    const std::string place = std::to_string(shop.server.port());
-    for (const std::string& text :
-         {"Driver=FreeTDS;Server=127.0.0.1;Port=" + place + ";Database=shop;Uid=till;Pwd={se;cret}",
-          "Provider=SQLOLEDB;Data Source=127.0.0.1," + place +
-              ";Initial Catalog=shop;User ID=till;Password='se;cret'"})
-        EXPECT_EQ(rowsOf(openOdbc(text)->query({"SELECT 7"})), Rows{"7"}) << text;
-}
-
 struct Served {
     Served(const SqliteHostDatabase& host, const std::string& version) : server(host.connection(), version) {}
     test::TdsServer server;

@@ -23,8 +23,6 @@ class TdsServer {
 
     /// Hangs up on everyone and listens no longer.
     void stop();
-    /// 0 before the first start.
-    [[nodiscard]] int port() const { return port_; }
     /// Listens again, on the same port.
     void start();
     /// Forgets all faults, takes every log-in, and listens.
