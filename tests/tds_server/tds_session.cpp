@@ -36,7 +36,7 @@ std::pair<WireReader, std::size_t> fieldAt(std::string_view body, std::size_t po
     return {WireReader(body.substr(offset)), place.word()};
 }
 
-constexpr unsigned ntext = 0x63, date = 0x28, nullableDateTime = 0x6F;
+constexpr unsigned ntextType = 0x63, dateType = 0x28, dateTimeType = 0x6F;
 
 /// Name and status come before the type.
 unsigned readType(WireReader& reader) {
@@ -47,7 +47,7 @@ unsigned readType(WireReader& reader) {
 
 std::string readText(WireReader& reader) {
     constexpr std::size_t lengthAndCollation = 4 + 5;
-    if (readType(reader) != ntext)
+    if (readType(reader) != ntextType)
         throw std::runtime_error("a text is expected");
     reader.bytes(lengthAndCollation);
     return reader.text(static_cast<std::size_t>(reader.number<std::int32_t>()) / 2);
@@ -56,11 +56,11 @@ std::string readText(WireReader& reader) {
 DateTime readDate(WireReader& reader) {
     using namespace std::chrono;
     const auto type = readType(reader);
-    if (type == date && reader.byte() == 3) {
+    if (type == dateType && reader.byte() == 3) {
         const auto low = reader.word();
         return local_days(0001y / January / 1) + days(low | static_cast<std::size_t>(reader.byte()) << 16);
     }
-    if (type == nullableDateTime && reader.byte() == 8 && reader.byte() == 8) {
+    if (type == dateTimeType && reader.byte() == 8 && reader.byte() == 8) {
         const auto day = local_days(1900y / January / 1) + days(reader.number<std::int32_t>());
         return day + milliseconds(std::int64_t{reader.number<std::uint32_t>()} * 10 / 3);
     }
