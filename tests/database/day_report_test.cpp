@@ -73,10 +73,7 @@ TEST(DayReport, ListsAndSumsTheWholeDayAndNothingElse) {
     EXPECT_EQ(linesFor({day, 3, {}}), Lines{});
 }
 
-struct Row {
-    Value amount;
-    std::int64_t coefficient = 1;
-};
+using Row = std::pair<Value, std::int64_t>; ///< amount and coefficient
 
 /// What the movements of a day come to, in units of a ten-thousandth; the number of an error below zero.
 std::int64_t balanceOf(const std::vector<Row>& rows) {
@@ -84,9 +81,9 @@ std::int64_t balanceOf(const std::vector<Row>& rows) {
     for (const char* name : {"moment", "activity", "payment", "order", "coefficient", "amount", "currency",
                              "note", "drawer", "operator"})
         found->addColumn(name);
-    for (const Row& row : rows) {
+    for (const auto& [amount, coefficient] : rows) {
         for (int column = 0; column < 10; ++column)
-            found->add(column == 4 ? row.coefficient : column == 5 ? row.amount : Value(Null{}));
+            found->add(column == 4 ? Value(coefficient) : column == 5 ? amount : Value(Null{}));
         found->endRow();
     }
     try {
@@ -98,17 +95,18 @@ std::int64_t balanceOf(const std::vector<Row>& rows) {
 
 TEST(DayReport, SumsExactlyWhateverTheColumnsTypeAndRefusesWhatNoSumCanHold) {
     const auto money = [](std::int64_t unscaled) { return Value(Decimal{unscaled, 4}); };
-    std::vector<Row> cents(1000, Row{0.1});
-    cents.insert(cents.end(), {{0.2, -1}, {std::int64_t{7}}, {Decimal{5, 1}}, {Decimal{-1234565, 6}}});
+    std::vector<Row> cents(1000, Row{0.1, 1});
+    cents.insert(cents.end(),
+                 {{0.2, -1}, {std::int64_t{7}, 1}, {Decimal{5, 1}, 1}, {Decimal{-1234565, 6}, 1}});
     EXPECT_EQ(balanceOf(cents), 1060654) << "100 - 0.2 + 7 + 0.5 - 1.2346, half a unit away from zero";
-    EXPECT_EQ(balanceOf({{money(9007199254740993)}}), 9007199254740993) << "more digits than a double has";
-    EXPECT_EQ(balanceOf({{money(Largest)}}), Largest);
-    EXPECT_EQ(balanceOf({{money(Largest)}, {money(1)}}), -6);
+    EXPECT_EQ(balanceOf({{money(9007199254740993), 1}}), 9007199254740993) << "more digits than a double has";
+    EXPECT_EQ(balanceOf({{money(Largest), 1}}), Largest);
+    EXPECT_EQ(balanceOf({{money(Largest), 1}, {money(1), 1}}), -6);
     EXPECT_EQ(balanceOf({{money(Largest), -1}, {money(2), -1}}), -6);
     EXPECT_EQ(balanceOf({{money(Largest), 2}}), -6);
-    EXPECT_EQ(balanceOf({{Largest}}), -6);
-    EXPECT_EQ(balanceOf({{1e18}}), -6);
-    EXPECT_EQ(balanceOf({{std::string_view("many")}}), -13);
+    EXPECT_EQ(balanceOf({{Largest, 1}}), -6);
+    EXPECT_EQ(balanceOf({{1e18, 1}}), -6);
+    EXPECT_EQ(balanceOf({{std::string_view("many"), 1}}), -13);
 }
 
 } // namespace

@@ -9,27 +9,22 @@
 namespace kova {
 namespace {
 
-std::vector<std::string> batchesOf(const std::string& file) {
-    std::vector<std::string> batches{""};
-    std::ifstream script(file);
-    for (std::string line; std::getline(script, line);) {
-        if (line == "GO")
-            batches.emplace_back();
-        else if (!line.starts_with("SET ") && !line.starts_with("--"))
-            batches.back() += line + "\n";
-    }
-    return batches;
-}
-
 TEST(ServerScript, MakesTheSameShopAsTheEmbeddedSample) {
     auto server = SqliteHostDatabase::inMemory();
-    std::string function;
-    for (const std::string& batch : batchesOf(KOVA_SERVER_SCRIPT)) {
-        if (batch.find("CREATE FUNCTION") != std::string::npos)
-            function = batch; // of a kind that SQLite does not have
-        else
-            server.execute(batch);
+    std::ifstream script(KOVA_SERVER_SCRIPT);
+    std::string function, batch;
+    for (std::string line; std::getline(script, line);) {
+        if (line == "GO") {
+            if (batch.find("CREATE FUNCTION") != std::string::npos)
+                function = batch; // of a kind that SQLite does not have
+            else
+                server.execute(batch);
+            batch.clear();
+        } else if (!line.starts_with("SET ") && !line.starts_with("--")) {
+            batch += line + "\n";
+        }
     }
+    server.execute(batch);
     auto embedded = SqliteHostDatabase::inMemory();
     embedded.createSchema();
     embedded.loadSample();

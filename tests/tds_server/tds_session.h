@@ -1,5 +1,4 @@
 #pragma once
-#include "packets.h"
 #include "result_columns.h"
 
 #include <optional>
