@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/database.h"
+#include "adapters/sqlite/sqlite_database.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -9,31 +9,27 @@
 
 namespace kova {
 
-/// A shop's database for one test: the schema without rows, written by the host and read through the port.
-class ShopDatabase {
-  public:
-    virtual ~ShopDatabase() = default;
-    /// Runs statements that every dialect understands.
-    virtual void execute(const std::string& sql) = 0;
-    virtual std::shared_ptr<DatabaseConnection> connection() = 0;
-};
-
+/// A way to a shop's database, which the host writes to and the component reads.
 struct DatabaseAdapter {
     std::string name;
-    std::unique_ptr<ShopDatabase> (*makeShop)();
+    std::shared_ptr<DatabaseConnection> (*open)(const SqliteHostDatabase& host);
 };
 inline void PrintTo(const DatabaseAdapter& adapter, std::ostream* out) {
     *out << adapter.name;
 }
 
-/// What every adapter promises. An adapter takes part by instantiating this suite.
+/// What every adapter promises of a shop without rows. An adapter takes part by instantiating this suite.
 class DatabaseContract : public testing::TestWithParam<DatabaseAdapter> {
   protected:
+    DatabaseContract() { host.createSchema(); }
     Recordset query(const std::string& text) { return connection->query(Query{text}); }
 
-    std::unique_ptr<ShopDatabase> shop = GetParam().makeShop();
-    std::shared_ptr<DatabaseConnection> connection = shop->connection();
+    SqliteHostDatabase host = SqliteHostDatabase::inMemory();
+    std::shared_ptr<DatabaseConnection> connection = GetParam().open(host);
 };
+
+/// Compares every cell with its value, the type included.
+void expectCells(Recordset records, const std::vector<std::vector<Value>>& expected);
 
 /// All rows, cells joined by "|": Null as "-", the others as in Switzerland.
 std::vector<std::string> rowsOf(Recordset records);

@@ -1,78 +1,112 @@
-// The report of a day from the tables of an embedded shop.
+// The report of a day, from the tables of an embedded shop and from cells of other types.
 #include "day_report.h"
+#include "day_report_texts.h"
 
 #include "adapters/sqlite/sqlite_database.h"
 #include "database_contract.h"
+#include "platform/error.h"
+
+#include <limits>
 
 namespace kova {
 namespace {
 
 using namespace std::chrono_literals;
+using Lines = std::vector<std::string>;
 
-class DayReportOfAShop : public testing::Test {
-  protected:
-    DayReportOfAShop() {
-        shop.createSchema();
-        shop.execute("INSERT INTO tabActivityDrawer(id, Description) VALUES (1, 'Versamento');"
-                     "INSERT INTO tabPagamenti(idpagamento, TipoPagamento, idOrdinamento) VALUES"
-                     " (1, 'Contanti', 20), (2, 'Bancomat', 10);"
-                     "INSERT INTO tabUtenti(idutente, Nome) VALUES (1, 'Zoë')");
-    }
-    void store(DateTime time, double amount, std::int32_t till = 1, std::int32_t user = 1,
-               std::int32_t payment = 1) {
-        shop.storeMovement({.dataOperazione = time,
-                            .tipoOperazione = 1,
-                            .idpagamento = payment,
-                            .importoIncassato = amount,
-                            .valuta = "€",
-                            .note = "nota",
-                            .cassetto = 2,
-                            .idCassa = till,
-                            .idutente = user});
-    }
-    [[nodiscard]] DayReport report(const DayScope& scope) const {
-        return makeDayReport(scope, shop.connection()->query(dayReportQuery(scope)), {});
-    }
-    SqliteHostDatabase shop = SqliteHostDatabase::inMemory();
-    DateTime day = dateTime(2026, 11, 16);
-};
+const RegionalSettings region = *regionalSettings("en-US");
+const DateTime day = dateTime(2026, 11, 16);
+constexpr std::int64_t Largest = std::numeric_limits<std::int64_t>::max();
 
-TEST_F(DayReportOfAShop, TakesInTheWholeDayAndNothingElse) {
-    store(day + 24h, 1);
-    store(day + 24h - 1s, 2);
-    store(day, 4);
-    store(day - 1s, 8);
-    shop.execute("INSERT INTO tabPagamentiScontriniBackoffice(DataOperazione, ImportoIncassato) VALUES"
-                 " ('2026-11-16 23:59:59.700', 16), (NULL, 32)");
-    const auto found = report({day + 13h, {}, {}}).movements;
-    ASSERT_EQ(found.size(), 3U);
-    EXPECT_EQ(found[0].amount, (Decimal{40000, 4})) << "in the order in which they happened";
-    EXPECT_EQ(found[1].amount, (Decimal{20000, 4}));
-    EXPECT_EQ(found[2].amount, (Decimal{160000, 4})) << "the last second has a whole second's length";
-    EXPECT_EQ(found[2].activity + found[2].payment + found[2].operatorName, "") << "nothing to name it by";
-    EXPECT_EQ(found[0].time, day);
-    EXPECT_EQ(found[0].activity, "Versamento");
-    EXPECT_EQ(found[0].payment, "Contanti");
-    EXPECT_EQ(found[0].currency, "€");
-    EXPECT_EQ(found[0].note, "nota");
-    EXPECT_EQ(found[0].drawer, 2);
-    EXPECT_EQ(found[0].operatorName, "Zoë");
+/// One line for each movement, then one for each sum of a payment type and of a currency.
+Lines linesOf(const DayReport& report) {
+    const auto money = [](Decimal amount) { return " " + moneyText(amount, region, Sign::OfNegative); };
+    Lines lines;
+    for (const auto& one : report.movements)
+        lines.push_back((one.time ? timeOfDayText(*one.time, region) : "") + "|" + one.activity + "|" +
+                        one.payment + "|" + one.currency + "|" + one.note + "|" + one.operatorName + "|" +
+                        std::to_string(one.drawer) + (one.amount ? money(*one.amount) : ""));
+    const auto sum = [&](const std::string& name, const MoneySum& of) {
+        lines.push_back(name + ": " + std::to_string(of.movements) + money(of.incoming) + money(of.outgoing) +
+                        money(of.balance()));
+    };
+    for (const auto& currency : report.sums) {
+        for (const auto& [payment, of] : currency.payments)
+            sum(payment, of);
+        sum(currency.currency, currency.total);
+    }
+    return lines;
 }
 
-TEST_F(DayReportOfAShop, IsRestrictedToTillAndUser) {
-    store(day + 9h, 1, 1, 1);
-    store(day + 9h, 2, 2, 1);
-    store(day + 9h, 4, 1, 2, 2);
-    const auto sum = [&](const DayScope& scope) {
-        const auto sums = report(scope).sums;
-        return sums.empty() ? 0 : sums[0].total.balance().unscaled / 10000;
+TEST(DayReport, ListsAndSumsTheWholeDayAndNothingElse) {
+    auto shop = SqliteHostDatabase::inMemory();
+    shop.createSchema();
+    shop.execute("INSERT INTO tabActivityDrawer(id, Description) VALUES (1, 'Versamento');"
+                 "INSERT INTO tabPagamenti(idpagamento, TipoPagamento, idOrdinamento) VALUES"
+                 " (1, 'Contanti', 20), (2, 'Bancomat', 30), (3, 'Carta', 10), (4, 'CONTANTI', 40);"
+                 "INSERT INTO tabUtenti(idutente, Nome) VALUES (1, 'Zoë')");
+    const auto linesFor = [&](const DayScope& scope) {
+        return linesOf(makeDayReport(scope, shop.connection()->query(dayReportQuery(scope)), region));
     };
-    EXPECT_EQ(sum({day, {}, {}}), 7);
-    EXPECT_EQ(sum({day, 1, {}}), 5);
-    EXPECT_EQ(sum({day, {}, 1}), 3);
-    EXPECT_EQ(sum({day, 1, 2}), 4);
-    EXPECT_EQ(sum({day, 3, {}}), 0);
-    EXPECT_EQ(report({day, {}, {}}).sums[0].payments[0].payment, "Bancomat") << "in the shop's own order";
+    EXPECT_EQ(linesFor({day, {}, {}}), Lines{});
+    shop.execute(
+        "INSERT INTO tabPagamentiScontriniBackoffice(DataOperazione, TipoOperazione, idpagamento,"
+        " Coefficiente, ImportoIncassato, Valuta, Note, Cassetto, idCassa, idutente) VALUES"
+        " ('2026-11-17 00:00:00', 1, 1, 1, 1, '€', NULL, 0, 1, 1),"
+        " ('2026-11-15 23:59:59', 1, 1, 1, 2, '€', NULL, 0, 1, 1),"
+        " ('2026-11-16 12:00:00', 1, 2, 1, 0.345, '€', '', 1, 2, 1)," // not in the order of the times
+        " ('2026-11-16 00:00:00', 1, 1, 1, 1234567.8901, '€', 'nota', 2, 1, 1),"
+        " ('2026-11-16 12:00:00', 9, 4, -1, 30, '€', NULL, 0, 1, 1),"
+        " ('2026-11-16 13:00:00', 1, 3, 1, 50, 'CHF', NULL, NULL, 1, 2),"
+        " ('2026-11-16 14:00:00', 1, 1, NULL, 7, 'chf', NULL, NULL, 1, 2),"
+        " ('2026-11-16 23:59:59.700', NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL)");
+    EXPECT_EQ(linesFor({day + 13h, {}, {}}),
+              (Lines{"12:00 AM|Versamento|Contanti|€|nota|Zoë|2 1,234,567.8901",
+                     "12:00 PM|Versamento|Bancomat|€||Zoë|1 0.345", "12:00 PM||CONTANTI|€||Zoë|0 \u221230.00",
+                     "1:00 PM|Versamento|Carta|CHF|||0 50.00", "2:00 PM|Versamento|Contanti|chf|||0 7.00",
+                     "11:59 PM||||||0", "Carta: 1 50.00 0.00 50.00", "Contanti: 1 7.00 0.00 7.00",
+                     "CHF: 2 57.00 0.00 57.00", "Contanti: 2 1,234,567.8901 \u221230.00 1,234,537.8901",
+                     "Bancomat: 1 0.345 0.00 0.345", "€: 3 1,234,568.2351 \u221230.00 1,234,538.2351"}));
+    EXPECT_EQ(linesFor({day, 1, {}}).size(), 4U + 5);
+    EXPECT_EQ(linesFor({day, {}, 1}).size(), 3U + 3);
+    EXPECT_EQ(linesFor({day, 1, 2}).size(), 2U + 3);
+    EXPECT_EQ(linesFor({day, 3, {}}), Lines{});
+}
+
+using Row = std::pair<Value, std::int64_t>; ///< amount and coefficient
+
+/// What the movements of a day come to, in units of a ten-thousandth; the number of an error below zero.
+std::int64_t balanceOf(const std::vector<Row>& rows) {
+    auto found = std::make_shared<Snapshot>();
+    for (const char* name : {"moment", "activity", "payment", "order", "coefficient", "amount", "currency",
+                             "note", "drawer", "operator"})
+        found->addColumn(name);
+    for (const auto& [amount, coefficient] : rows) {
+        for (int column = 0; column < 10; ++column)
+            found->add(column == 4 ? Value(coefficient) : column == 5 ? amount : Value(Null{}));
+        found->endRow();
+    }
+    try {
+        return makeDayReport({}, Recordset(found), region).sums.at(0).total.balance().unscaled;
+    } catch (const Error& error) {
+        return -error.number();
+    }
+}
+
+TEST(DayReport, SumsExactlyWhateverTheColumnsTypeAndRefusesWhatNoSumCanHold) {
+    const auto money = [](std::int64_t unscaled) { return Value(Decimal{unscaled, 4}); };
+    std::vector<Row> cents(1000, Row{0.1, 1});
+    cents.insert(cents.end(),
+                 {{0.2, -1}, {std::int64_t{7}, 1}, {Decimal{5, 1}, 1}, {Decimal{-1234565, 6}, 1}});
+    EXPECT_EQ(balanceOf(cents), 1060654) << "100 - 0.2 + 7 + 0.5 - 1.2346, half a unit away from zero";
+    EXPECT_EQ(balanceOf({{money(9007199254740993), 1}}), 9007199254740993) << "more digits than a double has";
+    EXPECT_EQ(balanceOf({{money(Largest), 1}}), Largest);
+    EXPECT_EQ(balanceOf({{money(Largest), 1}, {money(1), 1}}), -6);
+    EXPECT_EQ(balanceOf({{money(Largest), -1}, {money(2), -1}}), -6);
+    EXPECT_EQ(balanceOf({{money(Largest), 2}}), -6);
+    EXPECT_EQ(balanceOf({{Largest, 1}}), -6);
+    EXPECT_EQ(balanceOf({{1e18, 1}}), -6);
+    EXPECT_EQ(balanceOf({{std::string_view("many"), 1}}), -13);
 }
 
 } // namespace

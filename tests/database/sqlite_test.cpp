@@ -5,37 +5,27 @@
 
 #include <filesystem>
 #include <fstream>
+#include <unistd.h>
 
 namespace kova {
 namespace {
 
 using Rows = std::vector<std::string>;
 
-class SqliteShop final : public ShopDatabase {
-  public:
-    SqliteShop() { database_.createSchema(); }
-    void execute(const std::string& sql) override { database_.execute(sql); }
-    std::shared_ptr<DatabaseConnection> connection() override { return database_.connection(); }
-
-  private:
-    SqliteHostDatabase database_ = SqliteHostDatabase::inMemory();
-};
-
 class SqliteFile : public testing::Test {
   protected:
+    SqliteFile() { std::filesystem::create_directories(folder); }
     ~SqliteFile() override { std::filesystem::remove_all(folder); }
     [[nodiscard]] std::string path(const std::string& name) const { return (folder / name).string(); }
-    void write(const std::string& name, const std::string& content) const {
-        std::ofstream(path(name), std::ios::binary) << content;
-    }
-    static std::filesystem::path makeFolder() {
-        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        auto result = std::filesystem::temp_directory_path() / ("kova-sqlite-" + std::string(test->name()));
-        std::filesystem::remove_all(result);
-        std::filesystem::create_directories(result);
-        return result;
-    }
-    std::filesystem::path folder = makeFolder();
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("kova-sqlite-" + std::to_string(getpid()));
+};
+
+class SqliteHost : public testing::Test {
+  protected:
+    Recordset query(const std::string& text) { return host.connection()->query({text}); }
+    Rows rows(const std::string& text) { return rowsOf(query(text)); }
+    SqliteHostDatabase host = SqliteHostDatabase::inMemory();
 };
 
 TEST(SqliteDialect, RewritesServerTexts) {
@@ -65,74 +55,55 @@ TEST(SqliteDialect, LeavesEverythingElseAlone) {
         EXPECT_EQ(databaseErrorOf([&] { (void)toSqliteDialect(text); }).sqlState(), "42000");
 }
 
-TEST(SqliteHost, BothFormsOfADateTimeCompareAndSortAsTimes) {
-    auto host = SqliteHostDatabase::inMemory();
+TEST_F(SqliteHost, BothFormsOfADateTimeCompareAndSortAsTimes) {
     host.execute("CREATE TABLE t(w datetime, n int); INSERT INTO t VALUES"
                  "('2026-11-16T10:00:00',1),('2026-11-16 23:59:59.000',2),('2026-11-16',3),"
                  "('2026-11-17 00:00:00',4),('2026-11-15T23:59:59.999',5),(NULL,6)");
-    EXPECT_EQ(rowsOf(host.connection()->query(
-                  {"SELECT n FROM t WHERE w BETWEEN CONVERT(datetime,'2026-11-16T00:00:00',126) and"
-                   " CONVERT(datetime,'2026-11-16T23:59:59',126) ORDER BY n"})),
+    EXPECT_EQ(rows("SELECT n FROM t WHERE w BETWEEN CONVERT(datetime,'2026-11-16T00:00:00',126) and"
+                   " CONVERT(datetime,'2026-11-16T23:59:59',126) ORDER BY n"),
               (Rows{"1", "2", "3"}));
     EXPECT_EQ(databaseErrorOf([&] {
-                  (void)host.connection()->query(
-                      {"SELECT n FROM t WHERE w < CONVERT(datetime,'16/11/2026',126)"});
+                  rows("SELECT n FROM t WHERE w < CONVERT(datetime,'16/11/2026',126)");
               }).number(),
               DatabaseError::CommandFailed);
 
     host.createSchema();
     host.execute("INSERT INTO tabPagamentiScontriniBackoffice(id, DataOperazione) VALUES"
                  "(1,'2026-11-16T10:00:00'),(2,'2026-11-16 11:00:00')");
-    EXPECT_EQ(rowsOf(host.connection()->query(
-                  {"SELECT TOP 1 id FROM tabPagamentiScontriniBackoffice ORDER BY DataOperazione DESC"})),
+    EXPECT_EQ(rows("SELECT TOP 1 id FROM tabPagamentiScontriniBackoffice ORDER BY DataOperazione DESC"),
               Rows{"2"});
 }
 
-TEST(SqliteHost, CellsThatDoNotFitTheirColumnsStayWhatTheyAre) {
-    auto host = SqliteHostDatabase::inMemory();
+TEST_F(SqliteHost, CellsThatDoNotFitTheirColumnsStayWhatTheyAre) {
     host.execute("CREATE TABLE t(b bit, m money, w datetime, i int, x);"
                  "INSERT INTO t VALUES('yes', 'a lot', 'tomorrow', 'one', '2026-11-16 10:00:00'),"
                  "(x'00ff', 1e300, 20261116, 1.5, 7), (5, 9223372036854775807, '2026-02-30', 9e99, NULL)");
-    Recordset records = host.connection()->query({"SELECT *, m * 1 AS product FROM t"});
-    EXPECT_EQ(rowsOf(records)[0], "yes|a lot|tomorrow|one|2026-11-16 10:00:00|0");
-    records.moveNext();
-    EXPECT_EQ(records.field("b"), Value(std::string_view("\0\xff", 2)));
-    EXPECT_EQ(records.field("m"), Value(1e300));
-    EXPECT_EQ(records.field("w"), Value(std::int64_t{20261116}));
-    EXPECT_EQ(records.field("i"), Value(1.5));
-    EXPECT_EQ(records.field("product"), Value(1e300));
-    records.moveNext();
-    EXPECT_EQ(records.field("b"), Value(true));
-    EXPECT_EQ(records.field("m"), Value(std::int64_t{9223372036854775807}));
-    EXPECT_EQ(records.field("w"), Value(std::string_view("2026-02-30")));
+    const auto text = [](const char* value) { return Value(std::string_view(value)); };
+    expectCells(query("SELECT *, m * 1 AS product FROM t"),
+                {{text("yes"), text("a lot"), text("tomorrow"), text("one"), text("2026-11-16 10:00:00")},
+                 {std::string_view("\0\xff", 2), 1e300, std::int64_t{20261116}, 1.5, std::int64_t{7}, 1e300},
+                 {true, std::int64_t{9223372036854775807}, text("2026-02-30"), 9e99, Null{}}});
 }
 
-TEST(SqliteHost, TheComponentsConnectionOnlyReads) {
-    auto host = SqliteHostDatabase::inMemory();
+TEST_F(SqliteHost, TheComponentsConnectionOnlyReads) {
     host.createSchema();
-    const auto connection = host.connection();
     for (const char* text : {"INSERT INTO tabValute VALUES('x')", "DROP TABLE tabValute",
                              "SELECT 1; INSERT INTO tabValute VALUES('x')", "", " -- nothing"})
-        EXPECT_EQ(databaseErrorOf([&] { (void)connection->query({text}); }).number(),
-                  DatabaseError::CommandFailed)
-            << text;
-    EXPECT_EQ(rowsOf(connection->query({"SELECT count(*) FROM tabValute ; -- done"})), Rows{"0"});
+        EXPECT_EQ(databaseErrorOf([&] { rows(text); }).number(), DatabaseError::CommandFailed) << text;
+    EXPECT_EQ(rows("SELECT count(*) FROM tabValute ; -- done"), Rows{"0"});
 }
 
-TEST(SqliteHost, TheDailyFunctionReadsWhateverTheViewIs) {
-    auto host = SqliteHostDatabase::inMemory();
+TEST_F(SqliteHost, TheDailyFunctionReadsWhateverTheViewIs) {
     host.createSchema();
     const auto daily = [&](const std::string& columns) {
         Query query{"SELECT " + columns + " FROM [dbo].[GetDailyOperation](?)"};
-        query.parameters = {dayParameter(dateTime(2026, 11, 16))};
+        query.parameters = {dayParameter(dateTime(2026, 11, 16, 10, 30))};
         return rowsOf(host.connection()->query(query));
     };
-    const std::string as =
-        " AS [Data-Ora Aggiornamento], 1 AS Cassetto, 'a' AS [Tipo Operazione], NULL AS"
-        " [Tipo Pagamento], 2.5 AS importo, '€' AS valuta, NULL AS [Note Movimento], 'b' AS"
-        " Operatore";
     host.execute(
-        "DROP VIEW Daily_Operation; CREATE VIEW dbo.Daily_Operation AS SELECT '2026-11-16T09:00:00'" + as +
+        "DROP VIEW Daily_Operation; CREATE VIEW dbo.Daily_Operation AS SELECT '2026-11-16T09:00:00'"
+        " AS [Data-Ora Aggiornamento], 1 AS Cassetto, 'a' AS [Tipo Operazione], NULL AS"
+        " [Tipo Pagamento], 2.5 AS importo, '€' AS valuta, NULL AS [Note Movimento], 'b' AS Operatore"
         " UNION ALL SELECT '2026-11-17 09:00:00', 1, 'a', NULL, 2.5, '€', NULL, 'b'");
     EXPECT_EQ(daily("*"), Rows{"16.11.2026 09:00:00|1|a|-|2.5|€|-|b"});
 
@@ -143,30 +114,24 @@ TEST(SqliteHost, TheDailyFunctionReadsWhateverTheViewIs) {
 }
 
 TEST_F(SqliteFile, ConnectionStringsNameAnExistingDatabase) {
-    SqliteHostDatabase::openFile(path("shop;1.db")).createSchema();
-    write("empty.db", "");
-    write("text.db", std::string(5000, 'x'));
+    const std::string file = path("shop;1.db"), empty = path("empty.db"), text = path("text.db");
+    SqliteHostDatabase::openFile(file).createSchema();
+    std::ofstream(empty).flush();
+    std::ofstream(text) << std::string(5000, 'x');
     SqliteProvider provider;
-    const std::string file = path("shop;1.db");
-    for (const std::string& text :
-         {"Data Source=\"" + file + "\"", "Provider=x ; DATA source = '" + file + "' ;Mode=Read"})
-        EXPECT_EQ(rowsOf(provider.open(text)->query({"SELECT count(*) FROM dbo.tabValute"})), Rows{"0"})
-            << text;
-    EXPECT_EQ(
-        provider.open("data source= " + path("empty.db") + " ;")->query({"SELECT 1 WHERE 0"}).recordCount(),
-        0);
-
-    for (const std::string& text :
+    for (const std::string& source :
+         {"Data Source=\"" + file + "\"", "Provider=x ; DATA source = '" + file + "' ;Mode=Read",
+          "data source= " + empty + " ;"})
+        EXPECT_EQ(rowsOf(provider.open(source)->query({"SELECT 1"})), Rows{"1"}) << source;
+    for (const std::string& source :
          {std::string(), std::string("Server=till;Database=shop"), std::string("Data Source"),
           std::string("Data Source="), std::string("Data Source=:memory:"), "Data Source=" + file,
-          "Data Source=" + path("absent.db"), "Data Source=" + folder.string(),
-          "Data Source=" + path("text.db")}) {
-        const auto error = databaseErrorOf([&] { (void)provider.open(text); });
-        EXPECT_EQ(error.number(), DatabaseError::Unspecified) << text;
-        EXPECT_EQ(error.sqlState(), "HY000") << text;
-        const std::string reason = error.what();
-        EXPECT_EQ(reason.find(folder.string()) == reason.npos, text.find(folder.string()) == text.npos)
-            << reason;
+          "Data Source=" + path("absent.db"), "Data Source=" + folder.string(), "Data Source=" + text}) {
+        const auto error = databaseErrorOf([&] { (void)provider.open(source); });
+        EXPECT_EQ(error.number(), DatabaseError::Unspecified) << source;
+        EXPECT_EQ(error.sqlState(), "HY000") << source;
+        const std::string reason = error.what(), named = folder.string();
+        EXPECT_EQ(reason.find(named) == reason.npos, source.find(named) == source.npos) << reason;
     }
     EXPECT_FALSE(std::filesystem::exists(path("absent.db")));
 }
@@ -184,11 +149,9 @@ TEST_F(SqliteFile, ALockedDatabaseFailsAfterAShortWait) {
     EXPECT_EQ(reader->query({"SELECT * FROM tabValute"}).recordCount(), 0);
 }
 
-TEST(SqliteHost, TheSampleIsAShopWhoseTillsBalance) {
-    auto host = SqliteHostDatabase::inMemory();
+TEST_F(SqliteHost, TheSampleIsAShopWhoseTillsBalance) {
     host.createSchema();
     host.loadSample();
-    const auto rows = [&](const std::string& text) { return rowsOf(host.connection()->query({text})); };
     EXPECT_GE(rows("SELECT id FROM tabPagamentiScontriniBackoffice").size(), 300u);
     EXPECT_EQ(rows("SELECT idCassa, substr(DataOperazione, 1, 10) FROM tabPagamentiScontriniBackoffice"
                    " WHERE idpagamento = 1 AND DataOperazione < '2026-11-15' GROUP BY 1, 2"
@@ -203,10 +166,8 @@ TEST(SqliteHost, TheSampleIsAShopWhoseTillsBalance) {
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Sqlite, DatabaseContract,
-                         testing::Values(DatabaseAdapter{"Sqlite",
-                                                         []() -> std::unique_ptr<ShopDatabase> {
-                                                             return std::make_unique<SqliteShop>();
-                                                         }}),
+                         testing::Values(DatabaseAdapter{
+                             "Sqlite", [](const SqliteHostDatabase& host) { return host.connection(); }}),
                          [](const auto& adapter) { return adapter.param.name; });
 
 } // namespace kova

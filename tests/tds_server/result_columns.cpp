@@ -12,10 +12,6 @@ constexpr std::string_view collation("\x09\x04\xD0\x00\x34", 5); // Latin1_Gener
 constexpr std::size_t longestText = 4000;                        // characters of nvarchar(n)
 constexpr unsigned moneyScale = 4;
 
-std::string asPlainText(const Value& value) {
-    return asText(value, regionalSettings("en-US").value());
-}
-
 double asReal(const Value& value) {
     return asDouble(value, RegionalSettings());
 }
@@ -24,12 +20,6 @@ std::int64_t atMoneyScale(const Value& value) {
     if (const auto* const exact = std::get_if<Decimal>(&value); exact && exact->scale == moneyScale)
         return exact->unscaled;
     return std::llround(asReal(value) * 10000);
-}
-
-void writeMoney(WireWriter& writer, std::int64_t unscaled) {
-    writer.byte(8)
-        .number(static_cast<std::int32_t>(unscaled >> 32))
-        .number(static_cast<std::uint32_t>(unscaled));
 }
 
 /// Days since 1900 and three-hundredths of a second, as the server stores them.
@@ -48,8 +38,8 @@ void writeDateTime(WireWriter& writer, DateTime time) {
 ResultColumn::Type ResultColumn::typeOf(const Value& value) {
     if (std::holds_alternative<bool>(value))
         return Type::Bit;
-    if (const auto* const number = std::get_if<std::int64_t>(&value))
-        return *number == static_cast<std::int32_t>(*number) ? Type::Int : Type::BigInt;
+    if (std::holds_alternative<std::int64_t>(value))
+        return Type::Int;
     if (std::holds_alternative<double>(value))
         return Type::Float;
     if (std::holds_alternative<Decimal>(value))
@@ -89,8 +79,7 @@ void ResultColumn::describe(WireWriter& writer) const {
         writer.word(0);
     writer.word(nullable);
     // The type and the size of its longest cell, as the enumeration has them.
-    constexpr std::pair<unsigned, unsigned> sized[] = {{0x68, 1}, {0x26, 4}, {0x26, 8},
-                                                       {0x6D, 8}, {0x6E, 8}, {0x6F, 8}};
+    constexpr std::pair<unsigned, unsigned> sized[] = {{0x68, 1}, {0x26, 8}, {0x6D, 8}, {0x6E, 8}, {0x6F, 8}};
     if (type_ == Type::Text)
         writer.byte(0xE7).word(2 * characters_).bytes(collation);
     else if (type_ == Type::LongText && version_ >= Tds72) // nvarchar(max)
@@ -104,45 +93,25 @@ void ResultColumn::describe(WireWriter& writer) const {
 
 void ResultColumn::writeCell(WireWriter& writer, const Value& value) const {
     if (std::holds_alternative<Null>(value)) {
-        writeNull(writer);
-        return;
-    }
-    switch (type_) {
-    case Type::Bit:
-        writer.byte(1).byte(std::get<bool>(value) ? 1 : 0);
-        break;
-    case Type::Int:
-        writer.byte(4).number(static_cast<std::int32_t>(std::get<std::int64_t>(value)));
-        break;
-    case Type::BigInt:
-        writer.byte(8).number(std::get<std::int64_t>(value));
-        break;
-    case Type::Float:
-        writer.byte(8).number(asReal(value));
-        break;
-    case Type::Money:
-        writeMoney(writer, atMoneyScale(value));
-        break;
-    case Type::DateTime:
-        writeDateTime(writer, std::get<DateTime>(value));
-        break;
-    case Type::Text:
-    case Type::LongText:
-        if (const auto* const text = std::get_if<std::string_view>(&value))
-            writeText(writer, *text);
+        if (type_ == Type::Text)
+            writer.word(0xFFFF);
+        else if (type_ == Type::LongText && version_ >= Tds72)
+            writer.number(~std::uint64_t{0});
         else
-            writeText(writer, asPlainText(value));
-        break;
+            writer.byte(0);
+    } else if (type_ == Type::Bit) {
+        writer.byte(1).byte(std::get<bool>(value) ? 1 : 0);
+    } else if (type_ == Type::Int) {
+        writer.byte(8).number(std::get<std::int64_t>(value));
+    } else if (type_ == Type::Float) {
+        writer.byte(8).number(asReal(value));
+    } else if (type_ == Type::Money) { // the higher half comes first
+        writer.byte(8).number(std::rotl(static_cast<std::uint64_t>(atMoneyScale(value)), 32));
+    } else if (type_ == Type::DateTime) {
+        writeDateTime(writer, std::get<DateTime>(value));
+    } else {
+        writeText(writer, asText(value, regionalSettings("en-US").value()));
     }
-}
-
-void ResultColumn::writeNull(WireWriter& writer) const {
-    if (type_ == Type::Text)
-        writer.word(0xFFFF);
-    else if (type_ == Type::LongText && version_ >= Tds72)
-        writer.number(~std::uint64_t{0});
-    else
-        writer.byte(0);
 }
 
 void ResultColumn::writeText(WireWriter& writer, std::string_view text) const {

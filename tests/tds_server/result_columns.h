@@ -19,10 +19,9 @@ class ResultColumn {
     void writeCell(WireWriter& writer, const Value& value) const;
 
   private:
-    enum class Type { Bit, Int, BigInt, Float, Money, DateTime, Text, LongText };
+    enum class Type { Bit, Int, Float, Money, DateTime, Text, LongText };
     static Type typeOf(const Value& value);
     static Type common(Type a, Type b);
-    void writeNull(WireWriter& writer) const;
     void writeText(WireWriter& writer, std::string_view text) const;
     std::string name_;
     unsigned version_;

@@ -15,14 +15,6 @@ namespace {
 constexpr const char* user = "till";
 constexpr const char* password = "se;cret";
 
-sockaddr_in loopback(int port) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return address;
-}
-
 void switchOn(int socket, int level, int option) {
     const int on = 1;
     setsockopt(socket, level, option, &on, sizeof on);
@@ -38,7 +30,7 @@ TdsServer::TdsServer(std::shared_ptr<DatabaseConnection> database, std::string v
 void TdsServer::start() {
     listener_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     switchOn(listener_, SOL_SOCKET, SO_REUSEADDR);
-    sockaddr_in address = loopback(port_);
+    sockaddr_in address{AF_INET, htons(static_cast<std::uint16_t>(port_)), {htonl(INADDR_LOOPBACK)}, {}};
     socklen_t size = sizeof address;
     auto* const generic = reinterpret_cast<sockaddr*>(&address);
     if (bind(listener_, generic, size) != 0 || listen(listener_, 8) != 0 ||
@@ -49,14 +41,13 @@ void TdsServer::start() {
 }
 
 void TdsServer::accept() {
-    SessionServices& services = *this;
     for (;;) {
         const int socket = ::accept(listener_, nullptr, nullptr);
         if (socket < 0)
             return;
         switchOn(socket, IPPROTO_TCP, TCP_NODELAY);
         Client& client = clients_.emplace_back();
-        client.session = std::make_unique<TdsSession>(socket, services);
+        client.session = std::make_unique<TdsSession>(socket, *this);
         client.thread = std::thread([&session = *client.session] { session.run(); });
     }
 }
@@ -85,9 +76,14 @@ void TdsServer::add(Fault fault) {
     faults_.push_back(std::move(fault));
 }
 
-void TdsServer::clearFaults() {
-    const std::lock_guard lock(mutex_);
-    faults_.clear();
+void TdsServer::recover() {
+    setLogIns(LogIns::Accept);
+    {
+        const std::lock_guard lock(mutex_);
+        faults_.clear();
+    }
+    if (listener_ < 0)
+        start();
 }
 
 std::vector<ExecuteCall> TdsServer::takeReceived() {

@@ -15,24 +15,23 @@ namespace kova::test {
 /// loopback interface, answers from an embedded database, and fails on demand. It knows no SQL of its own,
 /// but for `SEND TYPE CELL …`: one row of columns, of which TYPE and CELL are the bytes in hexadecimal
 /// digits.
-class TdsServer final : private SessionServices {
+class TdsServer {
   public:
     /// Listens from now on. The database is used from other threads, while a client waits for its answer.
     explicit TdsServer(std::shared_ptr<DatabaseConnection> database, std::string version = "7.4");
-    ~TdsServer() override { stop(); }
+    ~TdsServer() { stop(); }
 
     /// Hangs up on everyone and listens no longer.
     void stop();
-    /// 0 before the first start.
-    [[nodiscard]] int port() const { return port_; }
     /// Listens again, on the same port.
     void start();
+    /// Forgets all faults, takes every log-in, and listens.
+    void recover();
     /// For FreeTDS, with a valid user; `more` is appended.
     [[nodiscard]] std::string connectionString(const std::string& more = "") const;
 
     void setLogIns(LogIns logIns) { logIns_ = logIns; }
     void add(Fault fault);
-    void clearFaults();
     /// What arrived since the last call, in order.
     std::vector<ExecuteCall> takeReceived();
     /// Highest byte of each protocol version that a client came in with.
@@ -43,9 +42,12 @@ class TdsServer final : private SessionServices {
         std::unique_ptr<TdsSession> session;
         std::thread thread;
     };
-    LogIns logIn(const std::string& user, const std::string& password, unsigned version) override;
-    std::optional<Fault> received(const ExecuteCall& call) override;
-    Recordset answer(const Query& query) override;
+    // For the sessions, on their own threads.
+    friend class TdsSession;
+    LogIns logIn(const std::string& user, const std::string& password, unsigned version);
+    std::optional<Fault> received(const ExecuteCall& call);
+    Recordset answer(const Query& query);
+
     void accept();
 
     std::shared_ptr<DatabaseConnection> database_;

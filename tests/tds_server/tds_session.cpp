@@ -1,5 +1,8 @@
 #include "tds_session.h"
 
+#include "platform/letter_case.h"
+#include "tds_server.h"
+
 #include <sstream>
 
 namespace kova::test {
@@ -8,19 +11,12 @@ namespace {
 constexpr unsigned doneToken = 0xFD, doneOfCallToken = 0xFE, doneInCallToken = 0xFF;
 constexpr unsigned moreFollows = 0x01, failed = 0x02, counted = 0x10, attentionSeen = 0x20;
 constexpr std::string_view dictated = "SEND ";
-constexpr std::size_t enoughToSend = 65536; ///< bytes
 constexpr std::int32_t logInFailed = 18456, invalidObject = 208, wrongSyntax = 102;
-
-std::int32_t serverNumber(const DatabaseError& error) {
-    return error.sqlState() == "42S02" ? invalidObject : wrongSyntax;
-}
 
 /// What a driver says to set up its session, which the embedded database neither knows nor needs.
 bool isHousekeeping(std::string_view text) {
-    for (const std::string_view start : {"SET ", "set ", "USE ", "use "})
-        if (text.starts_with(start))
-            return true;
-    return false;
+    const auto start = text.substr(0, 4);
+    return equalIgnoringCase(start, "SET ") || equalIgnoringCase(start, "USE ");
 }
 
 /// Every half byte of a password travels in the other half's place.
@@ -33,174 +29,174 @@ std::string readPassword(WireReader reader, std::size_t characters) {
     return WireReader(scrambled).text(characters);
 }
 
-/// A field of the log-in message: its place and its length in characters stand at `position`.
-template <class Read>
-std::string readField(const std::string& body, std::size_t position, Read read) {
-    WireReader place(std::string_view(body).substr(position));
+/// A reader behind the offset that stands at `position` of the log-in message, and the length after that.
+std::pair<WireReader, std::size_t> fieldAt(std::string_view body, std::size_t position) {
+    WireReader place(body.substr(position));
     const auto offset = place.word();
-    return read(WireReader(std::string_view(body).substr(offset)), place.word());
+    return {WireReader(body.substr(offset)), place.word()};
 }
 
-std::string readLogInText(WireReader reader, std::size_t characters) {
-    return reader.text(characters);
+constexpr unsigned ntextType = 0x63, dateType = 0x28, dateTimeType = 0x6F;
+
+/// Name and status come before the type.
+unsigned readType(WireReader& reader) {
+    reader.text(reader.byte());
+    reader.byte();
+    return reader.byte();
+}
+
+std::string readText(WireReader& reader) {
+    constexpr std::size_t lengthAndCollation = 4 + 5;
+    if (readType(reader) != ntextType)
+        throw std::runtime_error("a text is expected");
+    reader.bytes(lengthAndCollation);
+    return reader.text(static_cast<std::size_t>(reader.number<std::int32_t>()) / 2);
+}
+
+DateTime readDate(WireReader& reader) {
+    using namespace std::chrono;
+    const auto type = readType(reader);
+    if (type == dateType && reader.byte() == 3) {
+        const auto low = reader.word();
+        return local_days(0001y / January / 1) + days(low | static_cast<std::size_t>(reader.byte()) << 16);
+    }
+    if (type == dateTimeType && reader.byte() == 8 && reader.byte() == 8) {
+        const auto day = local_days(1900y / January / 1) + days(reader.number<std::int32_t>());
+        return day + milliseconds(std::int64_t{reader.number<std::uint32_t>()} * 10 / 3);
+    }
+    throw std::runtime_error("a date is expected");
+}
+
+/// Reads the body of a call, behind its headers. Throws std::runtime_error for anything that the component's
+/// driver does not send.
+ExecuteCall readExecuteCall(std::string_view body) {
+    WireReader reader(body);
+    constexpr unsigned byNumber = 0xFFFF, executeSql = 10;
+    if (reader.word() != byNumber || reader.word() != executeSql)
+        throw std::runtime_error("only sp_executesql can be called");
+    reader.word(); // options
+    ExecuteCall call;
+    call.text = readText(reader);
+    if (!reader.atEnd())
+        call.declaration = readText(reader);
+    while (!reader.atEnd())
+        call.dates.push_back(readDate(reader));
+    return call;
 }
 
 } // namespace
 
 void TdsSession::run() {
     try {
-        while (const auto message = stream_.receive()) {
-            if (message->kind == MessageKind::PreLogIn)
-                answerPreLogIn();
-            else if (message->kind == MessageKind::LogIn && answerLogIn(message->body))
-                loggedIn_ = true;
-            else if (message->kind == MessageKind::Batch && loggedIn_)
-                answerBatch(message->body);
-            else if (message->kind == MessageKind::Call && loggedIn_)
-                answerCall(message->body);
-            else if (message->kind == MessageKind::Attention && loggedIn_) {
-                addDone(doneToken, attentionSeen, 0);
-                flush();
-            } else
-                break;
-        }
+        for (auto message = stream_.receive(); message && answer(*message);)
+            message = stream_.receive();
     } catch (const std::runtime_error&) {
         // A message that makes no sense: the client sees the connection end.
     }
     stream_.hangUp();
 }
 
+/// Whether the session goes on.
+bool TdsSession::answer(const Message& message) {
+    isCall_ = message.kind == MessageKind::Call;
+    std::string_view text = message.body;
+    switch (message.kind) {
+    case MessageKind::PreLogIn:
+        answerPreLogIn();
+        return true;
+    case MessageKind::LogIn:
+        return answerLogIn(message.body);
+    case MessageKind::Attention:
+        sendDone(doneToken, attentionSeen, 0);
+        return true;
+    default:
+        if (version_ >= Tds72) // headers come first, and their size ahead of them
+            text.remove_prefix(std::min<std::size_t>(WireReader(text).number<std::uint32_t>(), text.size()));
+        answer(isCall_ ? readExecuteCall(text) : ExecuteCall{WireReader(text).text(text.size() / 2), {}, {}});
+        return true;
+    }
+}
+
 /// Offers no encryption: what goes over the loopback stays in the clear.
 void TdsSession::answerPreLogIn() {
-    constexpr unsigned version = 0, encryption = 1, end = 0xFF, notSupported = 2;
-    const auto option = [&](unsigned name, unsigned place, unsigned size) {
-        writer_.byte(name).byte(0).byte(place).byte(0).byte(size); // highest byte first
-    };
-    option(version, 11, 6);
-    option(encryption, 17, 1);
-    writer_.byte(end).byte(15).byte(0).word(0x07D0).word(0).byte(notSupported);
-    flush();
+    constexpr std::string_view version("\0\0\x0B\0\x06", 5), encryption("\1\0\x11\0\1", 5); // places, lengths
+    constexpr unsigned end = 0xFF, notSupported = 2;
+    writer_.bytes(version).bytes(encryption).byte(end);
+    writer_.byte(15).byte(0).word(0x07D0).word(0).byte(notSupported);
+    flush(true);
 }
 
 bool TdsSession::answerLogIn(const std::string& body) {
     WireReader reader(body);
     reader.number<std::uint32_t>(); // length
     const auto version = reader.number<std::uint32_t>();
-    const auto packetSize = reader.number<std::uint32_t>();
     version_ = version >> 24;
-    const auto user = readField(body, 40, readLogInText);
-    const auto what = services_.logIn(user, readField(body, 44, readPassword), version_);
+    auto [nameReader, nameLength] = fieldAt(body, 40);
+    const auto [passwordReader, passwordLength] = fieldAt(body, 44);
+    const auto user = nameReader.text(nameLength);
+    const auto what = server_.logIn(user, readPassword(passwordReader, passwordLength), version_);
     if (what == LogIns::Ignore)
         listenInVain();
     if (what != LogIns::Accept) {
-        sendError(logInFailed, "Login failed for user '" + user + "'.", false);
+        sendError(logInFailed, "Login failed for user '" + user + "'.");
         return false;
     }
-    addEnvironment(1, "shop", "master");
-    addEnvironment(2, "us_english", "");
     WireWriter acknowledgement;
     acknowledgement.byte(1);
     for (const unsigned shift : {24u, 16u, 8u, 0u})
         acknowledgement.byte(version >> shift & 0xFF);
     acknowledgement.shortText("Test server").byte(15).byte(0).byte(0x07).byte(0xD0);
     writer_.byte(0xAD).word(acknowledgement.size()).bytes(acknowledgement.built());
-    addEnvironment(4, std::to_string(packetSize), "4096");
-    addDone(doneToken, 0, 0);
-    flush();
-    stream_.setPacketSize(packetSize);
+    sendDone(doneToken, 0, 0);
     return true;
 }
 
-std::string_view TdsSession::withoutHeaders(std::string_view body) const {
-    if (version_ >= Tds72)
-        body.remove_prefix(std::min<std::size_t>(WireReader(body).number<std::uint32_t>(), body.size()));
-    return body;
-}
-
-void TdsSession::answerBatch(const std::string& body) {
-    const auto text = withoutHeaders(body);
-    answer({WireReader(text).text(text.size() / 2), {}, {}}, false);
-}
-
-void TdsSession::answerCall(const std::string& body) {
-    answer(readExecuteCall(withoutHeaders(body)), true);
-}
-
-void TdsSession::answer(const ExecuteCall& call, bool isCall) {
-    const auto fault = services_.received(call);
-    if (isHousekeeping(call.text)) {
-        addDone(doneToken, 0, 0);
-        flush();
-        return;
-    }
-    if (call.text.starts_with(dictated)) {
-        sendDictated(std::string_view(call.text).substr(dictated.size()));
-        return;
-    }
-    if (fault && fault->kind == Fault::Kind::Fail) {
-        sendError(fault->number, fault->message, isCall);
-        return;
-    }
+void TdsSession::answer(const ExecuteCall& call) {
+    const auto fault = server_.received(call);
+    if (isHousekeeping(call.text))
+        return sendDone(doneToken, 0, 0);
+    if (call.text.starts_with(dictated))
+        return sendDictated(call.text.substr(dictated.size()));
     if (fault && suffer(*fault))
         return;
     try {
         Query query{call.text};
         for (const DateTime date : call.dates)
             query.parameters.push_back({"", "", date});
-        sendRows(services_.answer(query), fault, isCall);
+        sendRows(server_.answer(query), fault);
     } catch (const DatabaseError& error) {
-        sendError(serverNumber(error), error.what(), isCall);
+        sendError(error.sqlState() == "42S02" ? invalidObject : wrongSyntax, error.what());
     }
 }
 
 /// Until the client hangs up, or the server stops.
-void TdsSession::listenInVain() {
+void TdsSession::listenInVain() const {
     while (stream_.receive()) {
     }
 }
 
 /// Whether the fault leaves nothing to answer.
 bool TdsSession::suffer(const Fault& fault) {
-    if (fault.kind == Fault::Kind::HangUp) {
+    if (fault.kind == Fault::Kind::Fail)
+        sendError(fault.number, fault.message);
+    else if (fault.kind == Fault::Kind::HangUp)
         stream_.hangUp();
-        return true;
-    }
-    if (fault.kind == Fault::Kind::Stall)
-        return true; // the client's attention comes in as the next message
-    if (fault.kind == Fault::Kind::StallDeadly) {
+    else if (fault.kind == Fault::Kind::StallDeadly)
         listenInVain();
-        return true;
-    }
-    return false;
-}
-
-/// Whether the fault ends the answer between two rows.
-bool TdsSession::interrupt(const Fault& fault, bool isCall) {
-    if (fault.kind == Fault::Kind::FailLate) {
-        sendError(fault.number, fault.message, isCall);
-    } else if (fault.kind == Fault::Kind::StallLate) {
-        sendSoFar(writer_.size());
-    } else {
-        return false;
-    }
+    else
+        return fault.kind == Fault::Kind::Stall; // the client's attention comes in as the next message
     return true;
 }
 
-void TdsSession::sendSoFar(std::size_t bytes) {
-    stream_.add(std::string_view(writer_.built()).substr(0, bytes));
-    writer_.clear();
-    stream_.sendSoFar();
-}
-
 /// One row of columns without names, each of them two words of hexadecimal digits: its type and its cell.
-void TdsSession::sendDictated(std::string_view columns) {
+void TdsSession::sendDictated(const std::string& columns) {
     const auto bytesOf = [](const std::string& digits) {
         std::string bytes;
         for (std::size_t i = 0; i + 1 < digits.size(); i += 2)
             bytes += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
         return bytes;
     };
-    std::istringstream words{std::string(columns)};
+    std::istringstream words(columns);
     std::string cells;
     std::size_t count = 0;
     WireWriter described;
@@ -209,11 +205,10 @@ void TdsSession::sendDictated(std::string_view columns) {
         cells += bytesOf(cell);
     }
     writer_.byte(0x81).word(count).bytes(described.built()).byte(0xD1).bytes(cells);
-    addDone(doneToken, counted, 1);
-    flush();
+    sendDone(doneToken, counted, 1);
 }
 
-void TdsSession::sendRows(Recordset records, const std::optional<Fault>& fault, bool isCall) {
+void TdsSession::sendRows(Recordset records, const std::optional<Fault>& fault) {
     std::vector<ResultColumn> columns;
     for (std::size_t i = 0; i < records.fieldCount(); ++i)
         columns.emplace_back(records, i, version_);
@@ -222,73 +217,62 @@ void TdsSession::sendRows(Recordset records, const std::optional<Fault>& fault, 
         column.describe(writer_);
     std::size_t row = 0;
     for (;; records.moveNext(), ++row) {
-        const bool faulty = fault && row == fault->afterRows;
-        if (faulty && fault->kind == Fault::Kind::FailLate && records.endOfFile())
-            addDone(isCall ? doneInCallToken : doneToken, counted | moreFollows, row);
-        if (faulty && interrupt(*fault, isCall))
-            return;
+        const auto kind = fault && row == fault->afterRows ? fault->kind : Fault::Kind::Fail; // or no fault
+        if (kind == Fault::Kind::StallLate)
+            return flush(false);
+        if (kind == Fault::Kind::FailLate) {
+            if (records.endOfFile())
+                addDone(isCall_ ? doneInCallToken : doneToken, counted | moreFollows, row);
+            return sendError(fault->number, fault->message);
+        }
         if (records.endOfFile())
             break;
         const auto start = writer_.size();
         writer_.byte(0xD1);
         for (std::size_t i = 0; i < columns.size(); ++i)
             columns[i].writeCell(writer_, records.field(i));
-        if (faulty && fault->kind == Fault::Kind::BreakOff) {
-            sendSoFar((start + writer_.size()) / 2);
-            stream_.hangUp();
-            return;
-        }
-        if (writer_.size() > enoughToSend) {
-            stream_.add(writer_.built());
-            writer_.clear();
+        if (kind == Fault::Kind::BreakOff) {
+            writer_.cut((start + writer_.size()) / 2);
+            flush(false);
+            return stream_.hangUp();
         }
     }
-    if (isCall) {
+    if (isCall_) {
         addDone(doneInCallToken, counted | moreFollows, row);
         writer_.byte(0x79).number(std::int32_t{0}); // the procedure's result
-        addDone(doneOfCallToken, 0, 0);
+        sendDone(doneOfCallToken, 0, 0);
     } else {
-        addDone(doneToken, counted, row);
+        sendDone(doneToken, counted, row);
     }
-    flush();
 }
 
-void TdsSession::sendError(std::int32_t number, const std::string& message, bool isCall) {
-    addError(number, message);
-    addDone(isCall ? doneOfCallToken : doneToken, failed, 0);
-    flush();
-}
-
-void TdsSession::addError(std::int32_t number, const std::string& message) {
+void TdsSession::sendError(std::int32_t number, const std::string& message) {
     constexpr unsigned state = 1, severity = 16;
     WireWriter error;
     error.number(number).byte(state).byte(severity).longText(message).shortText("TEST").shortText("");
+    error.word(1); // line, of four bytes since 7.2
     if (version_ >= Tds72)
-        error.number(std::int32_t{1}); // line
-    else
-        error.word(1);
+        error.word(0);
     writer_.byte(0xAA).word(error.size()).bytes(error.built());
+    sendDone(isCall_ ? doneOfCallToken : doneToken, failed, 0);
 }
 
 void TdsSession::addDone(unsigned token, unsigned status, std::size_t rows) {
     constexpr std::size_t select = 0xC1;
-    writer_.byte(token).word(status).word(select);
+    writer_.byte(token).word(status).word(select).number(static_cast<std::uint32_t>(rows));
     if (version_ >= Tds72)
-        writer_.number(std::uint64_t{rows});
-    else
-        writer_.number(static_cast<std::uint32_t>(rows));
+        writer_.number(std::uint32_t{0}); // the higher half of the count
 }
 
-void TdsSession::addEnvironment(unsigned kind, const std::string& now, const std::string& before) {
-    WireWriter change;
-    change.byte(kind).shortText(now).shortText(before);
-    writer_.byte(0xE3).word(change.size()).bytes(change.built());
+void TdsSession::flush(bool last) {
+    stream_.send(writer_.built(), last);
+    writer_.cut(0);
 }
 
-void TdsSession::flush() {
-    stream_.add(writer_.built());
-    writer_.clear();
-    stream_.finish();
+/// The end of a response.
+void TdsSession::sendDone(unsigned token, unsigned status, std::size_t rows) {
+    addDone(token, status, rows);
+    flush(true);
 }
 
 } // namespace kova::test

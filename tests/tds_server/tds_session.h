@@ -1,60 +1,68 @@
 #pragma once
-#include "call_parameters.h"
-#include "faults.h"
-#include "packets.h"
 #include "result_columns.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 
 namespace kova::test {
 
+/// A call of sp_executesql, taken apart.
+struct ExecuteCall {
+    std::string text;
+    std::string declaration;     ///< such as "@P1 date"
+    std::vector<DateTime> dates; ///< the parameters, of which this server knows dates alone
+};
+
 enum class LogIns { Accept, Refuse, Ignore };
 
-/// What a session asks of the server that it belongs to. Called from the session's own thread.
-class SessionServices {
-  public:
-    virtual ~SessionServices() = default;
-    /// What to do with this client.
-    virtual LogIns logIn(const std::string& user, const std::string& password, unsigned version) = 0;
-    /// A text has arrived, with the declaration of its parameters.
-    virtual std::optional<Fault> received(const ExecuteCall& call) = 0;
-    virtual Recordset answer(const Query& query) = 0;
+/// What the server does to a query whose text contains a piece.
+struct Fault {
+    enum class Kind {
+        Fail,       ///< refuses it with `number` and `message`
+        HangUp,     ///< hangs up without an answer
+        BreakOff,   ///< hangs up in the middle of the row that follows `afterRows` others
+        Stall,      ///< answers only when the client gives up
+        StallLate,  ///< the same behind `afterRows` rows
+        FailLate,   ///< refuses it with `number` and `message` behind `afterRows` rows, or behind the result
+        StallDeadly ///< answers never
+    };
+    std::string piece;
+    Kind kind = Kind::Fail;
+    std::size_t afterRows = 0;
+    std::int32_t number = 0;
+    std::string message = {};
+    int times = 1'000'000; ///< how many queries it meets
 };
+
+class TdsServer;
 
 /// One client's connection, from its first packet to its last.
 class TdsSession {
   public:
-    TdsSession(int socket, SessionServices& services) : stream_(socket), services_(services) {}
+    TdsSession(int socket, TdsServer& server) : stream_(socket), server_(server) {}
     void run();
     /// Ends `run`; for other threads.
     void hangUp() const { stream_.hangUp(); }
 
   private:
+    bool answer(const Message& message);
     void answerPreLogIn();
     bool answerLogIn(const std::string& body);
-    void answerBatch(const std::string& body);
-    void answerCall(const std::string& body);
-    void answer(const ExecuteCall& call, bool isCall);
-    void listenInVain();
+    void answer(const ExecuteCall& call);
+    void listenInVain() const;
     bool suffer(const Fault& fault);
-    void sendSoFar(std::size_t bytes);
-    bool interrupt(const Fault& fault, bool isCall);
-    void sendDictated(std::string_view columns);
-    void sendRows(Recordset records, const std::optional<Fault>& fault, bool isCall);
-    void sendError(std::int32_t number, const std::string& message, bool isCall);
-    void addError(std::int32_t number, const std::string& message);
+    void sendDictated(const std::string& columns);
+    void sendRows(Recordset records, const std::optional<Fault>& fault);
+    void sendError(std::int32_t number, const std::string& message);
+    void sendDone(unsigned token, unsigned status, std::size_t rows);
     void addDone(unsigned token, unsigned status, std::size_t rows);
-    void addEnvironment(unsigned kind, const std::string& now, const std::string& before);
-    std::string_view withoutHeaders(std::string_view body) const;
-    void flush();
+    void flush(bool last);
 
     PacketStream stream_;
-    SessionServices& services_;
+    TdsServer& server_;
     WireWriter writer_;
     unsigned version_ = 0x74;
-    bool loggedIn_ = false;
+    bool isCall_ = false; ///< that a call is being answered, not a batch
 };
 
 } // namespace kova::test
