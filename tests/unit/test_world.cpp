@@ -86,7 +86,7 @@ namespace {
 class RecordingLogger final : public ErrorLogger {
   public:
     explicit RecordingLogger(World& world) : world_(world) {}
-    void SetApplicationName(const std::string&) override {}
+    void SetApplicationName(const std::string& name) override { world_.logApplication = name; }
     void SetLogFile(const std::string& path) override { world_.logFile = path; }
     void LogError(const std::string& procedure, const std::string& message, const char*, std::int32_t,
                   const std::string&) override {

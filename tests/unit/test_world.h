@@ -162,7 +162,7 @@ class World {
 
     std::vector<LogRecord> log;
     std::vector<std::string> messages; ///< texts of the message window, and of platform boxes behind a "!"
-    std::string logFile;
+    std::string logApplication, logFile; ///< as the error log was told
     RegionalSettings regional;
     std::function<std::shared_ptr<DatabaseConnection>(const std::string&)>
         openDatabase;                         ///< instead of the double
