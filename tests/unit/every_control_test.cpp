@@ -121,18 +121,18 @@ TEST_F(EveryControl, LooksAsItDid) {
     pairs.runtime.change(1031);
     addWindow(pairs.dialog());
 
+    const auto addInEachLanguage = [&](const std::string& what, const auto& inLanguage) {
+        TraceLine line(what);
+        for (const int languageId : {1040, 1031, 9})
+            line.then(inLanguage(languageId));
+        add(line.text());
+    };
     for (int id = 1; id <= 61; ++id)
-        add(TraceLine("text " + std::to_string(id))
-                .then(italian.process.strings.GetString(id, 1040))
-                .then(italian.process.strings.GetString(id, 1031))
-                .then(italian.process.strings.GetString(id, 9))
-                .text());
+        addInEachLanguage("text " + std::to_string(id),
+                          [&](int languageId) { return italian.process.strings.GetString(id, languageId); });
     for (int word = 0; word <= static_cast<int>(Word::SaveList); ++word)
-        add(TraceLine("word " + std::to_string(word))
-                .then(inWords(static_cast<Word>(word), 1040))
-                .then(inWords(static_cast<Word>(word), 1031))
-                .then(inWords(static_cast<Word>(word), 9))
-                .text());
+        addInEachLanguage("word " + std::to_string(word),
+                          [&](int languageId) { return inWords(static_cast<Word>(word), languageId); });
 
     std::ostringstream expected;
     expected << std::ifstream(KOVA_EVERY_CONTROL).rdbuf();

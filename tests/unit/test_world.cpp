@@ -132,6 +132,8 @@ void World::passModal(Window& window) {
         messages.push_back(as<Label>(window.find("lblMessaggio")).caption());
     if (insideModal)
         insideModal(window);
+    if (faults.leaveModal)
+        return;
     if (window.visible() && message)
         as<PushButton>(window.find("cmd1")).press();
     else if (window.visible())
