@@ -1,16 +1,13 @@
-// What stands on every screen, in every layout and language, against every_control.trace. The test leaves
-// what it saw beside the program: where a difference is meant, that file is the new trace.
+// What stands on every screen, in every layout and language, against every_control.trace.
 #include "control_description.h"
 #include "services/words.h"
 #include "test_world.h"
 #include "trace.h"
+#include "trace_file.h"
 #include "widgets/date_field.h"
 #include "widgets/page_notice.h"
 
 #include <gtest/gtest.h>
-
-#include <fstream>
-#include <sstream>
 
 namespace kova::test {
 namespace {
@@ -134,11 +131,7 @@ TEST_F(EveryControl, LooksAsItDid) {
         addInEachLanguage("word " + std::to_string(word),
                           [&](int languageId) { return inWords(static_cast<Word>(word), languageId); });
 
-    std::ostringstream expected;
-    expected << std::ifstream(KOVA_EVERY_CONTROL).rdbuf();
-    if (seen.str() != expected.str())
-        std::ofstream("every_control.trace") << seen.str();
-    EXPECT_EQ(seen.str(), expected.str());
+    expectTrace("every_control", seen.str());
 }
 
 } // namespace
