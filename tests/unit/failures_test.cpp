@@ -22,6 +22,24 @@ class Failures : public testing::Test {
     ButtonGrid& grid(const std::string& name) { return control<ButtonGrid>("Pulsantiera_" + name); }
     void press(const char* button) { control<PushButton>(button).press(); }
     bool canConfirm() { return control<PushButton>("cmdConferma").enabled(); }
+    /// Makes every window of the coin count fail so from its loading on.
+    void failWhenCounting(const std::string& name, Property property, std::optional<int> index = {}) {
+        world.onPresent = [=, this](Window& window) {
+            if (window.name() == "frm_CaricaMoneta")
+                fault = failAt(*window.find(name, index), property);
+        };
+    }
+    TextBox& field(int index) { return world.coin<TextBox>("txtValuta", index); }
+    void select(Control& control) { control.window().moveFocus(control); }
+    void load(int index, const std::string& count) {
+        select(field(index));
+        world.coin<TextBox>("txt_valuta").paste(count);
+        pressCoin("CMD_Carica");
+    }
+    void pressCoin(const char* button) { world.coin<PushButton>(button).press(); }
+    std::string display() { return control<TextBox>("txtVisore").text(); }
+    frm_CaricaMoneta& coins() { return *world.process.coinDialog; }
+
     World world;
     cls_Kova_Drawer_Man& component = *world.component;
     SelectionState& selection = world.process.selection;
@@ -82,30 +100,14 @@ TEST_F(Failures, OfStartUpActivationAndPresetKeepTheDialogUsable) {
     EXPECT_TRUE(grid("Attivita").enabled());
 }
 
-TEST_F(Failures, OfSelectingLeaveTheMarkAndTheFormerSelection) {
+TEST_F(Failures, OfSelectingLeaveTheFormerSelection) {
     world.show();
-    for (const char* name : {"Attivita", "Pagamenti", "Pagamenti_Versamenti", "Valuta"}) {
-        grid(name).setVisible(true);
-        grid(name).addButton("", "no key", {}, {}, "");
-    }
-    control<GroupFrame>("frame_valuta").setVisible(true);
-    grid("Pagamenti").touch("2");
-    grid("Pagamenti").touch("");
-    expectOneRecord("Pulsantiera_Pagamenti_buttonClick", "Type mismatch");
-    EXPECT_EQ(selection.idPagamento, 2);
-    EXPECT_TRUE(grid("Pagamenti").find("")->marked);
-
-    grid("Attivita").touch("");
-    world.wait(50);
-    expectOneRecord("TimerAttivita_Timer", "Type mismatch");
-    grid("Pagamenti_Versamenti").touch("");
-    world.wait(50);
-    expectOneRecord("TimerVersamenti_Timer", "Type mismatch");
-    EXPECT_EQ(selection.idAttivita, -1);
-    EXPECT_EQ(selection.idPagamentoVersamento, -1);
-
+    for (const char* name : {"frame_valuta", "Pulsantiera_Pagamenti_Versamenti"})
+        world.dialog().find(name)->setVisible(true);
+    for (const char* name : {"Pagamenti_Versamenti", "Valuta"})
+        grid(name).addButton("2", "", {}, {}, "");
     fault = failAt(grid("Valuta"), Property::Marks);
-    grid("Valuta").touch("");
+    grid("Valuta").touch("2");
     expectOneRecord("Pulsantiera_Valuta_buttonClick");
     EXPECT_EQ(selection.Valuta, "€");
 
@@ -154,7 +156,7 @@ TEST_F(Failures, OfConfirmingNeverLeaveTheButtonDisabled) {
     press("cmdConferma");
     expectOneRecord("cmdConferma_Click", "Unknown error");
     EXPECT_TRUE(canConfirm());
-    EXPECT_EQ(control<TextBox>("txtVisore").text(), "12,5");
+    EXPECT_EQ(display(), "12,5");
     world.sink = {};
 
     component.ChiusuraAutomatica(true);
@@ -163,7 +165,7 @@ TEST_F(Failures, OfConfirmingNeverLeaveTheButtonDisabled) {
     expectOneRecord("cmdConferma_Click", "no timer");
     EXPECT_EQ(world.sink.movements.size(), 1U);
     EXPECT_TRUE(canConfirm());
-    EXPECT_EQ(control<TextBox>("txtVisore").text(), "");
+    EXPECT_EQ(display(), "");
     world.faults.startTimer = false;
 
     // A failing reload after the host has stored the movement still counts as saved.
@@ -222,6 +224,119 @@ TEST_F(Failures, AreSilentAtTheKeyboardAndTheMessageButton) {
     };
     press("cmdConferma");
     EXPECT_EQ(world.messages.size(), 1U);
+    EXPECT_TRUE(world.takeLog().empty());
+}
+
+TEST_F(Failures, OfTakingACountKeepItForTheNextOpening) {
+    world.show();
+    fault = failAt(control<TextBox>("txtVisore"), Property::Text);
+    world.countCoins([&] {
+        load(8, "5");
+        field(28).setText("7"); // a new start-up would make it 0
+        pressCoin("CMD_CaricaMoneta");
+    });
+    expectOneRecord("cmd_CaricaMoneta_Click");
+    fault.disconnect();
+    EXPECT_EQ(display(), "5") << "the amount is there";
+    EXPECT_EQ(selection.idPagamento, -1) << "the payment was not reached";
+    ASSERT_NE(world.process.coinDialog, nullptr);
+    EXPECT_FALSE(coins().window()->visible());
+    EXPECT_EQ(control<PushButton>("cmdConferma").reach(), Gesture::Done) << "nothing blocks the dialog";
+
+    control<TextBox>("txtVisore").setText("");
+    world.countCoins([&] {
+        EXPECT_EQ(field(8).text() + field(28).text(), "57");
+        EXPECT_EQ(coins().IndiceMoneta(), 8);
+        EXPECT_EQ(coins().getImportoPrimaValuta(), 5);
+        pressCoin("CMD_Annulla");
+    });
+    EXPECT_EQ(display(), "") << "cancelling takes nothing, though the count was confirmed before";
+    EXPECT_EQ(world.process.coinDialog, nullptr);
+}
+
+TEST_F(Failures, OfOpeningACountLeaveNothingBehind) {
+    world.show();
+    world.faults.present = true;
+    press("CMD_CaricaMoneta");
+    expectOneRecord("cmd_CaricaMoneta_Click", "no window");
+    EXPECT_EQ(world.process.coinDialog, nullptr);
+    world.faults.present = false;
+
+    // The captions come before the start-up's own trap.
+    world.runtime.change(1031);
+    failWhenCounting("CMD_Annulla", Property::Caption);
+    press("CMD_CaricaMoneta");
+    expectOneRecord("cmd_CaricaMoneta_Click");
+    EXPECT_EQ(world.process.coinDialog, nullptr);
+    world.onPresent = {};
+
+    world.faults.leaveModal = true;
+    press("CMD_CaricaMoneta");
+    EXPECT_EQ(world.process.windows.active(), &world.dialog())
+        << "the loop ended with the window on the screen";
+    EXPECT_EQ(world.process.coinDialog, nullptr);
+
+    world.faults.runModal = true;
+    press("CMD_CaricaMoneta");
+    expectOneRecord("cmd_CaricaMoneta_Click", "no loop");
+    EXPECT_FALSE(coins().window()->visible());
+    EXPECT_EQ(world.process.windows.active(), &world.dialog());
+}
+
+TEST_F(Failures, OfCountingAreRecordedWhereTheyHappen) {
+    world.show();
+    failWhenCounting("txtValuta", Property::BackColor, 20);
+    world.countCoins([&] {
+        expectOneRecord("load form CaricaMonete");
+        EXPECT_FALSE(field(20).locked()) << "start-up ended at the failing step";
+        EXPECT_EQ(world.coin<PushButton>("CMD_Annulla").icon(), PushButton::Icon::None);
+    });
+    world.onPresent = {};
+    world.countCoins([&] {
+        fault = failAt(world.coin<PushButton>("CMD_Carica"), Property::Caption);
+        select(field(3));
+        expectOneRecord("txtValuta_GotFocus");
+        EXPECT_EQ(field(3).backColor(), colors::White);
+        fault = failAt(world.coin<TextBox>("txt_valuta"), Property::Text);
+        coins().window()->typeCharacter(U'4');
+        expectOneRecord("Form_KeyPress");
+        pressCoin("CMD_Carica");
+        expectOneRecord("CMD_Carica_Click");
+        EXPECT_EQ(field(3).text(), "4");
+        EXPECT_EQ(coins().getImportoPrimaValuta(), 0) << "not reached";
+    });
+    for (const char* button : {"CMD_CaricaMoneta", "CMD_Annulla"})
+        world.countCoins([&] {
+            fault = failAt(*coins().window(), Property::Visible);
+            pressCoin(button);
+            expectOneRecord(std::string(button) + "_Click");
+        });
+    CoinCount tooShort(world.process, std::span(CoinCount::Denominations).first(16));
+    CoinCount::Counts counts;
+    counts[2] = counts[16] = "1";
+    tooShort.load(counts);
+    expectOneRecord("Coeff", "Subscript out of range");
+    EXPECT_EQ(tooShort.getImportoPrimaValuta(), 100) << "the other fields count";
+    EXPECT_EQ(tooShort.Coeff(-1) + tooShort.Coeff(CoinCount::FieldCount), 0);
+    EXPECT_TRUE(world.takeLog().empty()) << "an index that no field has is no failure";
+}
+
+TEST_F(Failures, OfUntrappedProceduresAreTheirCallers) {
+    world.show();
+    world.component->dialog()->setColorMetroStyle();
+    failWhenCounting("FrameMoney", Property::BackColor);
+    world.countCoins([&] {
+        EXPECT_TRUE(world.coin<PushButton>("CMD_Carica").ownColors()) << "the other colours can be shown";
+        load(3, "2");
+        fault = failAt(field(4), Property::Text);
+        EXPECT_THROW(pressCoin("CMD_cancella"), std::runtime_error);
+        EXPECT_EQ(coins().getImportoPrimaValuta(), 100) << "clearing stopped before the totals";
+        fault = failAt(world.coin<PushButton>("CMD_Annulla"), Property::Caption);
+        EXPECT_THROW(world.runtime.change(1031), std::runtime_error);
+        fault = failAt(world.coin<PushButton>("CMD_Carica"), Property::Caption);
+        EXPECT_THROW(select(world.coin<TextBox>("FlatEdit", 1)), std::runtime_error);
+        fault.disconnect();
+    });
     EXPECT_TRUE(world.takeLog().empty());
 }
 
