@@ -17,6 +17,27 @@ class Reentrancy : public testing::Test {
     World world;
 };
 
+TEST_F(Reentrancy, ASaveResetsWhatAFreshDialogShowsAndLeavesItTheRest) {
+    world.control<GroupFrame>("frameCassetti").setVisible(true);
+    world.sink.then = [&](const std::string& raised) {
+        if (raised != "SalvaPagamento")
+            return;
+        world.component->DiscardForm();
+        world.show();
+        EXPECT_TRUE(world.control<PushButton>("cmdCassetto", 3).latched()) << "the choice is still there";
+        world.control<TextBox>("txtVisore").paste("7");
+        world.control<ButtonGrid>("Pulsantiera_Attivita").touch("3");
+    };
+    world.composeMovement();
+    world.control<PushButton>("cmdCassetto", 3).press();
+    confirm();
+    EXPECT_EQ(world.control<TextBox>("txtVisore").text(), "7");
+    EXPECT_FALSE(world.control<PushButton>("cmdCassetto", 3).latched()) << "the save has reset it";
+    world.wait(100);
+    EXPECT_EQ(world.process.selection.idAttivita, 3) << "the fresh controls are alive";
+    EXPECT_TRUE(world.takeLog().empty());
+}
+
 TEST_F(Reentrancy, ACountThatWasUnloadedIsOver) {
     auto fault = failAt(world.control<TextBox>("txtVisore"), Property::Text);
     const auto count = [&] {
