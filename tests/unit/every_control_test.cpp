@@ -77,6 +77,7 @@ class EveryControl : public testing::Test {
                         .then(CoinCount(world.process).Coeff(i))
                         .text());
             }
+            addWindow(*world.process.coinDialog->window());
         });
         EXPECT_EQ(world.takeLog().size(), 0U);
     }
