@@ -1,10 +1,11 @@
 // What stands on every screen, in every layout and language, against every_control.trace.
+#include "coin_count/coin_controls.h"
 #include "control_description.h"
+#include "drawer_dialog/drawer_controls.h"
 #include "services/words.h"
 #include "test_world.h"
 #include "trace.h"
 #include "trace_file.h"
-#include "widgets/date_field.h"
 #include "widgets/page_notice.h"
 
 #include <gtest/gtest.h>
@@ -86,6 +87,12 @@ class EveryControl : public testing::Test {
 
 TEST_F(EveryControl, LooksAsItDid) {
     World italian;
+    DrawerControls dialog(italian.loop);
+    CoinControls coins;
+    add("== As designed");
+    addWindow(dialog.window);
+    addWindow(coins.window);
+
     addScreens(italian, "Italian");
     add(TraceLine("log").then(italian.logApplication).then(italian.logFile).text());
     italian.control<TabControl>("TabControl").touchTab(1);
