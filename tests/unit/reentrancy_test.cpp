@@ -38,6 +38,21 @@ TEST_F(Reentrancy, ASaveResetsWhatAFreshDialogShowsAndLeavesItTheRest) {
     EXPECT_TRUE(world.takeLog().empty());
 }
 
+TEST_F(Reentrancy, AnAnswerLeavesTheDialogAloneThatWasShownMeanwhile) {
+    world.database().table("TOP 1", {"Totale", "Nome", "DataOperazione"}, {{12.5, "Anna", Null{}}});
+    world.component->AttivaRecuperaFondoCassaPrecedente(true);
+    world.show();
+    world.insideBox = [&] {
+        world.component->DiscardForm();
+        world.show();
+        world.control<ButtonGrid>("Pulsantiera_Attivita").touch("3");
+    };
+    world.control<PushButton>("cmdRecuperaFondoCassaPrecedente").press();
+    world.wait(50);
+    EXPECT_EQ(world.process.selection.idAttivita, 3);
+    EXPECT_EQ(world.control<TextBox>("txtVisore").text(), "");
+}
+
 TEST_F(Reentrancy, ACountThatWasUnloadedIsOver) {
     auto fault = failAt(world.control<TextBox>("txtVisore"), Property::Text);
     const auto count = [&] {

@@ -73,7 +73,7 @@ class World::FaultyInterface final : public UserInterface {
         world_.messages.push_back("!" + message.text);
         if (world_.insideBox)
             world_.insideBox();
-        return MessageAnswer::Ok;
+        return (message.buttons & PlatformMessage::YesNo) != 0 ? MessageAnswer::Yes : MessageAnswer::Ok;
     }
     void setLanguage(std::int32_t) override {}
 
