@@ -60,6 +60,8 @@ class EveryControl : public testing::Test {
             control->accept(look);
             add(line.text());
         }
+        if (window.notice() != nullptr)
+            add("notice " + traced(window.notice()->bounds()));
     }
     /// The dialog, its first message, and the coin count with the caption and value of each field.
     void addScreens(World& world, const std::string& title) {
@@ -121,7 +123,6 @@ TEST_F(EveryControl, LooksAsItDid) {
     pairs.dialog().moveFocus(pairs.control<TextBox>("txtNote"));
     EXPECT_TRUE(front) << "the keyboard lies over the payments";
     addWindow(pairs.dialog());
-    add("notice " + traced(pairs.dialog().notice()->bounds()));
     add("== and with the language changed");
     pairs.runtime.change(1031);
     addWindow(pairs.dialog());

@@ -100,6 +100,17 @@ TEST_F(Reentrancy, AReleasedComponentLivesAsLongAsItsHandlers) {
     EXPECT_EQ(world.loop.timers().running(), 0U);
 }
 
+TEST_F(Reentrancy, AChoiceInAnotherDialogWhileAGridFillsIsMarked) {
+    const auto second = cls_Kova_Drawer_Man::create(world.process);
+    second->Show(0);
+    world.composeMovement();
+    world.loop.post(
+        [&] { as<ButtonGrid>(second->dialog()->window()->find("Pulsantiera_Pagamenti")).touch("2"); });
+    confirm();
+    EXPECT_EQ(world.process.selection.idPagamento, 2);
+    EXPECT_TRUE(world.control<ButtonGrid>("Pulsantiera_Pagamenti").find("2")->marked);
+}
+
 TEST_F(Reentrancy, EventsThatWaitWhileAGridFillsAreHandledBetweenItsRows) {
     world.composeMovement();
     world.sink.then = [&](const std::string& raised) {
