@@ -33,6 +33,10 @@ class Look : public ControlVisitor {
         const auto& menu = list.menuTexts();
         line_.then(menu.copy).then(menu.selectAll).then(menu.save).then(list.brokenOffText());
     }
+    void visit(ButtonGrid& grid) override {
+        line_.with("animated", grid.animated()).with("wrapped", grid.captionsWrapped());
+        line_.with("equalFonts", grid.equalFonts());
+    }
     void visit(NumericKeypad& pad) override { line_.with("decimalMark", pad.decimalMark()); }
 
   private:
