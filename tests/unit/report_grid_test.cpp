@@ -124,6 +124,19 @@ TEST_F(Report, SelectsRecordsAsListsDo) {
     EXPECT_EQ(selection(), "");
 }
 
+TEST_F(Report, ColumnsTakeTheirRoomFromTheNextOne) {
+    grid().adoptWidths({10, 30, 0});
+    grid().adoptWidths({1, 2}); // of another number of columns
+    grid().resizeColumn(2, 9);  // the last one has no next
+    const std::pair<int, int> asked[] = {{10, 10}, {25, 25}, {99, 35}, {0, 5}};
+    for (const auto& [width, given] : asked) {
+        grid().resizeColumn(0, width);
+        EXPECT_EQ(grid().columns()[0].width, given);
+        EXPECT_EQ(grid().columns()[1].width, 40 - given);
+    }
+    EXPECT_EQ(grid().columns()[2].width, 1);
+}
+
 TEST_F(Report, IsHandedOutAsText) {
     add({"a;b", "say \"c\"", "x\ty\r\nz"});
     grid().addRecord();
