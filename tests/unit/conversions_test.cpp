@@ -1,123 +1,102 @@
+// Texts, numbers and dates in each region, against conversions.trace.
 #include "services/conversions.h"
 #include "services/number_format.h"
 #include "services/numeric_key_filter.h"
 #include "test_world.h"
+#include "trace.h"
+#include "trace_file.h"
 #include "widgets/utf8.h"
 
-#include <gtest/gtest.h>
-
-namespace kova {
+namespace kova::test {
 namespace {
 
-const RegionalSettings Italian = *regionalSettings("it-IT");
-const RegionalSettings Swiss = *regionalSettings("de-CH");
-const RegionalSettings American = *regionalSettings("en_us");
-
-void expectNumber(const RegionalSettings& region, const std::string& text, std::optional<double> number) {
-    EXPECT_EQ(isNumeric(text, region), number.has_value()) << text;
-    if (number)
-        EXPECT_EQ(toDouble(text, region), *number) << text;
-    else
-        EXPECT_THROW((void)toDouble(text, region), Error) << text;
+/// The number of the error that it throws, or what it gives.
+template <class Convert>
+std::string result(const Convert& convert) {
+    try {
+        return traced(convert());
+    } catch (const Error& error) {
+        return "error " + std::to_string(error.number());
+    }
 }
 
-TEST(Numbers, TestAndConversionAgreeOnWhatANumberIs) {
-    const std::pair<std::string, double> numbers[] = {{"1.234,5", 1234.5},
-                                                      {" 7 ", 7},
-                                                      {"€ 5", 5},
-                                                      {"-€5", -5},
-                                                      {"5 €", 5},
-                                                      {"5,", 5},
-                                                      {",5", 0.5},
-                                                      {"007", 7},
-                                                      {"1e3", 1000},
-                                                      {"1e-400", 0},
-                                                      {"1.234.567", 1234567},
-                                                      {"0," + std::string(400, '0') + "1", 0}};
-    for (const auto& [text, number] : numbers)
-        expectNumber(Italian, text, number);
-    for (const char* text :
-         {"1,2,3", "12.5", "1.23", "1234.567", "1e400", ",", "", " ", "1 2", "--1", "1e", "abc", "€"})
-        expectNumber(Italian, text, {});
-    expectNumber(Italian, std::string(400, '9'), {});
-    expectNumber(American, "1,234.5", 1234.5);
-    expectNumber(American, "12,5", {});
-    expectNumber(American, "$1", 1);
-    expectNumber(Swiss, "1’234.5", 1234.5);
-    expectNumber(Swiss, "1'234.5", 1234.5);
-    expectNumber(Swiss, "1,5", {});
+std::vector<std::string> split(const std::string& list) {
+    std::vector<std::string> parts;
+    std::istringstream in(list);
+    for (std::string part; std::getline(in, part, '|');)
+        parts.push_back(part);
+    return parts;
 }
 
-TEST(Numbers, IntegersRoundHalfToEvenAndStayInRange) {
-    EXPECT_EQ(toInt32("2,5", Italian), 2);
-    EXPECT_EQ(toInt32("3,5", Italian), 4);
-    EXPECT_EQ(toInt16("-32768", Italian), -32768);
-    EXPECT_EQ(test::errorNumber([] { (void)toInt16("32768", Italian); }), 6);
-    EXPECT_EQ(test::errorNumber([] { (void)toInt32("2147483648", Italian); }), 6);
-    EXPECT_EQ(test::errorNumber([] { (void)toInt32("1e400", Italian); }), 6);
-    EXPECT_EQ(test::errorNumber([] { (void)toInt32("", Italian); }), 13);
-    EXPECT_EQ(keyToId("-1", Italian), -1);
-    EXPECT_EQ(test::errorNumber([] { (void)keyToId("2,5", Italian); }), 13)
-        << "no id is rounded to another one";
+const std::string Zeros(400, '0');
+const auto Texts =
+    split("1.234,5|1,234.5|1’234.5|1'234.5|12.5|12,5|1,2,3|1.23|1234.567|1.234.567| 7 |1 2|| |,|.|5,|,5|"
+          "007|-3|--1|€ 5|-€5|5 €|€|$1|CHF 2|abc|1e3|1e|1e-400|1e400|2,5|3,5|2.5|-32768|32768|"
+          "2147483648|-2147483648|+3|3-|1e+3|1e-3|1E3|-€ 5|€ -5|€5€|1.234.56|12.345|0.001|-,5|1.234,567|0," +
+          Zeros + "1|1" + Zeros);
+const auto Dates = split(
+    "6/11/2026|11/6/2026|06.11.26|2026-11-06|06/11/2026 23:59.59|11/6/2026 2:05:00 PM|6.11.2026|"
+    "6/11/2026 8:30||oggi|31/02/2026|29/2/2028|16/13/2026|6/11|6/11/2026 25:00|6/11/2026x|"
+    "6-11/2026|6/11/2026 10:60|6/11/2026 10:00:60|11/6/2026 12:05 AM|11/6/2026 12:05 PM|11/6/2026 13:05 PM|"
+    "11/6/2026 0:05 AM|11/6/2026 1:05 "
+    "AM|6/11/29|6/11/30|6/11/49|6/11/50|6/11/99|6/11/199|0/11/2026|31/4/2026|10/10/2026| 6/11/2026 "
+    "|6/11/2026 8|2026-11-06T08:30:00");
+const std::vector<double> Numbers{0.1 + 0.2, -0.0, 1234567.25, 1234567.891, 1e20, 1.005, -999.995,
+                                  -0.004,    0.5,  1e-30,      5,           0.05, 12345, 1e16};
+
+/// A row with each kind of value; returns how many.
+std::size_t addCells(Snapshot& row) {
+    const auto add = [&](const auto&... cells) {
+        ((row.addColumn("cell"), row.add(Value(cells))), ...);
+        row.endRow();
+        return sizeof...(cells);
+    };
+    return add(Null{}, true, false, std::int64_t{1}, std::int64_t{0}, std::int64_t{-7}, 2.5,
+               Decimal{-125000, 4}, Decimal{5, 4}, Decimal{10000, 4}, Decimal{-12345, 18},
+               LongDecimal{"-12345678901234567890.5"}, LongDecimal{"-.5"}, "True", "False", "yes", "1,0", "",
+               DateTime(std::chrono::milliseconds(-1)), TimeOfDayDate + std::chrono::hours(9));
 }
 
-TEST(Numbers, TextsShowNoBinaryNoise) {
-    EXPECT_EQ(toText(0.1 + 0.2, Italian), "0,3");
-    EXPECT_EQ(toText(-0.0, Italian), "0");
-    EXPECT_EQ(toText(1234567.25, American), "1234567.25");
-    EXPECT_EQ(toText(1e20, Italian), "1E+20");
-    EXPECT_EQ(asText(Decimal{-125000, 4}, Italian), "-12,5");
-    EXPECT_EQ(asText(Decimal{5, 4}, Swiss), "0.0005");
-    EXPECT_EQ(asText(Decimal{10000, 4}, Italian), "1");
-}
-
-TEST(Numbers, AmountsAreGroupedAndRoundedHalfAway) {
-    NumberFormat italian(Italian);
-    EXPECT_EQ(italian.FormatAmount(1234567.891, 2), "1.234.567,89");
-    EXPECT_EQ(italian.FormatAmount(1.005, 2), "1,01");
-    EXPECT_EQ(italian.FormatAmount(-999.995, 2), "-1.000,00");
-    EXPECT_EQ(italian.FormatAmount(-0.004, 2), "0,00");
-    EXPECT_EQ(italian.FormatAmount(0.5, 0), "1");
-    EXPECT_EQ(italian.FormatAmount(1e-30, 2), "0,00");
-    italian.SetAmountDecimals(3);
-    EXPECT_EQ(italian.FormatValue(0.1), "0,100");
-    italian.SetAmountDecimals(0);
-    EXPECT_EQ(italian.FormatValue(5) + ' ' + italian.FormatValue(0.5) + ' ' + italian.FormatValue(0.05) +
-                  ' ' + italian.FormatValue(0.1 + 0.2),
-              "5 0,5 0,05 0,3");
-    EXPECT_EQ(NumberFormat(Swiss).FormatAmount(12345, 2), "12’345.00");
-}
-
-TEST(Numbers, CellsCompareAndConvertByValue) {
-    EXPECT_TRUE(equalsNumber(std::int64_t{1}, 1, Italian));
-    EXPECT_TRUE(equalsNumber(Decimal{10000, 4}, 1, Italian));
-    EXPECT_TRUE(equalsNumber("1,0", 1, Italian));
-    EXPECT_FALSE(equalsNumber("", 1, Italian));
-    EXPECT_FALSE(equalsNumber(Null{}, 1, Italian));
-    EXPECT_TRUE(asBoolean("True", Italian));
-    EXPECT_FALSE(asBoolean(std::int64_t{0}, Italian));
-    EXPECT_EQ(test::errorNumber([] { (void)asBoolean("yes", Italian); }), 13);
-    EXPECT_EQ(test::errorNumber([] { (void)asInt32(Null{}, Italian); }), 13);
-    EXPECT_EQ(asText(NullToDefault(Null{}, "x"), Italian), "x");
-}
-
-TEST(Dates, AreReadAndWrittenInTheRegionsOrder) {
-    using namespace std::chrono;
-    const DateTime day = local_days(2026y / November / 6);
-    EXPECT_EQ(parseDate("6/11/2026", Italian), day);
-    EXPECT_EQ(parseDate("11/6/2026", American), day);
-    EXPECT_EQ(parseDate("06.11.26", Swiss), day);
-    EXPECT_EQ(parseDate("2026-11-06", American), day);
-    EXPECT_EQ(parseDate("06/11/2026 23:59.59", Italian), day + 24h - 1s);
-    EXPECT_EQ(parseDate("11/6/2026 2:05:00 PM", American), day + 14h + 5min);
-    for (const char* text :
-         {"", "oggi", "31/02/2026", "16/13/2026", "6/11", "6/11/2026 25:00", "6/11/2026x", "6-11/2026"})
-        EXPECT_FALSE(parseDate(text, Italian)) << text;
-    EXPECT_EQ(shortDate(day, Italian), "06/11/2026");
-    EXPECT_EQ(shortDate(day, American), "11/6/2026");
-    EXPECT_EQ(generalDate(day, Swiss), "06.11.2026");
-    EXPECT_EQ(generalDate(day + 14h + 5min, American), "11/6/2026 2:05:00 PM");
-    EXPECT_EQ(generalDate(day + 9h + 5s, Italian), "06/11/2026 09:00:05");
+TEST(Conversions, GiveTheSameAsEver) {
+    std::ostringstream seen;
+    for (const char* name : {"it-IT", "de-CH", "en_us", "de-DE", "en-GB"}) {
+        const RegionalSettings region = *regionalSettings(name);
+        seen << "== " << name << '\n';
+        for (const std::string& text : Texts) {
+            const std::string number = result([&] { return toDouble(text, region); });
+            EXPECT_EQ(isNumeric(text, region), !number.starts_with("error")) << text;
+            seen << traced(text.substr(0, 30)) << " is " << number << ", whole "
+                 << result([&] { return toInt32(text, region); }) << ", short "
+                 << result([&] { return toInt16(text, region); }) << ", key "
+                 << result([&] { return keyToId(text, region); }) << '\n';
+        }
+        NumberFormat format(region);
+        for (const double number : Numbers) {
+            seen << toText(number, region);
+            for (const std::int16_t decimals : std::initializer_list<std::int16_t>{0, 2, 3}) {
+                format.SetAmountDecimals(decimals);
+                seen << " | " << format.FormatAmount(number, decimals) << ' ' << format.FormatValue(number)
+                     << ' ' << format.FormatExactly(number);
+            }
+            seen << '\n';
+        }
+        for (const std::string& text : Dates) {
+            const auto date = parseDate(text, region);
+            seen << traced(text) << " is "
+                 << (date ? generalDate(*date, region) + ", day " + shortDate(*date, region) : "none")
+                 << '\n';
+        }
+        Snapshot row;
+        for (std::size_t i = 0, count = addCells(row); i < count; ++i) {
+            const Value cell = row.at(0, i);
+            seen << "cell " << asText(cell, region) << " is "
+                 << result([&] { return asDouble(cell, region); }) << ' '
+                 << result([&] { return asBoolean(cell, region); }) << ", one "
+                 << equalsNumber(cell, 1, region) << ", or " << asText(NullToDefault(cell, "x"), region)
+                 << '\n';
+        }
+    }
+    expectTrace("conversions", seen.str());
 }
 
 TEST(Texts, KeysAndLettersKeepTheirMeaning) {
@@ -132,4 +111,4 @@ TEST(Texts, KeysAndLettersKeepTheirMeaning) {
 }
 
 } // namespace
-} // namespace kova
+} // namespace kova::test

@@ -22,23 +22,5 @@ TEST(Recordset, KeepsTextsOfEveryLength) {
         EXPECT_EQ(snapshot->at(row, 0), Value(std::string_view(texts[row]))) << texts[row].size();
 }
 
-TEST(Recordset, KeepsEachKindOfValueWithWhatBelongsToIt) {
-    const Value values[] = {Null{},
-                            true,
-                            std::int64_t{-7},
-                            0.1,
-                            Decimal{-12345, 18},
-                            Decimal{5, 0},
-                            DateTime(std::chrono::milliseconds(-1))};
-    Snapshot snapshot;
-    for (const Value& value : values) {
-        snapshot.addColumn("c");
-        snapshot.add(value);
-    }
-    snapshot.endRow();
-    for (std::size_t column = 0; column < std::size(values); ++column)
-        EXPECT_EQ(snapshot.at(0, column), values[column]) << column;
-}
-
 } // namespace
 } // namespace kova

@@ -1,3 +1,4 @@
+// What a host and waiting events do inside a running handler, where a scenario cannot reach.
 #include "test_world.h"
 
 #include <gtest/gtest.h>
@@ -5,27 +6,31 @@
 namespace kova::test {
 namespace {
 
-TEST(Reentrancy, ASaveLeavesTheFreshDialogThatItsHostShowedInside) {
+class Reentrancy : public testing::Test {
+  protected:
+    void SetUp() override {
+        world.connect();
+        world.show();
+    }
+    void confirm() { world.control<PushButton>("cmdConferma").press(); }
+    std::size_t payments() { return world.control<ButtonGrid>("Pulsantiera_Pagamenti").buttons().size(); }
     World world;
-    world.database().setting("Attiva_Gestione_MultiCassetto", "1");
-    world.connect();
-    world.component->ChiusuraAutomatica(true);
+};
+
+TEST_F(Reentrancy, ASaveResetsWhatAFreshDialogShowsAndLeavesItTheRest) {
+    world.control<GroupFrame>("frameCassetti").setVisible(true);
     world.sink.then = [&](const std::string& raised) {
         if (raised != "SalvaPagamento")
             return;
-        for (int i = 0; i < 2; ++i) {
-            world.component->DiscardForm();
-            world.component->Show(0);
-        }
+        world.component->DiscardForm();
+        world.show();
         EXPECT_TRUE(world.control<PushButton>("cmdCassetto", 3).latched()) << "the choice is still there";
         world.control<TextBox>("txtVisore").paste("7");
         world.control<ButtonGrid>("Pulsantiera_Attivita").touch("3");
     };
-    world.show();
     world.composeMovement();
     world.control<PushButton>("cmdCassetto", 3).press();
-    world.control<PushButton>("cmdConferma").press();
-    EXPECT_EQ(world.sink.events, (std::vector<std::string>{"SalvaPagamento", "ApriCassetto"}));
+    confirm();
     EXPECT_EQ(world.control<TextBox>("txtVisore").text(), "7");
     EXPECT_FALSE(world.control<PushButton>("cmdCassetto", 3).latched()) << "the save has reset it";
     world.wait(100);
@@ -33,10 +38,22 @@ TEST(Reentrancy, ASaveLeavesTheFreshDialogThatItsHostShowedInside) {
     EXPECT_TRUE(world.takeLog().empty());
 }
 
-TEST(Reentrancy, ACountThatWasUnloadedIsOver) {
-    World world;
-    world.connect();
+TEST_F(Reentrancy, AnAnswerLeavesTheDialogAloneThatWasShownMeanwhile) {
+    world.database().table("TOP 1", {"Totale", "Nome", "DataOperazione"}, {{12.5, "Anna", Null{}}});
+    world.component->AttivaRecuperaFondoCassaPrecedente(true);
     world.show();
+    world.insideBox = [&] {
+        world.component->DiscardForm();
+        world.show();
+        world.control<ButtonGrid>("Pulsantiera_Attivita").touch("3");
+    };
+    world.control<PushButton>("cmdRecuperaFondoCassaPrecedente").press();
+    world.wait(50);
+    EXPECT_EQ(world.process.selection.idAttivita, 3);
+    EXPECT_EQ(world.control<TextBox>("txtVisore").text(), "");
+}
+
+TEST_F(Reentrancy, ACountThatWasUnloadedIsOver) {
     auto fault = failAt(world.control<TextBox>("txtVisore"), Property::Text);
     const auto count = [&] {
         world.coin<TextBox>("txtValuta", 24).setText("2");
@@ -57,103 +74,80 @@ TEST(Reentrancy, ACountThatWasUnloadedIsOver) {
     });
 }
 
-TEST(Reentrancy, ADialogDiscardedInsideASaveAppliesNothingMore) {
-    World world;
-    world.connect();
-    world.show();
-    world.composeMovement();
-    world.control<ButtonGrid>("Pulsantiera_Attivita").touch("1"); // takes effect 50 ms later
-    const auto applied = world.process.selection.idAttivita;
-    world.sink.then = [&](const std::string&) {
-        world.sink.then = {};
+TEST_F(Reentrancy, ACountMayBeClosedInsideItsOwnMessage) {
+    world.insideBox = [&] {
         world.component->DiscardForm();
-        world.wait(100);
-        EXPECT_EQ(world.process.selection.idAttivita, applied);
-        EXPECT_EQ(world.loop.timers().running(), 0U);
+        EXPECT_EQ(world.process.windows.windows().size(), 0U);
+        world.runtime.change(9); // a notifier of a closed dialog is released
     };
-    world.control<PushButton>("cmdConferma").press();
-    EXPECT_EQ(world.sink.movements.size(), 1U);
+    world.countCoins([&] { world.coin<PushButton>("CMD_Carica").press(); });
+    EXPECT_EQ(world.messages, (std::vector<std::string>{"!Selezionare il tipo di moneta!"}));
+    EXPECT_EQ(world.process.coinDialog, nullptr);
+    EXPECT_TRUE(world.takeLog().empty());
 }
 
-TEST(Reentrancy, AReleasedComponentLivesUntilItsShowReturns) {
-    World world;
-    world.connect();
-    std::weak_ptr<cls_Kova_Drawer_Man> alive = world.component;
-    auto* component = world.component.get();
-    world.insideModal = [&](Window& window) {
-        world.composeMovement();
+TEST_F(Reentrancy, AReleasedComponentLivesAsLongAsItsHandlers) {
+    const std::weak_ptr<cls_Kova_Drawer_Man> alive = world.component;
+    world.sink.then = [&](const std::string&) {
         world.component.reset();
-        as<PushButton>(window.find("cmdConferma")).press();
         EXPECT_FALSE(alive.expired());
     };
-    component->Show(1);
-    EXPECT_TRUE(alive.expired());
-    EXPECT_EQ(world.sink.movements.size(), 1U) << "the movement still reached the host";
-    EXPECT_TRUE(world.process.windows.windows().empty());
-}
-
-TEST(Reentrancy, ReleasingInsideAHandlerOfAModelessDialogIsSafe) {
-    World world;
-    world.connect();
-    world.sink.then = [&](const std::string&) { world.component.reset(); };
-    world.show();
     world.composeMovement();
-    world.control<PushButton>("cmdConferma").press();
-    EXPECT_EQ(world.component, nullptr);
+    confirm();
+    EXPECT_TRUE(alive.expired());
+    EXPECT_EQ(world.sink.events.size(), 2U) << "the drawer opens as well";
     EXPECT_TRUE(world.process.windows.windows().empty());
     EXPECT_EQ(world.loop.timers().running(), 0U);
 }
 
-TEST(Reentrancy, TouchesThatWaitWhileAGridFillsAreHandledBetweenItsRows) {
-    World world;
-    world.connect();
-    world.show();
+TEST_F(Reentrancy, AChoiceInAnotherDialogWhileAGridFillsIsMarked) {
+    const auto second = cls_Kova_Drawer_Man::create(world.process);
+    second->Show(0);
     world.composeMovement();
-    std::size_t buttonsSeen = 0;
+    world.loop.post(
+        [&] { as<ButtonGrid>(second->dialog()->window()->find("Pulsantiera_Pagamenti")).touch("2"); });
+    confirm();
+    EXPECT_EQ(world.process.selection.idPagamento, 2);
+    EXPECT_TRUE(world.control<ButtonGrid>("Pulsantiera_Pagamenti").find("2")->marked);
+}
+
+TEST_F(Reentrancy, EventsThatWaitWhileAGridFillsAreHandledBetweenItsRows) {
+    world.composeMovement();
     world.sink.then = [&](const std::string& raised) {
         if (raised != "SalvaPagamento")
             return;
         world.loop.post([&] {
-            auto& payments = world.control<ButtonGrid>("Pulsantiera_Pagamenti");
-            buttonsSeen = payments.buttons().size();
-            payments.touch("1");
+            EXPECT_EQ(payments(), 1U) << "the grid was not complete";
+            world.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
         });
     };
-    world.control<PushButton>("cmdConferma").press();
-    EXPECT_EQ(buttonsSeen, 1U) << "the grid was not complete";
+    confirm();
     EXPECT_EQ(world.process.selection.idPagamento, 1)
         << "a touch after the reset counts for the next movement";
 
-    world.sink.then = {};
+    // A second save inside leaves each button once.
+    world.composeMovement();
+    world.sink.then = [&](const std::string&) {
+        world.sink.then = {};
+        world.loop.post([&] {
+            world.composeMovement();
+            world.component->InserimentoAutomatico(true);
+            world.control<ButtonGrid>("Pulsantiera_Attivita").touch("3");
+            world.wait(50);
+        });
+    };
+    confirm();
+    world.component->InserimentoAutomatico(false);
+    EXPECT_EQ(world.sink.movements.size(), 3U);
+    EXPECT_EQ(payments(), 3U);
+    EXPECT_EQ(world.control<ButtonGrid>("Pulsantiera_Attivita").buttons().size(), 3U);
+
     world.composeMovement();
     world.loop.post([&] { world.component->DiscardForm(); });
-    world.control<PushButton>("cmdConferma").press();
+    confirm();
     EXPECT_FALSE(world.component->dialog()->loaded());
     EXPECT_TRUE(world.takeLog().empty());
-    EXPECT_EQ(world.sink.movements.size(), 2U);
-}
-
-TEST(Reentrancy, ASaveWhileAGridFillsLeavesEachButtonOnce) {
-    World world;
-    world.connect();
-    world.component->InserimentoAutomatico(true);
-    world.show();
-    const auto compose = [&world] {
-        world.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
-        world.control<TextBox>("txtVisore").paste("12,5");
-        world.control<TextBox>("txtNote").paste("RESTO");
-        world.control<ButtonGrid>("Pulsantiera_Attivita").touch("3");
-        world.wait(50);
-    };
-    world.sink.then = [&](const std::string& raised) {
-        if (raised == "SalvaPagamento" && world.sink.movements.size() == 1)
-            world.loop.post(compose);
-    };
-    compose();
-    EXPECT_EQ(world.sink.movements.size(), 2U);
-    EXPECT_EQ(world.control<ButtonGrid>("Pulsantiera_Pagamenti").buttons().size(), 3U);
-    EXPECT_EQ(world.control<ButtonGrid>("Pulsantiera_Attivita").buttons().size(), 3U);
-    EXPECT_TRUE(world.takeLog().empty());
+    EXPECT_EQ(world.sink.movements.size(), 4U);
 }
 
 } // namespace

@@ -14,11 +14,11 @@ class ScreenAidsTest : public testing::Test {
         world.connect();
         world.show();
     }
-    const ReadBack::Content& readBack() {
-        return world.control<NumericKeypad>("Virtual_KeyPAD").readBack()->content();
-    }
+    TextBox& display() { return world.control<TextBox>("txtVisore"); }
+    NumericKeypad& pad() { return world.control<NumericKeypad>("Virtual_KeyPAD"); }
+    const ReadBack::Content& readBack() { return pad().readBack()->content(); }
     std::string shownFor(const std::string& typed) {
-        world.control<TextBox>("txtVisore").setText(typed);
+        display().setText(typed);
         return readBack().amount;
     }
     std::string ways() {
@@ -27,17 +27,11 @@ class ScreenAidsTest : public testing::Test {
             all += way.text + ';';
         return all;
     }
-    std::string notice() { return world.dialog().notice()->text(); }
-    void confirm() { world.control<PushButton>("cmdConferma").press(); }
-    void composePair() {
-        world.component->DoppioInserimentoObbligatorio(true);
-        world.component->SetSoftwareName("Cassa");
-        open();
-        world.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
-        world.control<ButtonGrid>("Pulsantiera_Pagamenti_Versamenti").touch("2");
-        world.wait(50);
-        world.control<TextBox>("txtVisore").setText("1060");
+    PageNotice& notice() { return *world.dialog().notice(); }
+    void touch(const std::string& grid, const std::string& key) {
+        world.control<ButtonGrid>("Pulsantiera_" + grid).touch(key);
     }
+    void confirm() { world.control<PushButton>("cmdConferma").press(); }
     World world;
 };
 
@@ -59,21 +53,21 @@ TEST_F(ScreenAidsTest, ReadsBackTheVeryNumberThatWouldBeSent) {
     }
     world.runtime.change(1031);
     EXPECT_EQ(readBack().amount, "Keine Zahl") << "the language changes with the dialog open";
-    world.database().setting("CifreDecimali", "3");
-    world.component->Inizializza(world.process.SharedConnection);
-    EXPECT_EQ(shownFor("12,5"), "12,500 €");
+    for (const auto& [decimals, shown] : {std::pair{"3", "12,500 €"}, {"0", "12,5 €"}}) {
+        world.database().setting("CifreDecimali", decimals);
+        world.component->Inizializza(world.process.SharedConnection);
+        EXPECT_EQ(shownFor("12,5"), shown);
+    }
 }
 
 TEST_F(ScreenAidsTest, TellsTheDirectionThatWouldBeSent) {
     open();
-    auto& activities = world.control<ButtonGrid>("Pulsantiera_Attivita");
-    activities.touch("3");
+    touch("Attivita", "3");
     EXPECT_EQ(ways(), "") << "it is not applied yet";
     world.wait(50);
     EXPECT_EQ(ways(), "+ Entrata;");
-    activities.touch("2");
+    touch("Attivita", "2");
     world.wait(50);
-    EXPECT_EQ(ways(), "− Uscita;");
     world.dialog().requestClose();
     world.show();
     EXPECT_EQ(ways(), "− Uscita;") << "the selection outlives the dialog";
@@ -92,79 +86,89 @@ TEST_F(ScreenAidsTest, NamesWhatWasSentWhateverTheHandlerWrites) {
     open();
     world.composeMovement();
     confirm();
-    EXPECT_EQ(notice(), "Registrato: − 12,50 € · Prelievo · Contanti");
+    EXPECT_EQ(notice().text(), "Registrato: − 12,50 € · Prelievo · Contanti");
+    EXPECT_FALSE(notice().pending());
     EXPECT_EQ(shownFor("7"), "7,00 USD") << "what the handler chose is what would be sent next";
 
     world.composeMovement();
-    const auto shown =
-        world.dialog().notice()->shown.connect([] { ADD_FAILURE() << "not before it closes"; });
+    const auto shown = notice().shown.connect([] { ADD_FAILURE() << "not before it closes"; });
     world.component->ChiusuraAutomatica(true);
     confirm();
     EXPECT_EQ(world.sink.movements.size(), 2U);
 }
 
-TEST_F(ScreenAidsTest, NamesBothMovementsOfAPair) {
-    composePair();
-    EXPECT_EQ(ways(), "− Uscita;+ Entrata;");
-    const Rect beside = world.dialog().notice()->bounds();
-    world.dialog().moveFocus(world.control<TextBox>("txtNote"));
-    const Rect& hide = world.control<PushButton>("cmdNascondiTastiera").bounds();
-    EXPECT_LT(beside.top, hide.bottom());
-    EXPECT_LE(world.dialog().notice()->bounds().bottom(),
-              world.control<OnScreenKeyboard>("Virtual_Keyboard").bounds().top)
-        << "the keyboard and its button stay free";
-    confirm();
-    EXPECT_EQ(ways(), "") << "nothing is typed";
-    EXPECT_EQ(notice(), "Registrato: − 1.060,00 € · Prelievo · Contanti\n"
-                        "+ 1.060,00 € · Versamento · Carta");
-}
-
-TEST_F(ScreenAidsTest, SaysWhatWasNotSavedUntilTheCashierGoesOn) {
-    composePair();
+TEST_F(ScreenAidsTest, SaysWhatOfAPairWasNotSavedUntilTheCashierGoesOn) {
+    world.component->DoppioInserimentoObbligatorio(true);
+    world.component->SetSoftwareName("Cassa");
     world.component->ChiusuraAutomatica(true);
+    open();
+    touch("Pagamenti", "1");
+    touch("Pagamenti_Versamenti", "2");
+    world.wait(50);
+    display().setText("1060");
+    EXPECT_EQ(ways(), "− Uscita;+ Entrata;");
     std::size_t stored = 0;
     world.sink.then = [&](const std::string&) {
         if (world.sink.movements.size() > stored)
             throw Error(5, "disk full");
     };
     confirm();
-    EXPECT_EQ(notice(), "NULLA è stato registrato: disk full");
+    EXPECT_EQ(notice().text(), "NULLA è stato registrato: disk full");
     stored = 2;
     confirm();
-    EXPECT_EQ(notice(), "Registrato SOLO: − 1.060,00 € · Prelievo · Contanti\nNON registrato: disk full");
-    EXPECT_EQ(world.takeLog(), (std::vector<LogRecord>(2, {"cmdConferma_Click", "disk full"})));
+    EXPECT_EQ(notice().text(),
+              "Registrato SOLO: − 1.060,00 € · Prelievo · Contanti\nNON registrato: disk full");
     world.runtime.change(1031);
-    EXPECT_EQ(notice(), "NUR gebucht: − 1.060,00 € · Prelievo · Contanti\nNICHT gebucht: disk full");
-    EXPECT_TRUE(world.dialog().notice()->pending());
-    world.control<NumericKeypad>("Virtual_KeyPAD").touchKey("5");
-    EXPECT_FALSE(world.dialog().notice()->pending());
+    EXPECT_EQ(notice().text(), "NUR gebucht: − 1.060,00 € · Prelievo · Contanti\nNICHT gebucht: disk full");
+
+    for (const char* name : {"frame_valuta", "frameCassetti", "Pulsantiera_Attivita"})
+        world.dialog().find(name)->setVisible(true);
+    world.control<ButtonGrid>("Pulsantiera_Valuta").addButton("€", "€", {}, {}, "");
+    const std::function<void()> steps[] = {[&] { pad().touchKey("5"); },
+                                           [&] { world.control<TextBox>("txtNote").paste("n"); },
+                                           [&] { touch("Attivita", "2"); },
+                                           [&] { touch("Pagamenti", "1"); },
+                                           [&] { touch("Pagamenti_Versamenti", "2"); },
+                                           [&] { touch("Valuta", "€"); },
+                                           [&] { world.control<PushButton>("cmdCassetto", 4).press(); }};
+    for (const auto& step : steps) {
+        confirm();
+        EXPECT_TRUE(notice().pending());
+        step();
+        EXPECT_FALSE(notice().pending()) << "step " << &step - steps;
+        world.wait(50);
+    }
+    world.component->ChiusuraAutomatica(false);
+    world.sink.then = {};
+    confirm();
+    EXPECT_EQ(ways(), "") << "nothing is typed";
+    EXPECT_EQ(notice().text(), "Gebucht: − 10.605,00 € · Prelievo · Contanti\n"
+                               "+ 10.605,00 € · Versamento · Carta");
 }
 
 TEST_F(ScreenAidsTest, TheDecimalKeyEntersTheRegionsSeparatorWhereThatIsWanted) {
     world.regional = *regionalSettings("de-CH");
     open();
     const auto entered = [&](const std::string& keys, std::u32string_view typed) {
-        auto& display = world.control<TextBox>("txtVisore");
-        display.setText("");
+        display().setText("");
         for (const char key : keys)
-            world.control<NumericKeypad>("Virtual_KeyPAD").touchKey(std::string(1, key));
+            pad().touchKey(std::string(1, key));
         for (const char32_t character : typed)
-            display.typeCharacter(character);
-        return display.text();
+            display().typeCharacter(character);
+        return display().text() + " " + pad().decimalMark();
     };
-    const auto mark = [&] { return world.control<NumericKeypad>("Virtual_KeyPAD").decimalMark(); };
-    EXPECT_EQ(entered("12.5", U".") + mark(), "12,5,,");
+    EXPECT_EQ(entered("12.5", U"."), "12,5, ,");
     world.process.decimalKey = DecimalKey::Region;
     world.process.entryChanged();
-    EXPECT_EQ(entered("12.5.", U".,0") + mark(), "12.50.");
-    EXPECT_EQ(entered("", U"1,5"), "1.5");
-    world.control<TextBox>("txtVisore").select(0, 2);
-    world.control<TextBox>("txtVisore").typeCharacter(U',');
-    EXPECT_EQ(world.control<TextBox>("txtVisore").text(), ".5") << "the selected one gives way";
+    EXPECT_EQ(entered("12.5.", U".,0"), "12.50 .");
+    EXPECT_EQ(entered("", U"1,5"), "1.5 .");
+    display().select(0, 2);
+    display().typeCharacter(U',');
+    EXPECT_EQ(display().text(), ".5") << "the selected one gives way";
     world.dialog().requestClose();
     world.store.values = {{"DecimalKey", "Comma"}};
     world.show();
-    EXPECT_EQ(entered("1.5", U"") + mark(), "1,5,") << "the machine decides";
+    EXPECT_EQ(entered("1.5", U""), "1,5 ,") << "the machine decides";
 }
 
 TEST_F(ScreenAidsTest, AreSwitchedOffByTheHostAtOnceAndByTheMachineAtTheNextShow) {
@@ -179,7 +183,7 @@ TEST_F(ScreenAidsTest, AreSwitchedOffByTheHostAtOnceAndByTheMachineAtTheNextShow
     choose({.direction = false, .confirmation = false});
     EXPECT_EQ(readBack().amount + ways(), "12,50 €");
     confirm();
-    EXPECT_EQ(notice(), "");
+    EXPECT_EQ(notice().text(), "");
     choose({});
     world.dialog().requestClose();
     world.store.values = {{"AmountReadBack", "0"}, {"Direction", "off"}, {"Confirmation", "0"}};
@@ -188,7 +192,7 @@ TEST_F(ScreenAidsTest, AreSwitchedOffByTheHostAtOnceAndByTheMachineAtTheNextShow
     EXPECT_FALSE(readBack().wanted) << "the keys get the whole pad";
     EXPECT_EQ(readBack().amount + ways(), "");
     confirm();
-    EXPECT_EQ(notice(), "");
+    EXPECT_EQ(notice().text(), "");
 }
 
 } // namespace

@@ -14,13 +14,12 @@ namespace {
 TEST(ComboMultiColumn, KeepsRowsUpToTheOneAddedLast) {
     World world;
     ComboMultiColumn list(world.process);
-    EXPECT_EQ(list.GetItem(1, 0), "");
     list.AddItem(3, "d", "4");
     EXPECT_EQ(list.rowCount(), 4U);
-    EXPECT_EQ(list.GetItem(1, 0), "");
     EXPECT_EQ(list.GetItem(2, 3), "4");
-    EXPECT_EQ(list.GetItem(0, 3), "");
-    EXPECT_EQ(list.GetItem(3, 3) + list.GetItem(-1, 0) + list.GetItem(1, -1) + list.GetItem(1, 4), "");
+    EXPECT_EQ(list.GetItem(1, 0) + list.GetItem(0, 3) + list.GetItem(3, 3) + list.GetItem(-1, 0) +
+                  list.GetItem(1, -1) + list.GetItem(1, 4),
+              "");
     list.AddItem(4, "d", "5");
     std::string found = "kept";
     EXPECT_FALSE(list.GetColonna2_fromColonna1("D", found));
@@ -51,25 +50,25 @@ class LogFile : public testing::Test {
 };
 
 TEST_F(LogFile, HoldsOneGreppableLineARecordAndEarlyRecordsWait) {
-    std::filesystem::create_directories(folder);
     logger.LogError("InitOpt : ", "two\nlines\tand \\", nullptr, -7, "");
     logger.SetApplicationName("KOVA");
-    logger.SetLogFile(path);
+    logger.SetLogFile(path); // the folder is missing
+    EXPECT_EQ(logger.waiting(), 1U);
+    std::filesystem::create_directories(folder);
     logger.LogError("Form_Load", "x", "object", 0, "text");
-    ASSERT_EQ(lines().size(), 2U);
-    EXPECT_EQ(lines()[0], "1970-01-01T00:00:00.000\t\tInitOpt : \ttwo\\nlines\\tand \\\\\t\t-7\t");
-    EXPECT_EQ(lines()[1], "1970-01-01T00:00:00.000\tKOVA\tForm_Load\tx\tobject\t0\ttext");
+    EXPECT_EQ(lines(), (std::vector<std::string>{
+                           "1970-01-01T00:00:00.000\t\tInitOpt : \ttwo\\nlines\\tand \\\\\t\t-7\t",
+                           "1970-01-01T00:00:00.000\tKOVA\tForm_Load\tx\tobject\t0\ttext"}));
 }
 
-TEST_F(LogFile, SurvivesAMissingFolderADeletedFileAndAFullDisk) {
-    logger.SetLogFile(path);
+TEST_F(LogFile, SurvivesADeletedFileAndAFullDisk) {
+    std::filesystem::create_directories(folder);
     for (int i = 0; i < 1002; ++i)
         logger.LogError("early", std::to_string(i), nullptr, 0, "");
     EXPECT_EQ(logger.waiting(), 1000U);
-    std::filesystem::create_directories(folder);
-    logger.LogError("late", "", nullptr, 0, "");
+    logger.SetLogFile(path);
     ASSERT_EQ(lines().size(), 1001U) << "1,000 records and the count of the lost";
-    EXPECT_NE(lines()[0].find("3 records lost"), std::string::npos);
+    EXPECT_NE(lines()[0].find("2 records lost"), std::string::npos);
     std::filesystem::remove(path);
     logger.LogError("again", "", nullptr, 0, "");
     EXPECT_EQ(lines().size(), 1U) << "a deleted file is begun again";

@@ -43,24 +43,19 @@ TEST(Signal, SlotsMayEmitAgainAndThrow) {
     const auto last = signal.connect([&] { calls.push_back(3); });
     EXPECT_THROW(signal(), std::runtime_error);
     EXPECT_EQ(calls, Calls({1, 1, 2, 3, 2}));
-    calls = {0, 0};
     EXPECT_THROW(signal(), std::runtime_error) << "the signal is usable after a slot threw";
-    EXPECT_EQ(calls, Calls({0, 0, 1, 2}));
+    EXPECT_EQ(calls, Calls({1, 1, 2, 3, 2, 1, 2}));
 }
 
-TEST(Signal, ASlotMayDestroyTheSignalAndItsOwner) {
-    struct Owner {
-        Signal<> signal;
-        std::string text = "still here";
-    };
-    auto owner = std::make_optional<Owner>();
+TEST(Signal, ASlotMayDestroyTheSignal) {
+    auto signal = std::make_optional<Signal<>>();
     Calls calls;
-    const auto destroying = owner->signal.connect([&] {
+    const auto destroying = signal->connect([&] {
         calls.push_back(1);
-        owner.reset();
+        signal.reset();
     });
-    auto after = owner->signal.connect([&] { calls.push_back(2); });
-    owner->signal();
+    auto after = signal->connect([&] { calls.push_back(2); });
+    (*signal)();
     EXPECT_EQ(calls, Calls({1})) << "slots of a destroyed signal are not called";
     after.disconnect(); // outliving the signal is no error
 }
@@ -71,7 +66,6 @@ TEST(Signal, AConnectionDisconnectsWhenItGoesOrIsReplaced) {
     auto connection = signal.connect([&] { calls.push_back(1); });
     connection = signal.connect([&] { calls.push_back(2); });
     signal();
-    EXPECT_EQ(calls, Calls({2}));
     { const auto gone = std::move(connection); }
     signal();
     EXPECT_EQ(calls, Calls({2}));

@@ -73,7 +73,7 @@ class World::FaultyInterface final : public UserInterface {
         world_.messages.push_back("!" + message.text);
         if (world_.insideBox)
             world_.insideBox();
-        return MessageAnswer::Ok;
+        return (message.buttons & PlatformMessage::YesNo) != 0 ? MessageAnswer::Yes : MessageAnswer::Ok;
     }
     void setLanguage(std::int32_t) override {}
 
@@ -86,7 +86,7 @@ namespace {
 class RecordingLogger final : public ErrorLogger {
   public:
     explicit RecordingLogger(World& world) : world_(world) {}
-    void SetApplicationName(const std::string&) override {}
+    void SetApplicationName(const std::string& name) override { world_.logApplication = name; }
     void SetLogFile(const std::string& path) override { world_.logFile = path; }
     void LogError(const std::string& procedure, const std::string& message, const char*, std::int32_t,
                   const std::string&) override {
@@ -132,6 +132,8 @@ void World::passModal(Window& window) {
         messages.push_back(as<Label>(window.find("lblMessaggio")).caption());
     if (insideModal)
         insideModal(window);
+    if (faults.leaveModal)
+        return;
     if (window.visible() && message)
         as<PushButton>(window.find("cmd1")).press();
     else if (window.visible())

@@ -157,12 +157,13 @@ class World {
     /// Fails the next calls of the kinds named.
     struct Faults {
         bool startTimer = false, present = false, runModal = false, messageBox = false;
-        int log = 0; ///< how many records fail to be written
+        bool leaveModal = false; ///< a modal loop ends with its window on the screen
+        int log = 0;             ///< how many records fail to be written
     } faults;
 
     std::vector<LogRecord> log;
-    std::vector<std::string> messages; ///< texts of the message window, and of platform boxes behind a "!"
-    std::string logFile;
+    std::vector<std::string> messages;   ///< texts of the message window, and of platform boxes behind a "!"
+    std::string logApplication, logFile; ///< as the error log was told
     RegionalSettings regional;
     std::function<std::shared_ptr<DatabaseConnection>(const std::string&)>
         openDatabase;                         ///< instead of the double
