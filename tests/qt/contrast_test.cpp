@@ -1,12 +1,10 @@
 // Reads each text off the windows as it is drawn, with the colour that lies behind it.
-#include "recording_device.h"
+#include "text_paper.h"
 #include "till.h"
 
 #include "widgets/page_notice.h"
 
 #include <QAbstractButton>
-#include <QPaintEngine>
-#include <QPainter>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -19,71 +17,13 @@ namespace {
 
 using test::Till;
 
-/// The colour of most pixels there.
-QColor mostOf(const QImage& picture, const QRect& place) {
-    std::map<QRgb, int> counted;
-    for (int y = place.top(); y <= place.bottom(); ++y)
-        for (int x = place.left(); x <= place.right(); ++x)
-            ++counted[picture.pixel(x, y)];
-    return std::ranges::max_element(counted, {}, [](const auto& one) { return one.second; })->first;
-}
-
-/// Draws all but the texts into a picture, and keeps the texts.
-class TextRecorder final : public QPaintEngine {
-  public:
-    struct Text {
-        QString words;
-        QColor ink, behind; ///< as of then: another control may cover both
-        QRect place;
-    };
-    explicit TextRecorder(const QSize& size)
-        : QPaintEngine(AllFeatures), behind(size, QImage::Format_RGB32) {}
-    bool begin(QPaintDevice*) override { return inner_.begin(&behind); }
-    bool end() override { return inner_.end(); }
-    [[nodiscard]] Type type() const override { return User; }
-    void updateState(const QPaintEngineState& now) override { transform_ = now.transform(); }
-    void drawPath(const QPainterPath& path) override { ready().drawPath(path); }
-    void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override {
-        if (mode == PolylineMode)
-            ready().drawPolyline(points, count);
-        else
-            ready().drawPolygon(points, count);
-    }
-    void drawPixmap(const QRectF& at, const QPixmap& pixmap, const QRectF& part) override {
-        ready().drawPixmap(at, pixmap, part);
-    }
-    void drawTextItem(const QPointF& at, const QTextItem& item) override {
-        const QRectF place(at.x(), at.y() - item.ascent(), item.width(), item.ascent() + item.descent());
-        const QRect seen = transform_.mapRect(place).toRect() & behind.rect();
-        if (!item.text().trimmed().isEmpty() && QRegion(seen).intersects(systemClip()))
-            texts.push_back({item.text(), painter()->pen().color(), mostOf(behind, seen), seen});
-    }
-    QImage behind;
-    std::vector<Text> texts;
-
-  private:
-    QPainter& ready() {
-        inner_.resetTransform();
-        inner_.setClipRegion(systemClip());
-        inner_.setTransform(transform_);
-        inner_.setPen(painter()->pen());
-        inner_.setBrush(painter()->brush());
-        return inner_;
-    }
-    QTransform transform_; ///< onto the whole window
-    QPainter inner_;
-};
-
 using Pairs = std::map<std::string, std::string>; ///< text on background, and a text that has it
 
 /// Adds the pairs that are hard to read; disabled texts are excepted.
 void addFaintPairs(QWidget& window, Pairs& faint, int& looked) {
     constexpr double least = 4.5;
-    TextRecorder recorder(window.size());
-    test::RecordingDevice device(recorder, window.size(), 96);
-    window.render(&device);
-    for (const auto& [words, ink, behind, place] : recorder.texts) {
-        const QWidget* const on = window.childAt(place.center());
+    for (const auto& [words, ink, behind, place] : test::TextPaper(window).texts) {
+        const QWidget* const on = window.childAt(place.center().toPoint());
         if (on != nullptr && !on->isEnabled())
             continue;
         ++looked;
