@@ -4,6 +4,7 @@
 #include "adapters/qt/page_notice_view.h"
 #include "widgets/page_notice.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
 #include <QElapsedTimer>

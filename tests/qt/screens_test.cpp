@@ -1,0 +1,222 @@
+// Every screen that a cashier meets, in every layout and both colour schemes: texts can be read, targets hit
+// with a finger, and parts have names for assistive technology.
+#include "accessible_tree.h"
+#include "text_paper.h"
+#include "till.h"
+
+#include "adapters/qt/button_grid_view.h"
+#include "adapters/qt/key_button.h"
+
+#include <QAbstractButton>
+#include <QRegularExpression>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+namespace kova {
+namespace {
+
+using test::AccessiblePart;
+using test::Till;
+
+// In millimetres of a 10 inch panel of 1280 x 800.
+constexpr double DotsPerMillimetre = 149 / 25.4;
+constexpr double LeastTarget = 9, LeastKey = 11, LeastGap = 1.5;
+
+/// What the positions of the design keep smaller: a row of buttons is 585 twips high, the keyboard's keys
+/// share 9600 x 3735 twips, a row of the coin count has 375 twips.
+struct SmallTargets {
+    std::string begin; ///< of the name, behind that of what it stands on
+    double width, height;
+};
+const std::vector<SmallTargets> Exceptions{{"Tastiera/", 9.2, 9.3},
+                                           {"Gestione cassetto/Importo digitato", 9, 8.8},
+                                           {"Gestione cassetto/Conta Monete", 9, 8.8},
+                                           {"Gestione cassetto/Conferma", 9, 8.8},
+                                           {"Gestione cassetto/Chiudi", 9, 8.8},
+                                           {"Numero cassetto/", 9, 8.8},
+                                           {"Movimenti/", 9, 8.3},
+                                           {"Data movimenti/", 9, 8.3},
+                                           {"/", 9, 6.8}}; // the coin count
+
+bool isUsed(const AccessiblePart& part) {
+    static const std::set<int> roles{
+        QAccessible::Button,  QAccessible::PushButton,   QAccessible::EditableText,
+        QAccessible::PageTab, QAccessible::CheckBox,     QAccessible::ComboBox,
+        QAccessible::Cell,    QAccessible::ColumnHeader, QAccessible::Table};
+    return roles.contains(part.role());
+}
+
+struct Face {
+    QString name;
+    QRectF area; ///< what is drawn, in the window
+};
+
+std::vector<Face> facesOn(QWidget& window) {
+    std::vector<Face> faces;
+    for (auto* const widget : window.findChildren<QWidget*>()) {
+        const QPointF at = widget->mapTo(&window, QPointF());
+        if (!widget->isVisible())
+            continue;
+        if (const auto* button = dynamic_cast<FaceButton*>(widget))
+            faces.push_back({widget->objectName(), button->face().translated(at)});
+        if (const auto* grid = dynamic_cast<ButtonGridView*>(widget))
+            for (int i = 0; i < grid->cellCount(); ++i)
+                if (const QRectF area = grid->face(i) & QRectF(grid->rect()); !area.isEmpty())
+                    faces.push_back({widget->objectName() + QString::number(i), area.translated(at)});
+    }
+    return faces;
+}
+
+class Screens : public testing::Test {
+  protected:
+    void look(QWidget& window, bool covered = false) {
+        expectLegible(window);
+        expectNamedAndFingerSized(window);
+        if (!covered)
+            expectFacesApart(window);
+    }
+    /// Whatever order the cashier sees it in: idle, refused, complete, under the finger, saved, counted,
+    /// listed.
+    void use(Till& till);
+
+    int texts = 0, targets = 0, faces = 0;    ///< looked at
+    std::map<std::string, std::string> faint; ///< text on background, and a text that has it
+    std::set<std::string> small;              ///< exceptions that something needs
+
+  private:
+    /// Disabled texts are excepted.
+    void expectLegible(QWidget& window) {
+        for (const auto& [words, ink, behind, place] : test::TextPaper(window).texts) {
+            const QWidget* const on = window.childAt(place.center().toPoint());
+            if (on != nullptr && !on->isEnabled())
+                continue;
+            ++texts;
+            if (look::contrast(ink, behind) < 4.5)
+                faint.emplace((ink.name() + " on " + behind.name()).toStdString(), words.toStdString());
+        }
+    }
+    void expectNamedAndFingerSized(QWidget& window) {
+        static const QRegularExpression programmers(
+            "^(cmd|CMD|txt|lbl|grd|frm|frame|Pulsantiera|Virtual|combo|"
+            "PushButton|Label|FlatEdit|TabControl|Picture)");
+        for (const AccessiblePart& part : test::accessibleTree(window)) {
+            const std::string path = part.path.toStdString();
+            auto* const parent = part.accessible->parent();
+            EXPECT_FALSE(programmers.match(part.name()).hasMatch()) << path;
+            const bool inEditor = parent != nullptr && parent->role() == QAccessible::EditableText;
+            EXPECT_TRUE(part.role() != QAccessible::NoRole &&
+                        (part.role() != QAccessible::Client || inEditor))
+                << path << " has no role";
+            if (!isUsed(part))
+                continue;
+            EXPECT_TRUE(part.role() == QAccessible::Cell || !part.name().trimmed().isEmpty()) << path;
+            ASSERT_TRUE(parent != nullptr && parent->indexOfChild(part.accessible) >= 0) << path;
+            if (!part.accessible->state().offscreen && part.role() != QAccessible::Table)
+                expectFingerSized(part, (parent->text(QAccessible::Name) + '/' + part.name()).toStdString());
+        }
+    }
+    void expectFingerSized(const AccessiblePart& part, const std::string& name) {
+        ++targets;
+        const bool key = dynamic_cast<KeyButton*>(part.accessible->object()) != nullptr;
+        SmallTargets least{"", key ? LeastKey : LeastTarget, key ? LeastKey : LeastTarget};
+        for (const SmallTargets& exception : Exceptions)
+            if (name.starts_with(exception.begin))
+                least = exception;
+        small.insert(least.begin);
+        EXPECT_GE(part.accessible->rect().width() / DotsPerMillimetre, least.width) << name;
+        EXPECT_GE(part.accessible->rect().height() / DotsPerMillimetre, least.height) << name;
+    }
+    /// Those that stand side by side or one above the other.
+    void expectFacesApart(QWidget& window) {
+        const std::vector<Face> all = facesOn(window);
+        faces += static_cast<int>(all.size());
+        for (const auto& [name, area] : all)
+            for (const auto& [otherName, other] : all) {
+                double gap = LeastGap;
+                if (area.bottom() > other.top() && other.bottom() > area.top() && other.left() > area.left())
+                    gap = (other.left() - area.right()) / DotsPerMillimetre;
+                if (area.right() > other.left() && other.right() > area.left() && other.top() > area.top())
+                    gap = std::min(gap, (other.top() - area.bottom()) / DotsPerMillimetre);
+                EXPECT_GE(gap, LeastGap) << name.toStdString() << ' ' << otherName.toStdString();
+            }
+    }
+};
+
+void Screens::use(Till& till) {
+    const auto lookAgain = [&] {
+        till.loop.settle();
+        look(till.frame(), till.control<PushButton>("cmdNascondiTastiera").visible()); // by the keyboard
+    };
+    till.insideModal = [&](Window& window) { look(*till.userInterface.frame(window)); };
+    lookAgain();
+    till.control<PushButton>("cmdConferma").press(); // refused by the message window
+    till.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
+    till.control<ButtonGrid>("Pulsantiera_Attivita").touch("2");
+    till.control<ButtonGrid>("Pulsantiera_Pagamenti_Versamenti").touch("2");
+    till.wait(50);
+    const auto& currencies = till.control<ButtonGrid>("Pulsantiera_Valuta").buttons();
+    if (!currencies.empty())
+        till.control<ButtonGrid>("Pulsantiera_Valuta").touch(currencies.front().key);
+    till.control<PushButton>("cmdCassetto", 2).press();
+    till.control<TextBox>("txtVisore").setText("12.5");
+    lookAgain();
+    till.control<TextBox>("txtVisore").setText("1250");
+    till.dialog().moveFocus(till.control<TextBox>("txtNote"));
+    till.control<TextBox>("txtNote").paste("RESTO");
+    for (auto* button : till.frame().findChildren<QAbstractButton*>())
+        button->setDown(true);
+    const auto touched = till.userInterface.touchPoint(*till.dialog().find("Pulsantiera_Pagamenti"), "1");
+    QTest::mousePress(touched->widget, Qt::LeftButton, {}, touched->point.toPoint());
+    lookAgain();
+    QTest::mouseRelease(touched->widget, Qt::LeftButton, {}, QPoint(-1, -1));
+    till.control<PushButton>("cmdConferma").press();
+    EXPECT_FALSE(till.sink.movements.empty());
+    lookAgain();
+    till.control<PushButton>("CMD_CaricaMoneta").press();
+    till.control<TabControl>("TabControl").touchTab(1);
+    lookAgain();
+}
+
+TEST_F(Screens, AreReadTouchedAndNamedInEveryLayout) {
+    // What the rules fix; docs/contrast.md says where.
+    const std::vector<std::set<std::string>> fixed{
+        {"#c0c0c0 on #c0c0c0"}, {"#c0c0c0 on #c0c0c0", "#ffffff on #737f8d", "#000000 on #586472"}};
+    for (const bool metro : {false, true}) {
+        for (const auto layout : {Till::Layout::Single, Till::Layout::DrawersAndCurrencies,
+                                  Till::Layout::Double, Till::Layout::ManyButtons}) {
+            const testing::ScopedTrace trace(__FILE__, __LINE__, "layout " + std::to_string(int(layout)));
+            Till till;
+            till.component->ActiveColorMetroStyle(metro);
+            till.component->SetSoftwareName("Cassa"); // whose double layout saves pairs
+            till.show(layout);
+            use(till);
+        }
+        std::set<std::string> names;
+        for (const auto& [name, example] : faint)
+            names.insert(name);
+        EXPECT_EQ(names, fixed[metro ? 1 : 0]) << testing::PrintToString(faint);
+        faint.clear();
+    }
+    EXPECT_GT(std::min({texts, targets, faces}), 1000);
+    EXPECT_EQ(small.size(), 1 + Exceptions.size()) << "an exception that nothing needs";
+}
+
+TEST(ButtonGrids, BringEachOfTooManyButtonsIntoSight) {
+    Till till;
+    till.show(Till::Layout::ManyButtons);
+    for (const char* name : {"Pulsantiera_Pagamenti", "Pulsantiera_Attivita", "Pulsantiera_Valuta"}) {
+        auto& grid = dynamic_cast<ButtonGridView&>(till.widget(name));
+        for (int i = 0; i < grid.cellCount(); ++i) {
+            const auto place = grid.touchPoint(grid.cellButton(i)->key);
+            EXPECT_TRUE(QRectF(grid.rect()).contains(grid.face(i))) << name << " brings all of it into sight";
+            EXPECT_EQ(grid.cellAt(place->point), i) << name;
+        }
+    }
+}
+
+} // namespace
+} // namespace kova
