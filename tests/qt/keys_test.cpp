@@ -1,0 +1,246 @@
+// The physical keyboard and a scanner, wherever the focus is.
+#include "till.h"
+
+#include "coin_count/coin_count.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace kova {
+namespace {
+
+using test::Till;
+
+class PhysicalKeyboard : public test::ShownTill {
+  protected:
+    QWidget* target() { return till.frame().focusWidget() ? till.frame().focusWidget() : &till.frame(); }
+    void press(std::initializer_list<Qt::Key> keys) {
+        for (const Qt::Key key : keys)
+            QTest::keyClick(target(), key, {}, typingPause);
+        till.loop.settle();
+    }
+    void type(const char* text) {
+        for (const char* character = text; *character != '\0'; ++character)
+            QTest::keyClick(target(), *character, {}, typingPause);
+    }
+    void focus(const char* name) { till.dialog().moveFocus(*till.dialog().find(name)); }
+    const std::string& text(const char* name) { return till.control<TextBox>(name).text(); }
+    QLabel* help() { return till.frame().findChild<QLabel*>("KeyHelp"); }
+
+    static constexpr int typingPause = 45; // ms
+};
+
+std::string tabOrder(Window& window, QWidget& frame) {
+    std::string order;
+    const Control* const first = window.focus();
+    do {
+        const Control& at = *window.focus();
+        order += at.name() + (at.index() ? std::to_string(*at.index()) : "") + ' ';
+        QTest::keyClick(frame.focusWidget(), Qt::Key_Tab);
+    } while (window.focus() != first && order.size() < 1000);
+    return order;
+}
+
+TEST(TabOrder, FollowsTheWayOfAnEntry) {
+    const std::map<Till::Layout, std::string> orders{
+        {Till::Layout::Single, "Pulsantiera_Attivita txtNote cmdConferma "},
+        {Till::Layout::DrawersAndCurrencies, "Pulsantiera_Attivita cmdCassetto1 cmdCassetto2 cmdCassetto3 "
+                                             "cmdCassetto4 Pulsantiera_Valuta txtNote cmdConferma "},
+        {Till::Layout::Double, "Pulsantiera_Pagamenti_Versamenti txtNote cmdNascondiTastiera cmdConferma "}};
+    for (const auto& [layout, order] : orders) {
+        Till till;
+        till.show(layout);
+        EXPECT_EQ(tabOrder(till.dialog(), till.frame()),
+                  "txtVisore CMD_CaricaMoneta Pulsantiera_Pagamenti " + order + "cmdAnnulla TabControl ");
+    }
+}
+
+TEST_F(PhysicalKeyboard, TypesTheAmountFromAnywhereButAnEditor) {
+    focus("cmdConferma");
+    type("1a2,5");
+    EXPECT_EQ(text("txtVisore"), "12,5");
+    EXPECT_EQ(till.dialog().focus(), till.dialog().find("txtVisore"));
+    focus("txtNote");
+    type("7,x");
+    EXPECT_EQ(text("txtNote"), "7,x");
+    QKeyEvent digit(QEvent::KeyPress, Qt::Key_5, Qt::NoModifier, "5");
+    focus("cmdConferma");
+    QApplication::sendEvent(target(), &digit);
+    till.control<TabControl>("TabControl").touchTab(1);
+    focus("grd_mov_giornata");
+    type("9");
+    EXPECT_EQ(text("txtVisore"), "12,5") << "neither a program's key, nor one where the amount is not seen";
+}
+
+TEST_F(PhysicalKeyboard, KeepsNotesByteForByte) {
+    auto& note = till.control<TextBox>("txtNote");
+    note.setText("riga\r\nduro\u00a0\U0001F600");
+    focus("txtNote");
+    for (const QString& character : {QString("è"), QString("\r"), QString("\U0001F600"), QString("\b")}) {
+        QKeyEvent key(QEvent::KeyPress,
+                      character == "\r"   ? Qt::Key_Return
+                      : character == "\b" ? Qt::Key_Backspace
+                                          : Qt::Key_unknown,
+                      Qt::NoModifier, character);
+        QApplication::sendEvent(target(), &key);
+    }
+    EXPECT_EQ(note.text(), "riga\r\nduro\u00a0\U0001F600è\n");
+    till.control<OnScreenKeyboard>("Virtual_Keyboard").touchKey(U'a');
+    note.select(0, 6);
+    press({Qt::Key_Delete});
+    EXPECT_EQ(note.text(), "duro\u00a0\U0001F600è\nA");
+}
+
+TEST_F(PhysicalKeyboard, ChoosesAndConfirms) {
+    till.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
+    press({Qt::Key_F3});
+    till.wait(50);
+    press({Qt::Key_F12}); // of no activity
+    focus("txtNote");
+    type("ab");
+    press({Qt::Key_Return});
+    EXPECT_EQ(text("txtNote"), "ab\n");
+    EXPECT_TRUE(till.sink.movements.empty() && till.messages.empty());
+    focus("txtVisore");
+    type("20");
+    QTest::keyClick(target(), Qt::Key_Enter, Qt::KeypadModifier);
+    till.loop.settle();
+    EXPECT_EQ(till.sink.movements, (std::vector<test::RecordingSink::Movement>{
+                                       {1, 20, till.process.settings.ValutaAziendale, "ab\n", 0, 2, false}}));
+    press({Qt::Key_Return});
+    EXPECT_EQ(till.messages.size(), 1U) << "a refusal as by touch";
+}
+
+TEST(PhysicalKeyboardAlone, ComposesAMovement) {
+    Till till;
+    till.show(Till::Layout::DrawersAndCurrencies);
+    const auto press = [&](std::initializer_list<Qt::Key> keys) {
+        for (const Qt::Key key : keys)
+            QTest::keyClick(till.frame().focusWidget(), key);
+    };
+    press({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Space}); // the third payment, in the second row
+    press({Qt::Key_Tab, Qt::Key_End, Qt::Key_Left, Qt::Key_Space}); // the second activity
+    auto* const spoken = QAccessible::queryAccessibleInterface(till.frame().focusWidget())->focusChild();
+    ASSERT_NE(spoken, nullptr);
+    EXPECT_EQ(spoken->text(QAccessible::Name), "Prelievo");
+    till.wait(50);
+    press({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab});
+    press({Qt::Key_Right, Qt::Key_Space, Qt::Key_Tab, Qt::Key_X, Qt::Key_Tab, Qt::Key_4, Qt::Key_Return});
+    EXPECT_EQ(till.sink.movements,
+              (std::vector<test::RecordingSink::Movement>{{3, 4, "CHF", "x", 2, 2, false}}));
+}
+
+TEST_F(PhysicalKeyboard, SendsNoBarCodeAsAnAmount) {
+    till.composeMovement();
+    focus("cmdAnnulla");
+    quint64 time = 1000; // ms
+    for (const QChar character : QString("8012345678901\r")) {
+        QKeyEvent event(QEvent::KeyPress, character == '\r' ? int(Qt::Key_Return) : character.unicode(),
+                        Qt::NoModifier, character);
+        event.setTimestamp(time += 5);
+        QSpontaneKeyEvent::setSpontaneous(&event);
+        qApp->notify(target(), &event); // sending would make it a program's event
+    }
+    till.loop.settle();
+    EXPECT_TRUE(till.sink.movements.empty());
+    EXPECT_NE(till.component->dialog()->window(), nullptr);
+    EXPECT_EQ(text("txtVisore"), "8012345678901") << "seen, so that it can be cleared";
+}
+
+TEST_F(PhysicalKeyboard, ShowsItsKeysAndClosesByTheRuleOfTheCloseButton) {
+    const Control* const before = till.dialog().focus();
+    press({Qt::Key_F1});
+    ASSERT_NE(help(), nullptr);
+    for (const char* words : {"F2", "Fondo cassa", "F4", "Versamento", "Esc", "Chiudi", "Conferma"})
+        EXPECT_TRUE(help()->text().contains(words)) << words;
+    EXPECT_TRUE(till.frame().rect().contains(help()->geometry()));
+    EXPECT_EQ(till.dialog().focus(), before);
+    press({Qt::Key_Escape});
+    EXPECT_EQ(help(), nullptr);
+    ASSERT_NE(till.component->dialog()->window(), nullptr) << "that closed the help alone";
+    till.control<PushButton>("cmdAnnulla").setEnabled(false);
+    press({Qt::Key_Escape});
+    ASSERT_NE(till.component->dialog()->window(), nullptr);
+    till.control<PushButton>("cmdAnnulla").setEnabled(true);
+    QTest::keyPress(target(), Qt::Key_Escape); // there is nothing left to let go of it in
+    EXPECT_TRUE(till.component->dialog() == nullptr || till.component->dialog()->window() == nullptr);
+}
+
+class CoinWindow : public test::ShownTill {
+  protected:
+    /// Opens the coin count and does that in it.
+    void count(const std::function<void(Window&, WindowFrame&)>& then) {
+        bool counted = false;
+        till.countCoins([&] {
+            Window& window = *till.process.coinDialog->window();
+            then(window, *till.userInterface.frame(window));
+            counted = true;
+        });
+        EXPECT_TRUE(counted);
+    }
+    /// What a person sees where the control is, be it this one or one in front of it.
+    void touch(Control& control) {
+        WindowFrame& frame = *till.userInterface.frame(control.window());
+        const auto place = till.userInterface.touchPoint(control);
+        const QPoint onFrame = place->widget->mapTo(&frame, place->point.toPoint());
+        QWidget* const seen = frame.childAt(onFrame);
+        QTest::mouseClick(seen, Qt::LeftButton, {}, seen->mapFrom(&frame, onFrame));
+    }
+};
+
+TEST_F(CoinWindow, SelectsTheFieldUnderTheFingerAndTakesEveryKeyBeforeIt) {
+    count([&](Window& window, WindowFrame& frame) {
+        const Control* touched = nullptr;
+        std::vector<Connection> watches;
+        for (Control* const control : window.controls())
+            watches.push_back(control->gotFocus.connect([&touched, control] { touched = control; }));
+        till.coin<TextBox>("txtValuta", 29).setLocked(true);
+        for (int i = 0; i < CoinCount::FieldCount; ++i) {
+            touch(till.coin<TextBox>("txtValuta", i));
+            EXPECT_EQ(touched, window.find("txtValuta", i));
+        }
+        std::u32string typed;
+        const auto keys = window.keyPress.connect([&](char32_t character) { typed += character; });
+        QWidget* const target = frame.focusWidget();
+        for (const Qt::Key key : {Qt::Key_7, Qt::Key_A, Qt::Key_Backspace, Qt::Key_Left})
+            QTest::keyClick(target, key);
+        QTest::keyClick(target, Qt::Key_X, Qt::ControlModifier);
+        QTest::keyClick(target, Qt::Key_5, Qt::AltModifier);
+        QInputMethodEvent composed("", {});
+        composed.setCommitString("8");
+        QApplication::sendEvent(target, &composed);
+        EXPECT_EQ(typed, U"7a\b8");
+        window.moveFocus(*window.find("CMD_CaricaMoneta"));
+        QTest::keyClick(frame.focusWidget(), Qt::Key_Space);
+        QTest::keyClick(frame.focusWidget(), Qt::Key_Return);
+        EXPECT_TRUE(window.visible()) << "no key presses a button";
+    });
+}
+
+TEST_F(CoinWindow, TabsPastWhatCannotBeFilledInAndShowsEveryAmountWhole) {
+    count([&](Window& window, WindowFrame& frame) {
+        const std::string order = tabOrder(window, frame);
+        EXPECT_EQ(std::ranges::count(order, ' '), 1 + 4 + 15)
+            << "the entry, the buttons and the euro's fields";
+        EXPECT_TRUE(order.find("FlatEdit0") == order.npos && order.find("txtPrimaValuta") == order.npos)
+            << order;
+        auto& total = till.coin<TextBox>("txtPrimaValuta");
+        const QWidget& editor = till.userInterface.view(total)->widget();
+        const int usual = editor.font().pixelSize();
+        for (const char* amount : {"0,00", "123.456,00", "12.345.678,00", "9.999,99"}) {
+            total.setText(amount);
+            EXPECT_LE(QFontMetrics(editor.font()).horizontalAdvance(amount), editor.width() - 10) << amount;
+            EXPECT_GE(editor.font().pixelSize(), 8) << amount;
+        }
+        EXPECT_GE(editor.font().pixelSize(), usual - 2) << "what is common is not small";
+    });
+}
+
+} // namespace
+} // namespace kova
