@@ -81,7 +81,7 @@ TEST(Demonstration, OpensADocumentInFrontOfTheDialogOrSaysWhyThereIsNone) {
     std::string banner;
     const std::vector<std::function<void()>> steps{
         [] { ask("cmd_print", "31/02/2026"); },
-        [&] { EXPECT_EQ(banner, "«31/02/2026» non è una data"); },
+        [&] { EXPECT_EQ(banner, "«31/02/2026» non è una data: scegli il giorno e riprova."); },
         [] { ask("cmdAnteprima", "17/11/2026"); },
         [&] { EXPECT_EQ(banner, "Nessun movimento il 17/11/2026"); },
         [] { ask("cmdAnteprima", "16/11/2026"); },
