@@ -16,6 +16,7 @@ namespace kova {
 namespace {
 
 using test::Till;
+using Movements = std::vector<test::RecordingSink::Movement>;
 
 class PhysicalKeyboard : public test::ShownTill {
   protected:
@@ -78,41 +79,20 @@ TEST_F(PhysicalKeyboard, TypesTheAmountFromAnywhereButAnEditor) {
     EXPECT_EQ(text("txtVisore"), "12,5") << "neither a program's key, nor one where the amount is not seen";
 }
 
-TEST_F(PhysicalKeyboard, KeepsNotesByteForByte) {
-    auto& note = till.control<TextBox>("txtNote");
-    note.setText("riga\r\nduro\u00a0\U0001F600");
-    focus("txtNote");
-    for (const QString& character : {QString("è"), QString("\r"), QString("\U0001F600"), QString("\b")}) {
-        QKeyEvent key(QEvent::KeyPress,
-                      character == "\r"   ? Qt::Key_Return
-                      : character == "\b" ? Qt::Key_Backspace
-                                          : Qt::Key_unknown,
-                      Qt::NoModifier, character);
-        QApplication::sendEvent(target(), &key);
-    }
-    EXPECT_EQ(note.text(), "riga\r\nduro\u00a0\U0001F600è\n");
-    till.control<OnScreenKeyboard>("Virtual_Keyboard").touchKey(U'a');
-    note.select(0, 6);
-    press({Qt::Key_Delete});
-    EXPECT_EQ(note.text(), "duro\u00a0\U0001F600è\nA");
-}
-
-TEST_F(PhysicalKeyboard, ChoosesAndConfirms) {
+TEST_F(PhysicalKeyboard, ChoosesConfirmsAndKeepsNotesByteForByte) {
     till.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
     press({Qt::Key_F3});
     till.wait(50);
     press({Qt::Key_F12}); // of no activity
+    till.control<TextBox>("txtNote").setText("riga\r\nduro\u00a0\U0001F600\U0001F600");
     focus("txtNote");
-    type("ab");
-    press({Qt::Key_Return});
-    EXPECT_EQ(text("txtNote"), "ab\n");
+    press({Qt::Key_Backspace, Qt::Key_X, Qt::Key_Return});
     EXPECT_TRUE(till.sink.movements.empty() && till.messages.empty());
     focus("txtVisore");
     type("20");
     QTest::keyClick(target(), Qt::Key_Enter, Qt::KeypadModifier);
     till.loop.settle();
-    EXPECT_EQ(till.sink.movements, (std::vector<test::RecordingSink::Movement>{
-                                       {1, 20, till.process.settings.ValutaAziendale, "ab\n", 0, 2, false}}));
+    EXPECT_EQ(till.sink.movements, (Movements{{1, 20, "€", "riga\r\nduro\u00a0\U0001F600x\n", 0, 2, false}}));
     press({Qt::Key_Return});
     EXPECT_EQ(till.messages.size(), 1U) << "a refusal as by touch";
 }
@@ -132,8 +112,7 @@ TEST(PhysicalKeyboardAlone, ComposesAMovement) {
     till.wait(50);
     press({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab});
     press({Qt::Key_Right, Qt::Key_Space, Qt::Key_Tab, Qt::Key_X, Qt::Key_Tab, Qt::Key_4, Qt::Key_Return});
-    EXPECT_EQ(till.sink.movements,
-              (std::vector<test::RecordingSink::Movement>{{3, 4, "CHF", "x", 2, 2, false}}));
+    EXPECT_EQ(till.sink.movements, (Movements{{3, 4, "CHF", "x", 2, 2, false}}));
 }
 
 TEST_F(PhysicalKeyboard, SendsNoBarCodeAsAnAmount) {
@@ -172,74 +151,42 @@ TEST_F(PhysicalKeyboard, ShowsItsKeysAndClosesByTheRuleOfTheCloseButton) {
     EXPECT_TRUE(till.component->dialog() == nullptr || till.component->dialog()->window() == nullptr);
 }
 
-class CoinWindow : public test::ShownTill {
-  protected:
-    /// Opens the coin count and does that in it.
-    void count(const std::function<void(Window&, WindowFrame&)>& then) {
-        bool counted = false;
-        till.countCoins([&] {
-            Window& window = *till.process.coinDialog->window();
-            then(window, *till.userInterface.frame(window));
-            counted = true;
-        });
-        EXPECT_TRUE(counted);
-    }
-    /// What a person sees where the control is, be it this one or one in front of it.
-    void touch(Control& control) {
-        WindowFrame& frame = *till.userInterface.frame(control.window());
-        const auto place = till.userInterface.touchPoint(control);
-        const QPoint onFrame = place->widget->mapTo(&frame, place->point.toPoint());
-        QWidget* const seen = frame.childAt(onFrame);
-        QTest::mouseClick(seen, Qt::LeftButton, {}, seen->mapFrom(&frame, onFrame));
-    }
-};
+TEST_F(PhysicalKeyboard, EntersWhatIsCountedWhereverTheFocusIs) {
+    bool counted = false;
+    till.countCoins([&] {
+        Window& window = *till.process.coinDialog->window();
+        WindowFrame& frame = *till.userInterface.frame(window);
+        const std::string order = tabOrder(window, frame);
+        EXPECT_EQ(std::ranges::count(order, ' '), 1 + 4 + 15) << "the entry, the buttons, the euro's fields";
+        EXPECT_TRUE(order.find("FlatEdit0") == order.npos && order.find("txtPrima") == order.npos) << order;
 
-TEST_F(CoinWindow, SelectsTheFieldUnderTheFingerAndTakesEveryKeyBeforeIt) {
-    count([&](Window& window, WindowFrame& frame) {
-        const Control* touched = nullptr;
-        std::vector<Connection> watches;
-        for (Control* const control : window.controls())
-            watches.push_back(control->gotFocus.connect([&touched, control] { touched = control; }));
         till.coin<TextBox>("txtValuta", 29).setLocked(true);
+        const Control* touched = nullptr;
         for (int i = 0; i < CoinCount::FieldCount; ++i) {
-            touch(till.coin<TextBox>("txtValuta", i));
-            EXPECT_EQ(touched, window.find("txtValuta", i));
+            auto& field = till.coin<TextBox>("txtValuta", i);
+            const auto watch = field.gotFocus.connect([&] { touched = &field; });
+            const auto place = till.userInterface.touchPoint(field);
+            const QPoint onFrame = place->widget->mapTo(&frame, place->point.toPoint());
+            QWidget* const seen = frame.childAt(onFrame); // perhaps what stands in front of it
+            QTest::mouseClick(seen, Qt::LeftButton, {}, seen->mapFrom(&frame, onFrame));
+            EXPECT_EQ(touched, &field) << i;
         }
         std::u32string typed;
         const auto keys = window.keyPress.connect([&](char32_t character) { typed += character; });
-        QWidget* const target = frame.focusWidget();
         for (const Qt::Key key : {Qt::Key_7, Qt::Key_A, Qt::Key_Backspace, Qt::Key_Left})
-            QTest::keyClick(target, key);
-        QTest::keyClick(target, Qt::Key_X, Qt::ControlModifier);
-        QTest::keyClick(target, Qt::Key_5, Qt::AltModifier);
+            QTest::keyClick(frame.focusWidget(), key);
+        QTest::keyClick(frame.focusWidget(), Qt::Key_X, Qt::ControlModifier);
+        QTest::keyClick(frame.focusWidget(), Qt::Key_5, Qt::AltModifier);
         QInputMethodEvent composed("", {});
         composed.setCommitString("8");
-        QApplication::sendEvent(target, &composed);
+        QApplication::sendEvent(frame.focusWidget(), &composed);
         EXPECT_EQ(typed, U"7a\b8");
         window.moveFocus(*window.find("CMD_CaricaMoneta"));
         QTest::keyClick(frame.focusWidget(), Qt::Key_Space);
         QTest::keyClick(frame.focusWidget(), Qt::Key_Return);
-        EXPECT_TRUE(window.visible()) << "no key presses a button";
+        counted = window.visible();
     });
-}
-
-TEST_F(CoinWindow, TabsPastWhatCannotBeFilledInAndShowsEveryAmountWhole) {
-    count([&](Window& window, WindowFrame& frame) {
-        const std::string order = tabOrder(window, frame);
-        EXPECT_EQ(std::ranges::count(order, ' '), 1 + 4 + 15)
-            << "the entry, the buttons and the euro's fields";
-        EXPECT_TRUE(order.find("FlatEdit0") == order.npos && order.find("txtPrimaValuta") == order.npos)
-            << order;
-        auto& total = till.coin<TextBox>("txtPrimaValuta");
-        const QWidget& editor = till.userInterface.view(total)->widget();
-        const int usual = editor.font().pixelSize();
-        for (const char* amount : {"0,00", "123.456,00", "12.345.678,00", "9.999,99"}) {
-            total.setText(amount);
-            EXPECT_LE(QFontMetrics(editor.font()).horizontalAdvance(amount), editor.width() - 10) << amount;
-            EXPECT_GE(editor.font().pixelSize(), 8) << amount;
-        }
-        EXPECT_GE(editor.font().pixelSize(), usual - 2) << "what is common is not small";
-    });
+    EXPECT_TRUE(counted) << "no key presses a button";
 }
 
 } // namespace
