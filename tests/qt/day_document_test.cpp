@@ -68,7 +68,6 @@ class DayDocumentTest : public testing::Test {
 TEST_F(DayDocumentTest, GoesOnOverPagesUnderRepeatedHeadings) {
     const auto pages = pagesOf(documentOf(200));
     ASSERT_GE(pages.size(), 4U);
-    ASSERT_LE(pages.size(), 6U);
     int next = 0;
     for (std::size_t i = 0; i < pages.size(); ++i) {
         const QString number = QString("%1/%2").arg(i + 1).arg(pages.size());
@@ -90,15 +89,13 @@ TEST_F(DayDocumentTest, AlignsAmountsAndKeepsLongNotesOffTheNextRow) {
     document.report.movements[0].note = "uno due tre quattro cinque sei sette otto nove dieci\nundici dodici";
     document.report.movements[2].amount = Decimal{500, 4};
     const Page page = pagesOf(document).at(0);
-    expectOn(page, {"\u22121.234,56", "+1.235,56", "+0,05", "Importo", QString::fromUtf8("–")});
-    const double right = placeOf(page, "Importo").right();
     for (const char* amount : {"\u22121.234,56", "+1.235,56", "+0,05"})
-        EXPECT_NEAR(placeOf(page, amount).right(), right, 1) << amount;
+        EXPECT_NEAR(placeOf(page, amount).right(), placeOf(page, "Importo").right(), 1) << amount;
+    expectOn(page, {QString::fromUtf8("–")}); // no drawer
     const QRectF below = placeOf(page, "nota 1");
     QStringList lines;
     for (const auto& [words, ink, behind, place] : page)
-        if (std::abs(place.left() - below.left()) < 1 && place.top() > placeOf(page, "Note").bottom() &&
-            place.bottom() < below.bottom())
+        if (std::abs(place.left() - below.left()) < 1 && place.bottom() < below.bottom() && words != "Note")
             lines << words;
     EXPECT_GT(lines.size(), 1);
     EXPECT_EQ(lines.join(' '), "uno due tre quattro cinque sei sette otto nove dieci undici dodici");

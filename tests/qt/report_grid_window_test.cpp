@@ -140,9 +140,7 @@ TEST_F(ReportGridWindow, CopiesWhatIsSelected) {
 TEST_F(ReportGridWindow, SavesTheListToAFileOrSaysWhyNot) {
     const QTemporaryDir folder;
     const auto save = [&](const QString& name) {
-        const QPoint place = at("row 1").toPoint();
-        QContextMenuEvent ask(QContextMenuEvent::Mouse, place, list.mapToGlobal(place));
-        QApplication::sendEvent(&list, &ask);
+        longTouch("row 1");
         ASSERT_NE(menu(), nullptr);
         menu()->actions().at(2)->trigger();
         menu()->close();
