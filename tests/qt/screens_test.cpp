@@ -83,7 +83,7 @@ std::vector<std::pair<std::string, QRectF>> facesOn(QWidget& window) {
 class Screens : public testing::Test {
   protected:
     void look(QWidget& window, bool covered = false) {
-        expectLegible(window);
+        expectLegible(window, covered);
         QStringList parts;
         readParts(QAccessible::queryAccessibleInterface(&window), nullptr, parts);
         QStringList& before = lastSpoken[window.objectName()];
@@ -118,12 +118,17 @@ class Screens : public testing::Test {
 
   private:
     /// Disabled texts are excepted.
-    void expectLegible(QWidget& window) {
+    void expectLegible(QWidget& window, bool covered) {
         for (const auto& [words, ink, behind, place] : test::TextPaper(window).texts) {
             const QWidget* const on = window.childAt(place.center().toPoint());
             if (on != nullptr && !on->isEnabled())
                 continue;
             ++texts;
+            const QRect room =
+                on == nullptr ? window.rect() : QRect(on->mapTo(&window, QPoint()), on->size());
+            EXPECT_TRUE(covered || dynamic_cast<const ButtonGridView*>(on) != nullptr || // which is panned
+                        (place.height() >= 10 && QRectF(room).adjusted(-1, -1, 1, 1).contains(place)))
+                << words.toStdString() << " is cut or tiny";
             if (look::contrast(ink, behind) < 4.5)
                 faint.emplace((ink.name() + " on " + behind.name()).toStdString(), words.toStdString());
         }
@@ -178,7 +183,11 @@ void Screens::use(Till& till) {
         till.loop.settle();
         look(till.frame(), till.control<PushButton>("cmdNascondiTastiera").visible()); // by the keyboard
     };
-    till.insideModal = [&](Window& window) { look(*till.userInterface.frame(window)); };
+    till.insideModal = [&](Window& window) {
+        if (window.name() == "frm_CaricaMoneta")
+            test::as<TextBox>(window.find("txtPrimaValuta")).setText("12.345.678,00");
+        look(*till.userInterface.frame(window));
+    };
     lookAgain();
     till.control<PushButton>("cmdConferma").press(); // refused by the message window
     till.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");

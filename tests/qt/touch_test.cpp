@@ -169,8 +169,8 @@ class WholeDay : public TouchScreen {
             tap(*window.find(window.name() == "frmMsgBox" ? "cmd1" : "CMD_Annulla"));
         };
     }
-    /// What lives in the process on behalf of dialogs, by class or kind; objects without a parent are memory
-    /// that a leak checker misses.
+    /// What lives in the process on behalf of dialogs, by class or kind. An object that nothing holds is a
+    /// leak checker's to find.
     std::map<std::string, std::ptrdiff_t> holdings() {
         till.wait(50);
         std::map<std::string, std::ptrdiff_t> held{

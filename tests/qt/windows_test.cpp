@@ -1,9 +1,11 @@
 // Windows, the read-back and the notice: seen, out of the way, told of at once, and gone when they should be.
 #include "till.h"
+#include "unit/random_walk.h"
 #include "unit/report_checks.h"
 
 #include "adapters/qt/caption.h"
 #include "adapters/qt/page_notice_view.h"
+#include "host/headless_cashier.h"
 #include "host/qt_cashier.h"
 #include "widgets/page_notice.h"
 
@@ -196,20 +198,6 @@ TEST(AccessibleChanges, TellAtOnceOfMarksAndOfTheAmountAsItIsKeyedIn) {
                                               "Importo digitato =1,5", "Importo digitato -1,5"}));
 }
 
-TEST_F(DrawnAids, CountOfCoinsShowsEveryAmountWhole) {
-    till.countCoins([&] {
-        auto& total = till.coin<TextBox>("txtPrimaValuta");
-        const QWidget& editor = till.userInterface.view(total)->widget();
-        const int usual = editor.font().pixelSize();
-        for (const char* amount : {"0,00", "123.456,00", "12.345.678,00", "9.999,99"}) {
-            total.setText(amount);
-            EXPECT_LE(QFontMetrics(editor.font()).horizontalAdvance(amount), editor.width() - 10) << amount;
-            EXPECT_GE(editor.font().pixelSize(), 8) << amount;
-        }
-        EXPECT_GE(editor.font().pixelSize(), usual - 2) << "what is common is not small";
-    });
-}
-
 TEST(LiveTime, EndsAModalWindowWhoseTimerFails) {
     QtEventLoop loop(QtEventLoop::Time::Live);
     const RegionalSettings regional;
@@ -227,6 +215,29 @@ TEST(LiveTime, EndsAModalWindowWhoseTimerFails) {
     timer.start();
     EXPECT_THROW(userInterface.runModal(window), Error);
     EXPECT_EQ(ticks, 3);
+}
+
+/// KOVA_WALK_STEPS asks for a longer one.
+TEST(RandomWalkOnWindows, ShowsWhatTheModelsShow) {
+    const int asked = qEnvironmentVariableIntValue("KOVA_WALK_STEPS");
+    const int steps = asked > 0 ? asked : 1500;
+    test::Tally onModels, onWindows;
+    std::vector<std::string> expected, seen;
+    for (const unsigned seed : {7U, 8U}) {
+        test::World world;
+        HeadlessCashier hands(world.loop);
+        test::walkAtRandom({world, hands, {}, &expected}, seed, steps, onModels);
+        Till till;
+        QtCashier fingers(till.userInterface);
+        test::walkAtRandom({till, fingers, {}, &seen}, seed, steps, onWindows);
+    }
+    const auto [first, other] = std::ranges::mismatch(expected, seen);
+    EXPECT_TRUE(first == expected.end() && other == seen.end())
+        << "step " << first - expected.begin() << "\nmodels:  " << (first == expected.end() ? "" : *first)
+        << "\nwindows: " << (other == seen.end() ? "" : *other);
+    EXPECT_GT(onModels.movements, steps / 200);
+    EXPECT_GT(onModels.counted, 0);
+    EXPECT_GT(onModels.listed, 10);
 }
 
 TEST(Captions, LoseNothingThatTheyDoNotMarkAsCut) {
