@@ -97,18 +97,13 @@ TEST_F(PhysicalKeyboard, ChoosesConfirmsAndKeepsNotesByteForByte) {
     EXPECT_EQ(till.messages.size(), 1U) << "a refusal as by touch";
 }
 
-TEST(PhysicalKeyboardAlone, ComposesAMovement) {
-    Till till;
+TEST_F(PhysicalKeyboard, ComposesAMovementAlone) {
+    till.dialog().requestClose();
     till.show(Till::Layout::DrawersAndCurrencies);
-    const auto press = [&](std::initializer_list<Qt::Key> keys) {
-        for (const Qt::Key key : keys)
-            QTest::keyClick(till.frame().focusWidget(), key);
-    };
     press({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Space}); // the third payment, in the second row
     press({Qt::Key_Tab, Qt::Key_End, Qt::Key_Left, Qt::Key_Space}); // the second activity
-    auto* const spoken = QAccessible::queryAccessibleInterface(till.frame().focusWidget())->focusChild();
-    ASSERT_NE(spoken, nullptr);
-    EXPECT_EQ(spoken->text(QAccessible::Name), "Prelievo");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(target())->focusChild()->text(QAccessible::Name),
+              "Prelievo");
     till.wait(50);
     press({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab});
     press({Qt::Key_Right, Qt::Key_Space, Qt::Key_Tab, Qt::Key_X, Qt::Key_Tab, Qt::Key_4, Qt::Key_Return});

@@ -255,18 +255,5 @@ TEST_F(Screens, AreReadTouchedAndNamedInEveryLayout) {
             EXPECT_TRUE(small.contains(begin)) << begin;
 }
 
-TEST(ButtonGrids, BringEachOfTooManyButtonsIntoSight) {
-    Till till;
-    till.show(Till::Layout::ManyButtons);
-    for (const char* name : {"Pulsantiera_Pagamenti", "Pulsantiera_Attivita", "Pulsantiera_Valuta"}) {
-        auto& grid = dynamic_cast<ButtonGridView&>(till.widget(name));
-        for (int i = 0; i < grid.cellCount(); ++i) {
-            const auto place = grid.touchPoint(grid.cellButton(i)->key);
-            EXPECT_TRUE(QRectF(grid.rect()).contains(grid.face(i))) << name << " brings all of it into sight";
-            EXPECT_EQ(grid.cellAt(place->point), i) << name;
-        }
-    }
-}
-
 } // namespace
 } // namespace kova
