@@ -196,6 +196,20 @@ TEST(AccessibleChanges, TellAtOnceOfMarksAndOfTheAmountAsItIsKeyedIn) {
                                               "Importo digitato =1,5", "Importo digitato -1,5"}));
 }
 
+TEST_F(DrawnAids, CountOfCoinsShowsEveryAmountWhole) {
+    till.countCoins([&] {
+        auto& total = till.coin<TextBox>("txtPrimaValuta");
+        const QWidget& editor = till.userInterface.view(total)->widget();
+        const int usual = editor.font().pixelSize();
+        for (const char* amount : {"0,00", "123.456,00", "12.345.678,00", "9.999,99"}) {
+            total.setText(amount);
+            EXPECT_LE(QFontMetrics(editor.font()).horizontalAdvance(amount), editor.width() - 10) << amount;
+            EXPECT_GE(editor.font().pixelSize(), 8) << amount;
+        }
+        EXPECT_GE(editor.font().pixelSize(), usual - 2) << "what is common is not small";
+    });
+}
+
 TEST(LiveTime, EndsAModalWindowWhoseTimerFails) {
     QtEventLoop loop(QtEventLoop::Time::Live);
     const RegionalSettings regional;
