@@ -6,17 +6,6 @@
 namespace kova {
 namespace {
 
-const char* brokenOffText(std::int32_t languageId) {
-    switch (languageId) {
-    case language::German:
-        return "Liste nicht zu Ende gelesen: Bewegungen können fehlen";
-    case language::English:
-        return "List not read to its end: movements may be missing";
-    default:
-        return "Elenco non letto fino in fondo: possono mancare movimenti";
-    }
-}
-
 /// What the list needs to know of the user's region to sort, to add up and to offer its menu.
 void prepareList(ProcessState& process, ReportGrid& grid) {
     const auto& regional = process.platform.regional;
@@ -39,7 +28,6 @@ void frm_Drawer_Management::setupReportControl() {
         grid.setEmptyText(text({60, "Nessun elemento da visualizzare"}));
         grid.setGroupHint(
             text({59, "Trascinare qui l'intestazione di colonna per raggruppare per quella colonna"}));
-        grid.setBrokenOffText(brokenOffText(process_.CurrentLanguageId));
         grid.setHeaderFont({"Tahoma", 8});
         grid.setSortPrefix(text({61, "Ordina per: "}));
         prepareList(process_, grid);

@@ -99,8 +99,9 @@ void frm_Drawer_Management::showAids() noexcept {
     attempt([&] { controls_->saved.rephrase(noticeText()); });
     attempt([&] {
         const auto word = [&](Word which) { return std::string(inWords(which, process_.CurrentLanguageId)); };
-        controls_->grd_mov_giornata.setMenuTexts(
-            {word(Word::CopySelection), word(Word::SelectAll), word(Word::SaveList)});
+        auto& list = controls_->grd_mov_giornata;
+        list.setMenuTexts({word(Word::CopySelection), word(Word::SelectAll), word(Word::SaveList)});
+        list.setBrokenOffText(word(Word::ListCutShort));
     });
 }
 

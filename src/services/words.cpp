@@ -38,13 +38,16 @@ constexpr Translations dictionary[] = {
     {Word::CopySelection, "Copia selezione", "Auswahl kopieren", "Copy selection"},
     {Word::SelectAll, "Seleziona tutto", "Alles auswählen", "Select all"},
     {Word::SaveList, "Salva elenco in CSV …", "Liste als CSV speichern …", "Save list as CSV …"},
+    {Word::ListCutShort, "Elenco non letto fino in fondo: possono mancare movimenti",
+     "Liste nicht zu Ende gelesen: Bewegungen können fehlen",
+     "List not read to its end: movements may be missing"},
 };
 
 constexpr std::size_t rowOf(Word word) {
     return static_cast<std::size_t>(word);
 }
 
-static_assert(std::size(dictionary) == rowOf(Word::SaveList) + 1);
+static_assert(std::size(dictionary) == rowOf(Word::ListCutShort) + 1);
 static_assert(std::ranges::all_of(dictionary, [](const Translations& one) {
     return &one == &dictionary[rowOf(one.word)];
 }));

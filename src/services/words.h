@@ -31,6 +31,7 @@ enum class Word {
     CopySelection,
     SelectAll,
     SaveList,
+    ListCutShort,
 };
 
 /// UTF-8, in a language of `namespace language`; Italian for any other.

@@ -1,11 +1,21 @@
-// The demonstration's first start and those after it.
+// The demonstration: its first start, and what becomes of a request to print or preview a day.
+#include "adapters/sqlite/sqlite_database.h"
 #include "host_options.h"
 #include "qt_demonstration_window.h"
 #include "qt_point_of_sale.h"
 
+#include <QAbstractButton>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPrintDialog>
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -35,6 +45,79 @@ TEST(Demonstration, ExplainsItselfOnceAndHasMovementsOfToday) {
         EXPECT_EQ(present, first ? present : movements) << "filled once a day";
         movements = present;
     }
+}
+
+template <class Widget>
+Widget* shown(const QString& name) {
+    for (QWidget* const one : QApplication::allWidgets())
+        if (auto* const wanted = qobject_cast<Widget*>(one);
+            wanted != nullptr && wanted->objectName() == name && wanted->isVisible())
+            return wanted;
+    return nullptr;
+}
+
+/// On the dialog's second page.
+void ask(const char* button, const QString& date) {
+    QKeyEvent right(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier);
+    QApplication::sendEvent(shown<QTabBar>("TabControl_tabs"), &right);
+    shown<QLineEdit>("comboData_text")->setText(date);
+    emit shown<QLineEdit>("comboData_text")->textEdited(date);
+    shown<QAbstractButton>(button)->click();
+}
+
+TEST(Demonstration, OpensADocumentInFrontOfTheDialogOrSaysWhyThereIsNone) {
+    const QTemporaryDir folder;
+    HostOptions options;
+    options.database = folder.filePath("shop.sqlite").toStdString();
+    options.logFolder = folder.path().toStdString();
+    auto rows = SqliteHostDatabase::openFile(options.database);
+    rows.createSchema();
+    const auto day = std::chrono::local_days(std::chrono::year(2026) / 11 / 16);
+    rows.storeMovement(
+        {.dataOperazione = day, .importoIncassato = 12.5, .valuta = "€", .note = "", .idCassa = 1});
+    PointOfSale shop(options);
+    DemonstrationWindow window(shop);
+    window.show();
+    std::string banner;
+    const std::vector<std::function<void()>> steps{
+        [] { ask("cmd_print", "31/02/2026"); },
+        [&] { EXPECT_EQ(banner, "«31/02/2026» non è una data: scegli il giorno e riprova."); },
+        [] { ask("cmdAnteprima", "17/11/2026"); },
+        [&] { EXPECT_EQ(banner, "Nessun movimento il 17/11/2026"); },
+        [] { ask("cmdAnteprima", "16/11/2026"); },
+        [] {
+            auto* const front = qobject_cast<QPrintPreviewDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(front, nullptr);
+            EXPECT_EQ(front->windowTitle(), "Movimenti di cassetto 16/11/2026");
+            EXPECT_EQ(front->findChild<QPrintPreviewWidget*>()->pageCount(), 1);
+            front->reject();
+        },
+        [] { ask("cmd_print", "16/11/2026"); },
+        [] {
+            auto* const front = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(front, nullptr);
+            EXPECT_EQ(front->windowTitle(), "Movimenti di cassetto 16/11/2026");
+            front->reject();
+        },
+        [&] {
+            rows.execute("DROP TABLE tabUtenti");
+            ask("cmd_print", "16/11/2026");
+        },
+        [&] { EXPECT_TRUE(banner.starts_with("I movimenti del giorno non si possono leggere: ")); },
+        [] { shown<QAbstractButton>("PushButton1")->click(); }};
+    std::size_t next = 0;
+    const std::function<void()> step = [&] {
+        if (next == steps.size())
+            return;
+        QTimer::singleShot(100, &window, step); // first, as the step may wait for what it opens
+        auto* const sign = window.findChild<QPushButton*>("Banner");
+        banner = sign->isHidden() ? "" : sign->text().toStdString();
+        steps[next++]();
+    };
+    QTimer::singleShot(100, &window, step);
+    QTimer::singleShot(10000, &window, [] { QApplication::exit(1); });
+    window.findChild<QPushButton*>("Primary")->click();
+    EXPECT_EQ(next, steps.size());
 }
 
 } // namespace

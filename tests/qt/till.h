@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QWidget>
 
+#include <gtest/gtest.h>
+
 namespace kova::test {
 
 /// Real windows of one size.
@@ -45,6 +47,13 @@ class Till : public QtScreen, public World {
 
   private:
     void fillCatalogues();
+};
+
+/// With the dialog of a single movement on the screen.
+class ShownTill : public testing::Test {
+  protected:
+    ShownTill() { till.show(); }
+    Till till;
 };
 
 } // namespace kova::test

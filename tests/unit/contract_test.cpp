@@ -1,9 +1,9 @@
 #include "component/type_description.h"
 #include "test_world.h"
+#include "trace_file.h"
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <iomanip>
 #include <sstream>
 
@@ -49,9 +49,7 @@ std::string wholeDescription() {
 }
 
 TEST(TypeDescription, IsTheFrozenOne) {
-    std::ostringstream frozen;
-    frozen << std::ifstream(KOVA_TYPE_DESCRIPTION).rdbuf();
-    EXPECT_EQ(wholeDescription(), frozen.str());
+    expectTrace("type_description", wholeDescription());
 }
 
 TEST(LateBinding, ReachesEveryPropertyByNameAndById) {

@@ -1,0 +1,188 @@
+// The physical keyboard and a scanner, wherever the focus is.
+#include "till.h"
+
+#include "coin_count/coin_count.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace kova {
+namespace {
+
+using test::Till;
+using Movements = std::vector<test::RecordingSink::Movement>;
+
+class PhysicalKeyboard : public test::ShownTill {
+  protected:
+    QWidget* target() { return till.frame().focusWidget() ? till.frame().focusWidget() : &till.frame(); }
+    void press(std::initializer_list<Qt::Key> keys) {
+        for (const Qt::Key key : keys)
+            QTest::keyClick(target(), key, {}, typingPause);
+        till.loop.settle();
+    }
+    void type(const char* text) {
+        for (const char* character = text; *character != '\0'; ++character)
+            QTest::keyClick(target(), *character, {}, typingPause);
+    }
+    void focus(const char* name) { till.dialog().moveFocus(*till.dialog().find(name)); }
+    const std::string& text(const char* name) { return till.control<TextBox>(name).text(); }
+    QLabel* help() { return till.frame().findChild<QLabel*>("KeyHelp"); }
+
+    static constexpr int typingPause = 45; // ms
+};
+
+std::string tabOrder(Window& window, QWidget& frame) {
+    std::string order;
+    const Control* const first = window.focus();
+    do {
+        const Control& at = *window.focus();
+        order += at.name() + (at.index() ? std::to_string(*at.index()) : "") + ' ';
+        QTest::keyClick(frame.focusWidget(), Qt::Key_Tab);
+    } while (window.focus() != first && order.size() < 1000);
+    return order;
+}
+
+TEST(TabOrder, FollowsTheWayOfAnEntry) {
+    const std::map<Till::Layout, std::string> orders{
+        {Till::Layout::Single, "Pulsantiera_Attivita txtNote cmdConferma "},
+        {Till::Layout::DrawersAndCurrencies, "Pulsantiera_Attivita cmdCassetto1 cmdCassetto2 cmdCassetto3 "
+                                             "cmdCassetto4 Pulsantiera_Valuta txtNote cmdConferma "},
+        {Till::Layout::Double, "Pulsantiera_Pagamenti_Versamenti txtNote cmdNascondiTastiera cmdConferma "}};
+    for (const auto& [layout, order] : orders) {
+        Till till;
+        till.show(layout);
+        EXPECT_EQ(tabOrder(till.dialog(), till.frame()),
+                  "txtVisore CMD_CaricaMoneta Pulsantiera_Pagamenti " + order + "cmdAnnulla TabControl ");
+    }
+}
+
+TEST_F(PhysicalKeyboard, TypesTheAmountFromAnywhereButAnEditor) {
+    focus("cmdConferma");
+    type("1a2,5");
+    EXPECT_EQ(text("txtVisore"), "12,5");
+    EXPECT_EQ(till.dialog().focus(), till.dialog().find("txtVisore"));
+    focus("txtNote");
+    type("7,x");
+    EXPECT_EQ(text("txtNote"), "7,x");
+    QKeyEvent digit(QEvent::KeyPress, Qt::Key_5, Qt::NoModifier, "5");
+    focus("cmdConferma");
+    QApplication::sendEvent(target(), &digit);
+    till.control<TabControl>("TabControl").touchTab(1);
+    focus("grd_mov_giornata");
+    type("9");
+    EXPECT_EQ(text("txtVisore"), "12,5") << "neither a program's key, nor one where the amount is not seen";
+}
+
+TEST_F(PhysicalKeyboard, ChoosesConfirmsAndKeepsNotesByteForByte) {
+    till.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
+    press({Qt::Key_F3});
+    till.wait(50);
+    press({Qt::Key_F12}); // of no activity
+    till.control<TextBox>("txtNote").setText("riga\r\nduro\u00a0\U0001F600\U0001F600");
+    focus("txtNote");
+    press({Qt::Key_Backspace, Qt::Key_X, Qt::Key_Return});
+    EXPECT_TRUE(till.sink.movements.empty() && till.messages.empty());
+    focus("txtVisore");
+    type("20");
+    QTest::keyClick(target(), Qt::Key_Enter, Qt::KeypadModifier);
+    till.loop.settle();
+    EXPECT_EQ(till.sink.movements, (Movements{{1, 20, "€", "riga\r\nduro\u00a0\U0001F600x\n", 0, 2, false}}));
+    press({Qt::Key_Return});
+    EXPECT_EQ(till.messages.size(), 1U) << "a refusal as by touch";
+}
+
+TEST_F(PhysicalKeyboard, ComposesAMovementAlone) {
+    till.dialog().requestClose();
+    till.show(Till::Layout::DrawersAndCurrencies);
+    press({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Space}); // the third payment, in the second row
+    press({Qt::Key_Tab, Qt::Key_End, Qt::Key_Left, Qt::Key_Space}); // the second activity
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(target())->focusChild()->text(QAccessible::Name),
+              "Prelievo");
+    till.wait(50);
+    press({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab});
+    press({Qt::Key_Right, Qt::Key_Space, Qt::Key_Tab, Qt::Key_X, Qt::Key_Tab, Qt::Key_4, Qt::Key_Return});
+    EXPECT_EQ(till.sink.movements, (Movements{{3, 4, "CHF", "x", 2, 2, false}}));
+}
+
+TEST_F(PhysicalKeyboard, SendsNoBarCodeAsAnAmount) {
+    till.composeMovement();
+    focus("cmdAnnulla");
+    quint64 time = 1000; // ms
+    for (const QChar character : QString("8012345678901\r")) {
+        QKeyEvent event(QEvent::KeyPress, character == '\r' ? int(Qt::Key_Return) : character.unicode(),
+                        Qt::NoModifier, character);
+        event.setTimestamp(time += 5);
+        QSpontaneKeyEvent::setSpontaneous(&event);
+        qApp->notify(target(), &event); // sending would make it a program's event
+    }
+    till.loop.settle();
+    EXPECT_TRUE(till.sink.movements.empty());
+    EXPECT_NE(till.component->dialog()->window(), nullptr);
+    EXPECT_EQ(text("txtVisore"), "8012345678901") << "seen, so that it can be cleared";
+}
+
+TEST_F(PhysicalKeyboard, ShowsItsKeysAndClosesByTheRuleOfTheCloseButton) {
+    const Control* const before = till.dialog().focus();
+    press({Qt::Key_F1});
+    ASSERT_NE(help(), nullptr);
+    for (const char* words : {"F2", "Fondo cassa", "F4", "Versamento", "Esc", "Chiudi", "Conferma"})
+        EXPECT_TRUE(help()->text().contains(words)) << words;
+    EXPECT_TRUE(till.frame().rect().contains(help()->geometry()));
+    EXPECT_EQ(till.dialog().focus(), before);
+    press({Qt::Key_Escape});
+    EXPECT_EQ(help(), nullptr);
+    ASSERT_NE(till.component->dialog()->window(), nullptr) << "that closed the help alone";
+    till.control<PushButton>("cmdAnnulla").setEnabled(false);
+    press({Qt::Key_Escape});
+    ASSERT_NE(till.component->dialog()->window(), nullptr);
+    till.control<PushButton>("cmdAnnulla").setEnabled(true);
+    QTest::keyPress(target(), Qt::Key_Escape); // there is nothing left to let go of it in
+    EXPECT_TRUE(till.component->dialog() == nullptr || till.component->dialog()->window() == nullptr);
+}
+
+TEST_F(PhysicalKeyboard, EntersWhatIsCountedWhereverTheFocusIs) {
+    bool counted = false;
+    till.countCoins([&] {
+        Window& window = *till.process.coinDialog->window();
+        WindowFrame& frame = *till.userInterface.frame(window);
+        const std::string order = tabOrder(window, frame);
+        EXPECT_EQ(std::ranges::count(order, ' '), 1 + 4 + 15) << "the entry, the buttons, the euro's fields";
+        EXPECT_TRUE(order.find("FlatEdit0") == order.npos && order.find("txtPrima") == order.npos) << order;
+
+        till.coin<TextBox>("txtValuta", 29).setLocked(true);
+        const Control* touched = nullptr;
+        for (int i = 0; i < CoinCount::FieldCount; ++i) {
+            auto& field = till.coin<TextBox>("txtValuta", i);
+            const auto watch = field.gotFocus.connect([&] { touched = &field; });
+            const auto place = till.userInterface.touchPoint(field);
+            const QPoint onFrame = place->widget->mapTo(&frame, place->point.toPoint());
+            QWidget* const seen = frame.childAt(onFrame); // perhaps what stands in front of it
+            QTest::mouseClick(seen, Qt::LeftButton, {}, seen->mapFrom(&frame, onFrame));
+            EXPECT_EQ(touched, &field) << i;
+        }
+        std::u32string typed;
+        const auto keys = window.keyPress.connect([&](char32_t character) { typed += character; });
+        for (const Qt::Key key : {Qt::Key_7, Qt::Key_A, Qt::Key_Backspace, Qt::Key_Left})
+            QTest::keyClick(frame.focusWidget(), key);
+        QTest::keyClick(frame.focusWidget(), Qt::Key_X, Qt::ControlModifier);
+        QTest::keyClick(frame.focusWidget(), Qt::Key_5, Qt::AltModifier);
+        QInputMethodEvent composed("", {});
+        composed.setCommitString("8");
+        QApplication::sendEvent(frame.focusWidget(), &composed);
+        EXPECT_EQ(typed, U"7a\b8");
+        window.moveFocus(*window.find("CMD_CaricaMoneta"));
+        QTest::keyClick(frame.focusWidget(), Qt::Key_Space);
+        QTest::keyClick(frame.focusWidget(), Qt::Key_Return);
+        counted = window.visible();
+    });
+    EXPECT_TRUE(counted) << "no key presses a button";
+}
+
+} // namespace
+} // namespace kova

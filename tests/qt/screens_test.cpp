@@ -1,0 +1,259 @@
+// Every screen that a cashier meets, in every layout and both colour schemes: texts can be read, targets hit
+// with a finger, and parts have names, states and values for assistive technology.
+#include "text_paper.h"
+#include "till.h"
+#include "unit/report_checks.h"
+
+#include "adapters/qt/button_grid_view.h"
+#include "adapters/qt/key_button.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QFile>
+#include <QMetaEnum>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+namespace kova {
+namespace {
+
+using test::Till;
+
+// In millimetres of a 10 inch panel of 1280 x 800.
+constexpr double DotsPerMillimetre = 149 / 25.4;
+constexpr double LeastTarget = 9, LeastKey = 11, LeastGap = 1.5;
+
+/// What the positions of the design keep smaller: a row of buttons is 585 twips high, the keyboard's keys
+/// share 9600 x 3735 twips, a row of the coin count has 375 twips.
+struct SmallTargets {
+    double width, height;
+    std::vector<const char*> names; ///< that widgets' names begin with
+};
+const std::vector<SmallTargets> Exceptions{
+    {9.2, 9.3, {"Virtual_Keyboard_"}},
+    {9,
+     8.6,
+     {"txtVisore", "CMD_CaricaMoneta", "cmdConferma", "cmdAnnulla", "cmdCassetto", "cmdCaricaMovimenti",
+      "cmdAnteprima", "cmd_print", "PushButton1"}},
+    {9, 8.3, {"grd_mov_giornata", "comboData"}},
+    {9, 6.8, {"txtValuta", "FlatEdit", "txtPrimaValuta", "txtSecondaValuta"}}};
+
+bool isUsed(QAccessible::Role role) {
+    static const std::set<int> roles{
+        QAccessible::Button,   QAccessible::EditableText, QAccessible::PageTab, QAccessible::CheckBox,
+        QAccessible::ComboBox, QAccessible::ColumnHeader, QAccessible::Table};
+    return roles.contains(role);
+}
+
+QString statesOf(const QAccessibleInterface& part) {
+    const auto state = part.state();
+    const QString value = part.role() == QAccessible::Cell ? QString() : part.text(QAccessible::Value);
+    QString all = value.isEmpty() ? value : " = \"" + value + '"';
+    for (const auto& [on, name] :
+         {std::pair(state.disabled, " disabled"), std::pair(state.checked, " checked"),
+          std::pair(state.readOnly, " read-only"), std::pair(state.focused, " focused"),
+          std::pair(state.selected, " selected"), std::pair(state.expanded, " expanded")})
+        if (on)
+            all += name;
+    return all;
+}
+
+/// What is drawn of the buttons, in the window.
+std::vector<std::pair<std::string, QRectF>> facesOn(QWidget& window) {
+    std::vector<std::pair<std::string, QRectF>> faces;
+    for (auto* const widget : window.findChildren<QWidget*>()) {
+        const QPointF at = widget->mapTo(&window, QPointF());
+        const std::string name = widget->objectName().toStdString();
+        if (!widget->isVisible())
+            continue;
+        if (const auto* button = dynamic_cast<FaceButton*>(widget))
+            faces.emplace_back(name, button->face().translated(at));
+        if (const auto* grid = dynamic_cast<ButtonGridView*>(widget))
+            for (int i = 0; i < grid->cellCount(); ++i)
+                if (const QRectF area = grid->face(i) & QRectF(grid->rect()); !area.isEmpty())
+                    faces.emplace_back(name + ' ' + std::to_string(i), area.translated(at));
+    }
+    return faces;
+}
+
+class Screens : public testing::Test {
+  protected:
+    void look(QWidget& window, bool covered = false) {
+        expectLegible(window, covered);
+        QStringList parts;
+        readParts(QAccessible::queryAccessibleInterface(&window), nullptr, parts);
+        QStringList& before = lastSpoken[window.objectName()];
+        spoken << QString();
+        std::ranges::copy_if(parts, std::back_inserter(spoken),
+                             [&](const QString& part) { return !before.contains(part); });
+        before = parts;
+        if (!covered)
+            expectFacesApart(window);
+    }
+    /// As a cashier does: idle, refused, complete, under the finger, saved, counted, listed.
+    void use(Till& till);
+
+    int texts = 0, targets = 0, faces = 0;     ///< looked at
+    std::map<std::string, std::string> faint;  ///< text on background, and a text that has it
+    std::set<std::string> small;               ///< exceptions met
+    QStringList spoken;                        ///< of each screen what it had not before
+    std::map<QString, QStringList> lastSpoken; ///< by window
+
+    /// The file has what is to be spoken; when that changes on purpose, what was spoken replaces it.
+    void expectSpoken() {
+        QFile wanted(QT_TESTCASE_SOURCEDIR "/qt/spoken_screens.trace");
+        EXPECT_TRUE(wanted.open(QIODevice::ReadOnly));
+        const QByteArray now = spoken.join('\n').toUtf8() + '\n';
+        if (wanted.readAll() == now)
+            return;
+        QFile seen("spoken_screens.trace");
+        EXPECT_TRUE(seen.open(QIODevice::WriteOnly) && seen.write(now) == now.size());
+        ADD_FAILURE() << wanted.fileName().toStdString() << " differs from what is now in "
+                      << seen.fileName().toStdString();
+    }
+
+  private:
+    /// Disabled texts are excepted.
+    void expectLegible(QWidget& window, bool covered) {
+        for (const auto& [words, ink, behind, place] : test::TextPaper(window).texts) {
+            const QWidget* const on = window.childAt(place.center().toPoint());
+            if (on != nullptr && !on->isEnabled())
+                continue;
+            ++texts;
+            const QRect room =
+                on == nullptr ? window.rect() : QRect(on->mapTo(&window, QPoint()), on->size());
+            EXPECT_TRUE(covered || dynamic_cast<const ButtonGridView*>(on) != nullptr || // which is panned
+                        (place.height() >= 10 && QRectF(room).adjusted(-1, -1, 1, 1).contains(place)))
+                << words.toStdString() << " is cut or tiny";
+            if (look::contrast(ink, behind) < 4.5)
+                faint.emplace((ink.name() + " on " + behind.name()).toStdString(), words.toStdString());
+        }
+    }
+    /// This one and those on it.
+    void readParts(QAccessibleInterface* part, QAccessibleInterface* parent, QStringList& lines) {
+        if (part == nullptr || !part->isValid() || part->state().invisible)
+            return;
+        const QString name = part->text(QAccessible::Name);
+        const auto role = part->role();
+        if (role != QAccessible::Client) // inside an editor
+            lines << QMetaEnum::fromType<QAccessible::Role>().valueToKey(role) + (" \"" + name + '"') +
+                         statesOf(*part);
+        if (isUsed(role)) {
+            EXPECT_TRUE(!name.trimmed().isEmpty() && parent->indexOfChild(part) >= 0)
+                << lines.last().toStdString();
+            if (!part->state().offscreen && role != QAccessible::Table)
+                expectFingerSized(*part, part->object() != nullptr ? *part->object() : *parent->object());
+        }
+        for (int i = 0; i < part->childCount(); ++i)
+            readParts(part->child(i), part, lines);
+    }
+    void expectFingerSized(const QAccessibleInterface& part, const QObject& widget) {
+        const std::string name = widget.objectName().toStdString();
+        ++targets;
+        const bool key = dynamic_cast<const KeyButton*>(&widget) != nullptr;
+        SmallTargets least{key ? LeastKey : LeastTarget, key ? LeastKey : LeastTarget, {}};
+        for (const SmallTargets& exception : Exceptions)
+            for (const char* const begin : exception.names)
+                if (name.starts_with(begin)) {
+                    least = exception;
+                    small.insert(begin);
+                }
+        EXPECT_GE(part.rect().width() / DotsPerMillimetre, least.width) << name;
+        EXPECT_GE(part.rect().height() / DotsPerMillimetre, least.height) << name;
+    }
+    /// Side by side and one above the other.
+    void expectFacesApart(QWidget& window) {
+        constexpr double gap = LeastGap * DotsPerMillimetre;
+        const auto all = facesOn(window);
+        faces += static_cast<int>(all.size());
+        for (const auto& [name, area] : all)
+            for (const auto& [otherName, other] : all)
+                EXPECT_TRUE(&area == &other || !(area.adjusted(-gap, 0, gap, 0).intersects(other) ||
+                                                 area.adjusted(0, -gap, 0, gap).intersects(other)))
+                    << name << ' ' << otherName;
+    }
+};
+
+void Screens::use(Till& till) {
+    const auto lookAgain = [&] {
+        till.loop.settle();
+        look(till.frame(), till.control<PushButton>("cmdNascondiTastiera").visible()); // by the keyboard
+    };
+    till.insideModal = [&](Window& window) {
+        if (window.name() == "frm_CaricaMoneta")
+            test::as<TextBox>(window.find("txtPrimaValuta")).setText("12.345.678,00");
+        look(*till.userInterface.frame(window));
+    };
+    lookAgain();
+    till.control<PushButton>("cmdConferma").press(); // refused by the message window
+    till.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
+    till.control<ButtonGrid>("Pulsantiera_Attivita").touch("2");
+    till.control<ButtonGrid>("Pulsantiera_Pagamenti_Versamenti").touch("2");
+    till.wait(50);
+    const auto& currencies = till.control<ButtonGrid>("Pulsantiera_Valuta").buttons();
+    if (!currencies.empty())
+        till.control<ButtonGrid>("Pulsantiera_Valuta").touch(currencies.front().key);
+    till.control<PushButton>("cmdCassetto", 2).press();
+    till.control<TextBox>("txtVisore").setText("12.5");
+    lookAgain();
+    till.control<TextBox>("txtVisore").setText("1250");
+    till.dialog().moveFocus(till.control<TextBox>("txtNote"));
+    till.control<TextBox>("txtNote").paste("RESTO");
+    for (auto* button : till.frame().findChildren<QAbstractButton*>())
+        button->setDown(true);
+    const auto touched = till.userInterface.touchPoint(*till.dialog().find("Pulsantiera_Pagamenti"), "1");
+    QTest::mousePress(touched->widget, Qt::LeftButton, {}, touched->point.toPoint());
+    lookAgain();
+    QTest::mouseRelease(touched->widget, Qt::LeftButton, {}, QPoint(-1, -1));
+    till.control<PushButton>("cmdConferma").press();
+    EXPECT_FALSE(till.sink.movements.empty());
+    lookAgain();
+    till.control<PushButton>("cmdAnnulla").setEnabled(false);
+    till.control<TextBox>("txtNote").setLocked(true);
+    till.control<OnScreenKeyboard>("Virtual_Keyboard").toggleCapsLock();
+    lookAgain();
+    till.control<PushButton>("CMD_CaricaMoneta").press();
+    till.control<TabControl>("TabControl").touchTab(1);
+    lookAgain();
+    till.control<ReportGrid>("grd_mov_giornata").groupBy(2);
+    till.runtime.change(1031);
+    lookAgain();
+    till.control<TabControl>("TabControl").touchTab(0);
+    lookAgain();
+}
+
+TEST_F(Screens, AreReadTouchedAndNamedInEveryLayout) {
+    // What the rules fix; docs/contrast.md says where.
+    const std::vector<std::set<std::string>> fixed{
+        {"#c0c0c0 on #c0c0c0"}, {"#c0c0c0 on #c0c0c0", "#ffffff on #737f8d", "#000000 on #586472"}};
+    for (const bool metro : {false, true}) {
+        for (const auto layout : {Till::Layout::DrawersAndCurrencies, Till::Layout::Double,
+                                  Till::Layout::Single, Till::Layout::ManyButtons}) {
+            const testing::ScopedTrace trace(__FILE__, __LINE__, "layout " + std::to_string(int(layout)));
+            Till till;
+            till.component->ActiveColorMetroStyle(metro);
+            till.component->SetSoftwareName("Cassa"); // whose double layout saves pairs
+            test::addMovements(till.database());
+            till.show(layout);
+            use(till);
+            if (!metro && layout == Till::Layout::Double)
+                expectSpoken();
+        }
+        std::set<std::string> names;
+        for (const auto& [name, example] : faint)
+            names.insert(name);
+        EXPECT_EQ(names, fixed[metro ? 1 : 0]) << testing::PrintToString(faint);
+        faint.clear();
+    }
+    EXPECT_GT(std::min({texts, targets, faces}), 1000);
+    for (const SmallTargets& exception : Exceptions)
+        for (const char* const begin : exception.names)
+            EXPECT_TRUE(small.contains(begin)) << begin;
+}
+
+} // namespace
+} // namespace kova

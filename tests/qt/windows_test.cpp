@@ -1,0 +1,280 @@
+// Windows, the read-back and the notice: seen, out of the way, told of at once, and gone when they should be.
+#include "till.h"
+#include "unit/random_walk.h"
+#include "unit/report_checks.h"
+
+#include "adapters/qt/caption.h"
+#include "adapters/qt/page_notice_view.h"
+#include "host/headless_cashier.h"
+#include "host/qt_cashier.h"
+#include "widgets/page_notice.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+
+namespace kova {
+namespace {
+
+using namespace std::chrono_literals;
+using test::Till;
+
+class DrawnAids : public test::ShownTill {
+  protected:
+    QWidget& part(const char* name) { return *till.frame().findChild<QWidget*>(name); }
+    QImage picture(const char* name) { return part(name).grab().toImage(); }
+    QWidget& key(const char* control, const char* key) {
+        return *till.userInterface.touchPoint(*till.dialog().find(control), key)->widget;
+    }
+    void save() {
+        till.composeMovement();
+        till.control<TextBox>("txtVisore").setText("1250");
+        till.control<PushButton>("cmdConferma").press();
+        till.loop.settle();
+    }
+    void turnThePageAndBack() {
+        till.control<TabControl>("TabControl").touchTab(1);
+        till.control<TabControl>("TabControl").touchTab(0);
+    }
+};
+
+TEST_F(DrawnAids, ReadBackStandsAboveTheKeys) {
+    till.control<TextBox>("txtVisore").setText("1250");
+    EXPECT_TRUE(part("readBack").isVisible());
+    EXPECT_GE(key("Virtual_KeyPAD", "7").y(), part("readBack").geometry().bottom());
+    const QImage before = picture("readBack");
+    till.control<TextBox>("txtVisore").setText("12500");
+    EXPECT_NE(picture("readBack"), before);
+    till.process.screenAids = {.amountReadBack = false, .direction = false};
+    till.process.entryChanged();
+    EXPECT_FALSE(part("readBack").isVisible());
+    EXPECT_EQ(key("Virtual_KeyPAD", "7").y(), 0);
+}
+
+TEST_F(DrawnAids, NoticeTakesNothingAndFades) {
+    till.dialog().moveFocus(till.control<TextBox>("txtVisore"));
+    const QWidget* const focus = QApplication::focusWidget();
+    save();
+    const QPointer<QWidget> notice = &part("notice");
+    ASSERT_TRUE(notice->isVisible());
+    EXPECT_EQ(QApplication::focusWidget(), focus);
+    EXPECT_NE(till.frame().childAt(notice->mapTo(&till.frame(), notice->rect().center())), notice);
+    turnThePageAndBack();
+    EXPECT_FALSE(notice->isVisible()) << "it went with its page";
+    save();
+    QElapsedTimer wall;
+    wall.start();
+    const QImage full = picture("notice");
+    bool faded = false;
+    while (notice->isVisible() && wall.elapsed() / 3 < PageNoticeView::StayMilliseconds) {
+        QTest::qWait(50);
+        faded |= notice->isVisible() && picture("notice") != full;
+    }
+    EXPECT_TRUE(faded && !notice->isVisible());
+    EXPECT_GE(wall.elapsed(), PageNoticeView::StayMilliseconds - 100);
+
+    till.sink.then = [](const std::string&) { throw Error(5, "disk full"); };
+    save();
+    EXPECT_EQ(notice->accessibleName(), "NULLA è stato registrato: disk full");
+    EXPECT_NE(picture("notice").pixelColor(8, 8), full.pixelColor(8, 8));
+    turnThePageAndBack();
+    QTest::qWait(PageNoticeView::StayMilliseconds + PageNoticeView::FadeMilliseconds + 100);
+    EXPECT_TRUE(notice->isVisible()) << "a failure waits for the cashier";
+    till.takeLog();
+    till.dialog().requestClose();
+    till.loop.settle();
+    EXPECT_TRUE(notice.isNull());
+}
+
+TEST_F(DrawnAids, WordsFollowTheRegionAndTheLanguageOfTheComponent) {
+    till.regional = *regionalSettings("de-CH");
+    till.process.decimalKey = DecimalKey::Region;
+    till.runtime.change(1031);
+    EXPECT_EQ(key("Virtual_KeyPAD", ".").accessibleName(), "Punkt");
+    QString yes;
+    QTimer::singleShot(0, &till.frame(), [&] {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        till.runtime.change(9);
+        yes = box->button(QMessageBox::Yes)->text();
+    });
+    till.answer = [](const PlatformMessage&) { return MessageAnswer::No; };
+    EXPECT_EQ(till.userInterface.messageBox({"?", PlatformMessage::YesNo, "?"}), MessageAnswer::No);
+    EXPECT_EQ(yes, "Yes");
+}
+
+TEST_F(DrawnAids, LetNoTouchThroughToABlockedWindowAndNoFailureGoUnseen) {
+    QtCashier cashier(till.userInterface);
+    auto& confirm = till.control<PushButton>("cmdConferma");
+    const auto place = *till.userInterface.touchPoint(confirm);
+    const auto click = [&] { QTest::mouseClick(place.widget, Qt::LeftButton, {}, place.point.toPoint()); };
+    int presses = 0;
+    const auto pressed = confirm.pressed.connect([&] { ++presses; });
+    till.countCoins(click);
+    EXPECT_EQ(presses, 0);
+    click();
+    EXPECT_EQ(presses, 1);
+    const auto failing =
+        till.control<PushButton>("cmd_print").pressed.connect([] { throw Error(5, "handler"); });
+    till.control<TabControl>("TabControl").touchTab(1);
+    EXPECT_THROW(cashier.press(till.control<PushButton>("cmd_print")), Error);
+    EXPECT_THROW(cashier.screenshot(till.dialog(), "/nonexistent/x.png"), Error);
+}
+
+TEST_F(DrawnAids, AssistiveTechnologyReadsAndTouchesTheMovementsAsATable) {
+    test::addMovements(till.database());
+    till.control<TabControl>("TabControl").touchTab(1);
+    till.loop.settle();
+    auto& grid = till.control<ReportGrid>("grd_mov_giornata");
+    auto* const list = QAccessible::queryAccessibleInterface(&till.widget("grd_mov_giornata"));
+    auto* const table = list->tableInterface();
+    auto* const cell = table->cellAt(1, 4);
+    EXPECT_EQ(cell->tableCellInterface()->columnHeaderCells().value(0)->text(QAccessible::Name), "importo");
+    EXPECT_EQ(list->childAt(cell->rect().center().x(), cell->rect().center().y()), cell);
+    cell->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(table->selectedRows(), QList<int>{1});
+    grid.deleteRecords();
+    grid.populate();
+    EXPECT_EQ(list->childCount(), 8) << "the headers";
+    EXPECT_EQ(list->text(QAccessible::Description).toStdString(), grid.emptyText());
+}
+
+std::vector<std::string> told;
+
+void listen(QAccessibleEvent* event) {
+    const auto tell = [&](const QString& what) {
+        told.push_back((event->accessibleInterface()->text(QAccessible::Name) + ' ' + what).toStdString());
+    };
+    if (event->type() == QAccessible::TextInserted)
+        tell('+' + static_cast<QAccessibleTextInsertEvent*>(event)->textInserted());
+    else if (event->type() == QAccessible::TextUpdated)
+        tell('=' + static_cast<QAccessibleTextUpdateEvent*>(event)->textInserted());
+    else if (event->type() == QAccessible::TextRemoved)
+        tell('-' + static_cast<QAccessibleTextRemoveEvent*>(event)->textRemoved());
+    else if (event->type() == QAccessible::StateChanged &&
+             static_cast<QAccessibleStateChangeEvent*>(event)->changedStates().checked)
+        tell(event->accessibleInterface()->state().checked ? "on" : "off");
+}
+
+/// No desktop asks for events here: the toolkit's platform part, which has no header, is told that one does.
+bool askForEvents(bool on) {
+    auto* const platform =
+        static_cast<void**>(dlsym(RTLD_DEFAULT, "_ZN22QGuiApplicationPrivate20platform_integrationE"));
+    const auto accessibility = reinterpret_cast<void* (*)(void*)>(
+        dlsym(RTLD_DEFAULT, "_ZNK20QPlatformIntegration13accessibilityEv"));
+    const auto setActive = reinterpret_cast<void (*)(void*, bool)>(
+        dlsym(RTLD_DEFAULT, "_ZN22QPlatformAccessibility9setActiveEb"));
+    if (platform == nullptr || accessibility == nullptr || setActive == nullptr)
+        return false;
+    setActive(accessibility(*platform), on);
+    QAccessible::installUpdateHandler(on ? &listen : nullptr);
+    return QAccessible::isActive() == on;
+}
+
+TEST(AccessibleChanges, TellAtOnceOfMarksAndOfTheAmountAsItIsKeyedIn) {
+    Till till;
+    till.show(Till::Layout::DrawersAndCurrencies);
+    if (!askForEvents(true))
+        GTEST_SKIP() << "this toolkit cannot be told to send events";
+    told.clear();
+    till.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
+    till.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("2");
+    till.control<ButtonGrid>("Pulsantiera_Valuta").touch("CHF");
+    for (const char* key : {"1", ".", "5", "BACKSPACE"})
+        till.control<NumericKeypad>("Virtual_KeyPAD").touchKey(key);
+    askForEvents(false);
+    EXPECT_EQ(told, (std::vector<std::string>{"Contanti on", "Contanti off", "Carta on", "CHF on",
+                                              "Importo digitato +1", "Importo digitato =1,",
+                                              "Importo digitato =1,5", "Importo digitato -1,5"}));
+}
+
+TEST_F(DrawnAids, CountOfCoinsShowsEveryAmountWhole) {
+    till.countCoins([&] {
+        auto& total = till.coin<TextBox>("txtPrimaValuta");
+        const QWidget& editor = till.userInterface.view(total)->widget();
+        const int usual = editor.font().pixelSize();
+        for (const char* amount : {"0,00", "123.456,00", "12.345.678,00", "9.999,99"}) {
+            total.setText(amount);
+            EXPECT_LE(QFontMetrics(editor.font()).horizontalAdvance(amount), editor.width() - 10) << amount;
+            EXPECT_GE(editor.font().pixelSize(), 8) << amount;
+        }
+        EXPECT_GE(editor.font().pixelSize(), usual - 2) << "what is common is not small";
+    });
+}
+
+TEST(LiveTime, EndsAModalWindowWhoseTimerFails) {
+    QtEventLoop loop(QtEventLoop::Time::Live);
+    const RegionalSettings regional;
+    QtUserInterface userInterface(loop, regional);
+    WindowStack stack;
+    Window window("window", "title", {0, 0, 3000, 1500});
+    const auto view = userInterface.present(window);
+    Timer timer(loop, 20ms);
+    int ticks = 0;
+    const auto failing = timer.tick.connect([&] {
+        if (++ticks == 3)
+            throw Error(1, "tick");
+    });
+    stack.show(window, true);
+    timer.start();
+    EXPECT_THROW(userInterface.runModal(window), Error);
+    EXPECT_EQ(ticks, 3);
+}
+
+/// KOVA_WALK_STEPS asks for a longer one.
+TEST(RandomWalkOnWindows, ShowsWhatTheModelsShow) {
+    const int asked = qEnvironmentVariableIntValue("KOVA_WALK_STEPS");
+    const int steps = asked > 0 ? asked : 1500;
+    test::Tally onModels, onWindows;
+    std::vector<std::string> expected, seen;
+    for (const unsigned seed : {7U, 8U}) {
+        test::World world;
+        HeadlessCashier hands(world.loop);
+        test::walkAtRandom({world, hands, {}, &expected}, seed, steps, onModels);
+        Till till;
+        QtCashier fingers(till.userInterface);
+        test::walkAtRandom({till, fingers, {}, &seen}, seed, steps, onWindows);
+    }
+    const auto [first, other] = std::ranges::mismatch(expected, seen);
+    EXPECT_TRUE(first == expected.end() && other == seen.end())
+        << "step " << first - expected.begin() << "\nmodels:  " << (first == expected.end() ? "" : *first)
+        << "\nwindows: " << (other == seen.end() ? "" : *other);
+    EXPECT_GT(onModels.movements, steps / 200);
+    EXPECT_GT(onModels.counted, 0);
+    EXPECT_GT(onModels.listed, 10);
+}
+
+TEST(Captions, LoseNothingThatTheyDoNotMarkAsCut) {
+    const QtEventLoop loop(QtEventLoop::Time::Stepped);
+    const QString text = "Bar-Einzahlung auf das Donaudampfschifffahrtsgesellschaftskasse 12/2026";
+    int whole = 0;
+    for (int width = 12; width < 200; width += 4)
+        for (const int height : {14, 40, 90}) {
+            const auto caption =
+                look::setCaptions({{text, QSizeF(width, height)}}, look::font({"Tahoma", 11, true}, {1, 1}),
+                                  1, look::CaptionSizes::Own)[0];
+            const QFontMetricsF metrics(caption.font);
+            EXPECT_LE(static_cast<double>(caption.lines.size() - 1) * metrics.lineSpacing(), height);
+            EXPECT_GE(caption.font.pixelSize(), 10) << "legible";
+            if (!caption.whole) {
+                EXPECT_TRUE(caption.lines.last().endsWith(QChar(0x2026))) << width << 'x' << height;
+                continue;
+            }
+            ++whole;
+            for (const QString& line : caption.lines)
+                EXPECT_LE(metrics.horizontalAdvance(line), width);
+            EXPECT_EQ(caption.lines.join("").remove('-').remove(' '), QString(text).remove('-').remove(' '));
+        }
+    EXPECT_GT(whole, 20);
+}
+
+} // namespace
+} // namespace kova
