@@ -70,16 +70,18 @@ class NumberParser {
         return count;
     }
 
-    /// Digits in one run, or in groups of three behind a first one of one to three. False for other groups:
-    /// a group separator typed for a decimal one must not make an amount a hundred times as large.
+    /// Digits in one run, or in groups of three behind a first one of one to three that begins with no zero.
+    /// False for other groups: a group separator typed for a decimal one must not make an amount a hundred
+    /// or, as in 0.500, a thousand times as large.
     bool takeWhole() {
+        const bool beginsWithZero = rest_.starts_with('0');
         std::size_t group = takeDigits();
         wholeIsZero_ = plain_.find_first_of("123456789") == std::string::npos;
         if (group > 3)
             return !takeGroupSeparator();
         while (group > 0 && takeGroupSeparator()) {
             group = takeDigits();
-            if (group != 3)
+            if (beginsWithZero || group != 3)
                 return false;
             wholeIsZero_ = plain_.find_first_of("123456789") == std::string::npos;
         }
@@ -249,7 +251,8 @@ std::string toText(Decimal number, const RegionalSettings& regional) {
 std::string toText(LongDecimal number, const RegionalSettings& regional) {
     std::string text(number.digits);
     if (const auto point = text.find('.'); point != std::string::npos) {
-        text.erase(std::max(text.find_last_not_of('0') + 1, point));
+        const auto last = text.find_last_not_of('0');
+        text.erase(last == point ? point : last + 1);
         if (text.size() > point)
             text.replace(point, 1, regional.decimalSeparator);
         if (point == (text.starts_with('-') ? 1U : 0U))

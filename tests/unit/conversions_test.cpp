@@ -53,7 +53,8 @@ std::size_t addCells(Snapshot& row) {
     };
     return add(Null{}, true, false, std::int64_t{1}, std::int64_t{0}, std::int64_t{-7}, 2.5,
                Decimal{-125000, 4}, Decimal{5, 4}, Decimal{10000, 4}, Decimal{-12345, 18},
-               LongDecimal{"-12345678901234567890.5"}, LongDecimal{"-.5"}, "True", "False", "yes", "1,0", "",
+               LongDecimal{"-12345678901234567890.5"}, LongDecimal{"-.5"},
+               LongDecimal{"12345678901234567890.00"}, "True", "False", "yes", "1,0", "",
                DateTime(std::chrono::milliseconds(-1)), TimeOfDayDate + std::chrono::hours(9));
 }
 
