@@ -1,4 +1,4 @@
-#include "../tests/tds_server/tds_server.h"
+#include "kova-test-server/tds_server.h"
 #include "adapters/odbc/odbc_database.h"
 #include "adapters/sqlite/sqlite_database.h"
 
@@ -71,7 +71,7 @@ class ServerProcess {
     /// Until the other end of `over` closes, by whatever death.
     [[noreturn]] static void serve(const std::string& file, int said, int over) {
         {
-            const test::TdsServer server(openSqlite(file));
+            const tds::TdsServer server(openSqlite(file));
             const std::string text = server.connectionString();
             (void)!write(said, text.data(), text.size());
             close(said);

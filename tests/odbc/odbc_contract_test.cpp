@@ -12,8 +12,9 @@ using test::OdbcShop;
 using Rows = std::vector<std::string>;
 
 struct Served {
-    Served(const SqliteHostDatabase& host, const std::string& version) : server(host.connection(), version) {}
-    test::TdsServer server;
+    Served(const SqliteHostDatabase& host, const std::string& version)
+        : server(host.connection(), {.version = version}) {}
+    tds::TdsServer server;
     std::shared_ptr<DatabaseConnection> connection = openOdbc(server.connectionString());
 };
 

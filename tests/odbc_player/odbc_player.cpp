@@ -1,7 +1,7 @@
 // Plays a scenario like kova-host, but with a server between the component and the embedded database: the
 // host writes to the database itself, and the component reads through ODBC.
 
-#include "../tds_server/tds_server.h"
+#include "kova-test-server/tds_server.h"
 #include "host_database.h"
 #include "host_options.h"
 #include "script_run.h"
@@ -10,7 +10,7 @@
 #include <optional>
 
 int main(int count, char** arguments) {
-    std::optional<kova::test::TdsServer> server;
+    std::optional<kova::tds::TdsServer> server;
     const auto throughServer = [&](const kova::HostOptions& options, kova::DatabaseProvider& servers) {
         kova::HostDatabase database = kova::openHostDatabase(options, servers);
         server.emplace(database.connection);

@@ -39,6 +39,8 @@ class SqliteHostDatabase {
     static SqliteHostDatabase inMemory();
     /// Opens the file, UTF-8 path, and creates it when it does not exist.
     static SqliteHostDatabase openFile(const std::string& file);
+    /// A shop in memory without movements (`empty`) or with some of its days (`sample`), or an existing file.
+    static SqliteHostDatabase open(const std::string& what);
 
     /// No table and no view yet.
     [[nodiscard]] bool isEmpty() const;

@@ -5,6 +5,7 @@
 #include "adapters/sqlite/sqlite_statement.h"
 
 #include <array>
+#include <filesystem>
 #include <sqlite3.h>
 
 namespace kova {
@@ -15,6 +16,19 @@ SqliteHostDatabase SqliteHostDatabase::inMemory() {
 
 SqliteHostDatabase SqliteHostDatabase::openFile(const std::string& file) {
     return SqliteHostDatabase(SqliteHandle::openFile(file, SqliteHandle::Access::ReadWrite));
+}
+
+SqliteHostDatabase SqliteHostDatabase::open(const std::string& what) {
+    if (what != "empty" && what != "sample") {
+        if (!std::filesystem::exists(std::filesystem::path(std::u8string(what.begin(), what.end()))))
+            throw DatabaseError(DatabaseError::Unspecified, "no such file: " + what, "08001");
+        return openFile(what);
+    }
+    auto database = inMemory();
+    database.createSchema();
+    if (what == "sample")
+        database.loadSample();
+    return database;
 }
 
 bool SqliteHostDatabase::isEmpty() const {

@@ -9,16 +9,24 @@
 #include <thread>
 #include <vector>
 
-namespace kova::test {
+namespace kova::tds {
 
-/// A SQL Server for tests: speaks as much TDS (7.1 to 7.4) as FreeTDS asks for, on a free port of the
+/// How a client comes in.
+struct Access {
+    std::string user = "till", password = "se;cret";
+    std::string version = "7.4"; ///< of TDS, which the connection string asks for
+    std::uint16_t port = 0;      ///< 0 for a free one
+};
+
+/// A SQL Server to try things out: speaks as much TDS (7.1 to 7.4) as FreeTDS asks for, on a free port of the
 /// loopback interface, answers from an embedded database, and fails on demand. It knows no SQL of its own,
 /// but for `SEND TYPE CELL …`: one row of columns, of which TYPE and CELL are the bytes in hexadecimal
 /// digits.
 class TdsServer {
   public:
     /// Listens from now on. The database is used from other threads, while a client waits for its answer.
-    explicit TdsServer(std::shared_ptr<DatabaseConnection> database, std::string version = "7.4");
+    /// Throws std::runtime_error when the port is taken.
+    explicit TdsServer(std::shared_ptr<DatabaseConnection> database, Access access = {});
     ~TdsServer() { stop(); }
 
     /// Hangs up on everyone and listens no longer.
@@ -27,7 +35,7 @@ class TdsServer {
     void start();
     /// Forgets all faults, takes every log-in, and listens.
     void recover();
-    /// For FreeTDS, with a valid user; `more` is appended.
+    /// For FreeTDS; `more` is appended.
     [[nodiscard]] std::string connectionString(const std::string& more = "") const;
 
     void setLogIns(LogIns logIns) { logIns_ = logIns; }
@@ -51,9 +59,8 @@ class TdsServer {
     void accept();
 
     std::shared_ptr<DatabaseConnection> database_;
-    std::string version_;
+    Access access_; ///< with the port that it listens on, after the first start
     int listener_ = -1;
-    int port_ = 0; ///< 0 until the first start
     std::atomic<LogIns> logIns_ = LogIns::Accept;
     std::thread acceptor_;
     std::list<Client> clients_; ///< of the acceptor, and of `stop` when that has ended
@@ -64,4 +71,4 @@ class TdsServer {
     std::vector<unsigned> versions_;
 };
 
-} // namespace kova::test
+} // namespace kova::tds

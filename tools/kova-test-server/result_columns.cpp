@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace kova::test {
+namespace kova::tds {
 namespace {
 
 constexpr std::string_view collation("\x09\x04\xD0\x00\x34", 5); // Latin1_General_CI_AS
@@ -131,4 +131,4 @@ void ResultColumn::writeText(WireWriter& writer, std::string_view text) const {
     }
 }
 
-} // namespace kova::test
+} // namespace kova::tds

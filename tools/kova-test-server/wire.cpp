@@ -3,7 +3,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-namespace kova::test {
+namespace kova::tds {
 namespace {
 
 constexpr std::size_t headerSize = 8;
@@ -60,4 +60,4 @@ void PacketStream::hangUp() const {
     shutdown(socket_, SHUT_RDWR);
 }
 
-} // namespace kova::test
+} // namespace kova::tds

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace kova::test {
+namespace kova::tds {
 
 enum class MessageKind : std::uint8_t {
     Batch = 0x01,
@@ -115,4 +115,4 @@ class WireReader {
     std::string_view rest_;
 };
 
-} // namespace kova::test
+} // namespace kova::tds

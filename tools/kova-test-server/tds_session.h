@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-namespace kova::test {
+namespace kova::tds {
 
 /// A call of sp_executesql, taken apart.
 struct ExecuteCall {
@@ -49,8 +49,8 @@ class TdsSession {
     void answerPreLogIn();
     bool answerLogIn(const std::string& body);
     void answer(const ExecuteCall& call);
-    void listenInVain() const;
-    bool suffer(const Fault& fault);
+    void waitForHangUp() const;
+    bool applyFault(const Fault& fault);
     void sendDictated(const std::string& columns);
     void sendRows(Recordset records, const std::optional<Fault>& fault);
     void sendError(std::int32_t number, const std::string& message);
@@ -65,4 +65,4 @@ class TdsSession {
     bool isCall_ = false; ///< that a call is being answered, not a batch
 };
 
-} // namespace kova::test
+} // namespace kova::tds

@@ -5,7 +5,7 @@
 
 #include <sstream>
 
-namespace kova::test {
+namespace kova::tds {
 namespace {
 
 constexpr unsigned doneToken = 0xFD, doneOfCallToken = 0xFE, doneInCallToken = 0xFF;
@@ -136,7 +136,7 @@ bool TdsSession::answerLogIn(const std::string& body) {
     const auto user = nameReader.text(nameLength);
     const auto what = server_.logIn(user, readPassword(passwordReader, passwordLength), version_);
     if (what == LogIns::Ignore)
-        listenInVain();
+        waitForHangUp();
     if (what != LogIns::Accept) {
         sendError(logInFailed, "Login failed for user '" + user + "'.");
         return false;
@@ -157,7 +157,7 @@ void TdsSession::answer(const ExecuteCall& call) {
         return sendDone(doneToken, 0, 0);
     if (call.text.starts_with(dictated))
         return sendDictated(call.text.substr(dictated.size()));
-    if (fault && suffer(*fault))
+    if (fault && applyFault(*fault))
         return;
     try {
         Query query{call.text};
@@ -170,19 +170,19 @@ void TdsSession::answer(const ExecuteCall& call) {
 }
 
 /// Until the client hangs up, or the server stops.
-void TdsSession::listenInVain() const {
+void TdsSession::waitForHangUp() const {
     while (stream_.receive()) {
     }
 }
 
 /// Whether the fault leaves nothing to answer.
-bool TdsSession::suffer(const Fault& fault) {
+bool TdsSession::applyFault(const Fault& fault) {
     if (fault.kind == Fault::Kind::Fail)
         sendError(fault.number, fault.message);
     else if (fault.kind == Fault::Kind::HangUp)
         stream_.hangUp();
     else if (fault.kind == Fault::Kind::StallDeadly)
-        listenInVain();
+        waitForHangUp();
     else
         return fault.kind == Fault::Kind::Stall; // the client's attention comes in as the next message
     return true;
@@ -275,4 +275,4 @@ void TdsSession::sendDone(unsigned token, unsigned status, std::size_t rows) {
     flush(true);
 }
 
-} // namespace kova::test
+} // namespace kova::tds

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace kova::test {
+namespace kova::tds {
 
 /// Versions of the protocol, as clients and server exchange them in the highest byte.
 inline constexpr unsigned Tds72 = 0x72;
@@ -29,4 +29,4 @@ class ResultColumn {
     std::size_t characters_ = 1; ///< of the longest text
 };
 
-} // namespace kova::test
+} // namespace kova::tds

@@ -9,11 +9,8 @@
 #include <stdexcept>
 #include <utility>
 
-namespace kova::test {
+namespace kova::tds {
 namespace {
-
-constexpr const char* user = "till";
-constexpr const char* password = "se;cret";
 
 void switchOn(int socket, int level, int option) {
     const int on = 1;
@@ -22,21 +19,21 @@ void switchOn(int socket, int level, int option) {
 
 } // namespace
 
-TdsServer::TdsServer(std::shared_ptr<DatabaseConnection> database, std::string version)
-    : database_(std::move(database)), version_(std::move(version)) {
+TdsServer::TdsServer(std::shared_ptr<DatabaseConnection> database, Access access)
+    : database_(std::move(database)), access_(std::move(access)) {
     start();
 }
 
 void TdsServer::start() {
     listener_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     switchOn(listener_, SOL_SOCKET, SO_REUSEADDR);
-    sockaddr_in address{AF_INET, htons(static_cast<std::uint16_t>(port_)), {htonl(INADDR_LOOPBACK)}, {}};
+    sockaddr_in address{AF_INET, htons(access_.port), {htonl(INADDR_LOOPBACK)}, {}};
     socklen_t size = sizeof address;
     auto* const generic = reinterpret_cast<sockaddr*>(&address);
     if (bind(listener_, generic, size) != 0 || listen(listener_, 8) != 0 ||
         getsockname(listener_, generic, &size) != 0)
-        throw std::runtime_error("the test server cannot listen");
-    port_ = ntohs(address.sin_port);
+        throw std::runtime_error("cannot listen on port " + std::to_string(access_.port));
+    access_.port = ntohs(address.sin_port);
     acceptor_ = std::thread([this] { accept(); });
 }
 
@@ -67,8 +64,9 @@ void TdsServer::stop() {
 }
 
 std::string TdsServer::connectionString(const std::string& more) const {
-    return std::string("Driver=") + KOVA_FREETDS_DRIVER + ";Server=127.0.0.1;Port=" + std::to_string(port_) +
-           ";Database=shop;Uid=" + user + ";Pwd={" + password + "};TDS_Version=" + version_ + ";" + more;
+    return std::string("Driver=") + KOVA_FREETDS_DRIVER +
+           ";Server=127.0.0.1;Port=" + std::to_string(access_.port) + ";Database=shop;Uid=" + access_.user +
+           ";Pwd={" + access_.password + "};TDS_Version=" + access_.version + ";" + more;
 }
 
 void TdsServer::add(Fault fault) {
@@ -99,7 +97,7 @@ std::vector<unsigned> TdsServer::takeVersions() {
 LogIns TdsServer::logIn(const std::string& name, const std::string& secret, unsigned version) {
     const std::lock_guard lock(mutex_);
     versions_.push_back(version);
-    return name == user && secret == password ? logIns_.load() : LogIns::Refuse;
+    return name == access_.user && secret == access_.password ? logIns_.load() : LogIns::Refuse;
 }
 
 std::optional<Fault> TdsServer::received(const ExecuteCall& call) {
@@ -119,4 +117,4 @@ Recordset TdsServer::answer(const Query& query) {
     return database_->query(query);
 }
 
-} // namespace kova::test
+} // namespace kova::tds

@@ -1,0 +1,91 @@
+#include "commands.h"
+
+#include "arguments.h"
+#include "scenario_parser.h"
+#include "tds_server.h"
+
+#include <map>
+
+namespace kova::tds {
+namespace {
+
+/// `NAME PIECE …`, of which the rest may end in `after ROWS`.
+Fault fault(Fault::Kind atOnce, Fault::Kind later, const Arguments& words, std::size_t own) {
+    words.requireCount(own, own + 2);
+    Fault fault{words.text(1), atOnce};
+    if (words.count() > own) {
+        words.requireCount(own + 2);
+        if (words.text(own) != "after")
+            throw ScenarioError("neither the end nor \"after ROWS\": " + words.text(own));
+        fault.kind = later;
+        fault.afterRows = static_cast<std::size_t>(words.natural(own + 1));
+    }
+    return fault;
+}
+
+void fail(TdsServer& server, const Arguments& words) {
+    constexpr std::size_t own = 4;
+    auto failing = fault(Fault::Kind::Fail, Fault::Kind::FailLate, words, own);
+    failing.number = words.int32(2);
+    failing.message = words.text(3);
+    server.add(std::move(failing));
+}
+
+void hangUp(TdsServer& server, const Arguments& words) {
+    server.add(fault(Fault::Kind::HangUp, Fault::Kind::BreakOff, words, 2));
+}
+
+void stall(TdsServer& server, const Arguments& words) {
+    server.add(fault(Fault::Kind::Stall, Fault::Kind::StallLate, words, 2));
+}
+
+void logIns(TdsServer& server, const Arguments& words) {
+    words.requireCount(2);
+    static const std::map<std::string, LogIns, std::less<>> kinds{
+        {"accept", LogIns::Accept}, {"refuse", LogIns::Refuse}, {"ignore", LogIns::Ignore}};
+    const auto kind = kinds.find(words.text(1));
+    if (kind == kinds.end())
+        throw ScenarioError("neither accept nor refuse nor ignore: " + words.text(1));
+    server.setLogIns(kind->second);
+}
+
+using Command = void (*)(TdsServer&, const Arguments&);
+const std::map<std::string, Command, std::less<>> commands{
+    {"fail", fail},
+    {"hang-up", hangUp},
+    {"stall", stall},
+    {"log-ins", logIns},
+    {"stop", [](TdsServer& server, const Arguments&) { server.stop(); }},
+    {"recover", [](TdsServer& server, const Arguments&) { server.recover(); }}};
+
+} // namespace
+
+bool carryOut(const std::string& line, TdsServer& server) {
+    const Arguments words(scenarioWords(line));
+    if (words.count() == 0)
+        return true;
+    if (words.text(0) == "quit")
+        return false;
+    const auto command = commands.find(words.text(0));
+    if (command == commands.end())
+        throw ScenarioError("no such command: " + words.text(0));
+    command->second(server, words);
+    return true;
+}
+
+std::string_view commandsHelp() {
+    return "  fail PIECE NUMBER MESSAGE [after ROWS]\n"
+           "                     queries whose text contains PIECE fail with that error\n"
+           "  hang-up PIECE [after ROWS]\n"
+           "                     the connection ends instead of an answer, or in the middle\n"
+           "                     of the row behind ROWS others\n"
+           "  stall PIECE [after ROWS]\n"
+           "                     nothing more comes until the client gives up\n"
+           "  log-ins accept|refuse|ignore\n"
+           "                     what becomes of log-ins from now on\n"
+           "  stop               hangs up on everyone and listens no longer\n"
+           "  recover            forgets all faults, takes every log-in, and listens\n"
+           "  quit               ends\n";
+}
+
+} // namespace kova::tds
