@@ -91,7 +91,7 @@ TEST_F(Sqlite, TheComponentsConnectionOnlyReads) {
 TEST_F(Sqlite, TheDailyFunctionReadsWhateverTheViewIs) {
     const auto daily = [&](const std::string& columns) {
         Query query{"SELECT " + columns + " FROM [dbo].[GetDailyOperation](?)"};
-        query.parameters = {dayParameter(dateTime(2026, 11, 16, 10, 30))};
+        query.parameters = {dayParameter(dateTime(2026, 11, 16, std::chrono::hours(10)))};
         return rowsOf(host.connection()->query(query));
     };
     host.execute(
