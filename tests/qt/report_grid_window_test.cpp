@@ -31,16 +31,16 @@ class ReportGridWindow : public ShownTill {
         fill(3);
         till.loop.settle();
     }
-    void fill(int records) {
+    void fill(std::size_t records) {
         grid.deleteRecords();
         grid.deleteColumns();
         for (const char* caption : {"Tipo", "importo", "Valuta"})
             grid.addColumn(3, caption, 20, true);
-        for (int i = 0; i < records; ++i) {
+        for (std::size_t i = 0; i < records; ++i) {
             grid.addRecord();
-            for (const std::string& cell :
-                 {std::string(i % 2 == 0 ? "A" : "B"), std::to_string(10 - i), std::string("€")})
-                grid.addItem(static_cast<std::size_t>(i), cell);
+            grid.addItem(i, i % 2 == 0 ? "A" : "B");
+            grid.addItem(i, std::to_string(10 - static_cast<int>(i)));
+            grid.addItem(i, "€");
         }
         grid.populate();
     }
