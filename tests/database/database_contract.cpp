@@ -5,6 +5,7 @@
 namespace kova {
 
 using Rows = std::vector<std::string>;
+using namespace std::chrono_literals;
 
 void expectCells(Recordset records, const std::vector<std::vector<Value>>& expected) {
     ASSERT_EQ(records.recordCount(), std::ssize(expected));
@@ -27,18 +28,6 @@ std::vector<std::string> rowsOf(Recordset records) {
     return rows;
 }
 
-DateTime dateTime(int year, unsigned month, unsigned day, int hours, int minutes, int seconds,
-                  int milliseconds) {
-    using namespace std::chrono;
-    return local_days(std::chrono::year(year) / std::chrono::month(month) / std::chrono::day(day)) +
-           std::chrono::hours(hours) + std::chrono::minutes(minutes) + std::chrono::seconds(seconds) +
-           std::chrono::milliseconds(milliseconds);
-}
-
-DateParameter dayParameter(DateTime day) {
-    return {"Data", "as typed", day};
-}
-
 TEST_P(DatabaseContract, CellsHaveTheTypesOfTheirColumns) {
     host.execute("CREATE TABLE kinds(b bit, i int, m money, d decimal(18,4), f float, t nvarchar(50),"
                  " w datetime, missing money)");
@@ -48,7 +37,7 @@ TEST_P(DatabaseContract, CellsHaveTheTypesOfTheirColumns) {
                  " '2026-11-16T00:00:00', 3)");
     expectCells(query("SELECT * FROM kinds ORDER BY b DESC"),
                 {{true, std::int64_t{-7}, Decimal{1000, 4}, Decimal{12345678901, 4}, 0.5,
-                  std::string_view("perché – «€» 雪"), dateTime(2026, 11, 16, 23, 59, 59, 250), Null{}},
+                  std::string_view("perché – «€» 雪"), dateTime(2026, 11, 16, 24h - 750ms), Null{}},
                  {false, std::int64_t{2147483647}, Decimal{-999999999999999, 4}, Decimal{20000, 4}, 2.0,
                   std::string_view(""), dateTime(2026, 11, 16), Decimal{30000, 4}}});
 }
@@ -99,7 +88,6 @@ TEST_P(DatabaseContract, AFailedQueryTellsWhyAndTheNextOneWorks) {
         databaseErrorOf([&] { (void)query("SELECT * FROM tabValute WHERE Valuta='l'''a'"); });
     EXPECT_EQ(refused.number(), DatabaseError::CommandFailed);
     EXPECT_EQ(refused.sqlState(), "42000");
-    EXPECT_FALSE(std::string(refused.what()).empty());
 
     host.execute("INSERT INTO tabValute VALUES(N'CHF')");
     EXPECT_EQ(rowsOf(query("SELECT [Valuta] FROM [dbo].[tabValute]")), Rows{"CHF"});

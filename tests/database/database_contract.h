@@ -34,11 +34,14 @@ void expectCells(Recordset records, const std::vector<std::vector<Value>>& expec
 /// All rows, cells joined by "|": Null as "-", the others as in Switzerland.
 std::vector<std::string> rowsOf(Recordset records);
 
-DateTime dateTime(int year, unsigned month, unsigned day, int hours = 0, int minutes = 0, int seconds = 0,
-                  int milliseconds = 0);
+inline DateTime dateTime(int year, int month, int day, std::chrono::milliseconds time = {}) {
+    return std::chrono::local_days(std::chrono::year(year) / month / day) + time;
+}
 
 /// The parameter as the movements list gives it.
-DateParameter dayParameter(DateTime day);
+inline DateParameter dayParameter(DateTime day) {
+    return {"Data", "as typed", day};
+}
 
 /// Runs the action, which must fail with a DatabaseError, and returns that.
 template <class Action>

@@ -28,6 +28,7 @@ TEST(ServerScript, MakesTheSameShopAsTheEmbeddedSample) {
     auto embedded = SqliteHostDatabase::inMemory();
     embedded.createSchema();
     embedded.loadSample();
+    EXPECT_NE(databaseErrorOf([&] { embedded.loadSample(); }).number(), 0) << "a second load leaves nothing";
     const auto rows = [](const SqliteHostDatabase& host, const std::string& text) {
         const Recordset records = host.connection()->query({text});
         auto result = rowsOf(records);

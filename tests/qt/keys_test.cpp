@@ -1,5 +1,6 @@
 // The physical keyboard and a scanner, wherever the focus is.
 #include "till.h"
+#include "unit/trace_file.h"
 
 #include "coin_count/coin_count.h"
 
@@ -49,17 +50,14 @@ std::string tabOrder(Window& window, QWidget& frame) {
 }
 
 TEST(TabOrder, FollowsTheWayOfAnEntry) {
-    const std::map<Till::Layout, std::string> orders{
-        {Till::Layout::Single, "Pulsantiera_Attivita txtNote cmdConferma "},
-        {Till::Layout::DrawersAndCurrencies, "Pulsantiera_Attivita cmdCassetto1 cmdCassetto2 cmdCassetto3 "
-                                             "cmdCassetto4 Pulsantiera_Valuta txtNote cmdConferma "},
-        {Till::Layout::Double, "Pulsantiera_Pagamenti_Versamenti txtNote cmdNascondiTastiera cmdConferma "}};
-    for (const auto& [layout, order] : orders) {
+    std::string seen;
+    for (const auto layout :
+         {Till::Layout::Single, Till::Layout::DrawersAndCurrencies, Till::Layout::Double}) {
         Till till;
         till.show(layout);
-        EXPECT_EQ(tabOrder(till.dialog(), till.frame()),
-                  "txtVisore CMD_CaricaMoneta Pulsantiera_Pagamenti " + order + "cmdAnnulla TabControl ");
+        seen += tabOrder(till.dialog(), till.frame()) + '\n';
     }
+    test::expectTrace("tab_order", seen);
 }
 
 TEST_F(PhysicalKeyboard, TypesTheAmountFromAnywhereButAnEditor) {

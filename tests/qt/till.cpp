@@ -5,12 +5,10 @@
 namespace kova::test {
 
 QtScreen::QtScreen(const QSize& surface, QtEventLoop::Time time)
-    : loop(time),
-      userInterface(
-          loop, italian,
-          {.modalLoop = [this](Window& window) { runModal(window); },
-           .answer = [this](const PlatformMessage& message) { return answer(message); },
-           .surface = surface}) {}
+    : loop(time), userInterface(loop, italian,
+                                {.modalLoop = [this](Window& window) { runModal(window); },
+                                 .answer = [this](const PlatformMessage& message) { return answer(message); },
+                                 .surface = surface}) {}
 
 Till::Till(const QSize& surface, QtEventLoop::Time time)
     : QtScreen(surface, time), World(userInterface, loop) {

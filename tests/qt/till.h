@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#define KOVA_TRACES std::string(QT_TESTCASE_SOURCEDIR "/qt/")
+
 namespace kova::test {
 
 /// Real windows of one size.
