@@ -72,6 +72,12 @@ TEST(LateBinding, ConvertsArgumentsAndRefusesWhatDoesNotFit) {
     auto& component = *world.component;
     component.set("idCassa", Variant("7"));
     EXPECT_EQ(component.idCassa(), 7);
+    for (const auto& [flag, meant] :
+         std::map<std::string, bool>{{"True", true}, {"False", false}, {"-1", true}}) {
+        component.set("ChiusuraAutomatica", Variant(flag));
+        EXPECT_EQ(component.ChiusuraAutomatica(), meant) << flag;
+    }
+    EXPECT_EQ(errorNumber([&] { component.set("ChiusuraAutomatica", Variant("yes")); }), 13);
     EXPECT_EQ(errorNumber([&] { component.set("idCassa", Variant("seven")); }), 13);
     EXPECT_EQ(errorNumber([&] { component.set("idCassa", Variant(1e10)); }), 6);
     EXPECT_EQ(errorNumber([&] { component.set("Show", Variant(1)); }), 438);
