@@ -45,4 +45,16 @@ class ScenePlayer {
     std::map<std::string, Words> inside_; ///< what the host does inside its next handler of an event
 };
 
+/// What is seen of all scenes of NAME.txt.
+template <class Player>
+std::string played(const std::string& name) {
+    std::ostringstream seen;
+    for (const Scene& scene : scenes(name)) {
+        Player player;
+        player.play(scene, scene.lines.size());
+        seen << "== " << scene.name << '\n' << player.seen.str();
+    }
+    return seen.str();
+}
+
 } // namespace kova::test

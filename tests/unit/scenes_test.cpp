@@ -64,19 +64,13 @@ class AidsPlayer : public ScenePlayer {
     }
 };
 
-class Scenes : public testing::TestWithParam<const char*> {};
-
-TEST_P(Scenes, GoAsEver) {
-    std::ostringstream seen;
-    for (const Scene& scene : scenes(GetParam())) {
-        AidsPlayer player;
-        player.play(scene, scene.lines.size());
-        seen << "== " << scene.name << '\n' << player.seen.str();
-    }
-    expectTrace(GetParam(), seen.str());
+TEST(ScreenAids, SayWhatIsSent) {
+    expectTrace("screen_aids", played<AidsPlayer>("screen_aids"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Unit, Scenes, testing::Values("reentrancy", "screen_aids"));
+TEST(Reentrancy, GoesAsEver) {
+    expectTrace("reentrancy", played<ScenePlayer>("reentrancy"));
+}
 
 TEST(Reentrancy, AChoiceInAnotherDialogWhileAGridFillsIsMarked) {
     World world;
