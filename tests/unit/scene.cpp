@@ -136,6 +136,16 @@ void ScenePlayer::addCashierVerbs() {
     verbs["touch"] = [this](auto& words) { the<ButtonGrid>(words, 3).touch(words[2]); };
     verbs["text"] = [this](auto& words) { the<TextBox>(words, 3).paste(words.back()); };
     verbs["focus"] = [this](auto& words) { the<TextBox>(words, 2).window().moveFocus(*find(words, 2)); };
+    verbs["count"] = [this](auto&) {
+        if (const auto& coins = world.process.coinDialog)
+            seen << TraceLine("count")
+                        .with("result", coins->result())
+                        .with("field", coins->IndiceMoneta())
+                        .then(coins->getImportoPrimaValuta())
+                        .then(coins->getImportoSecondaValuta())
+                        .text()
+                 << '\n';
+    };
     verbs["dump"] = [this](auto& words) {
         if (Control* const control = find(words, 2))
             seen << describedControl(*control) << '\n';
