@@ -1,343 +1,137 @@
-// What is injected below the rules: windows, timers, boxes and the log that fail. One record each, and what
-// the cashier can still do.
-#include "test_world.h"
+// What is injected below the rules: windows, timers, boxes and the log that fail, once at each thing that
+// changes in each scene of failures.txt. One record each, and what the cashier can still do, against
+// failures.trace.
+#include "scene.h"
+#include "trace_file.h"
 
 #include <gtest/gtest.h>
+
+#include <array>
 
 namespace kova::test {
 namespace {
 
 using Log = std::vector<LogRecord>;
+/// One scene with one failure in it.
+class Rehearsal : public ScenePlayer {
+  public:
+    Rehearsal(const Scene& scene, const std::string& failing, int lostRecords) : failing_(failing) {
+        world.onPresent = [this](Window& window) { watch(window); };
+        play(scene, scene.begin);
+        world.log.clear();
+        failingNow_ = true;
+        world.faults = {.startTimer = failing == "timer",
+                        .present = failing == "window",
+                        .runModal = failing == "loop",
+                        .messageBox = failing == "box",
+                        .leaveModal = failing == "loop that ends",
+                        .log = lostRecords};
+        play(scene, scene.lines.size());
+        failingNow_ = false;
+        world.faults = {};
+        recorded = !world.log.empty();
+        addState();
+    }
 
-class Failures : public testing::Test {
-  protected:
-    void SetUp() override { world.connect(); }
-    void expectOneRecord(const std::string& label, const std::string& message = "no drawing") {
-        EXPECT_EQ(world.takeLog(), (Log{{label, message}}));
+    /// Whatever failed, the next dialog saves what is entered in it, once.
+    void expectTheNextMovementIsSaved() {
+        for (const char* option : {"DoppioInserimentoObbligatorio", "PredisponiInserimentoFondoCassaIniziale",
+                                   "ChiusuraAutomatica", "InserimentoAutomatico", "ActiveColorMetroStyle"})
+            world.component->set(option, Variant(false));
+        world.sink.movements.clear();
+        play({"discard", "connect", "show", "compose", "press cmdConferma"}, 0);
+        ASSERT_EQ(world.sink.movements.size(), 1U);
+        EXPECT_EQ(world.sink.movements[0].importo, 12.5);
     }
-    template <class Kind>
-    Kind& control(const std::string& name, std::optional<int> index = {}) {
-        return world.control<Kind>(name, index);
-    }
-    ButtonGrid& grid(const std::string& name) { return control<ButtonGrid>("Pulsantiera_" + name); }
-    void press(const char* button) { control<PushButton>(button).press(); }
-    bool canConfirm() { return control<PushButton>("cmdConferma").enabled(); }
-    /// Makes every window of the coin count fail so from its loading on.
-    void failWhenCounting(const std::string& name, Property property, std::optional<int> index = {}) {
-        world.onPresent = [=, this](Window& window) {
-            if (window.name() == "frm_CaricaMoneta")
-                fault = failAt(*window.find(name, index), property);
-        };
-    }
-    TextBox& field(int index) { return world.coin<TextBox>("txtValuta", index); }
-    void select(Control& control) { control.window().moveFocus(control); }
-    void load(int index, const std::string& count) {
-        select(field(index));
-        world.coin<TextBox>("txt_valuta").paste(count);
-        pressCoin("CMD_Carica");
-    }
-    void pressCoin(const char* button) { world.coin<PushButton>(button).press(); }
-    std::string display() { return control<TextBox>("txtVisore").text(); }
-    frm_CaricaMoneta& coins() { return *world.process.coinDialog; }
 
-    World world;
-    cls_Kova_Drawer_Man& component = *world.component;
-    SelectionState& selection = world.process.selection;
-    Connection fault;
+    std::vector<std::string> places; ///< where something changed, as WINDOW/CONTROL.PROPERTY
+    bool recorded = false;           ///< by the error log
+
+  private:
+    void watch(Window& window) {
+        watch(window, window.name());
+        for (Control* const control : window.controls())
+            watch(*control, window.name() + "/" + control->name() +
+                                (control->index() ? std::to_string(*control->index()) : ""));
+    }
+    void watch(Control& control, const std::string& name) {
+        static const std::array names{"Visible", "Enabled",   "Bounds",      "Caption",  "Text",
+                                      "ToolTip", "BackColor", "ForeColor",   "Latched",  "Locked",
+                                      "Buttons", "Marks",     "SelectedTab", "CapsLock", "Icon",
+                                      "ZOrder",  "Focus",     "Title",       "Records",  "Rows"};
+        watches_.push_back(control.changed.connect([this, name](Property property) {
+            const std::string place = name + "." + names.at(static_cast<std::size_t>(property));
+            if (failingNow_ && std::ranges::find(places, place) == places.end())
+                places.push_back(place);
+            if (failingNow_ && place == failing_)
+                throw std::runtime_error("no drawing");
+        }));
+    }
+
+    const std::string failing_;
+    bool failingNow_ = false;
+    std::vector<Connection> watches_;
 };
 
-TEST_F(Failures, OfTheComponentNeverReachTheHost) {
-    world.faults.present = true;
-    EXPECT_EQ(component.Show(), "");
-    expectOneRecord("RicercaCliente.Show: ", "no window");
-    EXPECT_FALSE(component.dialog()->loaded());
-    world.faults.present = false;
-    world.show();
-    EXPECT_TRUE(component.dialog()->loaded()) << "the next Show starts afresh";
-
-    world.database().setting("CifreDecimali", "x");
-    world.faults.log = 1; // the settings' own record fails
-    component.InizializzaByConnString("good");
-    expectOneRecord("InizializzaByConnString: ", "no log");
-    world.faults.log = 1;
-    component.Inizializza(world.process.SharedConnection);
-    expectOneRecord("RicercaCliente.Inizializza : ", "no log");
-
-    component.Inizializza(nullptr);
-    world.log.clear();
-    component.InizializzaByConnString("bad");
-    expectOneRecord("InizializzaByConnString: ", "cannot open");
-    component.InizializzaByConnString("good");
-    EXPECT_EQ(world.takeLog().back().label, "InitOpt : ") << "the unopened connection stays in its place";
-
-    struct Odd final : DatabaseConnection {
-        Recordset query(const Query&) override { throw 1; } // NOLINT: no exception of anybody's
-    };
-    component.Inizializza(std::make_shared<Odd>());
-    EXPECT_EQ(world.takeLog().at(0).label, "getDbValue") << "whatever is thrown";
-}
-
-TEST_F(Failures, OfStartUpActivationAndPresetKeepTheDialogUsable) {
-    component.DoppioInserimentoObbligatorio(true);
-    world.onPresent = [&](Window& window) {
-        fault = failAt(*window.find("grd_mov_giornata"), Property::Text);
-    };
-    world.show();
-    expectOneRecord("setupReportControl");
-    EXPECT_EQ(grid("Attivita").buttons().size(), 3U) << "start-up goes on";
-    world.onPresent = {};
-
-    world.runtime.change(1031);
-    fault = failAt(world.dialog(), Property::Caption);
-    world.process.windows.show(world.dialog(), false);
-    expectOneRecord("cmdCassetto_Click");
-    EXPECT_EQ(control<Label>("Label2").caption(), "Levy");
-
-    fault = failAt(grid("Pagamenti"), Property::Enabled);
-    component.PredisponiInserimentoFondoCassaIniziale(true);
-    world.show();
-    expectOneRecord("PredisponiPerInserimentoFondoCassaIniziale");
-    EXPECT_TRUE(grid("Attivita").enabled());
-}
-
-TEST_F(Failures, OfSelectingLeaveTheFormerSelection) {
-    world.show();
-    for (const char* name : {"frame_valuta", "Pulsantiera_Pagamenti_Versamenti"})
-        world.dialog().find(name)->setVisible(true);
-    for (const char* name : {"Pagamenti_Versamenti", "Valuta"})
-        grid(name).addButton("2", "", {}, {}, "");
-    fault = failAt(grid("Valuta"), Property::Marks);
-    grid("Valuta").touch("2");
-    expectOneRecord("Pulsantiera_Valuta_buttonClick");
-    EXPECT_EQ(selection.Valuta, "€");
-
-    world.faults.startTimer = true;
-    for (const char* name : {"Attivita", "Pagamenti_Versamenti"}) {
-        grid(name).touch("2");
-        expectOneRecord("Pulsantiera_" + std::string(name) + "_buttonClick", "no timer");
+TEST(Failures, AtEachStepOfEachSceneLeaveTheDialogUsable) {
+    std::ostringstream seen;
+    for (const Scene& scene : scenes("failures")) {
+        Rehearsal whole(scene, "", 0);
+        std::vector<std::pair<std::string, std::string>> outcomes{{whole.seen.str(), ""}};
+        for (const char* fault : {"timer", "window", "loop", "loop that ends", "box"})
+            whole.places.emplace_back(fault);
+        for (const std::string& place : whole.places) {
+            bool recorded = true;
+            for (int lost = 0; lost < 2 && recorded; ++lost) {
+                SCOPED_TRACE(scene.name + ": " + place);
+                Rehearsal rehearsal(scene, place, lost);
+                recorded = rehearsal.recorded;
+                const std::string outcome = rehearsal.seen.str();
+                auto known = std::ranges::find(outcomes, outcome, [](auto& one) { return one.first; });
+                if (known == outcomes.end())
+                    known = outcomes.insert(known, {outcome, ""});
+                known->second += "    " + place + (lost ? ", and the log\n" : "\n");
+                rehearsal.expectTheNextMovementIsSaved();
+            }
+        }
+        seen << "== " << scene.name << '\n';
+        for (const auto& [outcome, where] : outcomes)
+            seen << outcome << where;
     }
+    expectTrace("failures", seen.str());
 }
 
-TEST_F(Failures, OfEntryAreRecordedUnderTheirOwnLabels) {
+TEST(FailuresOfHosts, AreOfAnyKind) {
+    World world;
+    world.connect();
     world.show();
-    fault = failAt(control<TextBox>("txtVisore"), Property::Text);
-    control<NumericKeypad>("Virtual_KeyPAD").touchKey("5");
-    expectOneRecord("Virtual_KeyPAD_Keyboard");
+    world.composeMovement();
+    world.sink.then = [](const std::string&) { throw 1; }; // NOLINT: no exception of anybody's
+    world.control<PushButton>("cmdConferma").press();
+    EXPECT_EQ(world.takeLog(), (Log{{"cmdConferma_Click", "Unknown error"}}));
+    EXPECT_EQ(world.control<TextBox>("txtVisore").text(), "12,5");
 
-    control<GroupFrame>("frameCassetti").setVisible(true);
-    auto& third = control<PushButton>("cmdCassetto", 3);
-    fault = failAt(third, Property::Latched);
-    third.press();
-    expectOneRecord("set_button_Drawer");
-    EXPECT_EQ(selection.Cassetto, 3);
-    world.faults.log = 1;
-    third.press();
-    expectOneRecord("cmdCassetto_Click", "no log");
-
-    fault.disconnect();
-    selection.Cassetto = 7;
+    world.process.selection.Cassetto = 7;
     world.show();
     EXPECT_EQ(world.takeLog().at(0).label, "set_button_Drawer");
-    EXPECT_FALSE(third.latched());
-}
 
-TEST_F(Failures, OfConfirmingNeverLeaveTheButtonDisabled) {
-    world.show();
-    world.faults.runModal = true;
-    press("cmdConferma");
-    expectOneRecord("cmdConferma_Click", "no loop");
-    EXPECT_TRUE(canConfirm());
-    EXPECT_EQ(control<PushButton>("cmdConferma").reach(), Gesture::Done) << "no message blocks it";
-    world.faults.runModal = false;
-
-    // A host that throws what is no exception of the standard library's.
-    world.composeMovement();
-    world.sink.then = [](const std::string&) { throw 1; }; // NOLINT
-    press("cmdConferma");
-    expectOneRecord("cmdConferma_Click", "Unknown error");
-    EXPECT_TRUE(canConfirm());
-    EXPECT_EQ(display(), "12,5");
-    world.sink = {};
-
-    component.ChiusuraAutomatica(true);
-    world.faults.startTimer = true;
-    press("cmdConferma");
-    expectOneRecord("cmdConferma_Click", "no timer");
-    EXPECT_EQ(world.sink.movements.size(), 1U);
-    EXPECT_TRUE(canConfirm());
-    EXPECT_EQ(display(), "");
-    world.faults.startTimer = false;
-
-    // A failing reload after the host has stored the movement still counts as saved.
-    world.composeMovement();
-    fault = failAt(control<TextBox>("txtNote"), Property::Text);
-    press("cmdConferma");
-    expectOneRecord("cmdConferma_Click");
-    EXPECT_EQ(world.sink.movements.size(), 2U);
-    world.wait(10);
-    EXPECT_FALSE(component.dialog()->loaded()) << "the automatic close follows";
-}
-
-TEST_F(Failures, OfClosingAreRecordedWhereTheyHappen) {
-    world.show();
-    component.PredisponiInserimentoFondoCassaIniziale(true);
-    world.faults.messageBox = true;
-    press("cmdAnnulla");
-    expectOneRecord("cmdAnnulla_Click", "no box");
-    component.PredisponiInserimentoFondoCassaIniziale(false);
-
-    // The message window that cannot be closed keeps the dialog open.
-    world.insideModal = [&](Window& message) {
-        fault = failAt(message, Property::Visible);
-        component.DiscardForm();
-        expectOneRecord("AnnullaClick");
-        EXPECT_TRUE(component.dialog()->loaded());
+    struct Odd final : DatabaseConnection {
+        Recordset query(const Query&) override { throw 1; } // NOLINT
     };
-    press("cmdConferma");
-    world.insideModal = {};
-
-    for (const auto& [lost, label, message] : {std::tuple{0, "ProceduraChiudi", "no drawing"},
-                                               {1, "AnnullaClick", "no log"},
-                                               {2, "DiscardForm: ", "no log"}}) {
-        world.show();
-        fault = failAt(world.dialog(), Property::Visible);
-        world.faults.log = lost;
-        component.DiscardForm();
-        expectOneRecord(label, message);
-    }
+    world.component->Inizializza(std::make_shared<Odd>());
+    EXPECT_EQ(world.takeLog().at(0).label, "getDbValue");
 }
 
-TEST_F(Failures, AreSilentAtTheKeyboardAndTheMessageButton) {
-    component.DoppioInserimentoObbligatorio(true);
-    world.show();
-    auto& keyboard = control<OnScreenKeyboard>("Virtual_Keyboard");
-    fault = failAt(control<PushButton>("cmdNascondiTastiera"), Property::Visible);
-    world.dialog().moveFocus(control<TextBox>("txtNote"));
-    EXPECT_TRUE(keyboard.visible());
-    press("cmdNascondiTastiera");
-    EXPECT_FALSE(keyboard.visible()) << "the next step runs";
-
-    world.insideModal = [&](Window& message) {
-        fault = failAt(world.dialog(), Property::Enabled); // of the window below, which is to be unblocked
-        as<PushButton>(message.find("cmd1")).press();
-        EXPECT_FALSE(message.visible());
-    };
-    press("cmdConferma");
-    EXPECT_EQ(world.messages.size(), 1U);
-    EXPECT_TRUE(world.takeLog().empty());
-}
-
-TEST_F(Failures, OfTakingACountKeepItForTheNextOpening) {
-    world.show();
-    fault = failAt(control<TextBox>("txtVisore"), Property::Text);
-    world.countCoins([&] {
-        load(8, "5");
-        field(28).setText("7"); // a new start-up would make it 0
-        pressCoin("CMD_CaricaMoneta");
-    });
-    expectOneRecord("cmd_CaricaMoneta_Click");
-    fault.disconnect();
-    EXPECT_EQ(display(), "5") << "the amount is there";
-    EXPECT_EQ(selection.idPagamento, -1) << "the payment was not reached";
-    ASSERT_NE(world.process.coinDialog, nullptr);
-    EXPECT_FALSE(coins().window()->visible());
-    EXPECT_EQ(control<PushButton>("cmdConferma").reach(), Gesture::Done) << "nothing blocks the dialog";
-
-    control<TextBox>("txtVisore").setText("");
-    world.countCoins([&] {
-        EXPECT_EQ(field(8).text() + field(28).text(), "57");
-        EXPECT_EQ(coins().IndiceMoneta(), 8);
-        EXPECT_EQ(coins().getImportoPrimaValuta(), 5);
-        pressCoin("CMD_Annulla");
-    });
-    EXPECT_EQ(display(), "") << "cancelling takes nothing, though the count was confirmed before";
-    EXPECT_EQ(world.process.coinDialog, nullptr);
-}
-
-TEST_F(Failures, OfOpeningACountLeaveNothingBehind) {
-    world.show();
-    world.faults.present = true;
-    press("CMD_CaricaMoneta");
-    expectOneRecord("cmd_CaricaMoneta_Click", "no window");
-    EXPECT_EQ(world.process.coinDialog, nullptr);
-    world.faults.present = false;
-
-    // The captions come before the start-up's own trap.
-    world.runtime.change(1031);
-    failWhenCounting("CMD_Annulla", Property::Caption);
-    press("CMD_CaricaMoneta");
-    expectOneRecord("cmd_CaricaMoneta_Click");
-    EXPECT_EQ(world.process.coinDialog, nullptr);
-    world.onPresent = {};
-
-    world.faults.leaveModal = true;
-    press("CMD_CaricaMoneta");
-    EXPECT_EQ(world.process.windows.active(), &world.dialog())
-        << "the loop ended with the window on the screen";
-    EXPECT_EQ(world.process.coinDialog, nullptr);
-
-    world.faults.runModal = true;
-    press("CMD_CaricaMoneta");
-    expectOneRecord("cmd_CaricaMoneta_Click", "no loop");
-    EXPECT_FALSE(coins().window()->visible());
-    EXPECT_EQ(world.process.windows.active(), &world.dialog());
-}
-
-TEST_F(Failures, OfCountingAreRecordedWhereTheyHappen) {
-    world.show();
-    failWhenCounting("txtValuta", Property::BackColor, 20);
-    world.countCoins([&] {
-        expectOneRecord("load form CaricaMonete");
-        EXPECT_FALSE(field(20).locked()) << "start-up ended at the failing step";
-        EXPECT_EQ(world.coin<PushButton>("CMD_Annulla").icon(), PushButton::Icon::None);
-    });
-    world.onPresent = {};
-    world.countCoins([&] {
-        fault = failAt(world.coin<PushButton>("CMD_Carica"), Property::Caption);
-        select(field(3));
-        expectOneRecord("txtValuta_GotFocus");
-        EXPECT_EQ(field(3).backColor(), colors::White);
-        fault = failAt(world.coin<TextBox>("txt_valuta"), Property::Text);
-        coins().window()->typeCharacter(U'4');
-        expectOneRecord("Form_KeyPress");
-        pressCoin("CMD_Carica");
-        expectOneRecord("CMD_Carica_Click");
-        EXPECT_EQ(field(3).text(), "4");
-        EXPECT_EQ(coins().getImportoPrimaValuta(), 0) << "not reached";
-    });
-    for (const char* button : {"CMD_CaricaMoneta", "CMD_Annulla"})
-        world.countCoins([&] {
-            fault = failAt(*coins().window(), Property::Visible);
-            pressCoin(button);
-            expectOneRecord(std::string(button) + "_Click");
-        });
+TEST(CoinCount, IsThatOfTheOtherFieldsWhereOneHasNoValue) {
+    World world;
     CoinCount tooShort(world.process, std::span(CoinCount::Denominations).first(16));
     CoinCount::Counts counts;
     counts[2] = counts[16] = "1";
     tooShort.load(counts);
-    expectOneRecord("Coeff", "Subscript out of range");
-    EXPECT_EQ(tooShort.getImportoPrimaValuta(), 100) << "the other fields count";
+    EXPECT_EQ(world.takeLog(), (Log{{"Coeff", "Subscript out of range"}}));
+    EXPECT_EQ(tooShort.getImportoPrimaValuta(), 100);
     EXPECT_EQ(tooShort.Coeff(-1) + tooShort.Coeff(CoinCount::FieldCount), 0);
     EXPECT_TRUE(world.takeLog().empty()) << "an index that no field has is no failure";
-}
-
-TEST_F(Failures, OfUntrappedProceduresAreTheirCallers) {
-    world.show();
-    world.component->dialog()->setColorMetroStyle();
-    failWhenCounting("FrameMoney", Property::BackColor);
-    world.countCoins([&] {
-        EXPECT_TRUE(world.coin<PushButton>("CMD_Carica").ownColors()) << "the other colours can be shown";
-        load(3, "2");
-        fault = failAt(field(4), Property::Text);
-        EXPECT_THROW(pressCoin("CMD_cancella"), std::runtime_error);
-        EXPECT_EQ(coins().getImportoPrimaValuta(), 100) << "clearing stopped before the totals";
-        fault = failAt(world.coin<PushButton>("CMD_Annulla"), Property::Caption);
-        EXPECT_THROW(world.runtime.change(1031), std::runtime_error);
-        fault = failAt(world.coin<PushButton>("CMD_Carica"), Property::Caption);
-        EXPECT_THROW(select(world.coin<TextBox>("FlatEdit", 1)), std::runtime_error);
-        fault.disconnect();
-    });
-    EXPECT_TRUE(world.takeLog().empty());
 }
 
 } // namespace

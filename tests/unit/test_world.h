@@ -203,12 +203,4 @@ inline std::int32_t errorNumber(const std::function<void()>& action) {
     return 0;
 }
 
-/// A view that fails: throws at each change of that property.
-[[nodiscard]] inline Connection failAt(Control& control, Property property) {
-    return control.changed.connect([property](Property changed) {
-        if (changed == property)
-            throw std::runtime_error("no drawing");
-    });
-}
-
 } // namespace kova::test

@@ -1,0 +1,90 @@
+// Scenes that are played as they stand, each file against its trace.
+#include "scene.h"
+#include "services/conversions.h"
+#include "trace_file.h"
+#include "widgets/page_notice.h"
+
+#include <gtest/gtest.h>
+
+namespace kova::test {
+namespace {
+
+/// Also looks at what the entry screen says beside its controls.
+class AidsPlayer : public ScenePlayer {
+  public:
+    AidsPlayer() {
+        verbs["aids"] = [this](auto&) { addAids(); };
+        verbs["entry"] = [this](auto& words) {
+            world.control<TextBox>("txtVisore").setText(words[1]);
+            addAids();
+        };
+        verbs["select-to"] = [this](auto& words) {
+            world.control<TextBox>("txtVisore").select(0, std::stoul(words[1]));
+        };
+        verbs["regional"] = [this](auto& words) { world.regional = *regionalSettings(words[1]); };
+        verbs["registry"] = [this](auto& words) { world.store.values[words[1]] = words[2]; };
+        verbs["choose"] = [this](auto& words) {
+            world.process.selection.idPagamento = std::stoi(words[1]);
+            world.process.selection.Valuta = words[2];
+        };
+        verbs["full-after"] = [this](auto& words) {
+            world.sink.movements.clear();
+            world.sink.then = [this, most = std::stoul(words[1])](const std::string&) {
+                if (world.sink.movements.size() > most)
+                    throw Error(5, "disk full");
+            };
+        };
+        verbs["decimal-key"] = [this](auto&) {
+            world.process.decimalKey = DecimalKey::Region;
+            world.process.entryChanged();
+        };
+        verbs["host-aids"] = [this](auto& words) {
+            const auto named = [&](const char* aid) { return std::ranges::find(words, aid) != words.end(); };
+            world.process.screenAids = {named("amount"), named("direction"), named("confirmation")};
+            world.process.entryChanged();
+        };
+    }
+
+  private:
+    void addAids() {
+        const std::string& typed = world.control<TextBox>("txtVisore").text();
+        auto& pad = world.control<NumericKeypad>("Virtual_KeyPAD");
+        const ReadBack::Content& said = pad.readBack()->content();
+        const PageNotice& notice = *world.dialog().notice();
+        TraceLine line("aids");
+        line.then(typed).then(said.amount).with("isNumber", said.isNumber).with("wanted", said.wanted);
+        for (const auto& way : said.ways)
+            line.then(way.text);
+        line.with("key", pad.decimalMark()).with("notice", notice.text());
+        seen << line.with("pending", notice.pending()).text() << '\n';
+        if (said.amount.empty())
+            return;
+        const std::string number = said.amount.substr(0, said.amount.find(' ')); // before the currency
+        EXPECT_EQ(parseNumber(number, world.regional), parseNumber(typed, world.regional));
+    }
+};
+
+TEST(ScreenAids, SayWhatIsSent) {
+    expectTrace("screen_aids", played<AidsPlayer>("screen_aids"));
+}
+
+TEST(Reentrancy, GoesAsEver) {
+    expectTrace("reentrancy", played<ScenePlayer>("reentrancy"));
+}
+
+TEST(Reentrancy, AChoiceInAnotherDialogWhileAGridFillsIsMarked) {
+    World world;
+    world.connect();
+    world.show();
+    const auto second = cls_Kova_Drawer_Man::create(world.process);
+    second->Show(0);
+    world.composeMovement();
+    world.loop.post(
+        [&] { as<ButtonGrid>(second->dialog()->window()->find("Pulsantiera_Pagamenti")).touch("2"); });
+    world.control<PushButton>("cmdConferma").press();
+    EXPECT_EQ(world.process.selection.idPagamento, 2);
+    EXPECT_TRUE(world.control<ButtonGrid>("Pulsantiera_Pagamenti").find("2")->marked);
+}
+
+} // namespace
+} // namespace kova::test
