@@ -1,9 +1,9 @@
 // Texts, numbers and dates in each region, against conversions.trace.
+#include "player/trace.h"
 #include "services/conversions.h"
 #include "services/number_format.h"
 #include "services/numeric_key_filter.h"
 #include "test_world.h"
-#include "trace.h"
 #include "trace_file.h"
 #include "widgets/utf8.h"
 
