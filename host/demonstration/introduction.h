@@ -1,6 +1,6 @@
 #pragma once
+#include "base/signal.h"
 #include "demonstration/texts.h"
-#include "widgets/signal.h"
 
 #include <QFrame>
 

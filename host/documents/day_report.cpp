@@ -1,6 +1,6 @@
 #include "documents/day_report.h"
 
-#include "platform/letter_case.h"
+#include "base/letter_case.h"
 #include "services/conversions.h"
 #include "services/sql_date_formatter.h"
 

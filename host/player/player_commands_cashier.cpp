@@ -1,3 +1,4 @@
+#include "base/utf8.h"
 #include "player/cashier.h"
 #include "player/control_finder.h"
 #include "player/player_commands.h"
@@ -13,7 +14,6 @@
 #include "widgets/report_grid.h"
 #include "widgets/tab_control.h"
 #include "widgets/text_box.h"
-#include "widgets/utf8.h"
 
 #include <algorithm>
 #include <utility>

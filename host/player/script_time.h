@@ -1,6 +1,6 @@
 #pragma once
-#include "platform/event_loop.h"
 #include "player/cashier.h"
+#include "ports/event_loop.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
-#include "platform/user_interface.h"
 #include "player/cashier.h"
 #include "player/trace.h"
+#include "ports/user_interface.h"
 
 #include <deque>
 #include <functional>

@@ -1,11 +1,11 @@
 #pragma once
-#include "platform/clock.h"
-#include "platform/error_logger.h"
-#include "platform/language_runtime.h"
-#include "platform/regional_settings.h"
-#include "platform/settings_store.h"
+#include "adapters/system/file_error_logger.h"
 #include "player/script_time.h"
-#include "services/file_error_logger.h"
+#include "ports/clock.h"
+#include "ports/error_logger.h"
+#include "ports/language_runtime.h"
+#include "ports/regional_settings.h"
+#include "ports/settings_store.h"
 
 #include <map>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "scenario/scenario_parser.h"
 
-#include "widgets/utf8.h"
+#include "base/utf8.h"
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 #include "documents/day_report_texts.h"
 
 #include "adapters/sqlite/sqlite_database.h"
+#include "base/error.h"
 #include "database_contract.h"
-#include "platform/error.h"
 
 #include <limits>
 

@@ -1,9 +1,9 @@
 #include "documents/qt/day_printing.h"
 
+#include "base/error.h"
 #include "demonstration/look.h"
 #include "demonstration/texts.h"
 #include "documents/qt/day_document.h"
-#include "platform/error.h"
 #include "services/localised_strings.h"
 
 #include <QApplication>

@@ -2,14 +2,14 @@
 
 #include "adapters/qt/user_interface.h"
 #include "adapters/qt/window_frame.h"
-#include "platform/error.h"
+#include "base/error.h"
+#include "base/utf8.h"
 #include "player/qt/recording.h"
 #include "widgets/button_grid.h"
 #include "widgets/numeric_keypad.h"
 #include "widgets/on_screen_keyboard.h"
 #include "widgets/push_button.h"
 #include "widgets/tab_control.h"
-#include "widgets/utf8.h"
 
 #include <QApplication>
 #include <QCloseEvent>

@@ -1,7 +1,7 @@
 #include "player/qt/recording.h"
 
 #include "adapters/qt/window_frame.h"
-#include "platform/error.h"
+#include "base/error.h"
 
 #include <QApplication>
 #include <QDir>

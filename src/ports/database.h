@@ -1,8 +1,8 @@
 #pragma once
-#include "platform/error.h"
-#include "platform/export.h"
-#include "platform/paged_vector.h"
-#include "platform/text_arena.h"
+#include "base/error.h"
+#include "base/export.h"
+#include "base/paged_vector.h"
+#include "base/text_arena.h"
 
 #include <chrono>
 #include <cstddef>

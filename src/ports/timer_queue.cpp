@@ -1,4 +1,4 @@
-#include "platform/timer_queue.h"
+#include "ports/timer_queue.h"
 
 #include <algorithm>
 #include <tuple>

@@ -1,6 +1,6 @@
 #pragma once
-#include "platform/clock.h"
-#include "platform/error_logger.h"
+#include "ports/clock.h"
+#include "ports/error_logger.h"
 
 #include <deque>
 #include <functional>

@@ -1,4 +1,4 @@
-#include "widgets/utf8.h"
+#include "base/utf8.h"
 
 namespace kova {
 namespace {

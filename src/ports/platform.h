@@ -1,13 +1,13 @@
 #pragma once
-#include "platform/clock.h"
-#include "platform/database.h"
-#include "platform/error_logger.h"
-#include "platform/event_loop.h"
-#include "platform/host_calls.h"
-#include "platform/language_runtime.h"
-#include "platform/regional_settings.h"
-#include "platform/settings_store.h"
-#include "platform/user_interface.h"
+#include "ports/clock.h"
+#include "ports/database.h"
+#include "ports/error_logger.h"
+#include "ports/event_loop.h"
+#include "ports/host_calls.h"
+#include "ports/language_runtime.h"
+#include "ports/regional_settings.h"
+#include "ports/settings_store.h"
+#include "ports/user_interface.h"
 
 namespace kova {
 

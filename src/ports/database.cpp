@@ -1,7 +1,7 @@
-#include "platform/database.h"
+#include "ports/database.h"
 
-#include "platform/letter_case.h"
-#include "platform/overloaded.h"
+#include "base/letter_case.h"
+#include "base/overloaded.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,4 +1,4 @@
-#include "services/file_error_logger.h"
+#include "adapters/system/file_error_logger.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "platform/regional_settings.h"
+#include "ports/regional_settings.h"
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/event_loop.h"
+#include "ports/event_loop.h"
 
 #include <optional>
 #include <vector>

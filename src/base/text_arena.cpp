@@ -1,4 +1,4 @@
-#include "platform/text_arena.h"
+#include "base/text_arena.h"
 
 #include <algorithm>
 #include <cstring>
