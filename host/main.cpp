@@ -1,6 +1,6 @@
-#include "demonstration.h"
+#include "demonstration/demonstration.h"
 #include "host_options.h"
-#include "script_run.h"
+#include "player/script_run.h"
 
 #include <iostream>
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "coin_count/coin_count.h"
-#include "platform/user_interface.h"
+#include "ports/user_interface.h"
 #include "widgets/labels.h"
 #include "widgets/numeric_keypad.h"
 #include "widgets/push_button.h"

@@ -1,6 +1,6 @@
 #include "coin_count/coin_count.h"
 
-#include "platform/error.h"
+#include "base/error.h"
 #include "services/conversions.h"
 #include "services/process_state.h"
 

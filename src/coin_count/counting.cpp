@@ -1,7 +1,7 @@
+#include "base/letter_case.h"
+#include "base/utf8.h"
 #include "coin_count/frm_CaricaMoneta.h"
-#include "platform/letter_case.h"
 #include "services/process_state.h"
-#include "widgets/utf8.h"
 
 namespace kova {
 namespace {

@@ -1,6 +1,6 @@
 #include "coin_count/frm_CaricaMoneta.h"
 
-#include "platform/error.h"
+#include "base/error.h"
 #include "services/process_state.h"
 
 #include <utility>

@@ -1,9 +1,9 @@
 #pragma once
+#include "base/export.h"
+#include "base/signal.h"
 #include "component/component_options.h"
 #include "component/events.h"
 #include "component/variant.h"
-#include "platform/export.h"
-#include "widgets/signal.h"
 
 #include <cstdint>
 #include <functional>

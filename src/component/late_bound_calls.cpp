@@ -1,7 +1,7 @@
 #include "component/cls_Kova_Drawer_Man.h"
 #include "component/type_description.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
-#include "platform/host_calls.h"
+#include "ports/host_calls.h"
 #include "services/conversions.h"
 #include "services/process_state.h"
 

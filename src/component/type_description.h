@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/export.h"
+#include "base/export.h"
 
 #include <array>
 #include <cstdint>

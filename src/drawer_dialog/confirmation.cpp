@@ -1,7 +1,7 @@
+#include "base/letter_case.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "drawer_dialog/sent_movement.h"
-#include "platform/letter_case.h"
 #include "services/conversions.h"
 #include "services/message_box.h"
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/user_interface.h"
+#include "ports/user_interface.h"
 #include "widgets/button_grid.h"
 #include "widgets/date_field.h"
 #include "widgets/labels.h"

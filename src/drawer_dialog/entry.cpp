@@ -1,8 +1,8 @@
+#include "base/letter_case.h"
+#include "base/utf8.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/handler.h"
-#include "platform/letter_case.h"
 #include "services/numeric_key_filter.h"
-#include "widgets/utf8.h"
 
 namespace kova {
 

@@ -1,9 +1,9 @@
 #pragma once
+#include "base/export.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "component/events.h"
-#include "component/screen_aids.h"
-#include "platform/database.h"
-#include "platform/export.h"
+#include "ports/database.h"
+#include "services/screen_aids.h"
 
 #include <cstdint>
 #include <memory>

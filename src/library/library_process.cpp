@@ -3,7 +3,7 @@
 #include "adapters/system/own_folder.h"
 #include "adapters/system/system_error_logger.h"
 #include "adapters/system/system_regional_settings.h"
-#include "platform/error.h"
+#include "base/error.h"
 
 #include <cstdlib>
 #include <utility>

@@ -6,7 +6,7 @@
 #include "adapters/system/system_clock.h"
 #include "adapters/system/system_language_runtime.h"
 #include "component/cls_Kova_Drawer_Man.h"
-#include "platform/host_calls.h"
+#include "ports/host_calls.h"
 #include "services/process_state.h"
 
 #include <atomic>

@@ -1,7 +1,7 @@
 #include "report/movement_query.h"
 
+#include "base/letter_case.h"
 #include "component/cls_Kova_Drawer_Man.h"
-#include "platform/letter_case.h"
 #include "services/conversions.h"
 #include "services/message_box.h"
 #include "services/process_state.h"

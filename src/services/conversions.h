@@ -1,6 +1,6 @@
 #pragma once
-#include "platform/database.h"
-#include "platform/regional_settings.h"
+#include "ports/database.h"
+#include "ports/regional_settings.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,6 +1,5 @@
 #include "services/process_state.h"
 
-#include "coin_count/frm_CaricaMoneta.h"
 #include "services/message_box.h"
 
 namespace kova {

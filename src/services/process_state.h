@@ -1,9 +1,9 @@
 #pragma once
-#include "component/screen_aids.h"
-#include "drawer_dialog/selection_state.h"
-#include "platform/platform.h"
+#include "ports/platform.h"
 #include "services/localised_strings.h"
 #include "services/number_format.h"
+#include "services/screen_aids.h"
+#include "services/selection_state.h"
 #include "services/sql_date_formatter.h"
 #include "widgets/window_stack.h"
 

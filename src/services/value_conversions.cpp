@@ -1,6 +1,6 @@
 #include "services/conversions.h"
 
-#include "platform/overloaded.h"
+#include "base/overloaded.h"
 
 #include <charconv>
 #include <cmath>

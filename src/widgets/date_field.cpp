@@ -1,6 +1,6 @@
 #include "widgets/date_field.h"
 
-#include "widgets/utf8.h"
+#include "base/utf8.h"
 
 namespace kova {
 

@@ -1,7 +1,7 @@
 #include "widgets/on_screen_keyboard.h"
 
+#include "base/utf8.h"
 #include "widgets/text_box.h"
-#include "widgets/utf8.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "widgets/signal.h"
+#include "base/signal.h"
 
 #include <string>
 #include <utility>

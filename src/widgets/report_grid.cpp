@@ -1,6 +1,6 @@
 #include "widgets/report_grid.h"
 
-#include "platform/letter_case.h"
+#include "base/letter_case.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "widgets/text_box.h"
 
-#include "widgets/utf8.h"
+#include "base/utf8.h"
 #include "widgets/window.h"
 
 namespace kova {

@@ -1,6 +1,6 @@
 #pragma once
-#include "platform/paged_vector.h"
-#include "platform/text_arena.h"
+#include "base/paged_vector.h"
+#include "base/text_arena.h"
 
 #include <string_view>
 

@@ -1,6 +1,6 @@
 #pragma once
-#include "platform/event_loop.h"
-#include "widgets/signal.h"
+#include "base/signal.h"
+#include "ports/event_loop.h"
 
 #include <chrono>
 #include <optional>

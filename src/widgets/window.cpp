@@ -1,6 +1,6 @@
 #include "widgets/window.h"
 
-#include "platform/letter_case.h"
+#include "base/letter_case.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
 // The report of a day, from the tables of an embedded shop and from cells of other types.
-#include "day_report.h"
-#include "day_report_texts.h"
+#include "documents/day_report.h"
+#include "documents/day_report_texts.h"
 
 #include "adapters/sqlite/sqlite_database.h"
+#include "base/error.h"
 #include "database_contract.h"
-#include "platform/error.h"
 
 #include <limits>
 

@@ -1,8 +1,8 @@
 // The demonstration: its first start, and what becomes of a request to print or preview a day.
 #include "adapters/sqlite/sqlite_database.h"
+#include "demonstration/point_of_sale.h"
+#include "demonstration/window.h"
 #include "host_options.h"
-#include "qt_demonstration_window.h"
-#include "qt_point_of_sale.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,10 +1,10 @@
 // Plays a scenario like kova-host, but with a server between the component and the embedded database: the
 // host writes to the database itself, and the component reads through ODBC.
 
-#include "kova-test-server/tds_server.h"
-#include "host_database.h"
 #include "host_options.h"
-#include "script_run.h"
+#include "kova-test-server/tds_server.h"
+#include "player/script_run.h"
+#include "shop/host_database.h"
 
 #include <iostream>
 #include <optional>

@@ -2,9 +2,9 @@
 #include "text_paper.h"
 
 #include "adapters/qt/event_loop.h"
-#include "host/qt_day_document.h"
-#include "host/qt_day_printing.h"
-#include "platform/error.h"
+#include "base/error.h"
+#include "host/documents/qt/day_document.h"
+#include "host/documents/qt/day_printing.h"
 #include "services/localised_strings.h"
 
 #include <QFile>

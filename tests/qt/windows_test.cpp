@@ -5,8 +5,8 @@
 
 #include "adapters/qt/caption.h"
 #include "adapters/qt/page_notice_view.h"
-#include "host/headless_cashier.h"
-#include "host/qt_cashier.h"
+#include "host/player/headless_cashier.h"
+#include "host/player/qt/qt_cashier.h"
 #include "widgets/page_notice.h"
 
 #include <QAbstractButton>

@@ -1,11 +1,11 @@
 // Texts, numbers and dates in each region, against conversions.trace.
+#include "base/utf8.h"
+#include "player/trace.h"
 #include "services/conversions.h"
 #include "services/number_format.h"
 #include "services/numeric_key_filter.h"
 #include "test_world.h"
-#include "trace.h"
 #include "trace_file.h"
-#include "widgets/utf8.h"
 
 namespace kova::test {
 namespace {

@@ -1,10 +1,10 @@
 // What stands on every screen, in every layout and language, against every_control.trace.
 #include "coin_count/coin_controls.h"
-#include "control_description.h"
 #include "drawer_dialog/drawer_controls.h"
+#include "player/control_description.h"
+#include "player/trace.h"
 #include "services/words.h"
 #include "test_world.h"
-#include "trace.h"
 #include "trace_file.h"
 #include "widgets/page_notice.h"
 

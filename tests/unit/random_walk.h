@@ -1,5 +1,5 @@
 #pragma once
-#include "cashier.h"
+#include "player/cashier.h"
 #include "test_world.h"
 
 namespace kova::test {

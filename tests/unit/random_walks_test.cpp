@@ -1,4 +1,4 @@
-#include "headless_cashier.h"
+#include "player/headless_cashier.h"
 #include "random_walk.h"
 
 #include <gtest/gtest.h>

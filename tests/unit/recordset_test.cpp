@@ -1,4 +1,4 @@
-#include "platform/database.h"
+#include "ports/database.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "arguments.h"
-#include "scenario_parser.h"
+#include "scenario/arguments.h"
+#include "scenario/scenario_parser.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
+#include "adapters/system/file_error_logger.h"
 #include "services/combo_multi_column.h"
-#include "services/file_error_logger.h"
 #include "test_world.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "widgets/signal.h"
+#include "base/signal.h"
 
 #include <gtest/gtest.h>
 

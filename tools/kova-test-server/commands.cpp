@@ -1,7 +1,7 @@
 #include "commands.h"
 
-#include "arguments.h"
-#include "scenario_parser.h"
+#include "scenario/arguments.h"
+#include "scenario/scenario_parser.h"
 #include "tds_server.h"
 
 #include <map>

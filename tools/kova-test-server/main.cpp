@@ -1,7 +1,7 @@
 // kova-test-server: a SQL Server to try a host's ODBC set-up against, where there is none.
 #include "adapters/sqlite/sqlite_database.h"
 #include "commands.h"
-#include "scenario_parser.h"
+#include "scenario/scenario_parser.h"
 #include "tds_server.h"
 
 #include <unistd.h>

@@ -1,7 +1,7 @@
 #pragma once
-#include "platform/event_loop.h"
-#include "platform/timer_queue.h"
-#include "platform/user_interface.h"
+#include "ports/event_loop.h"
+#include "ports/timer_queue.h"
+#include "ports/user_interface.h"
 
 #include <deque>
 #include <functional>

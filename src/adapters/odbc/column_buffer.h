@@ -1,6 +1,6 @@
 #pragma once
 #include "adapters/odbc/odbc_handles.h"
-#include "platform/database.h"
+#include "ports/database.h"
 
 #include <sqltypes.h>
 #include <string>

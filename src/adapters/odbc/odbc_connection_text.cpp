@@ -1,7 +1,7 @@
 #include "adapters/odbc/odbc_connection_text.h"
 
-#include "platform/database.h"
-#include "platform/letter_case.h"
+#include "base/letter_case.h"
+#include "ports/database.h"
 
 #include <algorithm>
 #include <array>

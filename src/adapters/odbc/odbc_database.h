@@ -1,6 +1,6 @@
 #pragma once
 #include "adapters/odbc/odbc_connection_text.h"
-#include "platform/database.h"
+#include "ports/database.h"
 
 #include <memory>
 #include <string>

@@ -1,6 +1,6 @@
 #include "adapters/odbc/utf16.h"
 
-#include "widgets/utf8.h"
+#include "base/utf8.h"
 
 namespace kova {
 namespace {

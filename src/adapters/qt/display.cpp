@@ -1,6 +1,6 @@
 #include "adapters/qt/display.h"
 
-#include "platform/error.h"
+#include "base/error.h"
 
 #include <QCoreApplication>
 #include <QDir>

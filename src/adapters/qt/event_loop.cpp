@@ -1,7 +1,7 @@
 #include "adapters/qt/event_loop.h"
 
 #include "adapters/qt/display.h"
-#include "platform/error.h"
+#include "base/error.h"
 
 #include <QApplication>
 #include <QEventLoop>

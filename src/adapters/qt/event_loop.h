@@ -1,6 +1,6 @@
 #pragma once
-#include "platform/event_loop.h"
-#include "platform/timer_queue.h"
+#include "ports/event_loop.h"
+#include "ports/timer_queue.h"
 
 #include <QElapsedTimer>
 #include <QPointer>

@@ -1,7 +1,7 @@
 #include "adapters/qt/on_screen_keyboard_view.h"
 
 #include "adapters/qt/window_frame.h"
-#include "widgets/utf8.h"
+#include "base/utf8.h"
 
 #include <QAccessibleWidget>
 #include <QPainter>

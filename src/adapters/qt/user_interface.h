@@ -2,8 +2,8 @@
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/wording.h"
-#include "platform/regional_settings.h"
-#include "platform/user_interface.h"
+#include "ports/regional_settings.h"
+#include "ports/user_interface.h"
 
 #include <QPointer>
 #include <QSize>

@@ -3,7 +3,7 @@
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/look.h"
 #include "adapters/qt/wording.h"
-#include "platform/regional_settings.h"
+#include "ports/regional_settings.h"
 #include "widgets/window.h"
 
 #include <QWidget>

@@ -1,6 +1,6 @@
 #pragma once
+#include "base/signal.h"
 #include "services/words.h"
-#include "widgets/signal.h"
 
 #include <QString>
 

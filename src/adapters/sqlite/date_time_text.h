@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/database.h"
+#include "ports/database.h"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,6 @@
 #include "adapters/sqlite/server_dialect.h"
 
-#include "platform/database.h"
+#include "ports/database.h"
 
 #include <algorithm>
 #include <vector>

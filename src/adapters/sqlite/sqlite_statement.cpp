@@ -2,7 +2,7 @@
 
 #include "adapters/sqlite/column_reader.h"
 #include "adapters/sqlite/date_time_text.h"
-#include "platform/letter_case.h"
+#include "base/letter_case.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/settings_store.h"
+#include "ports/settings_store.h"
 
 namespace kova {
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/clock.h"
+#include "ports/clock.h"
 
 namespace kova {
 

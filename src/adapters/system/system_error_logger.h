@@ -1,5 +1,5 @@
 #pragma once
-#include "services/file_error_logger.h"
+#include "adapters/system/file_error_logger.h"
 
 namespace kova {
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/language_runtime.h"
+#include "ports/language_runtime.h"
 
 #include <string_view>
 

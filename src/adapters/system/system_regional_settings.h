@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/regional_settings.h"
+#include "ports/regional_settings.h"
 
 namespace kova {
 

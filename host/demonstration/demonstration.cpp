@@ -1,0 +1,74 @@
+#include "demonstration/demonstration.h"
+
+#include "demonstration/database.h"
+#include "demonstration/look.h"
+#include "demonstration/window.h"
+#include "host_options.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <QStyleFactory>
+
+#include <iostream>
+
+namespace kova {
+namespace {
+
+void tellUnusable(const HostOptions& options, const std::string& reason) {
+    const std::string name = demonstrationDatabaseName(options);
+    std::cerr << "kova-host: " << name << ": " << reason << std::endl;
+    const std::int32_t language = SystemLanguageRuntime().languageId();
+    const double scale = host_look::scaleFor(QGuiApplication::primaryScreen()->availableSize());
+    QMessageBox box(QMessageBox::Critical, caption(Caption::Title, language),
+                    caption(Caption::DatabaseUnusable, language).arg(QString::fromStdString(name)));
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(QString::fromStdString(reason));
+    box.addButton("OK", QMessageBox::AcceptRole)->setObjectName("Primary");
+    box.setStyleSheet(host_look::styleSheet(scale));
+    box.exec();
+}
+
+/// Qt itself would end the process, with a message for programmers.
+bool screenMissing() {
+#ifdef Q_OS_LINUX
+    return !qEnvironmentVariableIsSet("DISPLAY") && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY") &&
+           !qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+#else
+    return false;
+#endif
+}
+
+/// The whole screen, also where no window manager maximises.
+void showOnScreen(QWidget& window) {
+    const QScreen& screen = *QGuiApplication::primaryScreen();
+    window.setMinimumSize(800, 560);
+    window.resize(screen.availableSize());
+    window.showMaximized();
+}
+
+} // namespace
+
+int runDemonstration(const HostOptions& options) {
+    if (screenMissing()) {
+        std::cerr << "kova-host: there is no display; use --script\n";
+        return NotCarriedOut;
+    }
+    int count = 1;
+    char name[] = "kova-host"; // also names the folder of the user's data
+    char* arguments[] = {name, nullptr};
+    QApplication application(count, arguments);
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    try {
+        PointOfSale shop(options);
+        DemonstrationWindow window(shop);
+        showOnScreen(window);
+        return QApplication::exec();
+    } catch (const std::exception& failure) {
+        tellUnusable(options, failure.what());
+        return NotCarriedOut;
+    }
+}
+
+} // namespace kova

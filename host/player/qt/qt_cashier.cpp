@@ -1,0 +1,185 @@
+#include "player/qt/qt_cashier.h"
+
+#include "adapters/qt/user_interface.h"
+#include "adapters/qt/window_frame.h"
+#include "base/error.h"
+#include "base/utf8.h"
+#include "player/qt/recording.h"
+#include "widgets/button_grid.h"
+#include "widgets/numeric_keypad.h"
+#include "widgets/on_screen_keyboard.h"
+#include "widgets/push_button.h"
+#include "widgets/tab_control.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPixmap>
+#include <QPointer>
+
+namespace kova {
+namespace {
+
+constexpr std::chrono::milliseconds FingerDown(100), AfterGesture(120); // in a recording
+
+void sendMouse(QWidget& widget, QEvent::Type type, const QPointF& point, Qt::MouseButtons held) {
+    QMouseEvent event(type, point, widget.mapToGlobal(point), Qt::LeftButton, held, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &event);
+}
+
+int keyOf(char32_t character) {
+    switch (character) {
+    case U'\b':
+        return Qt::Key_Backspace;
+    case U'\n':
+    case U'\r':
+        return Qt::Key_Return;
+    default:
+        break;
+    }
+    const char32_t upper = upperCase(character);
+    const bool latin = upper >= 0x20 && upper <= 0xFF && upper != 0x7F;
+    return latin ? static_cast<int>(upper) : static_cast<int>(Qt::Key_unknown); // Qt numbers Latin-1 keys so
+}
+
+void typeInto(QWidget& target, char32_t character) {
+    const QPointer<QWidget> widget = &target;
+    const QString text = QString::fromUcs4(&character, 1);
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, keyOf(character), Qt::NoModifier, text);
+        if (widget)
+            QApplication::sendEvent(widget, &event);
+    }
+}
+
+} // namespace
+
+void QtCashier::record(std::chrono::milliseconds time, const TouchPoint* finger) {
+    if (recording_ != nullptr)
+        recording_->add(time, finger == nullptr
+                                  ? std::nullopt
+                                  : std::optional(finger->widget->mapToGlobal(finger->point.toPoint())));
+}
+
+void QtCashier::touchWidget(const TouchPoint& place) {
+    const QPointer<QWidget> widget = place.widget;
+    sendMouse(*widget, QEvent::MouseButtonPress, place.point, Qt::LeftButton);
+    record(FingerDown, &place);
+    if (widget)
+        sendMouse(*widget, QEvent::MouseButtonRelease, place.point, Qt::NoButton);
+}
+
+/// One gesture: afterwards what it left waiting is handled and a handler's failure is thrown on.
+template <class Body>
+void QtCashier::carryOut(Body body) {
+    QtEventLoop::Caller caller(userInterface_.loop());
+    body();
+    userInterface_.loop().settle();
+    if (recording_ != nullptr)
+        userInterface_.loop().advance(FingerDown +
+                                      AfterGesture); // what fades by itself is to fade on film too
+    record(AfterGesture);
+    caller.rethrow();
+}
+
+template <class WithoutDrawing>
+Gesture QtCashier::touchPart(Control& control, const std::optional<std::string>& part,
+                             WithoutDrawing touchModel) {
+    const Gesture reached = control.reach();
+    if (reached != Gesture::Done)
+        return reached;
+    const auto place = userInterface_.touchPoint(control, part);
+    if (!place)
+        return touchModel();
+    carryOut([&] { touchWidget(*place); });
+    return reached;
+}
+
+Gesture QtCashier::press(PushButton& button) {
+    return touchPart(button, {}, [&] { return button.press(); });
+}
+
+Gesture QtCashier::touch(ButtonGrid& grid, const std::string& key) {
+    return touchPart(grid, key, [&] { return grid.touch(key); });
+}
+
+Gesture QtCashier::touchKey(NumericKeypad& keypad, const std::string& key) {
+    return touchPart(keypad, key, [&] { return keypad.touchKey(key); });
+}
+
+Gesture QtCashier::touchKey(OnScreenKeyboard& keyboard, char32_t character) {
+    return touchPart(keyboard, toUtf8(std::u32string(1, character)),
+                     [&] { return keyboard.touchKey(character); });
+}
+
+Gesture QtCashier::selectTab(TabControl& tabs, int index) {
+    return touchPart(tabs, std::to_string(index), [&] { return tabs.touchTab(index); });
+}
+
+Gesture QtCashier::focus(Control& control) {
+    Gesture reached = Gesture::Done;
+    if (const auto place = userInterface_.touchPoint(control))
+        record(FingerDown, &*place);
+    carryOut([&] { reached = control.window().moveFocus(control); });
+    return reached;
+}
+
+Gesture QtCashier::type(Window& window, char32_t character) {
+    if (window.takesKeys())
+        return typeToWindow(window, character);
+    Control* const focused = window.focus();
+    if (focused == nullptr)
+        return Gesture::Done;
+    const Gesture reached = focused->reach();
+    if (reached != Gesture::Done || character == U'\t') // the tabulator would move the focus
+        return reached;
+    ControlView* const view = userInterface_.view(*focused);
+    if (view == nullptr)
+        return focused->typeCharacter(character);
+    carryOut([&] { typeInto(view->keyboardWidget(), character); });
+    return reached;
+}
+
+/// At a widget of the window, wherever the focus is: the window has to take the key before it.
+Gesture QtCashier::typeToWindow(Window& window, char32_t character) {
+    const Gesture reached = window.reach();
+    if (reached != Gesture::Done || character == U'\t')
+        return reached;
+    WindowFrame* const frame = userInterface_.frame(window);
+    if (frame == nullptr)
+        return window.typeCharacter(character);
+    ControlView* const view = window.focus() == nullptr ? nullptr : userInterface_.view(*window.focus());
+    QWidget& target = view == nullptr ? *frame : view->keyboardWidget();
+    carryOut([&] { typeInto(target, character); });
+    return reached;
+}
+
+void QtCashier::requestClose(Window& window) {
+    WindowFrame* const frame = userInterface_.frame(window);
+    if (frame == nullptr) {
+        window.requestClose();
+        return;
+    }
+    carryOut([&] {
+        QCloseEvent event;
+        QApplication::sendEvent(frame, &event);
+    });
+}
+
+void QtCashier::wait(std::chrono::milliseconds time) {
+    record(time);
+    userInterface_.loop().advance(time);
+    userInterface_.loop().settle();
+}
+
+void QtCashier::screenshot(Window& window, const std::string& file) {
+    WindowFrame* const frame = userInterface_.frame(window);
+    if (frame == nullptr)
+        return;
+    carryOut([] {});
+    if (!frame->grab().save(QString::fromStdString(file), "PNG"))
+        throw Error(PathAccessError, "Cannot write " + file);
+}
+
+} // namespace kova

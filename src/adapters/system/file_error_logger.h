@@ -1,0 +1,52 @@
+#pragma once
+#include "ports/clock.h"
+#include "ports/error_logger.h"
+
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <vector>
+
+namespace kova {
+
+/// Somewhere that takes records.
+struct LogPlace {
+    std::string name; ///< for the record that tells of it
+    /// Takes a record, which ends with a line break; returns why not, empty when it did.
+    std::function<std::string(const std::string& record)> write;
+};
+
+/// A file, to which each record is appended; it is opened anew each time, so that one that was deleted or
+/// moved away is begun again.
+LogPlace logFile(const std::string& path);
+
+/// Writes each record as one line of tab-separated fields: time (ISO 8601), application, label, message,
+/// object, number, text. Tabs, line breaks and backslashes inside a field are written \t, \n, \r and \\.
+/// Each record goes to the first place that takes it: the file, then the others in their order. The first
+/// record in another place than the file says so, and why. Until there is a file, and while no place takes
+/// them, records wait in memory (the oldest of more than 1,000 are dropped and counted in a line of their
+/// own). All operations may be called on any thread.
+class FileErrorLogger : public ErrorLogger {
+  public:
+    explicit FileErrorLogger(const Clock& clock, std::vector<LogPlace> elsewhere = {});
+    void SetApplicationName(const std::string& name) override;
+    void SetLogFile(const std::string& path) override;
+    void LogError(const std::string& procedure, const std::string& message, const char* object,
+                  std::int32_t number, const std::string& text) override;
+    [[nodiscard]] std::size_t waiting() const;
+
+  private:
+    [[nodiscard]] std::string record(const std::string& procedure, const std::string& message,
+                                     const char* object, std::int32_t number, const std::string& text) const;
+    void flush();
+    std::string flushTo(std::size_t place, const std::string& why);
+    const Clock& clock_;
+    mutable std::mutex mutex_; ///< of all below
+    std::string application_;
+    std::vector<LogPlace> places_; ///< the file first; without a `write` until there is one
+    std::size_t used_ = 0;         ///< the place that took the last record
+    std::deque<std::string> waiting_;
+    std::size_t dropped_ = 0;
+};
+
+} // namespace kova

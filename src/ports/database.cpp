@@ -1,0 +1,101 @@
+#include "ports/database.h"
+
+#include "base/letter_case.h"
+#include "base/overloaded.h"
+
+#include <algorithm>
+#include <bit>
+#include <stdexcept>
+
+namespace kova {
+
+std::optional<std::size_t> Snapshot::findColumn(std::string_view name) const {
+    const auto found = std::find_if(columnNames_.begin(), columnNames_.end(),
+                                    [&](const auto& column) { return equalIgnoringCase(column, name); });
+    if (found == columnNames_.end())
+        return std::nullopt;
+    return static_cast<std::size_t>(found - columnNames_.begin());
+}
+
+Value Snapshot::at(std::size_t row, std::size_t column) const {
+    if (row >= rowCount_ || column >= columnNames_.size())
+        throw std::out_of_range("no such cell");
+    const std::size_t cell = row * columnNames_.size() + column;
+    const std::int64_t bits = bits_[cell];
+    const Meaning meaning = meanings_[cell];
+    switch (static_cast<Kind>(meaning & ((1U << ScaleShift) - 1))) {
+    case Kind::Boolean:
+        return bits != 0;
+    case Kind::Integer:
+        return bits;
+    case Kind::Real:
+        return std::bit_cast<double>(bits);
+    case Kind::Exact:
+        return Decimal{bits, static_cast<std::uint8_t>(meaning >> ScaleShift)};
+    case Kind::Text:
+        return texts_.at(static_cast<TextArena::Place>(bits));
+    case Kind::Time:
+        return DateTime(std::chrono::milliseconds(bits));
+    case Kind::LongExact:
+        return LongDecimal{texts_.at(static_cast<TextArena::Place>(bits))};
+    case Kind::Nothing:
+        break;
+    }
+    return Null{};
+}
+
+void Snapshot::add(std::int64_t bits, Kind kind, std::uint8_t scale) {
+    bits_.push_back(bits);
+    meanings_.push_back(static_cast<Meaning>(static_cast<unsigned>(kind) | unsigned{scale} << ScaleShift));
+}
+
+void Snapshot::add(std::string_view text, Kind kind) {
+    add(std::int64_t{static_cast<std::uint32_t>(texts_.keep(text))}, kind);
+}
+
+void Snapshot::add(const Value& value) {
+    std::visit(Overloaded{
+                   [this](Null) { add(0, Kind::Nothing); },
+                   [this](bool v) { add(v ? 1 : 0, Kind::Boolean); },
+                   [this](std::int64_t v) { add(v, Kind::Integer); },
+                   [this](double v) { add(std::bit_cast<std::int64_t>(v), Kind::Real); },
+                   [this](Decimal v) { add(v.unscaled, Kind::Exact, v.scale); },
+                   [this](std::string_view v) { add(v, Kind::Text); },
+                   [this](DateTime v) { add(v.time_since_epoch().count(), Kind::Time); },
+                   [this](LongDecimal v) { add(v.digits, Kind::LongExact); },
+               },
+               value);
+}
+
+void Recordset::requireRow() const {
+    if (endOfFile())
+        throw DatabaseError(3021, "Either BOF or EOF is True, or the current record has been deleted.",
+                            "HY109");
+    if (interruption_ && row_ >= interruption_->afterRows)
+        throw interruption_->error;
+}
+
+Value Recordset::field(std::string_view name) const {
+    requireRow();
+    if (const auto column = snapshot_->findColumn(name))
+        return snapshot_->at(row_, *column);
+    throw DatabaseError(3265, "Item cannot be found in the collection: " + std::string(name), "07009");
+}
+
+Value Recordset::field(std::size_t index) const {
+    requireRow();
+    if (index >= snapshot_->columnCount())
+        throw DatabaseError(3265, "Item cannot be found in the collection: " + std::to_string(index),
+                            "07009");
+    return snapshot_->at(row_, index);
+}
+
+Recordset ClosedConnection::query(const Query&) {
+    throw DatabaseError(
+        DatabaseError::NotConnected,
+        "The connection cannot be used to perform this operation. It is either closed or invalid "
+        "in this context.",
+        "08003");
+}
+
+} // namespace kova

@@ -1,0 +1,173 @@
+#pragma once
+#include "base/error.h"
+#include "base/export.h"
+#include "base/paged_vector.h"
+#include "base/text_arena.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace kova {
+
+/// Wall-clock time of the host, without a zone; milliseconds are the finest unit that the shops' tables hold.
+using DateTime = std::chrono::local_time<std::chrono::milliseconds>;
+
+/// An exact decimal number: unscaled / 10^scale. Money has scale 4.
+struct Decimal {
+    std::int64_t unscaled = 0;
+    std::uint8_t scale = 0; ///< digits after the point [0-18]
+    friend bool operator==(const Decimal&, const Decimal&) = default;
+};
+
+/// An exact number of more digits than a Decimal has room for, as servers have them of up to 38.
+struct LongDecimal {
+    std::string_view digits; ///< as "-12.5" or ".5"
+    friend bool operator==(const LongDecimal&, const LongDecimal&) = default;
+};
+
+using Null = std::monostate;
+
+/// One cell. A text, or a long number's digits, is a view into the recordset that it came from and is valid
+/// as long as that lives. A time of day without a day is a time of `TimeOfDayDate`.
+using Value =
+    std::variant<Null, bool, std::int64_t, double, Decimal, std::string_view, DateTime, LongDecimal>;
+
+/// Day zero of the shops' data access: a moment of it stands for its time alone.
+inline constexpr DateTime TimeOfDayDate{std::chrono::local_days{std::chrono::year(1899) / 12 / 30}};
+
+/// A database failure. `number()` is the provider's error number, `sqlState()` the five characters of ISO
+/// 9075.
+class KOVA_API DatabaseError : public Error {
+  public:
+    static constexpr std::int32_t CommandFailed =
+        -2147217900; ///< the text was refused, or an object is missing
+    static constexpr std::int32_t Unspecified = -2147467259; ///< anything without a number of its own
+    static constexpr std::int32_t NotConnected = 3709;       ///< no usable connection
+
+    DatabaseError(std::int32_t number, const std::string& description, std::string sqlState)
+        : Error(number, description), sqlState_(std::move(sqlState)) {}
+    [[nodiscard]] const std::string& sqlState() const { return sqlState_; }
+
+  private:
+    std::string sqlState_;
+};
+
+/// A whole result, read once and immutable from then on. Cells and texts lie in blocks that never move: a
+/// long result is neither copied while it grows, nor does it need one large piece of memory.
+class KOVA_API Snapshot {
+  public:
+    Snapshot() = default;
+    Snapshot(const Snapshot&) = delete;
+    Snapshot& operator=(const Snapshot&) = delete;
+
+    [[nodiscard]] std::size_t rowCount() const { return rowCount_; }
+    [[nodiscard]] std::size_t columnCount() const { return columnNames_.size(); }
+    [[nodiscard]] const std::string& columnName(std::size_t column) const { return columnNames_.at(column); }
+    /// First column of that name, letter case aside; nothing when there is none.
+    [[nodiscard]] std::optional<std::size_t> findColumn(std::string_view name) const;
+    /// Row and column must exist.
+    [[nodiscard]] Value at(std::size_t row, std::size_t column) const;
+    /// Bytes held by cells and texts.
+    [[nodiscard]] std::size_t memoryUse() const {
+        return bits_.memoryUse() + meanings_.memoryUse() + texts_.memoryUse();
+    }
+
+    // The filling side, for adapters: all columns first, then cell by cell, row by row.
+    void addColumn(std::string name) { columnNames_.push_back(std::move(name)); }
+    void add(const Value& value);
+    void endRow() { ++rowCount_; }
+
+  private:
+    enum class Kind : std::uint8_t { Nothing, Boolean, Integer, Real, Exact, Text, Time, LongExact };
+    /// What a cell's bits mean: the kind, and above it the scale of an exact number.
+    using Meaning = std::uint8_t;
+    static constexpr unsigned ScaleShift = 3;
+    void add(std::int64_t bits, Kind kind, std::uint8_t scale = 0);
+    void add(std::string_view text, Kind kind);
+    std::vector<std::string> columnNames_;
+    PagedVector<std::int64_t> bits_; ///< of a text, its place
+    PagedVector<Meaning> meanings_;
+    TextArena texts_;
+    std::size_t rowCount_ = 0;
+};
+
+/// A forward cursor over a snapshot. Copies share the snapshot and move on their own.
+class KOVA_API Recordset {
+  public:
+    /// Where reading breaks off although the record count is known, as when a connection dies under a cursor.
+    struct Interruption {
+        std::size_t afterRows;
+        DatabaseError error;
+    };
+    explicit Recordset(std::shared_ptr<const Snapshot> snapshot,
+                       std::optional<Interruption> interruption = {})
+        : snapshot_(std::move(snapshot)), interruption_(std::move(interruption)) {}
+
+    [[nodiscard]] bool endOfFile() const { return row_ >= snapshot_->rowCount(); }
+    [[nodiscard]] std::int32_t recordCount() const {
+        return static_cast<std::int32_t>(snapshot_->rowCount());
+    }
+    [[nodiscard]] std::size_t fieldCount() const { return snapshot_->columnCount(); }
+    [[nodiscard]] const std::string& fieldName(std::size_t index) const {
+        return snapshot_->columnName(index);
+    }
+    /// Does nothing at the end.
+    void moveNext() { row_ += endOfFile() ? 0 : 1; }
+    /// Throws DatabaseError at the end, for a name or index that is no field, or where reading broke off.
+    [[nodiscard]] Value field(std::string_view name) const;
+    [[nodiscard]] Value field(std::size_t index) const;
+
+  private:
+    void requireRow() const;
+    std::shared_ptr<const Snapshot> snapshot_;
+    std::optional<Interruption> interruption_;
+    std::size_t row_ = 0;
+};
+
+enum class CursorType { Static = 3 };                 ///< values as on the wire of the shops' data access
+enum class LockType { ReadOnly = 1, Optimistic = 3 }; ///< optimistic locks are never used to write
+
+/// The one kind of parameter in use: a date, given as the user's text and as what it means.
+struct DateParameter {
+    std::string name;
+    std::string text;
+    DateTime value;
+};
+
+struct Query {
+    std::string text; ///< SQL Server text, sent exactly as written
+    CursorType cursor = CursorType::Static;
+    LockType lock = LockType::ReadOnly;
+    std::vector<DateParameter> parameters = {};
+};
+
+/// An open connection to the host's database. Used from the user-interface thread only; never writes.
+class KOVA_API DatabaseConnection {
+  public:
+    virtual ~DatabaseConnection() = default;
+    /// Reads the whole result. Throws DatabaseError. An empty result is not an error.
+    virtual Recordset query(const Query& query) = 0;
+};
+
+/// Opens connections from connection strings.
+class DatabaseProvider {
+  public:
+    virtual ~DatabaseProvider() = default;
+    /// Never null. Throws DatabaseError when no driver knows the text or the database cannot be opened.
+    virtual std::shared_ptr<DatabaseConnection> open(const std::string& connectionString) = 0;
+};
+
+/// What stands in the connection slot after opening failed: every query fails with NotConnected.
+class ClosedConnection final : public DatabaseConnection {
+  public:
+    Recordset query(const Query& query) override;
+};
+
+} // namespace kova
