@@ -1,7 +1,7 @@
 #include "scene.h"
 
-#include "control_description.h"
-#include "scenario_parser.h"
+#include "player/control_description.h"
+#include "scenario/scenario_parser.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
+#include "player/trace.h"
 #include "test_world.h"
-#include "trace.h"
 
 namespace kova::test {
 
