@@ -1,6 +1,6 @@
-#include "kova-test-server/tds_server.h"
 #include "adapters/odbc/odbc_database.h"
 #include "adapters/sqlite/sqlite_database.h"
+#include "kova-test-server/tds_server.h"
 
 #include <benchmark/benchmark.h>
 #include <sys/wait.h>

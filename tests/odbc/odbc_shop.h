@@ -1,7 +1,7 @@
 #pragma once
-#include "kova-test-server/tds_server.h"
 #include "adapters/odbc/odbc_database.h"
 #include "adapters/sqlite/sqlite_database.h"
+#include "kova-test-server/tds_server.h"
 
 namespace kova::test {
 
