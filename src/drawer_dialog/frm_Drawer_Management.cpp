@@ -32,7 +32,7 @@ std::string frm_Drawer_Management::text(LocalisedString entry) const {
 std::shared_ptr<DrawerControls> frm_Drawer_Management::ensureLoaded() {
     if (controls_)
         return controls_;
-    const auto fresh = std::make_shared<DrawerControls>(process_.platform.eventLoop);
+    auto fresh = std::make_shared<DrawerControls>(process_.platform.eventLoop);
     fresh->view = process_.platform.userInterface.present(fresh->window);
     controls_ = fresh;
     ++process_.loadedDialogs;

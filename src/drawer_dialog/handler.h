@@ -34,7 +34,8 @@ class frm_Drawer_Management::Handler {
 template <class Body>
 void frm_Drawer_Management::handled(const std::shared_ptr<DrawerControls>& controls, const Body& body) {
     const auto component = this->component().weak_from_this().lock();
-    const auto kept = controls; // the reference may be to the dialog's own
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the reference may be to the dialog's own
+    const auto kept = controls;
     const Handler handler(*this, kept.get());
     ended(body, [this] { handlerEnded(); });
 }
