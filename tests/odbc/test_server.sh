@@ -8,6 +8,7 @@ rm -rf "$3" && mkdir -p "$3" && cd "$3" || exit 1
 
 mkfifo asked
 "$server" --port 0 --database sample --user anna --password 'a;b' <asked >connection 2>errors &
+trap 'kill $! 2>/dev/null' EXIT
 exec 3>asked
 while [ ! -s connection ]; do
     kill -0 $! || exit 1
@@ -41,8 +42,11 @@ ask 'fail Operation 50000 "half a list" after 2'
 played_holds 'half a list'
 ask recover
 echo frobnicate >&3
+echo 'recover now' >&3
 ask 'log-ins refuse'
 played_holds "Login failed for user 'anna'"
 echo quit >&3
 wait $!
-[ $? -eq 0 ] && grep -q 'no such command: frobnicate' errors
+[ $? -eq 0 ] && grep -q 'no such command: frobnicate' errors && [ "$(grep -c . connection)" -eq "$asked" ] || exit 1
+"$server" --tds-version 8.0 >/dev/null 2>&1
+[ $? -eq 2 ]

@@ -10,7 +10,7 @@ namespace kova::tds {
 namespace {
 
 /// `NAME PIECE …`, of which the rest may end in `after ROWS`.
-Fault fault(Fault::Kind atOnce, Fault::Kind later, const Arguments& words, std::size_t own) {
+Fault faultFrom(Fault::Kind atOnce, Fault::Kind later, const Arguments& words, std::size_t own) {
     words.requireCount(own, own + 2);
     Fault fault{words.text(1), atOnce};
     if (words.count() > own) {
@@ -25,18 +25,18 @@ Fault fault(Fault::Kind atOnce, Fault::Kind later, const Arguments& words, std::
 
 void fail(TdsServer& server, const Arguments& words) {
     constexpr std::size_t own = 4;
-    auto failing = fault(Fault::Kind::Fail, Fault::Kind::FailLate, words, own);
+    auto failing = faultFrom(Fault::Kind::Fail, Fault::Kind::FailLate, words, own);
     failing.number = words.int32(2);
     failing.message = words.text(3);
     server.add(std::move(failing));
 }
 
 void hangUp(TdsServer& server, const Arguments& words) {
-    server.add(fault(Fault::Kind::HangUp, Fault::Kind::BreakOff, words, 2));
+    server.add(faultFrom(Fault::Kind::HangUp, Fault::Kind::BreakOff, words, 2));
 }
 
 void stall(TdsServer& server, const Arguments& words) {
-    server.add(fault(Fault::Kind::Stall, Fault::Kind::StallLate, words, 2));
+    server.add(faultFrom(Fault::Kind::Stall, Fault::Kind::StallLate, words, 2));
 }
 
 void logIns(TdsServer& server, const Arguments& words) {
@@ -49,14 +49,20 @@ void logIns(TdsServer& server, const Arguments& words) {
     server.setLogIns(kind->second);
 }
 
+void stop(TdsServer& server, const Arguments& words) {
+    words.requireCount(1);
+    server.stop();
+}
+
+void recover(TdsServer& server, const Arguments& words) {
+    words.requireCount(1);
+    server.recover();
+}
+
 using Command = void (*)(TdsServer&, const Arguments&);
-const std::map<std::string, Command, std::less<>> commands{
-    {"fail", fail},
-    {"hang-up", hangUp},
-    {"stall", stall},
-    {"log-ins", logIns},
-    {"stop", [](TdsServer& server, const Arguments&) { server.stop(); }},
-    {"recover", [](TdsServer& server, const Arguments&) { server.recover(); }}};
+const std::map<std::string, Command, std::less<>> commands{{"fail", fail},   {"hang-up", hangUp},
+                                                           {"stall", stall}, {"log-ins", logIns},
+                                                           {"stop", stop},   {"recover", recover}};
 
 } // namespace
 

@@ -9,6 +9,7 @@
 #include <charconv>
 #include <iostream>
 #include <map>
+#include <set>
 
 namespace {
 
@@ -59,6 +60,8 @@ Options optionsFrom(const std::vector<std::string>& words) {
 
 tds::Access accessFrom(const Options& options) {
     tds::Access access{options.at("--user"), options.at("--password"), options.at("--tds-version")};
+    if (!std::set<std::string>{"7.1", "7.2", "7.3", "7.4"}.contains(access.version))
+        throw UsageError("no version of TDS that is spoken here: " + access.version);
     const std::string& port = options.at("--port");
     const auto read = std::from_chars(port.data(), port.data() + port.size(), access.port);
     if (read.ec != std::errc() || read.ptr != port.data() + port.size())

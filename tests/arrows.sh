@@ -1,0 +1,41 @@
+#!/bin/sh
+# Finds includes that point outward. What a folder may include besides itself:
+#
+#   arrows.sh SRC
+cd "$1" || exit 1
+allowed='
+base
+ports                base
+widgets              base ports
+services             base ports widgets
+coin_count           base ports widgets services
+report               base ports widgets services component
+drawer_dialog        base ports widgets services component report coin_count
+component            base ports widgets services drawer_dialog
+adapters/headless    base ports widgets
+adapters/system      base ports
+adapters/sqlite      base ports
+adapters/odbc        base ports
+adapters/databases   base ports adapters/sqlite adapters/odbc
+adapters/qt          base ports widgets services
+library              base ports widgets services component adapters/system adapters/databases adapters/qt
+'
+grep -rHo '#include "[a-z_]*/[^"]*"' --include='*.h' --include='*.cpp' . | sed 's|^\./||' | awk -v allowed="$allowed" '
+    function folder(path) { sub(/\/[^\/]*$/, "", path); return path }
+    BEGIN {
+        count = split(allowed, lines, "\n")
+        for (i = 1; i <= count; ++i) {
+            words = split(lines[i], names, " ")
+            known[names[1]] = 1
+            for (j = 2; j <= words; ++j)
+                may[names[1], names[j]] = 1
+        }
+    }
+    {
+        split($0, parts, ":#include \"")
+        from = folder(parts[1]); to = folder(substr(parts[2], 1, length(parts[2]) - 1))
+        ++seen
+        if (!(from in known)) { print parts[1] ": a folder without a line here: " from; wrong = 1 }
+        else if (from != to && !((from, to) in may)) { print parts[1] ": may not include " to; wrong = 1 }
+    }
+    END { exit wrong || !seen }'
