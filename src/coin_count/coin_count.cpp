@@ -24,7 +24,7 @@ double CoinCount::Coeff(const std::int16_t& index) const {
             return;
         const auto position = static_cast<std::size_t>(index);
         if (position >= denominations_.size())
-            throw Error(9, "Subscript out of range");
+            throw subscriptOutOfRange();
         value = denominations_[position];
     });
     return value;

@@ -138,7 +138,7 @@ void frm_CaricaMoneta::setMetroStyle() {
 bool frm_CaricaMoneta::showModal() {
     Window& window = controls().window;
     if (window.visible()) // by another component's dialog, which takes the count
-        throw Error(400, "Form already displayed; can't show modally");
+        throw alreadyDisplayed();
     try {
         process_.windows.show(window, true);
         process_.platform.userInterface.runModal(window);

@@ -161,7 +161,7 @@ Variant coerced(const Variant& value, Type type, const RegionalSettings& regiona
 
 const Member& require(const Member* member) {
     if (member == nullptr)
-        throw Error(438, "Object doesn't support this property or method");
+        throw noSuchMember();
     return *member;
 }
 
@@ -170,7 +170,7 @@ Variant call(Component& component, const Member& member, Arguments arguments,
     const auto& parameters = member.parameters;
     const bool missing = arguments.size() < parameters.size() && !parameters[arguments.size()].optional;
     if (missing || arguments.size() > parameters.size())
-        throw Error(450, "Wrong number of arguments or invalid property assignment");
+        throw wrongArgumentCount();
     for (std::size_t i = 0; i < arguments.size(); ++i)
         arguments[i] = coerced(arguments[i], parameters[i].type, regional);
     return implementations().at({member.name, member.kind})(component, arguments);

@@ -79,7 +79,7 @@ void frm_Drawer_Management::latchDrawerButtons() {
         if (drawer == 0)
             return;
         if (drawer < 1 || static_cast<std::size_t>(drawer) > buttons.size())
-            throw Error(340, "Control array element '" + std::to_string(drawer) + "' doesn't exist");
+            throw noSuchArrayElement(drawer);
         buttons[static_cast<std::size_t>(drawer) - 1].setLatched(true);
     });
 }

@@ -14,7 +14,7 @@ frm_Drawer_Management::~frm_Drawer_Management() {
 DrawerControls& frm_Drawer_Management::controls() {
     if (DrawerControls* const mine = running_ != nullptr ? running_->controls() : controls_.get())
         return *mine;
-    throw Error(91, "Object variable or With block variable not set");
+    throw objectNotSet();
 }
 
 void frm_Drawer_Management::handlerEnded() {

@@ -76,14 +76,12 @@ class NumberParser {
     bool takeWhole() {
         const bool beginsWithZero = rest_.starts_with('0');
         std::size_t group = takeDigits();
-        wholeIsZero_ = plain_.find_first_of("123456789") == std::string::npos;
         if (group > 3)
             return !takeGroupSeparator();
         while (group > 0 && takeGroupSeparator()) {
             group = takeDigits();
             if (beginsWithZero || group != 3)
                 return false;
-            wholeIsZero_ = plain_.find_first_of("123456789") == std::string::npos;
         }
         return true;
     }
@@ -109,16 +107,19 @@ class NumberParser {
         double number = 0;
         const auto result = std::from_chars(plain_.data(), plain_.data() + plain_.size(), number);
         if (result.ec == std::errc::result_out_of_range)
-            return negativeExponent_ || wholeIsZero_ ? Parsed{Reading::Number, 0}
-                                                     : Parsed{Reading::OutOfRange, 0};
+            return {wholeIsZero() || negativeExponent_ ? Reading::Number : Reading::OutOfRange, 0};
         return {Reading::Number, number};
+    }
+
+    /// As in 0,001: what is out of range then is too small, not too large.
+    [[nodiscard]] bool wholeIsZero() const {
+        return plain_.find_first_of("123456789") >= plain_.find_first_of(".e");
     }
 
     std::string_view rest_;
     const RegionalSettings& regional_;
     std::string plain_;
     std::size_t digits_ = 0;
-    bool wholeIsZero_ = true;
     bool negativeExponent_ = false;
 };
 

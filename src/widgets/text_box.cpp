@@ -26,18 +26,14 @@ Gesture TextBox::reach() const {
 
 Gesture TextBox::typeCharacter(char32_t character) {
     const Gesture reached = reach();
-    if (reached != Gesture::Done)
-        return reached;
-    if (const char32_t kept = filter(character); kept != 0)
-        edit(kept);
+    if (reached == Gesture::Done)
+        edit(filter(character));
     return reached;
 }
 
 void TextBox::insertFromKeyboard(char32_t character) {
-    if (locked_)
-        return;
-    if (const char32_t kept = filter(character); kept != 0)
-        edit(kept);
+    if (!locked_)
+        edit(filter(character));
 }
 
 Gesture TextBox::paste(const std::string& text) {

@@ -1,4 +1,5 @@
 #include "component/type_description.h"
+#include "ports/host_calls.h"
 #include "test_world.h"
 #include "trace_file.h"
 
@@ -86,6 +87,38 @@ TEST(LateBinding, ConvertsArgumentsAndRefusesWhatDoesNotFit) {
     std::vector<Variant> none{Variant()};
     EXPECT_EQ(errorNumber([&] { component.invoke("Inizializza", none); }), 13);
     EXPECT_EQ(component.idCassa(), 7);
+}
+
+TEST(LateBinding, ARefusedCallIsOneRecordUnderItsName) {
+    struct NoCalls final : HostCalls {
+        void enter(CallKind) override { throw Error(5, "refused"); }
+        void leave(CallKind) noexcept override { ADD_FAILURE() << "it never entered"; }
+    } none;
+    World world;
+    world.process.platform.hostCalls = &none;
+    auto& c = *world.component;
+    std::string text;
+    const auto refused = [&](const auto& call) { EXPECT_EQ(errorNumber(call), 5) << world.log.size(); };
+    refused([&] { c.get("idCassa"); });
+    refused([&] { c.get(1); });
+    refused([&] { c.set("idCassa", 1); });
+    refused([&] { c.set(1, 1); });
+    refused([&] { c.invoke("Show"); });
+    refused([&] { c.invoke(1); });
+    refused([&] { (void)c.connect(world.sink); });
+    refused([&] { c.ApriCassetto(); });
+    refused([&] { c.Stampa(text); });
+    refused([&] { c.Anteprima(text); });
+    c.Show(0);
+    c.DiscardForm();
+    c.Inizializza(nullptr);
+    c.InizializzaByConnString("");
+    std::string labels;
+    for (const LogRecord& record : world.takeLog())
+        labels += record.label + "|";
+    EXPECT_EQ(labels, "get|get|set|set|invoke|invoke|connect|ApriCassetto|Stampa|Anteprima|"
+                      "RicercaCliente.Show: |DiscardForm: |RicercaCliente.Inizializza : |"
+                      "InizializzaByConnString: |");
 }
 
 TEST(Events, PassArgumentsByReferenceThroughEverySinkInOrder) {

@@ -6,9 +6,14 @@
 #include "services/numeric_key_filter.h"
 #include "test_world.h"
 #include "trace_file.h"
+#include "widgets/date_field.h"
+#include "widgets/tab_control.h"
+#include "widgets/text_box.h"
 
 namespace kova::test {
 namespace {
+
+using namespace std::string_literals;
 
 /// The number of the error that it throws, or what it gives.
 template <class Convert>
@@ -102,11 +107,39 @@ TEST(Conversions, GiveTheSameAsEver) {
     expectTrace("conversions", seen.str());
 }
 
-TEST(Texts, KeysAndLettersKeepTheirMeaning) {
-    EXPECT_EQ(NumericKeyFilter(U'.', {.decimals = true}), U',') << "a dropped point would make 12.5 a 125";
-    EXPECT_EQ(NumericKeyFilter(U'-', {.decimals = true}), 0U);
-    EXPECT_EQ(NumericKeyFilter(8, {}), 8U);
-    EXPECT_EQ(NumericKeyFilter(U'a', {.decimals = true}), 0U);
+/// What each key makes of "a€b", with the caret behind the € or the € selected.
+TEST(Texts, KeysEditAsEver) {
+    const auto bar = [](std::string text, std::size_t at) { return traced(text.insert(at, "|")); };
+    std::ostringstream seen;
+    for (const char32_t key : U"\1\a\b\t\n\v\r\x0e\x1f !,09aé\x7e\x7f\x80"s) {
+        seen << "key " << static_cast<unsigned>(key) << " stays";
+        for (const NumericKeys& allowed : {NumericKeys{},
+                                           {.decimals = true},
+                                           {.sign = true},
+                                           {.grouping = true},
+                                           {.exponent = true},
+                                           {.percent = true},
+                                           {.blanks = true}})
+            seen << ' ' << static_cast<unsigned>(NumericKeyFilter(key, allowed));
+        World world;
+        world.show();
+        for (auto* const box : {&world.control<TextBox>("txtNote"), &world.control<TextBox>("txtVisore")})
+            for (const std::size_t end : {1U, 4U}) {
+                box->adoptEdit("a€b", 1, 4);
+                box->select(end, 4);
+                const Gesture reached = box->typeCharacter(key);
+                seen << ' ' << (reached == Gesture::Done) << bar(box->text(), box->selectionEnd());
+            }
+        world.control<TabControl>("TabControl").select(1);
+        auto& day = world.control<DateField>("comboData");
+        day.setText("1€");
+        day.typeCharacter(key);
+        seen << ' ' << traced(day.text()) << '\n';
+    }
+    expectTrace("keys", seen.str());
+}
+
+TEST(Texts, LettersKeepTheirMeaning) {
     EXPECT_EQ(toUtf8(fromUtf8("perché €😀")), "perché €😀");
     EXPECT_EQ(fromUtf8("a\xff\xe2\x82").size(), 4U) << "broken bytes become characters, none is lost";
     EXPECT_EQ(upperCase(U'ü'), U'Ü');

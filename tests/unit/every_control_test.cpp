@@ -1,6 +1,7 @@
 // What stands on every screen, in every layout and language, against every_control.trace.
 #include "coin_count/coin_controls.h"
 #include "drawer_dialog/drawer_controls.h"
+#include "look.h"
 #include "player/control_description.h"
 #include "player/trace.h"
 #include "services/words.h"
@@ -13,43 +14,6 @@
 namespace kova::test {
 namespace {
 
-/// What a picture shows of a control, and the tabulator key finds, beside what scenarios print of it.
-class Look : public ControlVisitor {
-  public:
-    explicit Look(TraceLine& line) : line_(line) {}
-    using ControlVisitor::visit;
-    void visit(Label& label) override { written(label); }
-    void visit(PushButton& button) override {
-        font("font", button.font());
-        line_.with("icon", static_cast<int>(button.icon())).with("ownColors", button.ownColors());
-    }
-    void visit(TextBox& box) override {
-        written(box);
-        line_.with("multiLine", box.multiLine()).with("locked", box.locked()).with("tabStop", box.tabStop());
-    }
-    void visit(ReportGrid& list) override {
-        font("headers", list.headerFont());
-        font("rows", list.rowFont());
-        const auto& menu = list.menuTexts();
-        line_.then(menu.copy).then(menu.selectAll).then(menu.save).then(list.brokenOffText());
-    }
-    void visit(ButtonGrid& grid) override {
-        line_.with("animated", grid.animated()).with("wrapped", grid.captionsWrapped());
-        line_.with("equalFonts", grid.equalFonts());
-    }
-    void visit(NumericKeypad& pad) override { line_.with("decimalMark", pad.decimalMark()); }
-
-  private:
-    void font(std::string_view name, const Font& font) {
-        line_.with(name, font.face).then(font.points).then(font.bold);
-    }
-    void written(const auto& control) {
-        font("font", control.font());
-        line_.with("alignment", static_cast<int>(control.alignment()));
-    }
-    TraceLine& line_;
-};
-
 class EveryControl : public testing::Test {
   protected:
     void add(const std::string& line) { seen << line << '\n'; }
@@ -58,12 +22,8 @@ class EveryControl : public testing::Test {
                 .with("focus", window.focus() ? window.focus()->name() : "")
                 .with("severity", static_cast<int>(window.severity()))
                 .text());
-        for (Control* control : window.controls()) {
-            TraceLine line(describedControl(*control));
-            Look look(line);
-            control->accept(look);
-            add(line.text());
-        }
+        for (Control* control : window.controls())
+            add(look(*control));
         if (window.notice() != nullptr)
             add("notice " + traced(window.notice()->bounds()));
     }

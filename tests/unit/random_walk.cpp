@@ -1,5 +1,6 @@
 #include "random_walk.h"
 
+#include "look.h"
 #include "report_checks.h"
 #include "services/conversions.h"
 
@@ -27,6 +28,7 @@ class RandomWalk {
         world_.insideModal = [this](Window& window) { insideModal(window); };
         world_.sink.then = [this](const std::string& event) { receive(event); };
         world_.onPresent = [this](Window& window) {
+            drawn_.insert_or_assign(&window, std::make_unique<Drawn>(window));
             if (window.name() == "frm_Drawer_Management")
                 watch(as<PushButton>(window.find("cmdConferma")));
         };
@@ -64,6 +66,10 @@ class RandomWalk {
         if (depth_ == 0) {
             EXPECT_EQ(world_.process.coinDialog, nullptr) << "a count outlived its opening";
         }
+        if (oneIn(40))
+            for (Window* const window : world_.process.windows.windows())
+                if (const auto drawn = drawn_.find(window); drawn != drawn_.end())
+                    drawn->second->expectUpToDate();
         if (ground_.transcript != nullptr)
             ground_.transcript->push_back(seen());
         world_.log.clear();
@@ -402,6 +408,7 @@ class RandomWalk {
     int messagesOpen_ = 0;
     int leftToSend_ = 0;
     std::vector<Connection> watches_;
+    std::map<Window*, std::unique_ptr<Drawn>> drawn_; ///< also of windows that are gone
 };
 
 } // namespace
