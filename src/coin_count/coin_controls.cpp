@@ -117,7 +117,6 @@ CoinControls::CoinControls()
 }
 
 void CoinControls::retire() {
-    handlers.clear();
     ml_RuntimeSupport.disconnect();
     view.reset();
 }

@@ -76,11 +76,7 @@ void frm_CaricaMoneta::Form_Load() {
         c.CMD_Annulla.setIcon(PushButton::Icon::Cancel);
         c.CMD_CaricaMoneta.setIcon(PushButton::Icon::Confirm);
         c.CMD_cancella.setIcon(PushButton::Icon::Clear);
-        c.txtPrimaValuta.setBackColor(colors::White);
-        c.txtSecondaValuta.setBackColor(colors::White);
-        IndiceMoneta_ = -1;
         c.window.setCaption(text({42, "Carica moneta"}));
-        result_ = NothingLoaded;
     });
 }
 

@@ -19,8 +19,6 @@ cls_Kova_Drawer_Man::~cls_Kova_Drawer_Man() = default;
 
 void cls_Kova_Drawer_Man::initialize() {
     trapped(process_, "RicercaCliente.Class_Initialize: ", [&] {
-        PredisponiInserimentoFondoCassaIniziale(false);
-        AttivaRecuperaFondoCassaPrecedente(false);
         InitLanguage(process_);
         auto& runtime = process_.platform.languageRuntime;
         ml_RuntimeSupport_ = runtime.languageChanged.connect(
@@ -28,16 +26,9 @@ void cls_Kova_Drawer_Man::initialize() {
         SetLanguage(process_, runtime.languageId(), runtime.languageName());
         idCassa(-1);
         SetSoftwareName("KOVA");
-        AttivaVisualizzazionePrecontiDefinitivi(false);
-        ActiveColorMetroStyle(false);
         idUtente(-1);
         ValutaAziendale("€");
-        UsaSoloValutaAziendale(false);
         idPagamentoPredefinito(-1);
-        ChiusuraAutomatica(false);
-        InserimentoAutomatico(false);
-        DoppioInserimentoObbligatorio(false);
-        VisualizzaMovimentiUtenteLoggato(false);
         process_.settings.idCassettoCausPred_Prelievi = -1;
         process_.settings.idCassettoCausPred_Versamenti = -1;
     });

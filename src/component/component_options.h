@@ -4,7 +4,7 @@
 
 namespace kova {
 
-/// The options of one component. The members are empty here; the component's construction gives them their
+/// The options of one component. The flags begin as off; the component's construction gives the others their
 /// defaults, and leaves those that it did not reach when it fails.
 struct ComponentOptions {
     std::int32_t idCassa = 0;

@@ -23,18 +23,14 @@ void frm_Drawer_Management::Form_Load() {
         ApplyCaptions();
         c.cmdRecuperaFondoCassaPrecedente.setVisible(false);
         c.cmdNascondiTastiera.setVisible(false);
-        c.txtVisore.setEnabled(true);
-        c.txtVisore.setLocked(false);
         for (auto* grid : {&c.Pulsantiera_Valuta, &c.Pulsantiera_Pagamenti, &c.Pulsantiera_Attivita,
                            &c.Pulsantiera_Pagamenti_Versamenti})
             grid->setBackColor(GridBackground);
-        c.tabs.select(0);
         c.TabControlPage1.setCaption(text({1, "Gestione cassetto"}));
         c.TabControlPage2.setCaption(text({48, "Movimenti"}));
         setupReportControl();
         process_.ErrorLog().SetApplicationName("KOVA");
         process_.ErrorLog().SetLogFile(process_.platform.componentFolder + "/logfile.log");
-        c.window.setBackColor(colors::White);
         Load_Pagamenti(c.Pulsantiera_Pagamenti);
         if (component().idPagamentoPredefinito() != -1)
             Pulsantiera_Pagamenti_buttonClick(std::to_string(component().idPagamentoPredefinito()));

@@ -20,8 +20,6 @@ void frmMsgBox::load() {
         return;
     loaded_ = std::make_shared<Controls>();
     auto& controls = *loaded_;
-    controls.window.setBackColor(colors::White);
-    controls.lblMessaggio.setForeColor(colors::Black);
     controls.window.setInitialFocus(controls.cmd1);
     controls.window.setKeyTargets({nullptr, nullptr, {&controls.cmd1}, nullptr});
     controls.handlers.push_back(controls.cmd1.pressed.connect([this] { cmd1_Click(); }));

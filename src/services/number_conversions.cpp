@@ -126,7 +126,7 @@ class NumberParser {
 /// The plain numbers that most texts are, as -12,5: exact, since a double holds 15 digits and powers of ten
 /// up to 10^22. Nothing for any other text.
 std::optional<double> parsePlain(std::string_view text, const RegionalSettings& regional) {
-    constexpr std::size_t mostDigits = 15;
+    constexpr std::size_t mostDigits = std::numeric_limits<double>::digits10;
     static constexpr std::array<double, mostDigits + 1> powers{1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                                1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
     const bool negative = text.starts_with('-');

@@ -42,10 +42,9 @@ Digits decimalDigits(double value) {
 
 /// Cuts to `places` digits after the point, rounding half away from zero, and pads with zeros.
 void roundTo(Digits& number, int places) {
-    if (number.beforePoint < 1) {
-        number.digits.insert(0, static_cast<std::size_t>(1 - number.beforePoint), '0');
-        number.beforePoint = 1;
-    }
+    const int leadingZeros = std::max(1 - number.beforePoint, 0);
+    number.digits.insert(0, static_cast<std::size_t>(leadingZeros), '0');
+    number.beforePoint += leadingZeros;
     const auto wanted = static_cast<std::size_t>(number.beforePoint) + static_cast<std::size_t>(places);
     const bool up = number.digits.size() > wanted && number.digits[wanted] >= '5';
     number.digits.resize(wanted, '0');

@@ -3,6 +3,7 @@
 #include "base/letter_case.h"
 
 #include <algorithm>
+#include <climits>
 
 namespace kova {
 namespace {
@@ -14,14 +15,9 @@ constexpr int NarrowestColumn = 5; // characters
 void ReportGrid::deleteRecords() {
     table_.clear();
     brokenOff_ = false;
-    order_.clear();
-    rows_.clear();
-    groups_.clear();
     selected_.clear();
-    amounts_.clear();
-    totals_.clear();
     forgetOrder();
-    changed(Property::Records);
+    populate();
 }
 
 void ReportGrid::deleteColumns() {
@@ -56,9 +52,9 @@ std::optional<std::size_t> ReportGrid::findColumn(std::string_view caption) cons
 }
 
 std::size_t ReportGrid::memoryUse() const {
-    return table_.memoryUse() + order_.capacity() * sizeof(order_[0]) + rows_.capacity() * sizeof(Row) +
-           groups_.capacity() * sizeof(Group) + amounts_.capacity() * sizeof(amounts_[0]) +
-           selected_.capacity() / 8;
+    return table_.memoryUse() + order_.capacity() * sizeof(std::int32_t) + rows_.capacity() * sizeof(Row) +
+           groups_.capacity() * sizeof(Group) + amounts_.capacity() * sizeof(double) +
+           selected_.capacity() / CHAR_BIT;
 }
 
 Gesture ReportGrid::touchHeader(std::size_t column) {

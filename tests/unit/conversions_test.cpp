@@ -49,7 +49,8 @@ const auto Dates = split(
     "|6/11/2026 8|2026-11-06T08:30:00|6//2026|006/11/2026|2026/11/161");
 const std::vector<double> Numbers{0.1 + 0.2, -0.0,     1234567.25, 1234567.891, 1e20,
                                   1.005,     -999.995, -0.004,     0.5,         1e-30,
-                                  5,         0.05,     12345,      1e16,        123456789012345};
+                                  5,         0.05,     12345,      1e16,        123456789012345,
+                                  1e-20,     1e-21,    9.5,        1234567890123456};
 
 /// A row with each kind of value; returns how many.
 std::size_t addCells(Snapshot& row) {
@@ -81,10 +82,10 @@ TEST(Conversions, GiveTheSameAsEver) {
         NumberFormat format(region);
         for (const double number : Numbers) {
             seen << toText(number, region);
-            for (const std::int16_t decimals : std::initializer_list<std::int16_t>{0, 2, 3}) {
+            for (const std::int16_t decimals : std::initializer_list<std::int16_t>{-1, 0, 1, 2, 3, 15, 16}) {
                 format.SetAmountDecimals(decimals);
                 seen << " | " << format.FormatAmount(number, decimals) << ' ' << format.FormatValue(number)
-                     << ' ' << format.FormatExactly(number);
+                     << ' ' << format.FormatExactly(number) << ' ' << format.FormatSum(number);
             }
             seen << '\n';
         }

@@ -1,4 +1,5 @@
 #include "ports/database.h"
+#include "widgets/text_table.h"
 
 #include <gtest/gtest.h>
 
@@ -20,6 +21,24 @@ TEST(Recordset, KeepsTextsOfEveryLength) {
     }
     for (std::size_t row = 0; row < texts.size(); ++row)
         EXPECT_EQ(snapshot->at(row, 0), Value(std::string_view(texts[row]))) << texts[row].size();
+}
+
+TEST(TextTable, UsesItsMemoryAgain) {
+    TextTable table;
+    std::size_t used = 0;
+    for (int round = 0; round < 3; ++round) {
+        table.clear();
+        for (std::size_t record = 0; record < 30'000; ++record) {
+            table.addRecord();
+            for (int item = 0; item < 8; ++item)
+                table.addItem(record, std::to_string(record * 8 + static_cast<std::size_t>(item)));
+        }
+        EXPECT_EQ(table.item(29'999, 7), "239999");
+        EXPECT_EQ(round > 0 ? table.memoryUse() : used, used);
+        used = table.memoryUse();
+    }
+    EXPECT_GT(used, 30'000U * (8 * (4 + 6) + 8)) << "places, texts and records";
+    EXPECT_LT(used, 30'000U * (8 * (4 + 8) + 8) + 200'000);
 }
 
 } // namespace

@@ -86,7 +86,7 @@ void ScenePlayer::addState() {
             .with("payments", world.control<ButtonGrid>("Pulsantiera_Pagamenti").buttons().size())
             .with("activities", world.control<ButtonGrid>("Pulsantiera_Attivita").buttons().size());
     line.with("counting", world.process.coinDialog != nullptr).with("alive", !component_.expired());
-    seen << line.with("timers", world.loop.timers().running()).text() << '\n';
+    seen << line.with("timers", world.loop.timers().running()).with("views", world.views).text() << '\n';
 }
 
 Control* ScenePlayer::find(const Words& words, std::size_t withoutIndex) {

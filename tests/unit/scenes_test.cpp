@@ -72,6 +72,21 @@ TEST(Reentrancy, GoesAsEver) {
     expectTrace("reentrancy", played<ScenePlayer>("reentrancy"));
 }
 
+TEST(Reentrancy, AWindowThatWasClosedSaysNothingToTheNextOne) {
+    World world;
+    world.connect();
+    world.show();
+    world.composeMovement();
+    Window& closed = world.dialog();
+    world.sink.then = [&](const std::string&) {
+        world.component->DiscardForm();
+        world.show();
+        closed.requestClose();
+    };
+    world.control<PushButton>("cmdConferma").press();
+    EXPECT_TRUE(world.component->dialog()->loaded());
+}
+
 TEST(Reentrancy, AChoiceInAnotherDialogWhileAGridFillsIsMarked) {
     World world;
     world.connect();

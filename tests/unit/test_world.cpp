@@ -60,7 +60,7 @@ class World::FaultyInterface final : public UserInterface {
             throw Error(5, "no window");
         if (world_.onPresent)
             world_.onPresent(window);
-        return std::make_unique<WindowView>();
+        return std::make_unique<View>(world_.views);
     }
     void runModal(Window& window) override {
         if (world_.faults.runModal)
@@ -78,6 +78,13 @@ class World::FaultyInterface final : public UserInterface {
     void setLanguage(std::int32_t) override {}
 
   private:
+    struct View final : WindowView {
+        explicit View(int& count) : open(++count) {}
+        View(const View&) = delete;
+        View& operator=(const View&) = delete;
+        ~View() override { --open; }
+        int& open;
+    };
     World& world_;
 };
 

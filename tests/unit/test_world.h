@@ -164,6 +164,7 @@ class World {
     std::vector<LogRecord> log;
     std::vector<std::string> messages;   ///< texts of the message window, and of platform boxes behind a "!"
     std::string logApplication, logFile; ///< as the error log was told
+    int views = 0;                       ///< of windows that are loaded
     RegionalSettings regional;
     std::function<std::shared_ptr<DatabaseConnection>(const std::string&)>
         openDatabase;                         ///< instead of the double
