@@ -138,7 +138,7 @@ class Summing {
 /// `day` at midnight, whatever the region.
 std::string literal(std::chrono::local_days day) {
     const RegionalSettings regional;
-    return SqlDateFormatter(regional).FormatSqlDate(shortDate(day, regional), true, true);
+    return SqlDateFormatter(regional).FormatSqlDate(shortDate(day, regional));
 }
 
 } // namespace

@@ -37,8 +37,8 @@ std::string viewOf(DateTime day, DateTime now) {
 }
 
 std::string between(const SqlDateFormatter& formatter, const std::string& date) {
-    return " BETWEEN " + formatter.FormatSqlDate(date, true, true) + " and " +
-           formatter.FormatSqlDate(date + " 23:59.59", true, true);
+    return " BETWEEN " + formatter.FormatSqlDate(date) + " and " +
+           formatter.FormatSqlDate(date + " 23:59.59");
 }
 
 std::string viewQuery(const std::string& view, const std::string& date, const SqlDateFormatter& formatter,

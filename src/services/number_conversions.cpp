@@ -24,9 +24,10 @@ class NumberParser {
     Parsed parse() {
         bool signTaken = false;
         bool symbolTaken = false;
-        while (takeBlanks() || (!signTaken && (signTaken = takeSign())) ||
-               (!symbolTaken && (symbolTaken = take(regional_.currencySymbol)))) {
-        }
+        do
+            takeBlanks();
+        while ((!signTaken && (signTaken = takeSign())) ||
+               (!symbolTaken && (symbolTaken = take(regional_.currencySymbol))));
         if (!takeWhole())
             return {};
         if (take(regional_.decimalSeparator)) {
@@ -35,8 +36,9 @@ class NumberParser {
         }
         if (digits_ == 0 || !takeExponent())
             return {};
-        while (takeBlanks() || (!symbolTaken && (symbolTaken = take(regional_.currencySymbol)))) {
-        }
+        do
+            takeBlanks();
+        while (!symbolTaken && (symbolTaken = take(regional_.currencySymbol)));
         return rest_.empty() ? evaluate() : Parsed{};
     }
 
@@ -48,11 +50,7 @@ class NumberParser {
         return true;
     }
 
-    bool takeBlanks() {
-        const auto blanks = std::min(rest_.find_first_not_of(" \t"), rest_.size());
-        rest_.remove_prefix(blanks);
-        return blanks > 0;
-    }
+    void takeBlanks() { rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t"), rest_.size())); }
 
     bool takeSign() {
         if (take("-"))

@@ -7,7 +7,7 @@
 
 namespace kova {
 
-std::string SqlDateFormatter::FormatSqlDate(const std::string& text, bool, bool) const {
+std::string SqlDateFormatter::FormatSqlDate(const std::string& text) const {
     using namespace std::chrono;
     constexpr std::string_view endOfDay = " 23:59.59";
     std::string_view dateText = text;

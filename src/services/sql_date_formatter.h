@@ -14,9 +14,9 @@ class SqlDateFormatter {
     void SetMode(std::int32_t mode) { mode_ = mode; }
     [[nodiscard]] std::int32_t mode() const { return mode_; }
     /// The literal for a date text in the user's form, with or without a time. A text ending in " 23:59.59"
-    /// means the last second of its day. Throws Error 13 for a text that is no date. The flags ask for date
-    /// and time, which the literal always has.
-    [[nodiscard]] std::string FormatSqlDate(const std::string& text, bool withDate, bool withTime) const;
+    /// means the last second of its day. Throws Error 13 for a text that is no date. The literal always has
+    /// date and time.
+    [[nodiscard]] std::string FormatSqlDate(const std::string& text) const;
 
   private:
     const RegionalSettings& regional_;

@@ -89,8 +89,9 @@ TEST(LateBinding, ConvertsArgumentsAndRefusesWhatDoesNotFit) {
         const auto error = errorNumber([&] { text = given(converted()); });
         seen << ' ' << type << ' ' << (error != 0 ? "error " + std::to_string(error) : text);
     };
-    const std::vector<Variant> values{true, false, 2.5, 1e10, std::int32_t{70'000}, std::int16_t{-7}, "7", "2,5",
-                                      "True", "False", "yes", "", world.process.SharedConnection, Variant()};
+    const std::vector<Variant> values{
+        true,   false,   2.5,   1e10, std::int32_t{70'000},           std::int16_t{-7}, "7", "2,5",
+        "True", "False", "yes", "",   world.process.SharedConnection, Variant()};
     for (const Variant& value : values) {
         seen << given(value) << " is";
         for (const char* property : {"idCassa", "ChiusuraAutomatica", "ValutaAziendale"})

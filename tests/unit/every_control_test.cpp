@@ -78,8 +78,10 @@ TEST_F(EveryControl, LooksAsItDid) {
     World pairs;
     pairs.component->DoppioInserimentoObbligatorio(true);
     pairs.component->SetSoftwareName("Cassa");
+    pairs.database().setting("CifreDecimaliQuantita", "3");
     pairs.runtime.change(9);
     addScreens(pairs, "English, double movement");
+    EXPECT_EQ(pairs.process.numberFormat().quantityDecimals(), 3);
     bool front = false;
     const auto watch = pairs.control<OnScreenKeyboard>("Virtual_Keyboard").changed.connect([&](Property p) {
         front = front || p == Property::ZOrder;

@@ -2,24 +2,22 @@
 #include "widgets/window.h"
 
 #include <map>
-#include <set>
 
 namespace kova::test {
 
 /// What a picture shows of a control, and the tabulator key finds, beside what scenarios print of it.
 std::string look(Control& control);
 
-/// A window as something that draws a control at each of its announcements would show it.
+/// A window as a toolkit shows it that draws a control at each of its announcements, and at no other time.
 class Drawn {
   public:
     explicit Drawn(Window& window);
-    /// Fails for each control that looks otherwise than it did and announced nothing.
+    /// Fails for each control that looks otherwise than it was drawn.
     void expectUpToDate();
 
   private:
     Window& window_;
-    std::map<Control*, std::string> looks_;
-    std::set<Control*> announced_;
+    std::map<Control*, std::string> looks_; ///< as drawn last
     std::vector<Connection> connections_;
 };
 
