@@ -66,7 +66,7 @@ class RandomWalk {
         if (depth_ == 0) {
             EXPECT_EQ(world_.process.coinDialog, nullptr) << "a count outlived its opening";
         }
-        if (oneIn(40))
+        if (stepsLeft_ % 40 == 0)
             for (Window* const window : world_.process.windows.windows())
                 if (const auto drawn = drawn_.find(window); drawn != drawn_.end())
                     drawn->second->expectUpToDate();
