@@ -1,7 +1,7 @@
 #include "demonstration/language_buttons.h"
 
 #include "demonstration/look.h"
-#include "services/localised_strings.h"
+#include "services/texts.h"
 
 #include <QApplication>
 #include <QButtonGroup>

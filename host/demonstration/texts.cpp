@@ -1,6 +1,6 @@
 #include "demonstration/texts.h"
 
-#include "services/localised_strings.h"
+#include "services/texts.h"
 
 #include <array>
 

@@ -7,7 +7,7 @@
 #include "documents/qt/day_document.h"
 #include "documents/qt/day_printing.h"
 #include "services/conversions.h"
-#include "services/localised_strings.h"
+#include "services/texts.h"
 
 #include <QBoxLayout>
 #include <QFrame>

@@ -2,7 +2,6 @@
 
 #include "base/letter_case.h"
 #include "services/conversions.h"
-#include "services/sql_date_formatter.h"
 
 #include <algorithm>
 #include <cmath>

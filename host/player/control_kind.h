@@ -1,6 +1,5 @@
 #pragma once
 #include "widgets/control.h"
-#include "widgets/control_visitor.h"
 
 namespace kova {
 

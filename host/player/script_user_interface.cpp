@@ -1,8 +1,7 @@
 #include "player/script_user_interface.h"
 
 #include "player/control_kind.h"
-#include "widgets/labels.h"
-#include "widgets/push_button.h"
+#include "widgets/captioned_controls.h"
 #include "widgets/window.h"
 
 namespace kova {

@@ -1,11 +1,8 @@
 #pragma once
 #include "adapters/system/file_error_logger.h"
 #include "player/script_time.h"
-#include "ports/clock.h"
-#include "ports/error_logger.h"
-#include "ports/language_runtime.h"
+#include "ports/platform.h"
 #include "ports/regional_settings.h"
-#include "ports/settings_store.h"
 
 #include <map>
 #include <optional>

@@ -1,5 +1,5 @@
 #pragma once
-#include "ports/clock.h"
+#include "ports/platform.h"
 
 #include <cstdint>
 #include <string>

@@ -1,9 +1,8 @@
 #pragma once
 #include "coin_count/coin_count.h"
 #include "ports/user_interface.h"
-#include "widgets/labels.h"
-#include "widgets/numeric_keypad.h"
-#include "widgets/push_button.h"
+#include "widgets/captioned_controls.h"
+#include "widgets/keyboards.h"
 #include "widgets/text_box.h"
 #include "widgets/window.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 #include "coin_count/coin_controls.h"
 #include "coin_count/coin_count.h"
-#include "services/localised_strings.h"
+#include "services/texts.h"
 
 #include <cstdint>
 #include <memory>

@@ -3,7 +3,6 @@
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "ports/host_calls.h"
 #include "services/process_state.h"
-#include "services/settings.h"
 
 namespace kova {
 

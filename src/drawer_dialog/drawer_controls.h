@@ -1,17 +1,13 @@
 #pragma once
+#include "ports/timers.h"
 #include "ports/user_interface.h"
 #include "widgets/button_grid.h"
-#include "widgets/date_field.h"
-#include "widgets/labels.h"
-#include "widgets/numeric_keypad.h"
-#include "widgets/on_screen_keyboard.h"
-#include "widgets/page_notice.h"
-#include "widgets/push_button.h"
-#include "widgets/read_back.h"
+#include "widgets/captioned_controls.h"
+#include "widgets/keyboards.h"
+#include "widgets/notices.h"
 #include "widgets/report_grid.h"
 #include "widgets/tab_control.h"
 #include "widgets/text_box.h"
-#include "widgets/timer.h"
 #include "widgets/window.h"
 
 #include <array>

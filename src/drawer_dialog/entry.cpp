@@ -2,7 +2,7 @@
 #include "base/utf8.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/handler.h"
-#include "services/numeric_key_filter.h"
+#include "services/conversions.h"
 
 namespace kova {
 

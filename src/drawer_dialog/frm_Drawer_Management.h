@@ -1,9 +1,8 @@
 #pragma once
 #include "drawer_dialog/drawer_controls.h"
 #include "services/combo_multi_column.h"
-#include "services/localised_strings.h"
 #include "services/process_state.h"
-#include "services/words.h"
+#include "services/texts.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "library/library_process.h"
 
+#include "adapters/system/file_error_logger.h"
 #include "adapters/system/own_folder.h"
-#include "adapters/system/system_error_logger.h"
 #include "adapters/system/system_regional_settings.h"
 #include "base/error.h"
 

@@ -33,6 +33,19 @@ std::string toText(double number, const RegionalSettings& regional);
 std::string toText(Decimal number, const RegionalSettings& regional);
 std::string toText(LongDecimal number, const RegionalSettings& regional);
 
+/// What a numeric field takes besides digits and control characters.
+struct NumericKeys {
+    bool decimals = false; ///< the decimal comma; a point is taken as one, since number pads have either
+    bool sign = false;     ///< - and +
+    bool grouping = false; ///< an apostrophe between groups of digits
+    bool exponent = false; ///< e and E
+    bool percent = false;
+    bool blanks = false;
+};
+
+/// The character to keep for a typed one, 0 to discard the key.
+char32_t NumericKeyFilter(char32_t character, const NumericKeys& allowed);
+
 // Dates.
 
 /// Day and, if given, time of day; day and month in the region's order, the year with two or four digits,
@@ -45,6 +58,23 @@ std::string shortDate(DateTime time, const RegionalSettings& regional);
 /// The region's general form: short date and time, the time left out at midnight; of TimeOfDayDate the time
 /// alone.
 std::string generalDate(DateTime time, const RegionalSettings& regional);
+
+/// Writes dates as literals of SQL Server that mean the same whatever the language of the login.
+class SqlDateFormatter {
+  public:
+    explicit SqlDateFormatter(const RegionalSettings& regional) : regional_(regional) {}
+    /// 1 is the one mode there is: date and time by ISO 8601.
+    void SetMode(std::int32_t mode) { mode_ = mode; }
+    [[nodiscard]] std::int32_t mode() const { return mode_; }
+    /// The literal for a date text in the user's form, with or without a time. A text ending in " 23:59.59"
+    /// means the last second of its day. Throws Error 13 for a text that is no date. The literal always has
+    /// date and time.
+    [[nodiscard]] std::string FormatSqlDate(const std::string& text) const;
+
+  private:
+    const RegionalSettings& regional_;
+    std::int32_t mode_ = 0;
+};
 
 // Cells of the database.
 

@@ -1,7 +1,6 @@
 #pragma once
 #include "services/process_state.h"
-#include "widgets/labels.h"
-#include "widgets/push_button.h"
+#include "widgets/captioned_controls.h"
 
 #include <memory>
 

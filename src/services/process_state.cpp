@@ -1,5 +1,6 @@
 #include "services/process_state.h"
 
+#include "services/conversions.h"
 #include "services/message_box.h"
 
 namespace kova {
@@ -38,6 +39,51 @@ Recordset ProcessState::query(const Query& query) {
 
 void ProcessState::logError(std::string_view label, const std::string& message) {
     ErrorLog().LogError(std::string(label), message, nullptr, 0, "");
+}
+
+std::string getDbValue(ProcessState& process, const std::string& key, const std::string& fallback) {
+    constexpr std::string_view label = "getDbValue";
+    std::string result;
+    try {
+        const Recordset rows =
+            process.query({"SELECT * FROM tabImpostazioni WHERE descrizione='" + key + "'"});
+        if (rows.endOfFile())
+            result = fallback;
+        else
+            result = asText(NullToDefault(rows.field("valore"), fallback), process.platform.regional);
+    } catch (const Error& failure) {
+        process.logError(label, std::to_string(failure.number()) + "-" + failure.what());
+    } catch (const std::exception& failure) {
+        process.logError(label, std::to_string(DatabaseError::Unspecified) + "-" + failure.what());
+    } catch (...) {
+        process.logError(label, std::to_string(DatabaseError::Unspecified) + "-Unknown error");
+    }
+    return result;
+}
+
+void InitOpt(ProcessState& process) {
+    trapped(process, "InitOpt : ", [&] {
+        auto& selection = process.selection;
+        selection.idAttivita = -1;
+        selection.isIncasso = false;
+        selection.isOpenECRDrawer = false;
+        selection.Cassetto = 0;
+        selection.idPagamento = -1;
+        selection.idPagamentoVersamento = -1;
+
+        auto& settings = process.settings;
+        const auto& regional = process.platform.regional;
+        settings.ValutaAziendale = getDbValue(process, "ValutaAziendale", "€");
+        settings.CifreDecimali = toInt16(getDbValue(process, "CifreDecimali", "2"), regional);
+        process.numberFormat().SetAmountDecimals(settings.CifreDecimali);
+        settings.CifreDecimaliQuantita = toInt16(getDbValue(process, "CifreDecimaliQuantita", "0"), regional);
+        process.numberFormat().SetQuantityDecimals(settings.CifreDecimaliQuantita);
+        settings.idCassettoCausPred_Prelievi =
+            toInt32(getDbValue(process, "idCassettoCausPred_Prelievi", "-1"), regional);
+        settings.idCassettoCausPred_Versamenti =
+            toInt32(getDbValue(process, "idCassettoCausPred_Versamenti", "-1"), regional);
+    });
+    process.entryChanged();
 }
 
 } // namespace kova

@@ -1,14 +1,15 @@
 #pragma once
 #include "ports/platform.h"
-#include "services/localised_strings.h"
+#include "services/conversions.h"
 #include "services/number_format.h"
 #include "services/screen_aids.h"
-#include "services/selection_state.h"
-#include "services/sql_date_formatter.h"
-#include "widgets/window_stack.h"
+#include "services/texts.h"
+#include "widgets/window.h"
 
+#include <cstdint>
 #include <memory>
 #include <mutex>
+#include <string>
 #include <string_view>
 
 namespace kova {
@@ -16,6 +17,18 @@ namespace kova {
 class frmMsgBox;
 class frm_CaricaMoneta;
 class frm_Drawer_Management;
+
+/// The movement being composed; one per process, shared by all components and kept while no dialog is open.
+struct SelectionState {
+    std::int32_t idAttivita = -1; ///< -1: none
+    bool isIncasso = false;
+    bool isOpenECRDrawer = false;
+    std::int16_t Cassetto = 0;               ///< [1-4], 0: none
+    std::int32_t idPagamento = -1;           ///< -1: none
+    std::int32_t idPagamentoVersamento = -1; ///< -1: none
+    std::string Valuta;                      ///< empty: none
+    bool MultiValuta = false;
+};
 
 /// The settings read from the database when a host connects.
 struct Settings {
@@ -123,5 +136,13 @@ void ended(Body&& body, Last&& last) {
     }
     last();
 }
+
+/// One setting of `tabImpostazioni` as text: `fallback` when the key is missing or its value Null. The key
+/// goes into the query as it stands. A failure is logged and gives an empty text, not `fallback`.
+std::string getDbValue(ProcessState& process, const std::string& key, const std::string& fallback);
+
+/// Reads the settings and resets the selection, but for its currency. A failure is logged and ends the
+/// reading; settings not yet read keep what they had.
+void InitOpt(ProcessState& process);
 
 } // namespace kova

@@ -6,7 +6,7 @@
 namespace kova {
 
 /// Keyed touch buttons in equal cells, filled row by row; marked buttons have the grid's selected colour.
-class ButtonGrid : public Control {
+class ButtonGrid : public ControlOfKind<ButtonGrid> {
   public:
     struct Button {
         std::string key, caption;
@@ -14,8 +14,7 @@ class ButtonGrid : public Control {
         std::string picture;
         bool marked = false;
     };
-    using Control::Control;
-    void accept(ControlVisitor& visitor) override;
+    using ControlOfKind::ControlOfKind;
 
     void clearButtons();
     /// Takes effect with `layoutButtons`.

@@ -8,8 +8,37 @@
 namespace kova {
 
 class Window;
+class PushButton;
+class Label;
+class GroupFrame;
+class PictureArea;
+class TextBox;
+class DateField;
+class TabControl;
 class TabPage;
-class ControlVisitor;
+class ButtonGrid;
+class NumericKeypad;
+class OnScreenKeyboard;
+class ReportGrid;
+
+/// Tells the kinds of control apart. The overloads do nothing by default.
+class ControlVisitor {
+  public:
+    virtual ~ControlVisitor() = default;
+    virtual void visit(Window&) {}
+    virtual void visit(PushButton&) {}
+    virtual void visit(Label&) {}
+    virtual void visit(GroupFrame&) {}
+    virtual void visit(PictureArea&) {}
+    virtual void visit(TextBox&) {}
+    virtual void visit(DateField&) {}
+    virtual void visit(TabControl&) {}
+    virtual void visit(TabPage&) {}
+    virtual void visit(ButtonGrid&) {}
+    virtual void visit(NumericKeypad&) {}
+    virtual void visit(OnScreenKeyboard&) {}
+    virtual void visit(ReportGrid&) {}
+};
 
 /// Which part of a control's state changed.
 enum class Property {
@@ -104,6 +133,14 @@ class Control {
     Place place_;
     bool visible_ = true;
     bool enabled_ = true;
+};
+
+/// What each kind derives from, so that a visitor is told of it as what it is.
+template <class Kind, class Base = Control>
+class ControlOfKind : public Base {
+  public:
+    using Base::Base;
+    void accept(ControlVisitor& visitor) final { visitor.visit(static_cast<Kind&>(*this)); }
 };
 
 /// Whether there is a control and gestures reach it.

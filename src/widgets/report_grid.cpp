@@ -4,11 +4,30 @@
 
 #include <algorithm>
 #include <climits>
+#include <stdexcept>
 
 namespace kova {
 namespace {
 
 constexpr int NarrowestColumn = 5; // characters
+
+constexpr std::string_view LineEnd = "\r\n";
+
+void appendQuoted(std::string& text, std::string_view item, std::string_view separator) {
+    const bool quoted = item.find_first_of("\"\r\n") != std::string_view::npos ||
+                        item.find(separator) != std::string_view::npos;
+    if (!quoted) {
+        text += item;
+        return;
+    }
+    text += '"';
+    for (const char c : item) {
+        text += c;
+        if (c == '"')
+            text += c;
+    }
+    text += '"';
+}
 
 } // namespace
 
@@ -163,6 +182,72 @@ std::vector<std::size_t> ReportGrid::selectedRecords() const {
         if (selected(static_cast<std::size_t>(record)))
             records.push_back(static_cast<std::size_t>(record));
     return records;
+}
+
+void TextTable::clear() {
+    texts_.clear();
+    items_.clear();
+    records_.clear();
+}
+
+void TextTable::addRecord() {
+    records_.push_back({static_cast<std::uint32_t>(items_.size()), 0});
+}
+
+void TextTable::addItem(std::size_t record, std::string_view text) {
+    if (record >= records_.size())
+        throw std::out_of_range("no such record");
+    Range& range = records_[record];
+    if (range.first + range.count != items_.size()) { // items came after its own: it moves behind them
+        const auto moved = static_cast<std::uint32_t>(items_.size());
+        for (std::uint32_t i = 0; i < range.count; ++i)
+            items_.push_back(items_[range.first + i]);
+        range.first = moved;
+    }
+    items_.push_back(texts_.keep(text));
+    ++range.count;
+}
+
+std::string_view TextTable::item(std::size_t record, std::size_t column) const {
+    if (record >= records_.size())
+        throw std::out_of_range("no such record");
+    const Range& range = records_[record];
+    return column < range.count ? texts_.at(items_[range.first + column]) : std::string_view();
+}
+
+std::size_t TextTable::memoryUse() const {
+    return texts_.memoryUse() + items_.memoryUse() + records_.memoryUse();
+}
+
+std::string tabSeparated(const ReportGrid& grid, const std::vector<std::size_t>& records) {
+    std::string text;
+    for (const std::size_t record : records) {
+        for (std::size_t column = 0; column < grid.columns().size(); ++column) {
+            text += column == 0 ? "" : "\t";
+            const std::size_t begin = text.size();
+            text += grid.item(record, column);
+            std::replace_if(
+                text.begin() + static_cast<std::ptrdiff_t>(begin), text.end(),
+                [](char c) { return c == '\t' || c == '\r' || c == '\n'; }, ' ');
+        }
+        text += LineEnd;
+    }
+    return text;
+}
+
+std::string commaSeparated(const ReportGrid& grid, std::string_view listSeparator) {
+    std::string text = "\xEF\xBB\xBF";
+    const auto addLine = [&](auto itemOf) {
+        for (std::size_t column = 0; column < grid.columns().size(); ++column) {
+            text += column == 0 ? "" : listSeparator;
+            appendQuoted(text, itemOf(column), listSeparator);
+        }
+        text += LineEnd;
+    };
+    addLine([&](std::size_t column) { return std::string_view(grid.columns()[column].caption); });
+    for (const std::int32_t record : grid.order())
+        addLine([&](std::size_t column) { return grid.item(static_cast<std::size_t>(record), column); });
+    return text;
 }
 
 } // namespace kova

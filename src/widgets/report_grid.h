@@ -1,18 +1,44 @@
 #pragma once
+#include "base/paged_vector.h"
+#include "base/text_arena.h"
 #include "widgets/control.h"
-#include "widgets/text_table.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <set>
+#include <string>
 #include <string_view>
 #include <vector>
 
 namespace kova {
 
+/// Records of texts, in a few large pieces of memory that stay for the next records.
+class TextTable {
+  public:
+    void clear();
+    void addRecord();
+    /// The next item of a record, which must exist. Cheapest for the last record.
+    void addItem(std::size_t record, std::string_view text);
+
+    [[nodiscard]] std::size_t recordCount() const { return records_.size(); }
+    /// Empty for an item that was not added. The view is valid until the records are cleared.
+    [[nodiscard]] std::string_view item(std::size_t record, std::size_t column) const;
+    /// Bytes held.
+    [[nodiscard]] std::size_t memoryUse() const;
+
+  private:
+    struct Range {
+        std::uint32_t first, count;
+    };
+    TextArena texts_;
+    PagedVector<TextArena::Place> items_; ///< those of one record in a row
+    PagedVector<Range> records_;
+};
+
 /// A read-only list of texts with column headers, which a touch sorts by, and a group-by area. Sorting,
 /// grouping, sums and selection work on the records held; a new load begins without them.
-class ReportGrid : public Control {
+class ReportGrid : public ControlOfKind<ReportGrid> {
   public:
     struct Column {
         std::string caption;
@@ -55,8 +81,7 @@ class ReportGrid : public Control {
         std::string copy, selectAll, save;
     };
 
-    using Control::Control;
-    void accept(ControlVisitor& visitor) override;
+    using ControlOfKind::ControlOfKind;
 
     // The filling side. Nothing is shown anew until `populate`.
     void deleteRecords();
@@ -177,5 +202,18 @@ class ReportGrid : public Control {
     Font headerFont_;
     Font rowFont_;
 };
+
+class ReportGrid;
+
+// A list as text, UTF-8, lines ended by CR LF.
+
+/// The records, in the order given, with a tab between their items, as spreadsheets paste them. Tabs and line
+/// breaks inside an item become blanks.
+std::string tabSeparated(const ReportGrid& grid, const std::vector<std::size_t>& records);
+
+/// The captions and all records in the order shown, those of collapsed groups among them, in the form of RFC
+/// 4180 but for the separator, which is the region's. Begins with the byte order mark, without which
+/// spreadsheets take a file for one in the system's 8-bit page.
+std::string commaSeparated(const ReportGrid& grid, std::string_view listSeparator);
 
 } // namespace kova

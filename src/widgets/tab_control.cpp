@@ -3,7 +3,7 @@
 namespace kova {
 
 TabPage::TabPage(TabControl& tabs, std::string name, const Rect& bounds, std::string caption)
-    : CaptionedControl({&tabs, std::move(name), bounds}, std::move(caption), colors::White) {
+    : ControlOfKind({&tabs, std::move(name), bounds}, std::move(caption), colors::White) {
     tabs.pages_.push_back(this);
 }
 

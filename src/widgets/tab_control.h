@@ -8,17 +8,15 @@ namespace kova {
 class TabControl;
 
 /// One page of a tab control; its caption stands on the tab.
-class TabPage : public CaptionedControl {
+class TabPage : public ControlOfKind<TabPage, CaptionedControl> {
   public:
     TabPage(TabControl& tabs, std::string name, const Rect& bounds, std::string caption);
-    void accept(ControlVisitor& visitor) override;
 };
 
 /// Pages of which one is selected.
-class TabControl : public Control {
+class TabControl : public ControlOfKind<TabControl> {
   public:
-    using Control::Control;
-    void accept(ControlVisitor& visitor) override;
+    using ControlOfKind::ControlOfKind;
     [[nodiscard]] const std::vector<TabPage*>& pages() const { return pages_; }
     [[nodiscard]] int selected() const { return selected_; }
     void select(int index) { assign(selected_, index, Property::SelectedTab); }

@@ -4,12 +4,11 @@
 namespace kova {
 
 /// Editable text with a caret. Texts are UTF-8; caret positions are byte offsets on character boundaries.
-class TextBox : public Control {
+class TextBox : public ControlOfKind<TextBox> {
   public:
     enum class Lines { Single, Multiple };
     TextBox(Place place, Lines lines, Font font, Alignment alignment = Alignment::Left)
-        : Control(std::move(place)), lines_(lines), font_(std::move(font)), alignment_(alignment) {}
-    void accept(ControlVisitor& visitor) override;
+        : ControlOfKind(std::move(place)), lines_(lines), font_(std::move(font)), alignment_(alignment) {}
 
     [[nodiscard]] bool multiLine() const { return lines_ == Lines::Multiple; }
     [[nodiscard]] const Font& font() const { return font_; }
@@ -55,6 +54,19 @@ class TextBox : public Control {
     bool locked_ = false;
     bool tabStop_ = true;
     Color backColor_ = colors::White, foreColor_ = colors::Black;
+};
+
+/// A day as text in the user's short-date form; typing may leave any text in it.
+class DateField : public ControlOfKind<DateField> {
+  public:
+    using ControlOfKind::ControlOfKind;
+    [[nodiscard]] const std::string& text() const { return text_; }
+    void setText(const std::string& text) { assign(text_, text, Property::Text); }
+    Gesture paste(const std::string& text);
+    Gesture typeCharacter(char32_t character) override;
+
+  private:
+    std::string text_;
 };
 
 } // namespace kova

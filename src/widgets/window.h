@@ -25,13 +25,12 @@ enum class Severity : std::int32_t { None = 0, Critical = 16, Information = 64 }
 
 /// A window's model: title, background and the controls in it. Not visible until shown. It owns no control
 /// and draws nothing; `WindowStack` decides which window is the active one.
-class Window : public CaptionedControl {
+class Window : public ControlOfKind<Window, CaptionedControl> {
   public:
     Window(std::string name, std::string title, const Rect& bounds)
-        : CaptionedControl({nullptr, std::move(name), bounds}, std::move(title), colors::White) {
+        : ControlOfKind({nullptr, std::move(name), bounds}, std::move(title), colors::White) {
         setVisible(false);
     }
-    void accept(ControlVisitor& visitor) override;
 
     /// Controls in order of creation, which is the order of tabbing.
     [[nodiscard]] const std::vector<Control*>& controls() const { return controls_; }
@@ -85,6 +84,21 @@ class Window : public CaptionedControl {
     bool blocked_ = false;
     bool takesKeys_ = false;
     Severity severity_ = Severity::None;
+};
+
+/// The windows on the screen, from back to front; the last is the active one.
+class WindowStack {
+  public:
+    /// Makes the window visible, in front, and activates it. One that is there already comes to the front.
+    void show(Window& window, bool modal);
+    /// Takes the window off the screen; the one below becomes active. A window that is not shown is no error.
+    void remove(Window& window);
+    [[nodiscard]] Window* active() const { return windows_.empty() ? nullptr : windows_.back(); }
+    [[nodiscard]] const std::vector<Window*>& windows() const { return windows_; }
+
+  private:
+    void updateBlocked();
+    std::vector<Window*> windows_;
 };
 
 } // namespace kova

@@ -1,4 +1,4 @@
-#include "adapters/odbc/decimal_text.h"
+#include "adapters/odbc/column_buffer.h"
 #include "adapters/odbc/odbc_connection_text.h"
 #include "adapters/odbc/odbc_error.h"
 #include "adapters/odbc/utf16.h"

@@ -5,7 +5,7 @@
 #include "base/error.h"
 #include "host/documents/qt/day_document.h"
 #include "host/documents/qt/day_printing.h"
-#include "services/localised_strings.h"
+#include "services/texts.h"
 
 #include <QFile>
 #include <QPageRanges>

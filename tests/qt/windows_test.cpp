@@ -7,7 +7,7 @@
 #include "adapters/qt/page_notice_view.h"
 #include "host/player/headless_cashier.h"
 #include "host/player/qt/qt_cashier.h"
-#include "widgets/page_notice.h"
+#include "widgets/notices.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

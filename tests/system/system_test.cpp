@@ -1,8 +1,7 @@
+#include "adapters/system/file_error_logger.h"
 #include "adapters/system/ini_settings_store.h"
-#include "adapters/system/locale_name.h"
 #include "adapters/system/own_folder.h"
 #include "adapters/system/system_clock.h"
-#include "adapters/system/system_error_logger.h"
 #include "adapters/system/system_language_runtime.h"
 #include "adapters/system/system_regional_settings.h"
 

@@ -3,11 +3,9 @@
 #include "player/trace.h"
 #include "services/conversions.h"
 #include "services/number_format.h"
-#include "services/numeric_key_filter.h"
 #include "test_world.h"
 #include "trace_file.h"
-#include "widgets/date_field.h"
-#include "widgets/push_button.h"
+#include "widgets/captioned_controls.h"
 #include "widgets/tab_control.h"
 #include "widgets/text_box.h"
 

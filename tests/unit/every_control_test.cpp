@@ -4,10 +4,10 @@
 #include "look.h"
 #include "player/control_description.h"
 #include "player/trace.h"
-#include "services/words.h"
+#include "services/texts.h"
 #include "test_world.h"
 #include "trace_file.h"
-#include "widgets/page_notice.h"
+#include "widgets/notices.h"
 
 #include <gtest/gtest.h>
 

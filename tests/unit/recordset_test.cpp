@@ -1,5 +1,5 @@
 #include "ports/database.h"
-#include "widgets/text_table.h"
+#include "widgets/report_grid.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The dialog's own list, with its reading of numbers, dates and money, filled by hand.
 #include "scene.h"
 #include "trace_file.h"
-#include "widgets/report_text.h"
+#include "widgets/report_grid.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "scene.h"
 #include "services/conversions.h"
 #include "trace_file.h"
-#include "widgets/page_notice.h"
+#include "widgets/notices.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "services/process_state.h"
-#include "widgets/control_visitor.h"
+#include "widgets/control.h"
 
 #include <functional>
 #include <map>

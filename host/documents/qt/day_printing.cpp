@@ -4,7 +4,7 @@
 #include "demonstration/look.h"
 #include "demonstration/texts.h"
 #include "documents/qt/day_document.h"
-#include "services/localised_strings.h"
+#include "services/texts.h"
 
 #include <QApplication>
 #include <QLibraryInfo>

@@ -6,9 +6,8 @@
 #include "base/utf8.h"
 #include "player/qt/recording.h"
 #include "widgets/button_grid.h"
-#include "widgets/numeric_keypad.h"
-#include "widgets/on_screen_keyboard.h"
-#include "widgets/push_button.h"
+#include "widgets/captioned_controls.h"
+#include "widgets/keyboards.h"
 #include "widgets/tab_control.h"
 
 #include <QApplication>

@@ -4,6 +4,7 @@
 
 #include <sqltypes.h>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kova {
@@ -51,5 +52,10 @@ class ColumnBuffer {
     std::u16string wide_;      ///< texts as they arrive
     std::string text_;         ///< the current text in UTF-8
 };
+
+/// Reads a driver's text of an exact number: an optional sign, digits, a point and digits; the digits before
+/// the point may be missing (".5"). A number that a Decimal cannot hold arrives as a LongDecimal, and a text
+/// that is no number as the text itself; both are views into `text`.
+Value decimalFromText(std::string_view text);
 
 } // namespace kova

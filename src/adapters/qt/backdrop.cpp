@@ -1,8 +1,8 @@
 #include "adapters/qt/backdrop.h"
 
 #include "adapters/qt/look.h"
-#include "widgets/control_visitor.h"
-#include "widgets/labels.h"
+#include "widgets/captioned_controls.h"
+#include "widgets/control.h"
 #include "widgets/tab_control.h"
 #include "widgets/window.h"
 

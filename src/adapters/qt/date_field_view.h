@@ -1,6 +1,6 @@
 #pragma once
 #include "adapters/qt/control_view.h"
-#include "widgets/date_field.h"
+#include "widgets/text_box.h"
 
 #include <QLineEdit>
 #include <QPointer>

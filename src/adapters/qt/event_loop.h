@@ -1,6 +1,6 @@
 #pragma once
 #include "ports/event_loop.h"
-#include "ports/timer_queue.h"
+#include "ports/timers.h"
 
 #include <QElapsedTimer>
 #include <QPointer>

@@ -1,5 +1,5 @@
 #pragma once
-#include "widgets/push_button.h"
+#include "widgets/captioned_controls.h"
 
 class QColor;
 class QPainter;

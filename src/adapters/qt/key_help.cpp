@@ -3,9 +3,9 @@
 #include "adapters/qt/spoken_name.h"
 #include "adapters/qt/window_frame.h"
 #include "widgets/button_grid.h"
-#include "widgets/control_visitor.h"
-#include "widgets/numeric_keypad.h"
-#include "widgets/push_button.h"
+#include "widgets/captioned_controls.h"
+#include "widgets/control.h"
+#include "widgets/keyboards.h"
 #include "widgets/text_box.h"
 
 #include <algorithm>

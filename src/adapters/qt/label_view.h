@@ -1,6 +1,6 @@
 #pragma once
 #include "adapters/qt/control_view.h"
-#include "widgets/labels.h"
+#include "widgets/captioned_controls.h"
 
 #include <QLabel>
 

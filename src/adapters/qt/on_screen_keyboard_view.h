@@ -1,7 +1,7 @@
 #pragma once
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/key_button.h"
-#include "widgets/on_screen_keyboard.h"
+#include "widgets/keyboards.h"
 
 #include <QWidget>
 

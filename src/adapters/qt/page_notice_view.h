@@ -1,5 +1,5 @@
 #pragma once
-#include "widgets/page_notice.h"
+#include "widgets/notices.h"
 
 #include <QTimer>
 #include <QVariantAnimation>

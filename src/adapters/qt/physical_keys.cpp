@@ -3,9 +3,8 @@
 #include "adapters/qt/key_help.h"
 #include "adapters/qt/window_frame.h"
 #include "widgets/button_grid.h"
-#include "widgets/control_visitor.h"
-#include "widgets/date_field.h"
-#include "widgets/push_button.h"
+#include "widgets/captioned_controls.h"
+#include "widgets/control.h"
 #include "widgets/text_box.h"
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 #pragma once
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/face_button.h"
-#include "widgets/push_button.h"
+#include "widgets/captioned_controls.h"
 
 namespace kova {
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "adapters/qt/look.h"
-#include "widgets/read_back.h"
+#include "widgets/notices.h"
 
 #include <QWidget>
 

@@ -3,7 +3,7 @@
 #include "adapters/qt/report_grid_accessible.h"
 #include "adapters/qt/save_text.h"
 #include "adapters/qt/window_frame.h"
-#include "widgets/report_text.h"
+#include "widgets/report_grid.h"
 
 #include <QAccessible>
 #include <QClipboard>

@@ -1,7 +1,7 @@
 #include "adapters/qt/spoken_name.h"
 
-#include "widgets/control_visitor.h"
-#include "widgets/labels.h"
+#include "widgets/captioned_controls.h"
+#include "widgets/control.h"
 #include "widgets/tab_control.h"
 #include "widgets/window.h"
 

@@ -11,7 +11,7 @@
 #include "adapters/qt/report_grid_view.h"
 #include "adapters/qt/tab_control_view.h"
 #include "adapters/qt/text_box_view.h"
-#include "widgets/control_visitor.h"
+#include "widgets/control.h"
 
 namespace kova {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 #include "base/signal.h"
-#include "services/words.h"
+#include "services/texts.h"
 
 #include <QString>
 

@@ -1,6 +1,5 @@
 #pragma once
-#include "ports/clock.h"
-#include "ports/error_logger.h"
+#include "ports/platform.h"
 
 #include <deque>
 #include <functional>
@@ -48,5 +47,20 @@ class FileErrorLogger : public ErrorLogger {
     std::deque<std::string> waiting_;
     std::size_t dropped_ = 0;
 };
+
+/// The error log of a machine: the file that the environment variable KOVA_LOG names, otherwise the one that
+/// is set; when it cannot be written, the user's own file, and when that cannot either, the system's log.
+class SystemErrorLogger final : public FileErrorLogger {
+  public:
+    explicit SystemErrorLogger(const Clock& clock, LogPlace last = systemLog());
+    void SetLogFile(const std::string& path) override;
+
+    /// syslog(3). Takes no record on a machine without one.
+    static LogPlace systemLog();
+};
+
+/// The log file of the user: kova/logfile.log in $XDG_STATE_HOME, otherwise in ~/.local/state. Empty when the
+/// environment names neither folder.
+std::string userLogFile();
 
 } // namespace kova

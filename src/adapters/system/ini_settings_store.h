@@ -1,5 +1,5 @@
 #pragma once
-#include "ports/settings_store.h"
+#include "ports/platform.h"
 
 namespace kova {
 

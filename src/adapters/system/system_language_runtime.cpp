@@ -1,6 +1,6 @@
 #include "adapters/system/system_language_runtime.h"
 
-#include "adapters/system/locale_name.h"
+#include "adapters/system/system_regional_settings.h"
 
 #include <algorithm>
 #include <array>

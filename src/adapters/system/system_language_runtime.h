@@ -1,5 +1,5 @@
 #pragma once
-#include "ports/language_runtime.h"
+#include "ports/platform.h"
 
 #include <string_view>
 

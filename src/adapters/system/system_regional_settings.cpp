@@ -1,11 +1,9 @@
 #include "adapters/system/system_regional_settings.h"
 
-#include "adapters/system/locale_name.h"
-
+#include <algorithm>
+#include <cstdlib>
 #include <langinfo.h>
 #include <locale.h>
-
-#include <algorithm>
 
 namespace kova {
 namespace {
@@ -89,6 +87,19 @@ RegionalSettings regionalSettingsOfLocale(const std::string& locale) {
 
 RegionalSettings systemRegionalSettings() {
     return regionalSettingsOfLocale(localeName("LC_NUMERIC"));
+}
+
+std::string localeName(const char* category) {
+    for (const char* const variable : {"LC_ALL", category, "LANG"}) {
+        const char* const value = std::getenv(variable);
+        if (value != nullptr && *value != '\0')
+            return value;
+    }
+    return {};
+}
+
+std::string_view localeRegion(std::string_view locale) {
+    return locale.substr(0, locale.find_first_of(".@"));
 }
 
 } // namespace kova

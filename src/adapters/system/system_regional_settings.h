@@ -1,6 +1,9 @@
 #pragma once
 #include "ports/regional_settings.h"
 
+#include <string>
+#include <string_view>
+
 namespace kova {
 
 /// The regional settings of a locale by its name, for instance de_CH.UTF-8: those known by tag, otherwise
@@ -14,5 +17,12 @@ RegionalSettings systemRegionalSettings();
 /// Takes order, separator and width of the short date from a strftime format such as "%d.%m.%y"; a format
 /// that does not name day, month and year changes nothing.
 void applyDateFormat(RegionalSettings& settings, std::string_view format);
+
+/// The locale that the environment chooses for a category, for instance "LC_NUMERIC": LC_ALL, the category,
+/// LANG, the first that is not empty. Empty when none is.
+std::string localeName(const char* category);
+
+/// Language and region of a locale's name, without encoding and variant: it_IT of it_IT.UTF-8@euro.
+std::string_view localeRegion(std::string_view locale);
 
 } // namespace kova

@@ -1,4 +1,4 @@
-#include "widgets/push_button.h"
+#include "widgets/captioned_controls.h"
 
 namespace kova {
 

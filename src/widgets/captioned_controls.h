@@ -3,16 +3,40 @@
 
 namespace kova {
 
+class Label : public ControlOfKind<Label, CaptionedControl> {
+  public:
+    Label(Place place, std::string caption, Font font = {"Tahoma", 9}, Alignment alignment = Alignment::Left)
+        : ControlOfKind(std::move(place), std::move(caption), colors::White), font_(std::move(font)),
+          alignment_(alignment) {}
+    [[nodiscard]] const Font& font() const { return font_; } ///< of a single line
+    [[nodiscard]] Alignment alignment() const { return alignment_; }
+
+  private:
+    Font font_;
+    Alignment alignment_;
+};
+
+/// A titled frame; controls may have it as their parent.
+class GroupFrame : public ControlOfKind<GroupFrame, CaptionedControl> {
+  public:
+    GroupFrame(Place place, std::string caption)
+        : ControlOfKind(std::move(place), std::move(caption), colors::White) {}
+};
+
+/// An area for a picture; inert.
+class PictureArea : public ControlOfKind<PictureArea> {
+  public:
+    using ControlOfKind::ControlOfKind;
+};
+
 /// A touch button with a caption. `press` is the cashier's touch.
-class PushButton : public CaptionedControl {
+class PushButton : public ControlOfKind<PushButton, CaptionedControl> {
   public:
     /// A picture beside the caption, 16 design pixels in size.
     enum class Icon { None, Cancel, Confirm, Clear };
 
     PushButton(Place place, std::string caption, Font font = {})
-        : CaptionedControl(std::move(place), std::move(caption), colors::ButtonFace), font_(std::move(font)) {
-    }
-    void accept(ControlVisitor& visitor) override;
+        : ControlOfKind(std::move(place), std::move(caption), colors::ButtonFace), font_(std::move(font)) {}
 
     [[nodiscard]] const Font& font() const { return font_; }
     [[nodiscard]] const std::string& toolTip() const { return toolTip_; }

@@ -1,4 +1,4 @@
-#include "widgets/on_screen_keyboard.h"
+#include "widgets/keyboards.h"
 
 #include "base/utf8.h"
 #include "widgets/text_box.h"
@@ -6,6 +6,21 @@
 #include <algorithm>
 
 namespace kova {
+
+const std::vector<std::vector<std::string>>& NumericKeypad::keys() {
+    static const std::vector<std::vector<std::string>> layout{
+        {"7", "8", "9"}, {"4", "5", "6"}, {"1", "2", "3"}, {"0", ".", "BACKSPACE"}};
+    return layout;
+}
+
+Gesture NumericKeypad::touchKey(const std::string& key) {
+    const Gesture reached = reach();
+    if (reached != Gesture::Done)
+        return reached;
+    std::string touched = key;
+    Keyboard(touched);
+    return reached;
+}
 
 const std::vector<std::u32string>& OnScreenKeyboard::rows() {
     static const std::vector<std::u32string> layout{

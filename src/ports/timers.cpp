@@ -1,4 +1,4 @@
-#include "ports/timer_queue.h"
+#include "ports/timers.h"
 
 #include <algorithm>
 #include <tuple>
@@ -37,6 +37,22 @@ void TimerQueue::advance(Milliseconds step) {
         tick();
     }
     now_ = std::max(now_, target);
+}
+
+void Timer::start() {
+    if (!id_ && !retired_)
+        id_ = loop_.startTimer(interval_, [this] { tick(); });
+}
+
+void Timer::stop() {
+    if (id_)
+        loop_.stopTimer(*id_);
+    id_.reset();
+}
+
+void Timer::retire() {
+    stop();
+    retired_ = true;
 }
 
 } // namespace kova
