@@ -1,7 +1,10 @@
 #include "library/kova_drawer_man.h"
 
 #include "adapters/databases/databases.h"
+#include "adapters/system/system_regional_settings.h"
 #include "library/library_process.h"
+#include "services/conversions.h"
+#include "services/number_format.h"
 
 #include <QCoreApplication>
 
@@ -110,6 +113,13 @@ void setLanguage(std::int32_t id, const std::string& name) {
          [&](LibraryProcess& all) { all.language().setLanguage(id, name); });
 }
 
+std::int32_t languageId() {
+    if (!presentProcess())
+        return SystemLanguageRuntime().languageId();
+    return call("languageId", CallKind::Operation, presentProcess,
+                [](LibraryProcess& all) { return all.language().languageId(); });
+}
+
 void setScreenAids(const ScreenAids& aids) {
     call("setScreenAids", CallKind::Operation, process,
          [&](LibraryProcess& all) { all.setScreenAids(aids); });
@@ -117,6 +127,32 @@ void setScreenAids(const ScreenAids& aids) {
 
 void setDecimalKey(DecimalKey key) {
     call("setDecimalKey", CallKind::Operation, process, [&](LibraryProcess& all) { all.setDecimalKey(key); });
+}
+
+void setLogFolder(const std::string& folder) {
+    if (presentProcess())
+        call("setLogFolder", CallKind::Operation, presentProcess,
+             [&](LibraryProcess& all) { all.useLogFolder(folder); });
+    else
+        LibraryProcess::setLogFolder(folder);
+}
+
+RegionalSettings regionalSettings() {
+    const auto present = presentProcess();
+    return present ? present->regional() : systemRegionalSettings();
+}
+
+std::optional<DateTime> parseDate(const std::string& text) {
+    return parseDate(text, regionalSettings());
+}
+
+std::string formatDate(DateTime day) {
+    return shortDate(day, regionalSettings());
+}
+
+std::string formatAmount(double amount, std::int16_t decimals) {
+    const RegionalSettings regional = regionalSettings();
+    return NumberFormat(regional).FormatAmount(amount, decimals);
 }
 
 void processEvents() {

@@ -3,10 +3,12 @@
 #include "component/cls_Kova_Drawer_Man.h"
 #include "component/events.h"
 #include "ports/database.h"
+#include "ports/regional_settings.h"
 #include "services/screen_aids.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 /// What a C++ host includes. The first component makes what all components of the process share: the drawing
@@ -15,8 +17,8 @@
 /// environment variable KOVA_LOG names another file.
 ///
 /// All calls come from one thread, the one of the first component, which is the user interface's. A call from
-/// another one does nothing but write one record of the error log and throw Error; only `openDatabase` and
-/// `hostOdbcConnection` may be called on any thread.
+/// another one does nothing but write one record of the error log and throw Error; only where it says so may
+/// a function be called on any thread.
 ///
 /// A host without Qt needs nothing of it: the library then makes the Qt application itself. A host with Qt
 /// makes its own QApplication before the first component, and releases its components before or after that
@@ -29,18 +31,21 @@ namespace kova {
 [[nodiscard]] KOVA_API std::shared_ptr<cls_Kova_Drawer_Man> createComponent();
 
 /// Opens a connection to hand to `Inizializza`; understands the same texts as `InizializzaByConnString`.
-/// Never null. Throws DatabaseError.
+/// Never null. Any thread may call it. Throws DatabaseError.
 [[nodiscard]] KOVA_API std::shared_ptr<DatabaseConnection> openDatabase(const std::string& connectionString);
 
 /// A connection to hand to `Inizializza` over one that the host opened itself: `connectionHandle` is an ODBC
 /// connection handle (an SQLHDBC) to a SQL Server, open and valid as long as the component uses it. It stays
 /// the host's and is never closed here; the host reads its own results on it to the end before the component
-/// may run a query. Throws DatabaseError in builds without ODBC.
+/// may run a query. Any thread may call it. Throws DatabaseError in builds without ODBC.
 [[nodiscard]] KOVA_API std::shared_ptr<DatabaseConnection> hostOdbcConnection(void* connectionHandle);
 
 /// Announces the language that the user works in from now on, by its Windows language identifier: 1040
 /// Italian, 1031 German, 9 English; any other shows Italian. At first it is the environment's.
 KOVA_API void setLanguage(std::int32_t id, const std::string& name);
+
+/// The identifier of that language; the environment's, 0 where it names none, until `setLanguage` was called.
+[[nodiscard]] KOVA_API std::int32_t languageId();
 
 /// Which aids the entry screens of all components show from now on, open ones included; at first all. The
 /// machine's settings may leave out more of them.
@@ -50,11 +55,31 @@ KOVA_API void setScreenAids(const ScreenAids& aids);
 /// comma. The machine's settings, where they say so, decide instead.
 KOVA_API void setDecimalKey(DecimalKey key);
 
+/// Writes `logfile.log` into this folder from now on instead of beside the library's file, unless KOVA_LOG
+/// names a file. May be called before the first component, so that its records are there too. A folder that
+/// cannot be written is no error: records then go where they always go when the file cannot be written.
+KOVA_API void setLogFolder(const std::string& folder);
+
+// What a host needs to say dates and amounts as the dialog says them. Any thread may call these.
+
+/// How the region of this machine writes numbers, dates and times.
+[[nodiscard]] KOVA_API RegionalSettings regionalSettings();
+
+/// The date that a text of `Stampa` or `Anteprima` names, read as the dialog reads it: day and month in the
+/// region's order, or the year first with hyphens. Nothing for a text that is no date.
+[[nodiscard]] KOVA_API std::optional<DateTime> parseDate(const std::string& text);
+
+/// The day in the region's short form, such as 16/11/2026.
+[[nodiscard]] KOVA_API std::string formatDate(DateTime day);
+
+/// The amount with the region's separators, rounded half away from zero to that many decimals [0-15].
+[[nodiscard]] KOVA_API std::string formatAmount(double amount, std::int16_t decimals);
+
 /// Handles the events that wait. For hosts without an event loop of their own while a modeless dialog is
 /// open.
 KOVA_API void processEvents();
 
-/// Closes open dialogs and ends what the first component began; the next one begins anew. Components that
+/// Closes open dialogs and ends what the first component began; the next one starts again. Components that
 /// the host still holds may be released afterwards; their `Show` is one record of the error log. Inside an
 /// event it takes effect when the outermost event has returned. The library calls it itself when the process
 /// exits, and before a Qt application of the host's ends.

@@ -12,6 +12,13 @@ namespace kova {
 namespace {
 
 constexpr std::int32_t InvalidCall = 5;
+constexpr const char* LogFileName = "/logfile.log";
+
+/// Of the log's file; at first the one of the library's.
+std::string& logFolder() {
+    static std::string folder = ownFolder();
+    return folder;
+}
 
 /// The process's log, which nobody deletes: threads may still write to it while the process exits.
 std::shared_ptr<ErrorLogger> processLog() {
@@ -19,7 +26,7 @@ std::shared_ptr<ErrorLogger> processLog() {
     static auto* const log = [] {
         auto made = std::make_shared<SystemErrorLogger>(clock);
         // At once, so that records are not lost in a process that never shows a dialog.
-        made->SetLogFile(ownFolder() + "/logfile.log");
+        made->SetLogFile(logFolder() + LogFileName);
         return new std::shared_ptr<ErrorLogger>(std::move(made));
     }();
     return *log;
@@ -45,6 +52,16 @@ ErrorLogger& LibraryProcess::log() {
     return *processLog();
 }
 
+void LibraryProcess::setLogFolder(const std::string& folder) {
+    logFolder() = folder;
+    log().SetLogFile(folder + LogFileName);
+}
+
+void LibraryProcess::useLogFolder(const std::string& folder) {
+    setLogFolder(folder);
+    state_.platform.componentFolder = folder; // where each dialog sets the file
+}
+
 Platform LibraryProcess::platform() {
     return {.userInterface = userInterface_,
             .eventLoop = eventLoop_,
@@ -54,7 +71,7 @@ Platform LibraryProcess::platform() {
             .databases = databases_,
             .regional = regional_,
             .makeErrorLogger = processLog,
-            .componentFolder = ownFolder(),
+            .componentFolder = logFolder(),
             .hostCalls = this};
 }
 

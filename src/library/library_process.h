@@ -30,6 +30,8 @@ class LibraryProcess final : public HostCalls, public std::enable_shared_from_th
     static void exitBegins();
     /// The error log of the whole process, which is there before and after any of this.
     static ErrorLogger& log();
+    /// Where that writes its file; of processes that begin later too.
+    static void setLogFolder(const std::string& folder);
 
     void enter(CallKind kind) override;
     void leave(CallKind kind) noexcept override;
@@ -39,6 +41,8 @@ class LibraryProcess final : public HostCalls, public std::enable_shared_from_th
 
     [[nodiscard]] std::shared_ptr<cls_Kova_Drawer_Man> createComponent();
     [[nodiscard]] SystemLanguageRuntime& language() { return language_; }
+    [[nodiscard]] const RegionalSettings& regional() const { return regional_; }
+    void useLogFolder(const std::string& folder);
     void setScreenAids(const ScreenAids& aids);
     void setDecimalKey(DecimalKey key);
     void processEvents() { eventLoop_.processPendingEvents(); }

@@ -1,4 +1,6 @@
 #pragma once
+#include "base/export.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,6 +27,6 @@ struct RegionalSettings {
 
 /// Settings of a region by its tag, letter case and "_" for "-" aside: it-IT, it-CH, de-DE, de-CH, de-AT,
 /// en-US, en-GB, fr-CH. Nothing for any other.
-std::optional<RegionalSettings> regionalSettings(std::string_view name);
+KOVA_API std::optional<RegionalSettings> regionalSettings(std::string_view name);
 
 } // namespace kova

@@ -94,7 +94,8 @@ void wholeLife() {
     kova::setLanguage(1040, "Italiano");
     expect(dialogs() == 1, "a modeless show puts one dialog on the screen");
     kova::setLanguage(9, "English");
-    expect(dialogs("Drawer management") == 1, "a change of language reaches the open dialog");
+    expect(dialogs("Drawer management") == 1 && kova::languageId() == 9,
+           "a change of language reaches the open dialog");
     component->DiscardForm();
     expect(dialogs("Drawer management") == 0, "discarding takes the dialog off the screen");
 
@@ -113,6 +114,35 @@ void wholeLife() {
     expect(component->Show().empty() && newRecords() == 1, "a show after the end is one record");
     component->DiscardForm();
     expect(newRecords() == 0, "nothing is left to discard");
+}
+
+/// In Italian, as LC_ALL names no region.
+void whatTheRegionWrites() {
+    const auto day = kova::parseDate("16/11/2026");
+    expect(day && kova::formatDate(*day) == "16/11/2026" && kova::formatAmount(-1234.565, 2) == "-1.234,57" &&
+               !kova::parseDate("31/02/2026") && kova::regionalSettings().name == "it-IT",
+           "a host reads and writes dates and amounts as the dialog does");
+}
+
+/// A log folder of the host's, named before and after the first component.
+void ownLogFolder() {
+    unsetenv("KOVA_LOG");
+    const std::filesystem::path places[] = {logFile.string() + ".1", logFile.string() + ".2"};
+    std::shared_ptr<kova::cls_Kova_Drawer_Man> component;
+    for (const auto& folder : places) {
+        std::filesystem::create_directory(folder);
+        kova::setLogFolder(folder);
+        if (!component)
+            component = shownComponent();
+        std::thread([&] { component->Show(); }).join();
+        component->Show(0);
+        std::thread([&] { component->Show(); }).join();
+    }
+    for (const auto& folder : places) {
+        std::ifstream file(folder / "logfile.log");
+        expect(std::count(std::istreambuf_iterator<char>(file), {}, '\n') == 2, "the folder has its records");
+        std::filesystem::remove_all(folder);
+    }
 }
 
 /// Ends the library inside an event, which `raise` makes the component raise.
@@ -170,6 +200,8 @@ void otherThread() {
     const std::function<void()> refused[] = {[] { (void)kova::createComponent(); },
                                              [] { kova::setLanguage(9, "English"); },
                                              [] { kova::setScreenAids({}); },
+                                             [] { kova::setLogFolder("/"); },
+                                             [] { (void)kova::languageId(); },
                                              kova::processEvents,
                                              kova::shutDown,
                                              [&] { component->Stampa(text); },
@@ -207,6 +239,8 @@ void staticComponents() {
 
 const std::map<std::string, void (*)()> parts{{"whole-life", wholeLife},
                                               {"static-components", staticComponents},
+                                              {"what-the-region-writes", whatTheRegionWrites},
+                                              {"own-log-folder", ownLogFolder},
                                               {"end-inside-events", endInsideEvents},
                                               {"exit-inside-an-event", exitInsideAnEvent},
                                               {"other-thread", otherThread},
