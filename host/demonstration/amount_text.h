@@ -1,11 +1,9 @@
 #pragma once
-#include "ports/regional_settings.h"
-
 #include <QString>
 
 namespace kova {
 
 /// An amount as it was stored: grouped, with two decimals, more only where it has more (up to four).
-QString amountText(double amount, const RegionalSettings& regional);
+QString amountText(double amount);
 
 } // namespace kova

@@ -1,6 +1,7 @@
 #include "demonstration/database.h"
 
 #include "host_options.h"
+#include "library/kova_drawer_man.h"
 
 #include <QStandardPaths>
 
@@ -83,8 +84,8 @@ void requireWritable(SqliteHostDatabase& database) {
 
 } // namespace
 
-HostDatabase openDemonstrationDatabase(const HostOptions& options, DatabaseProvider& servers) {
-    HostDatabase database = wantsUserFile(options) ? openUserFile() : openHostDatabase(options, servers);
+HostDatabase openDemonstrationDatabase(const HostOptions& options) {
+    HostDatabase database = wantsUserFile(options) ? openUserFile() : openHostDatabase(options, openDatabase);
     if (database.embedded)
         requireWritable(*database.embedded);
     return database;

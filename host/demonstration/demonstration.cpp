@@ -19,7 +19,7 @@ namespace {
 void tellUnusable(const HostOptions& options, const std::string& reason) {
     const std::string name = demonstrationDatabaseName(options);
     std::cerr << "kova-host: " << name << ": " << reason << std::endl;
-    const std::int32_t language = SystemLanguageRuntime().languageId();
+    const std::int32_t language = languageId();
     const double scale = host_look::scaleFor(QGuiApplication::primaryScreen()->availableSize());
     QMessageBox box(QMessageBox::Critical, caption(Caption::Title, language),
                     caption(Caption::DatabaseUnusable, language).arg(QString::fromStdString(name)));

@@ -102,7 +102,7 @@ QString EventListModel::details(const ReceivedEvent& event) const {
 QString EventListModel::movementText(const SavedMovement& movement) const {
     const QString direction =
         caption(movement.isIncasso ? Caption::Incoming : Caption::Outgoing, languageId_);
-    QStringList parts{direction + ' ' + amountText(movement.importo, regional_) + ' ' +
+    QStringList parts{direction + ' ' + amountText(movement.importo) + ' ' +
                           QString::fromStdString(movement.Valuta),
                       nameOf(catalogues_.payments, movement.idpagamento),
                       nameOf(catalogues_.activities, movement.tipoIncasso)};
@@ -149,9 +149,9 @@ class EventList::RowPainter final : public QStyledItemDelegate {
     }
 };
 
-EventList::EventList(const ShopCatalogues& catalogues, const RegionalSettings& regional, QWidget* parent)
-    : QWidget(parent), model_(catalogues, regional), painter_(new RowPainter(this)),
-      pages_(new QStackedWidget), empty_(new QLabel), list_(new QListView) {
+EventList::EventList(const ShopCatalogues& catalogues, QWidget* parent)
+    : QWidget(parent), model_(catalogues), painter_(new RowPainter(this)), pages_(new QStackedWidget),
+      empty_(new QLabel), list_(new QListView) {
     empty_->setObjectName("Empty");
     empty_->setWordWrap(true);
     empty_->setAlignment(Qt::AlignCenter);

@@ -17,9 +17,8 @@ class EventListModel final : public QAbstractListModel {
   public:
     enum Role { Time = Qt::UserRole, Name, Details, Colour };
 
-    /// Both outlive the model.
-    EventListModel(const ShopCatalogues& catalogues, const RegionalSettings& regional)
-        : catalogues_(catalogues), regional_(regional) {}
+    /// The catalogues outlive the model.
+    explicit EventListModel(const ShopCatalogues& catalogues) : catalogues_(catalogues) {}
     void add(const ReceivedEvent& event);
     void setLanguage(std::int32_t id);
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -29,7 +28,6 @@ class EventListModel final : public QAbstractListModel {
     [[nodiscard]] QString details(const ReceivedEvent& event) const;
     [[nodiscard]] QString movementText(const SavedMovement& movement) const;
     const ShopCatalogues& catalogues_;
-    const RegionalSettings& regional_;
     std::deque<ReceivedEvent> events_;
     std::int32_t languageId_ = 0;
 };
@@ -37,7 +35,7 @@ class EventListModel final : public QAbstractListModel {
 /// The list on the window, with a sentence in its place until the first event comes.
 class EventList final : public QWidget {
   public:
-    EventList(const ShopCatalogues& catalogues, const RegionalSettings& regional, QWidget* parent = nullptr);
+    explicit EventList(const ShopCatalogues& catalogues, QWidget* parent = nullptr);
     void add(const ReceivedEvent& event);
     void setLanguage(std::int32_t id);
     void setScale(double scale);

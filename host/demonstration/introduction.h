@@ -1,5 +1,4 @@
 #pragma once
-#include "base/signal.h"
 #include "demonstration/texts.h"
 
 #include <QFrame>

@@ -1,7 +1,7 @@
 #include "demonstration/language_buttons.h"
 
 #include "demonstration/look.h"
-#include "services/texts.h"
+#include "demonstration/texts.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -18,9 +18,8 @@ struct LanguageChoice {
     std::int32_t id;
     const char* name;
 };
-constexpr std::array languageChoices{LanguageChoice{language::Italian, "Italiano"},
-                                     LanguageChoice{language::German, "Deutsch"},
-                                     LanguageChoice{language::English, "English"}};
+constexpr std::array languageChoices{LanguageChoice{Italian, "Italiano"}, LanguageChoice{German, "Deutsch"},
+                                     LanguageChoice{English, "English"}};
 
 constexpr double CornerGap = 4;
 
@@ -50,7 +49,7 @@ LanguageButtons::LanguageButtons(Place place)
         const QString name = buttons_->button(id)->text();
         chosen(id, name);
     });
-    select(language::Italian);
+    select(Italian);
 }
 
 void LanguageButtons::select(std::int32_t languageId) {

@@ -1,9 +1,8 @@
 #pragma once
-#include "base/signal.h"
-
 #include <QWidget>
 
 #include <cstdint>
+#include <functional>
 
 class QButtonGroup;
 
@@ -23,8 +22,8 @@ class LanguageButtons final : public QWidget {
     void accompanyModalWindows(double scale);
     void leave();
 
-    /// Emitted when a button is touched: Windows language identifier, and the language's own name.
-    Signal<std::int32_t, const QString&> chosen;
+    /// Called when a button is touched: Windows language identifier, and the language's own name.
+    std::function<void(std::int32_t, const QString&)> chosen;
 
   private:
     void showAbove(QWindow& modal, int gap);

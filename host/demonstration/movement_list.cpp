@@ -55,7 +55,7 @@ MovementListModel::Row MovementListModel::readRow(const Recordset& movements) co
         const bool null = std::holds_alternative<Null>(value);
         QString text;
         if (column == Amount && !null)
-            text = amountText(asDouble(value, regional_), regional_);
+            text = amountText(asDouble(value, regional_));
         else if (column == Drawer && asText(value, regional_) == "0")
             text = QStringLiteral("\u2013"); // no drawer was chosen
         else if (column != Direction)
@@ -129,9 +129,8 @@ QVariant MovementListModel::headerData(int section, Qt::Orientation orientation,
     return {};
 }
 
-MovementList::MovementList(const RegionalSettings& regional, QWidget* parent)
-    : QWidget(parent), model_(regional), pages_(new QStackedWidget), empty_(new QLabel),
-      table_(new QTableView) {
+MovementList::MovementList(QWidget* parent)
+    : QWidget(parent), pages_(new QStackedWidget), empty_(new QLabel), table_(new QTableView) {
     empty_->setObjectName("Empty");
     empty_->setAlignment(Qt::AlignCenter);
     table_->setModel(&model_);

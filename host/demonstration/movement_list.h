@@ -1,6 +1,5 @@
 #pragma once
-#include "ports/database.h"
-#include "ports/regional_settings.h"
+#include "library/kova_drawer_man.h"
 
 #include <QAbstractTableModel>
 #include <QWidget>
@@ -20,8 +19,6 @@ class MovementListModel final : public QAbstractTableModel {
     enum Column { Moment, Activity, Payment, Direction, Amount, Currency, Note, Drawer, Till, Operator };
     static constexpr int ColumnCount = Operator + 1;
 
-    /// `regional` outlives the model.
-    explicit MovementListModel(const RegionalSettings& regional) : regional_(regional) {}
     /// The fields are those of the columns, in their order; Direction is the coefficient.
     void setMovements(Recordset movements);
     void setLanguage(std::int32_t id);
@@ -37,7 +34,7 @@ class MovementListModel final : public QAbstractTableModel {
     };
     [[nodiscard]] Row readRow(const Recordset& movements) const;
     [[nodiscard]] QString text(const Row& row, int column) const;
-    const RegionalSettings& regional_;
+    RegionalSettings regional_ = regionalSettings();
     std::vector<Row> rows_;
     std::int32_t languageId_ = 0;
 };
@@ -45,7 +42,7 @@ class MovementListModel final : public QAbstractTableModel {
 /// The table on the window; a sentence takes its place while there are no rows.
 class MovementList final : public QWidget {
   public:
-    explicit MovementList(const RegionalSettings& regional, QWidget* parent = nullptr);
+    explicit MovementList(QWidget* parent = nullptr);
     void setMovements(Recordset movements);
     void setLanguage(std::int32_t id);
     void setScale(double scale);

@@ -1,21 +1,16 @@
 #include "demonstration/point_of_sale.h"
 
-#include "adapters/system/file_error_logger.h"
-#include "adapters/system/own_folder.h"
-#include "adapters/system/system_regional_settings.h"
 #include "demonstration/database.h"
 #include "host_options.h"
 #include "services/conversions.h"
 
+#include <QDateTime>
+
 namespace kova {
 namespace {
 
-SqliteHostDatabase* embeddedIn(HostDatabase& database) {
-    return database.embedded ? &*database.embedded : nullptr;
-}
-
-std::vector<NamedId> readNames(DatabaseConnection& connection, const std::string& query,
-                               const RegionalSettings& regional) {
+std::vector<NamedId> readNames(DatabaseConnection& connection, const std::string& query) {
+    const RegionalSettings regional = regionalSettings();
     std::vector<NamedId> names;
     for (Recordset rows = connection.query({query}); !rows.endOfFile(); rows.moveNext())
         if (!std::holds_alternative<Null>(rows.field(0)))
@@ -25,32 +20,25 @@ std::vector<NamedId> readNames(DatabaseConnection& connection, const std::string
 
 } // namespace
 
-PointOfSale::PointOfSale(const HostOptions& options)
-    : regional_(systemRegionalSettings()), database_(openDemonstrationDatabase(options, servers_)),
-      store_(embeddedIn(database_), clock_), process_(platform(options)),
-      component_(cls_Kova_Drawer_Man::create(process_)), sink_(component_->connect(*this)) {
-    if (canStore())
-        store_.switchOn(true);
-    if (regional_.decimalSeparator != ",")
-        process_.decimalKey = DecimalKey::Region;
+PointOfSale::PointOfSale(const HostOptions& options) : database_(openDemonstrationDatabase(options)) {
+    if (options.logFolder)
+        setLogFolder(*options.logFolder);
+    component_ = createComponent();
+    sink_ = component_->connect(*this);
+    if (regionalSettings().decimalSeparator != ",")
+        setDecimalKey(DecimalKey::Region);
     component_->Inizializza(database_.connection);
 }
 
 PointOfSale::~PointOfSale() {
-    component_->DiscardForm();
-    eventLoop_.settle();
+    component_.reset();
+    shutDown();
 }
 
-Platform PointOfSale::platform(const HostOptions& options) {
-    return {.userInterface = userInterface_,
-            .eventLoop = eventLoop_,
-            .clock = clock_,
-            .languageRuntime = language_,
-            .settingsStore = settings_,
-            .databases = servers_,
-            .regional = regional_,
-            .makeErrorLogger = [this] { return std::make_shared<SystemErrorLogger>(clock_); },
-            .componentFolder = options.logFolder.value_or(ownFolder())};
+DateTime PointOfSale::now() {
+    const QDateTime local = QDateTime::currentDateTime();
+    return DateTime(std::chrono::milliseconds(local.toMSecsSinceEpoch()) +
+                    std::chrono::seconds(local.offsetFromUtc()));
 }
 
 void PointOfSale::show(const ComponentOptions& choices) {
@@ -75,13 +63,13 @@ void PointOfSale::show(const ComponentOptions& choices) {
 ShopCatalogues PointOfSale::catalogues() const {
     DatabaseConnection& connection = *database_.connection;
     ShopCatalogues found;
-    found.users = readNames(connection, "SELECT idutente, Nome FROM tabUtenti ORDER BY Nome", regional_);
-    found.payments = readNames(
-        connection, "SELECT idpagamento, TipoPagamento FROM tabPagamenti ORDER BY idOrdinamento", regional_);
-    found.activities = readNames(connection, "SELECT id, Description FROM tabActivityDrawer", regional_);
+    found.users = readNames(connection, "SELECT idutente, Nome FROM tabUtenti ORDER BY Nome");
+    found.payments =
+        readNames(connection, "SELECT idpagamento, TipoPagamento FROM tabPagamenti ORDER BY idOrdinamento");
+    found.activities = readNames(connection, "SELECT id, Description FROM tabActivityDrawer");
     for (Recordset rows = connection.query({"SELECT Valuta FROM tabValute"}); !rows.endOfFile();
          rows.moveNext())
-        found.currencies.push_back(asText(rows.field(0), regional_));
+        found.currencies.push_back(asText(rows.field(0), regionalSettings()));
     return found;
 }
 
@@ -103,13 +91,13 @@ DayReport PointOfSale::dayReport(DateTime day) const {
         scope.till = component_->idCassa();
     if (component_->VisualizzaMovimentiUtenteLoggato())
         scope.user = component_->idUtente();
-    return makeDayReport(scope, database_.connection->query(dayReportQuery(scope)), regional_);
+    return makeDayReport(scope, database_.connection->query(dayReportQuery(scope)), regionalSettings());
 }
 
 void PointOfSale::store(const SavedMovement& movement) {
     if (!canStore())
         throw DatabaseError(DatabaseError::Unspecified, "this connection only reads", "25006");
-    store_.save(movement, *component_);
+    database_.embedded->storeMovement(storedMovement(movement, *component_, now()));
 }
 
 /// What the window makes of an event must not reach the component: a movement that is stored would count as
@@ -126,7 +114,7 @@ void PointOfSale::SalvaPagamento(std::int32_t& idpagamento, double& importo, std
                                  std::string& note, std::int16_t& cassetto, std::int32_t& tipoIncasso,
                                  bool& isIncasso) {
     const SavedMovement movement{idpagamento, importo, Valuta, note, cassetto, tipoIncasso, isIncasso};
-    ReceivedEvent event{clock_.now(), "SalvaPagamento", movement, {}, {}};
+    ReceivedEvent event{now(), "SalvaPagamento", movement, {}, {}};
     try {
         store(movement);
     } catch (const std::exception& failure) {
@@ -138,15 +126,15 @@ void PointOfSale::SalvaPagamento(std::int32_t& idpagamento, double& importo, std
 }
 
 void PointOfSale::Stampa(std::string& DataOperazione) {
-    announce({clock_.now(), "Stampa", {}, DataOperazione, {}});
+    announce({now(), "Stampa", {}, DataOperazione, {}});
 }
 
 void PointOfSale::Anteprima(std::string& DataOperazione) {
-    announce({clock_.now(), "Anteprima", {}, DataOperazione, {}});
+    announce({now(), "Anteprima", {}, DataOperazione, {}});
 }
 
 void PointOfSale::ApriCassetto() {
-    announce({clock_.now(), "ApriCassetto", {}, {}, {}});
+    announce({now(), "ApriCassetto", {}, {}, {}});
 }
 
 } // namespace kova

@@ -1,16 +1,10 @@
 #pragma once
-#include "adapters/databases/databases.h"
-#include "adapters/qt/event_loop.h"
-#include "adapters/qt/user_interface.h"
-#include "adapters/system/ini_settings_store.h"
-#include "adapters/system/system_clock.h"
-#include "adapters/system/system_language_runtime.h"
-#include "component/cls_Kova_Drawer_Man.h"
 #include "documents/day_report.h"
-#include "services/process_state.h"
+#include "library/kova_drawer_man.h"
 #include "shop/host_database.h"
 #include "shop/movement_store.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -52,11 +46,6 @@ class PointOfSale final : private EventSink {
 
     /// Shows the dialog and returns when it has closed.
     void show(const ComponentOptions& choices);
-
-    /// 1040 Italian, 1031 German, 9 English; others show Italian. An open dialog follows at once.
-    void setLanguage(std::int32_t id, const std::string& name) { language_.setLanguage(id, name); }
-    [[nodiscard]] std::int32_t languageId() const { return language_.languageId(); }
-    [[nodiscard]] const RegionalSettings& regional() const { return regional_; }
     /// False on a server: the component's connections only read, and the host has no other one.
     [[nodiscard]] bool canStore() const { return database_.embedded.has_value(); }
 
@@ -68,10 +57,10 @@ class PointOfSale final : private EventSink {
     /// Of the till in use, and of its user alone where the choices ask for that. Throws Error for stored
     /// amounts that cannot be summed.
     [[nodiscard]] DayReport dayReport(DateTime day) const;
-    [[nodiscard]] DateTime now() const { return clock_.now(); }
+    [[nodiscard]] static DateTime now();
 
-    /// After the movement is stored, or has failed to be.
-    Signal<const ReceivedEvent&> received;
+    /// Called after the movement is stored, or has failed to be.
+    std::function<void(const ReceivedEvent&)> received = [](const ReceivedEvent&) {};
 
   private:
     void SalvaPagamento(std::int32_t& idpagamento, double& importo, std::string& Valuta, std::string& note,
@@ -80,21 +69,10 @@ class PointOfSale final : private EventSink {
     void Anteprima(std::string& DataOperazione) override;
     void ApriCassetto() override;
 
-    Platform platform(const HostOptions& options);
     void store(const SavedMovement& movement);
     void announce(const ReceivedEvent& event) noexcept;
 
-    // In order of dependence: each may use those above it.
-    QtEventLoop eventLoop_{QtEventLoop::Time::Live};
-    RegionalSettings regional_;
-    QtUserInterface userInterface_{eventLoop_, regional_};
-    SystemClock clock_;
-    SystemLanguageRuntime language_;
-    IniSettingsStore settings_{settingsFile()};
-    Databases servers_;
     HostDatabase database_;
-    MovementStore store_;
-    ProcessState process_;
     std::shared_ptr<cls_Kova_Drawer_Man> component_;
     Connection sink_;
 };

@@ -1,7 +1,5 @@
 #include "demonstration/texts.h"
 
-#include "services/texts.h"
-
 #include <array>
 
 namespace kova {
@@ -113,9 +111,9 @@ constexpr std::array table{
 QString caption(Caption which, std::int32_t languageId) {
     for (const Texts& texts : table)
         if (texts.which == which)
-            return QString::fromUtf8(languageId == language::German    ? texts.german
-                                     : languageId == language::English ? texts.english
-                                                                       : texts.italian);
+            return QString::fromUtf8(languageId == German    ? texts.german
+                                     : languageId == English ? texts.english
+                                                             : texts.italian);
     return {};
 }
 

@@ -5,6 +5,9 @@
 
 namespace kova {
 
+/// The component's languages, by their Windows identifiers.
+inline constexpr std::int32_t Italian = 1040, German = 1031, English = 9;
+
 /// The host's own texts; the dialog has its own.
 enum class Caption {
     Title,

@@ -6,8 +6,6 @@
 #include "demonstration/movement_list.h"
 #include "documents/qt/day_document.h"
 #include "documents/qt/day_printing.h"
-#include "services/conversions.h"
-#include "services/texts.h"
 
 #include <QBoxLayout>
 #include <QFrame>
@@ -21,7 +19,7 @@ namespace kova {
 namespace {
 
 std::int32_t supportedLanguage(std::int32_t id) {
-    return id == language::German || id == language::English ? id : language::Italian;
+    return id == German || id == English ? id : Italian;
 }
 
 /// About what the dialog asked for, and of no account once another document is there.
@@ -34,8 +32,8 @@ bool speaksOfDocuments(Caption message) {
 
 DemonstrationWindow::DemonstrationWindow(PointOfSale& shop)
     : shop_(shop), catalogues_(shop.catalogues()), choices_(new ChoicesPanel(catalogues_)),
-      events_(new EventList(catalogues_, shop.regional())), movements_(new MovementList(shop.regional())),
-      banner_(new QPushButton), introduction_(new Introduction), open_(new QPushButton),
+      events_(new EventList(catalogues_)), movements_(new MovementList), banner_(new QPushButton),
+      introduction_(new Introduction), open_(new QPushButton),
       languages_(new LanguageButtons(LanguageButtons::Place::InWindow)) {
     setObjectName("Demonstration");
     setAttribute(Qt::WA_StyledBackground);
@@ -45,10 +43,8 @@ DemonstrationWindow::DemonstrationWindow(PointOfSale& shop)
     connect(banner_, &QPushButton::clicked, banner_, &QWidget::hide);
     open_->setObjectName("Primary");
     connect(open_, &QPushButton::clicked, this, [this] { openDialog(); });
-    languageChoices_[0] = languages_->chosen.connect(
-        [this](std::int32_t id, const QString& name) { chooseLanguage(id, name); });
-    languageChoices_[1] =
-        strip_.chosen.connect([this](std::int32_t id, const QString& name) { chooseLanguage(id, name); });
+    languages_->chosen =
+        strip_.chosen = [this](std::int32_t id, const QString& name) { chooseLanguage(id, name); };
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -57,11 +53,11 @@ DemonstrationWindow::DemonstrationWindow(PointOfSale& shop)
     layout->addWidget(introduction_);
     layout->addWidget(makeWorkplace(), 1);
     open_->setFocus(); // the space bar opens the dialog at once
-    setLanguage(supportedLanguage(shop_.languageId()));
+    setLanguage(supportedLanguage(languageId()));
     readMovements();
     if (!shop_.canStore())
         report({Caption::ReadOnly, {}});
-    receiving_ = shop_.received.connect([this](const ReceivedEvent& event) { onReceived(event); });
+    shop_.received = [this](const ReceivedEvent& event) { onReceived(event); };
 }
 
 QLabel* DemonstrationWindow::makeCaptioned(const char* objectName, Caption which) {
@@ -160,12 +156,12 @@ void DemonstrationWindow::handOutDay(const ReceivedEvent& event) {
 }
 
 std::optional<DayDocument> DemonstrationWindow::makeDocument(const std::string& date) {
-    const auto day = parseDate(date, shop_.regional());
+    const auto day = parseDate(date);
     if (!day) {
         report({Caption::NoDate, QString::fromStdString(date).simplified()});
         return std::nullopt;
     }
-    DayDocument document{{}, {}, shop_.now(), shop_.regional(), languageId_};
+    DayDocument document{{}, {}, PointOfSale::now(), regionalSettings(), languageId_};
     try {
         document.report = shop_.dayReport(*day);
     } catch (const std::exception& failure) {
@@ -173,7 +169,7 @@ std::optional<DayDocument> DemonstrationWindow::makeDocument(const std::string& 
         return std::nullopt;
     }
     if (document.report.movements.empty()) {
-        report({Caption::NoMovementsOn, QString::fromStdString(shortDate(*day, shop_.regional()))});
+        report({Caption::NoMovementsOn, QString::fromStdString(formatDate(*day))});
         return std::nullopt;
     }
     if (const auto& user = document.report.scope.user) {
@@ -228,7 +224,7 @@ void DemonstrationWindow::showBanner() {
 
 void DemonstrationWindow::chooseLanguage(std::int32_t id, const QString& name) {
     setLanguage(id);
-    shop_.setLanguage(id, name.toStdString());
+    kova::setLanguage(id, name.toStdString()); // of an open dialog too
 }
 
 void DemonstrationWindow::setLanguage(std::int32_t id) {

@@ -7,7 +7,6 @@
 
 #include <QWidget>
 
-#include <array>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -27,7 +26,8 @@ class MovementList;
 /// rows that they became.
 class DemonstrationWindow final : public QWidget {
   public:
-    /// `shop` outlives the window. Throws DatabaseError when its tables cannot be read.
+    /// `shop` outlives the window, which takes its events. Throws DatabaseError when its tables cannot be
+    /// read.
     explicit DemonstrationWindow(PointOfSale& shop);
 
   protected:
@@ -78,8 +78,6 @@ class DemonstrationWindow final : public QWidget {
 
     LanguageButtons strip_{LanguageButtons::Place::Strip}; ///< while the dialog is open
     Notice notice_;
-    std::array<Connection, 2> languageChoices_;
-    Connection receiving_;
 };
 
 } // namespace kova

@@ -3,7 +3,6 @@
 #include "player/script_host.h"
 #include "player/script_user_interface.h"
 #include "scenario/scenario_parser.h"
-#include "shop/movement_store.h"
 
 namespace kova {
 namespace {

@@ -4,6 +4,17 @@
 
 namespace kova {
 
+void MovementStore::switchOn(bool on) {
+    if (on && database_ == nullptr)
+        throw ScenarioError("only the embedded database can store movements");
+    on_ = on;
+}
+
+void MovementStore::save(const SavedMovement& movement, const cls_Kova_Drawer_Man& component) {
+    if (on_)
+        database_->storeMovement(storedMovement(movement, component, clock_.now()));
+}
+
 HostedComponent::HostedComponent(std::string name, std::shared_ptr<cls_Kova_Drawer_Man> component,
                                  SinkServices& services)
     : name_(std::move(name)), held_(std::move(component)), component_(held_), services_(services) {

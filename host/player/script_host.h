@@ -2,6 +2,7 @@
 #include "component/cls_Kova_Drawer_Man.h"
 #include "player/event_handlers.h"
 #include "player/trace.h"
+#include "ports/platform.h"
 #include "shop/movement_store.h"
 
 #include <memory>
@@ -11,6 +12,22 @@
 namespace kova {
 
 class ProcessState;
+
+/// Stores the movements that the component hands over, while a script wants that.
+class MovementStore {
+  public:
+    /// Both outlive the store; without a database it cannot be switched on.
+    MovementStore(SqliteHostDatabase* database, const Clock& clock) : database_(database), clock_(clock) {}
+    /// Throws ScenarioError without a database.
+    void switchOn(bool on);
+    /// Committed when it returns. Throws DatabaseError.
+    void save(const SavedMovement& movement, const cls_Kova_Drawer_Man& component);
+
+  private:
+    SqliteHostDatabase* database_;
+    const Clock& clock_;
+    bool on_ = false;
+};
 
 /// What the host's event sinks work with.
 struct SinkServices {

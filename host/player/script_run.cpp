@@ -9,7 +9,6 @@
 #include "player/script_world.h"
 #include "player/stage.h"
 #include "scenario/scenario_parser.h"
-#include "shop/movement_store.h"
 
 #include <fstream>
 #include <iostream>
@@ -50,7 +49,8 @@ std::optional<ScenarioPlayer::Failure> play(const HostOptions& options, std::vec
                                             RegionalSettings& regional, Stage& stage, std::ostream& out,
                                             const DatabaseOpener& openDatabase) {
     Databases provider;
-    HostDatabase database = openDatabase(options, provider);
+    HostDatabase database =
+        openDatabase(options, [&](const std::string& text) { return provider.open(text); });
     SqliteHostDatabase* const embedded = database.embedded ? &*database.embedded : nullptr;
 
     Trace trace(out);

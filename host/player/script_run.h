@@ -6,7 +6,7 @@
 
 namespace kova {
 
-using DatabaseOpener = std::function<HostDatabase(const HostOptions&, DatabaseProvider& servers)>;
+using DatabaseOpener = std::function<HostDatabase(const HostOptions&, const ServerOpener&)>;
 
 /// Plays the script that the options name; the trace goes to `out`, a reason why it could not be played to
 /// `errors`. Returns the exit status.

@@ -4,9 +4,9 @@
 
 namespace kova {
 
-HostDatabase openHostDatabase(const HostOptions& options, DatabaseProvider& servers) {
+HostDatabase openHostDatabase(const HostOptions& options, const ServerOpener& openServer) {
     if (options.connection)
-        return {std::nullopt, servers.open(*options.connection)};
+        return {std::nullopt, openServer(*options.connection)};
     auto database = SqliteHostDatabase::open(options.database);
     auto connection = database.connection();
     return {std::move(database), std::move(connection)};

@@ -1,7 +1,10 @@
 #pragma once
 #include "adapters/sqlite/sqlite_database.h"
 
+#include <functional>
+#include <memory>
 #include <optional>
+#include <string>
 
 namespace kova {
 
@@ -13,7 +16,10 @@ struct HostDatabase {
     std::shared_ptr<DatabaseConnection> connection;
 };
 
+/// Opens a server by its connection string.
+using ServerOpener = std::function<std::shared_ptr<DatabaseConnection>(const std::string&)>;
+
 /// Opens what the options ask for; an embedded one in memory gets its tables. Throws DatabaseError.
-HostDatabase openHostDatabase(const HostOptions& options, DatabaseProvider& servers);
+HostDatabase openHostDatabase(const HostOptions& options, const ServerOpener& openServer);
 
 } // namespace kova

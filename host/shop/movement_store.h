@@ -1,12 +1,11 @@
 #pragma once
-#include "ports/platform.h"
+#include "adapters/sqlite/sqlite_database.h"
 
 #include <cstdint>
 #include <string>
 
 namespace kova {
 
-class SqliteHostDatabase;
 class cls_Kova_Drawer_Man;
 
 /// The values of one SalvaPagamento event.
@@ -19,20 +18,8 @@ struct SavedMovement {
     bool isIncasso;
 };
 
-/// Stores the movements that the component hands over in the host's database, if it is told to.
-class MovementStore {
-  public:
-    /// Both outlive the store; without a database it cannot be switched on.
-    MovementStore(SqliteHostDatabase* database, const Clock& clock) : database_(database), clock_(clock) {}
-    /// Throws ScenarioError without a database.
-    void switchOn(bool on);
-    /// Committed when it returns. Throws DatabaseError.
-    void save(const SavedMovement& movement, cls_Kova_Drawer_Man& component);
-
-  private:
-    SqliteHostDatabase* database_;
-    const Clock& clock_;
-    bool on_ = false;
-};
+/// The row of a movement that the component handed over at that time.
+StoredMovement storedMovement(const SavedMovement& movement, const cls_Kova_Drawer_Man& component,
+                              DateTime time);
 
 } // namespace kova

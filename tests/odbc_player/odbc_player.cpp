@@ -11,10 +11,10 @@
 
 int main(int count, char** arguments) {
     std::optional<kova::tds::TdsServer> server;
-    const auto throughServer = [&](const kova::HostOptions& options, kova::DatabaseProvider& servers) {
-        kova::HostDatabase database = kova::openHostDatabase(options, servers);
+    const auto throughServer = [&](const kova::HostOptions& options, const kova::ServerOpener& openServer) {
+        kova::HostDatabase database = kova::openHostDatabase(options, openServer);
         server.emplace(database.connection);
-        database.connection = servers.open(server->connectionString());
+        database.connection = openServer(server->connectionString());
         return database;
     };
     try {
