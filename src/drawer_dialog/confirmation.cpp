@@ -1,7 +1,6 @@
 #include "base/letter_case.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
-#include "drawer_dialog/sent_movement.h"
 #include "services/conversions.h"
 #include "services/message_box.h"
 
@@ -49,12 +48,11 @@ bool frm_Drawer_Management::SalvaMovimento() {
         if (s.Valuta.empty())
             return refuse({47, "Selezionare la valuta relativa all'importo."});
 
-        std::string note = controls().txtNote.text();
-        double importo = amount();
-        const std::vector<std::string> sent{noticeLine({controls().Pulsantiera_Pagamenti, s.idPagamento,
-                                                        importo, s.Valuta, s.idAttivita, s.isIncasso, ""})};
-        component().SalvaPagamento(s.idPagamento, importo, s.Valuta, note, s.Cassetto, s.idAttivita,
-                                   s.isIncasso);
+        Movement movement{s.idPagamento, amount(),     s.Valuta,   controls().txtNote.text(),
+                          s.Cassetto,    s.idAttivita, s.isIncasso};
+        const std::vector<std::string> sent{noticeLine(movement, controls().Pulsantiera_Pagamenti, "")};
+        component().SalvaPagamento(s.idPagamento, movement.importo, s.Valuta, movement.note, s.Cassetto,
+                                   s.idAttivita, s.isIncasso);
         saved = true;
         showSaved(sent);
 
@@ -106,11 +104,11 @@ bool frm_Drawer_Management::SalvaMovimentoDoppio() {
                               LocalisedString name) {
             AggiornaVariabiliSelezioneAttivita(activity);
             const std::string& typed = controls().txtNote.text();
-            std::string note = typed.empty() ? text(name) : typed;
-            double importo = amount();
-            std::string notice =
-                noticeLine({grid, payment, importo, s.Valuta, activity, s.isIncasso, text(name)});
-            component().SalvaPagamento(payment, importo, s.Valuta, note, s.Cassetto, activity, s.isIncasso);
+            Movement movement{payment,    amount(), s.Valuta,   typed.empty() ? text(name) : typed,
+                              s.Cassetto, activity, s.isIncasso};
+            std::string notice = noticeLine(movement, grid, text(name));
+            component().SalvaPagamento(payment, movement.importo, s.Valuta, movement.note, s.Cassetto,
+                                       activity, s.isIncasso);
             sent.push_back(std::move(notice));
         };
         send(controls().Pulsantiera_Pagamenti, s.idPagamento, withdrawal, {56, "Prelievo"});

@@ -1,6 +1,7 @@
 #pragma once
 #include "drawer_dialog/drawer_controls.h"
 #include "services/combo_multi_column.h"
+#include "services/movement.h"
 #include "services/process_state.h"
 #include "services/texts.h"
 
@@ -112,13 +113,14 @@ class frm_Drawer_Management {
     [[nodiscard]] bool amountIsNumeric();
     [[nodiscard]] double amount();
     // screen_aids.cpp: none of these throws, an aid must not cost a movement.
-    struct SentMovement;
     void connectScreenAids();
     void connectNotice();
     void showAids() noexcept;
     void showReadBack() noexcept;
     void placeNotice() noexcept;
-    [[nodiscard]] std::string noticeLine(const SentMovement& movement) noexcept;
+    /// `payments` hold the payment's caption; `activity` is said when no button has one.
+    [[nodiscard]] std::string noticeLine(const Movement& movement, const ButtonGrid& payments,
+                                         const std::string& activity) noexcept;
     /// Lines of `noticeLine`, one a movement.
     void showSaved(const std::vector<std::string>& lines) noexcept;
     /// `sent` are the lines of what the host took before the failure.

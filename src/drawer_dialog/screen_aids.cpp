@@ -1,7 +1,6 @@
 #include "base/letter_case.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
-#include "drawer_dialog/sent_movement.h"
 #include "services/conversions.h"
 
 namespace kova {
@@ -144,15 +143,16 @@ void frm_Drawer_Management::placeNotice() noexcept {
         });
 }
 
-std::string frm_Drawer_Management::noticeLine(const SentMovement& movement) noexcept {
+std::string frm_Drawer_Management::noticeLine(const Movement& movement, const ButtonGrid& payments,
+                                              const std::string& activityName) noexcept {
     std::string line;
     const bool complete = attempt([&] {
-        const auto* payment = movement.payments.find(std::to_string(movement.idpagamento));
+        const auto* payment = payments.find(std::to_string(movement.idpagamento));
         const auto* activity = controls().Pulsantiera_Attivita.find(std::to_string(movement.tipoIncasso));
         line = sign(movement.isIncasso ? Direction::In : Direction::Out);
         line.append(" ").append(
             withCurrency(process_.numberFormat().FormatExactly(movement.importo), movement.Valuta));
-        for (const std::string& caption : {activity != nullptr ? activity->caption : movement.activity,
+        for (const std::string& caption : {activity != nullptr ? activity->caption : activityName,
                                            payment != nullptr ? payment->caption : std::string()})
             if (!caption.empty())
                 line.append(" · ").append(caption);

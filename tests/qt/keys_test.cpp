@@ -17,7 +17,7 @@ namespace kova {
 namespace {
 
 using test::Till;
-using Movements = std::vector<test::RecordingSink::Movement>;
+using Movements = std::vector<test::Movement>;
 
 class PhysicalKeyboard : public test::ShownTill {
   protected:

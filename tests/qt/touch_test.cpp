@@ -190,7 +190,7 @@ class WholeDay : public TouchScreen {
     void enterAndConfirm(int number);
 
     QPoint last;
-    std::vector<test::RecordingSink::Movement> entered;
+    std::vector<test::Movement> entered;
 };
 
 void WholeDay::enterAndConfirm(int number) {

@@ -384,7 +384,7 @@ class RandomWalk {
             world_.component->Show(0);
     }
 
-    void checkMovement(const RecordingSink::Movement& movement) {
+    void checkMovement(const Movement& movement) {
         ++tally_.movements;
         // Under an open message the refused confirmation holds the button, and automatic ones may follow.
         if (messagesOpen_ == 0 && !watches_.empty()) {

@@ -3,6 +3,7 @@
 #include "coin_count/frm_CaricaMoneta.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
+#include "services/movement.h"
 #include "services/process_state.h"
 #include "widgets/control.h"
 
@@ -12,6 +13,15 @@
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+namespace kova {
+
+inline void PrintTo(const Movement& one, std::ostream* out) {
+    *out << one.idpagamento << ' ' << one.importo << ' ' << one.Valuta << " \"" << one.note << "\" "
+         << one.cassetto << ' ' << one.tipoIncasso << (one.isIncasso ? " in" : " out");
+}
+
+} // namespace kova
 
 namespace kova::test {
 
@@ -47,19 +57,6 @@ inline void PrintTo(const LogRecord& record, std::ostream* out) {
 /// A sink that records and then does what the test says.
 class RecordingSink final : public EventSink {
   public:
-    struct Movement {
-        std::int32_t idpagamento;
-        double importo;
-        std::string Valuta, note;
-        std::int16_t cassetto;
-        std::int32_t tipoIncasso;
-        bool isIncasso;
-        friend bool operator==(const Movement&, const Movement&) = default;
-        friend void PrintTo(const Movement& one, std::ostream* out) {
-            *out << one.idpagamento << ' ' << one.importo << ' ' << one.Valuta << " \"" << one.note << "\" "
-                 << one.cassetto << ' ' << one.tipoIncasso << (one.isIncasso ? " in" : " out");
-        }
-    };
     void SalvaPagamento(std::int32_t& idpagamento, double& importo, std::string& Valuta, std::string& note,
                         std::int16_t& cassetto, std::int32_t& tipoIncasso, bool& isIncasso) override {
         movements.push_back({idpagamento, importo, Valuta, note, cassetto, tipoIncasso, isIncasso});
