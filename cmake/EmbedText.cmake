@@ -4,7 +4,7 @@
 #   embed_text(TARGET SYMBOL FILE)
 #
 # adds a generated source to TARGET that defines `extern const char* const SYMBOL` in namespace kova, with the
-# bytes of FILE (UTF-8, a byte order mark left out). The source is made anew when FILE changes.
+# bytes of FILE (UTF-8, a byte order mark left out). The source is made again when FILE changes.
 
 if(NOT CMAKE_SCRIPT_MODE_FILE)
   set(EMBED_TEXT_SCRIPT "${CMAKE_CURRENT_LIST_FILE}")

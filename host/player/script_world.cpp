@@ -3,7 +3,6 @@
 namespace kova {
 namespace {
 
-constexpr std::string_view BaseKey = "SOFTWARE\\ZELT\\KOVA";
 constexpr std::string_view Section = "Options";
 
 std::string lowered(std::string text) {
@@ -31,7 +30,7 @@ void ScriptSettingsStore::set(const std::string& name, std::optional<std::string
 
 std::optional<std::string> ScriptSettingsStore::read(const std::string& baseKey, const std::string& section,
                                                      const std::string& name) const {
-    if (baseKey != BaseKey || section != Section)
+    if (baseKey != SettingsStore::BaseKey || section != Section)
         return std::nullopt;
     const auto found = values_.find(lowered(name));
     return found == values_.end() ? std::nullopt : std::optional(found->second);

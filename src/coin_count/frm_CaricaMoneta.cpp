@@ -34,10 +34,7 @@ std::string frm_CaricaMoneta::text(LocalisedString entry) const {
 void frm_CaricaMoneta::load() {
     if (controls_)
         return;
-    auto fresh = std::make_unique<CoinControls>();
-    fresh->view = process_.platform.userInterface.present(fresh->window);
-    controls_ = std::move(fresh);
-    loaded_ = true;
+    controls_ = lifetime_.load();
     connectHandlers();
     try {
         Form_Load();
@@ -132,18 +129,10 @@ void frm_CaricaMoneta::setMetroStyle() {
 // A person's gestures are all handled in here. A handler may end in the unloading of the dialog: it lives on
 // in the hands of its caller, and its controls with it.
 bool frm_CaricaMoneta::showModal() {
-    Window& window = controls().window;
-    if (window.visible()) // by another component's dialog, which takes the count
+    if (controls().window.visible()) // by another component's dialog, which takes the count
         throw alreadyDisplayed();
-    try {
-        process_.windows.show(window, true);
-        process_.platform.userInterface.runModal(window);
-    } catch (...) {
-        process_.windows.remove(window); // it must not go on blocking the movement dialog
-        throw;
-    }
-    process_.windows.remove(window); // a loop that was broken off leaves it on the screen
-    return loaded_;
+    lifetime_.showModal();
+    return loaded();
 }
 
 void frm_CaricaMoneta::hide() {
@@ -151,9 +140,7 @@ void frm_CaricaMoneta::hide() {
 }
 
 void frm_CaricaMoneta::unload() {
-    if (!std::exchange(loaded_, false))
-        return;
-    ended([&] { process_.windows.remove(controls().window); }, [&] { controls().retire(); });
+    lifetime_.unload();
 }
 
 } // namespace kova

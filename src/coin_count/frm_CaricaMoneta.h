@@ -2,6 +2,7 @@
 #include "coin_count/coin_controls.h"
 #include "coin_count/coin_count.h"
 #include "services/texts.h"
+#include "services/window_lifetime.h"
 
 #include <cstdint>
 #include <memory>
@@ -9,8 +10,6 @@
 #include <string_view>
 
 namespace kova {
-
-class ProcessState;
 
 /// The dialog in which a cashier counts coins and banknotes, in euro and in the company's currency. It is
 /// modal over the movement dialog, which makes one for each count and takes the totals afterwards; its own
@@ -41,9 +40,9 @@ class frm_CaricaMoneta {
     /// The selected count field; -1 without one.
     [[nodiscard]] std::int32_t IndiceMoneta() const { return IndiceMoneta_; }
 
-    [[nodiscard]] bool loaded() const { return loaded_; }
+    [[nodiscard]] bool loaded() const { return lifetime_.loaded(); }
     /// Null while not loaded.
-    [[nodiscard]] Window* window() { return loaded_ ? &controls_->window : nullptr; }
+    [[nodiscard]] Window* window() { return lifetime_.window(); }
 
   private:
     // frm_CaricaMoneta.cpp
@@ -69,8 +68,8 @@ class frm_CaricaMoneta {
 
     ProcessState& process_;
     CoinCount count_;
-    std::unique_ptr<CoinControls> controls_; ///< kept when unloaded, for the handlers that still run
-    bool loaded_ = false;
+    WindowLifetime<CoinControls> lifetime_{process_};
+    std::shared_ptr<CoinControls> controls_; ///< kept when unloaded, for the handlers that still run
     std::int32_t IndiceMoneta_ = -1;
     std::string result_{NothingLoaded};
 };

@@ -37,7 +37,7 @@ void fill(ProcessState& process, ButtonGrid& grid, const std::string& query, Arr
         rows.moveNext();
         process.platform.eventLoop.processPendingEvents();
         if (grid.buttons().size() != static_cast<std::size_t>(position) + 1)
-            return; // an event brought another save, which has filled the grid anew
+            return; // an event brought another save, which has filled the grid again
     }
 }
 

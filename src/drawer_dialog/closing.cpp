@@ -21,7 +21,7 @@ void frm_Drawer_Management::ProceduraChiudi() {
 }
 
 void frm_Drawer_Management::AnnullaClick() {
-    handled(controls_, [this] {
+    handled(lifetime_.controls(), [this] {
         trapped(process_, "AnnullaClick", [&] {
             if (auto* message = process_.existingMessageWindow())
                 message->unload();
@@ -38,12 +38,11 @@ void frm_Drawer_Management::tmrAutoClose_Timer() {
 }
 
 void frm_Drawer_Management::Unload() {
-    if (!controls_)
+    if (!loaded())
         return;
     MetroStyleAttivo_ = false;
-    const auto unloaded = std::exchange(controls_, nullptr);
     --process_.loadedDialogs;
-    ended([&] { process_.windows.remove(unloaded->window); }, [&] { unloaded->retire(); });
+    lifetime_.unload();
 }
 
 } // namespace kova

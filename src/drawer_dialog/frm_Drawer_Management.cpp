@@ -5,20 +5,20 @@
 namespace kova {
 
 frm_Drawer_Management::frm_Drawer_Management(ProcessState& process, cls_Kova_Drawer_Man& component)
-    : process_(process), ParentComponent_(&component) {}
+    : process_(process), ParentComponent_(&component), lifetime_(process) {}
 
 frm_Drawer_Management::~frm_Drawer_Management() {
     attempt([this] { Unload(); });
 }
 
 DrawerControls& frm_Drawer_Management::controls() {
-    if (DrawerControls* const mine = running_ != nullptr ? running_->controls() : controls_.get())
+    if (DrawerControls* const mine = running_ != nullptr ? running_->controls() : lifetime_.controls().get())
         return *mine;
     throw objectNotSet();
 }
 
 void frm_Drawer_Management::handlerEnded() {
-    if (running_->controls() != controls_.get())
+    if (running_->controls() != lifetime_.controls().get())
         showSelection(Unmarked::Stay); // a save of the dialog before has reset what this one shows
     if (running_->outermost() && std::exchange(overtaken_, false))
         showSelection(Unmarked::Follow);
@@ -30,11 +30,9 @@ std::string frm_Drawer_Management::text(LocalisedString entry) const {
 }
 
 std::shared_ptr<DrawerControls> frm_Drawer_Management::ensureLoaded() {
-    if (controls_)
-        return controls_;
-    auto fresh = std::make_shared<DrawerControls>(process_.platform.eventLoop);
-    fresh->view = process_.platform.userInterface.present(fresh->window);
-    controls_ = fresh;
+    if (loaded())
+        return lifetime_.controls();
+    const auto fresh = lifetime_.load(process_.platform.eventLoop);
     ++process_.loadedDialogs;
     connectHandlers();
     handled(fresh, [this] {
@@ -46,10 +44,11 @@ std::shared_ptr<DrawerControls> frm_Drawer_Management::ensureLoaded() {
 }
 
 void frm_Drawer_Management::connectHandlers() {
-    auto& c = *controls_;
+    auto& c = *lifetime_;
     const auto on = [&](auto& signal, auto handler) {
-        c.handlers.push_back(signal.connect(
-            [this, handler](auto&&... arguments) { handled(controls_, [&] { handler(arguments...); }); }));
+        c.handlers.push_back(signal.connect([this, handler](auto&&... arguments) {
+            handled(lifetime_.controls(), [&] { handler(arguments...); });
+        }));
     };
     using Key = const std::string&;
     on(c.Pulsantiera_Attivita.buttonClick, [this](Key key) { Pulsantiera_Attivita_buttonClick(key); });
@@ -84,7 +83,7 @@ void frm_Drawer_Management::connectHandlers() {
 
 void frm_Drawer_Management::Show(std::int32_t modality) {
     ensureLoaded();
-    const auto shown = controls_;
+    const auto shown = lifetime_.controls();
     if (!shown)
         return; // discarded while its grids were filled
     const bool modal = modality != 0;

@@ -2,8 +2,8 @@
 #include "drawer_dialog/drawer_controls.h"
 #include "services/combo_multi_column.h"
 #include "services/movement.h"
-#include "services/process_state.h"
 #include "services/texts.h"
+#include "services/window_lifetime.h"
 
 #include <cstdint>
 #include <memory>
@@ -45,9 +45,9 @@ class frm_Drawer_Management {
 
     void ml_RuntimeSupport_LanguageChanged(std::int32_t LanguageID, const std::string& Language);
 
-    [[nodiscard]] bool loaded() const { return controls_ != nullptr; }
+    [[nodiscard]] bool loaded() const { return lifetime_.loaded(); }
     /// Null while not loaded.
-    [[nodiscard]] Window* window() { return controls_ ? &controls_->window : nullptr; }
+    [[nodiscard]] Window* window() { return lifetime_.window(); }
 
     // Fields; they keep their values while the dialog is unloaded.
     [[nodiscard]] std::int32_t idAttivitaFondoCassaIniziale() const { return idAttivitaFondoCassaIniziale_; }
@@ -152,7 +152,7 @@ class frm_Drawer_Management {
 
     ProcessState& process_;
     cls_Kova_Drawer_Man* ParentComponent_;
-    std::shared_ptr<DrawerControls> controls_;
+    WindowLifetime<DrawerControls> lifetime_;
     Handler* running_ = nullptr; ///< the innermost one of this dialog
     bool overtaken_ = false;     ///< another dialog changed the selection while a handler ran here
     std::int32_t idAttivitaFondoCassaIniziale_ = -1;

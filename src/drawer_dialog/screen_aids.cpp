@@ -25,7 +25,7 @@ std::string withCurrency(std::string amount, const std::string& currency) {
 }
 
 std::optional<std::string> machineSetting(const SettingsStore& store, const std::string& name) {
-    return store.read("SOFTWARE\\ZELT\\KOVA", "Screen", name);
+    return store.read(std::string(SettingsStore::BaseKey), "Screen", name);
 }
 
 std::string joined(const std::vector<std::string>& lines) {
@@ -58,7 +58,7 @@ std::optional<DecimalKey> decimalKeyOf(const SettingsStore& store) {
 } // namespace
 
 void frm_Drawer_Management::connectScreenAids() {
-    auto& c = *controls_;
+    auto& c = *lifetime_;
     machineAids_ = allowedAids(process_.platform.settingsStore);
     machineDecimalKey_ = decimalKeyOf(process_.platform.settingsStore);
     c.handlers.push_back(c.txtVisore.changed.connect([this](Property property) {
@@ -76,7 +76,7 @@ void frm_Drawer_Management::connectScreenAids() {
 
 // Whoever enters or chooses something else has read that the movement was not saved.
 void frm_Drawer_Management::connectNotice() {
-    auto& c = *controls_;
+    auto& c = *lifetime_;
     for (TextBox* const box : {&c.txtVisore, &c.txtNote})
         c.handlers.push_back(box->changed.connect([&c](Property property) {
             if (property == Property::Text)
@@ -92,13 +92,13 @@ void frm_Drawer_Management::connectNotice() {
 
 void frm_Drawer_Management::showAids() noexcept {
     showReadBack();
-    if (!controls_)
+    if (!loaded())
         return;
-    attempt([&] { controls_->Virtual_KeyPAD.setDecimalMark(decimalMark()); });
-    attempt([&] { controls_->saved.rephrase(noticeText()); });
+    attempt([&] { lifetime_->Virtual_KeyPAD.setDecimalMark(decimalMark()); });
+    attempt([&] { lifetime_->saved.rephrase(noticeText()); });
     attempt([&] {
         const auto word = [&](Word which) { return std::string(inWords(which, process_.CurrentLanguageId)); };
-        auto& list = controls_->grd_mov_giornata;
+        auto& list = lifetime_->grd_mov_giornata;
         list.setMenuTexts({word(Word::CopySelection), word(Word::SelectAll), word(Word::SaveList)});
         list.setBrokenOffText(word(Word::ListCutShort));
     });
@@ -106,14 +106,14 @@ void frm_Drawer_Management::showAids() noexcept {
 
 // The selection outlives the dialog and is shared by all: what is shown is what would be sent.
 void frm_Drawer_Management::showReadBack() noexcept {
-    if (!controls_)
+    if (!loaded())
         return;
-    ReadBack& readBack = controls_->readBack;
+    ReadBack& readBack = lifetime_->readBack;
     const bool shown = attempt([&] {
         const auto& regional = process_.platform.regional;
         const auto& selection = process_.selection;
         const auto languageId = process_.CurrentLanguageId;
-        const std::string& typed = controls_->txtVisore.text();
+        const std::string& typed = lifetime_->txtVisore.text();
         const bool amount = process_.screenAids.amountReadBack && machineAids_.amountReadBack;
         const bool direction = process_.screenAids.direction && machineAids_.direction;
         ReadBack::Content content;
@@ -137,9 +137,9 @@ void frm_Drawer_Management::showReadBack() noexcept {
 }
 
 void frm_Drawer_Management::placeNotice() noexcept {
-    if (controls_)
+    if (loaded())
         attempt([&] {
-            controls_->saved.setBounds(controls_->cmdNascondiTastiera.visible() ? EndOfNote : LeftOfConfirm);
+            lifetime_->saved.setBounds(lifetime_->cmdNascondiTastiera.visible() ? EndOfNote : LeftOfConfirm);
         });
 }
 
@@ -189,10 +189,10 @@ void frm_Drawer_Management::showNotSaved(const std::vector<std::string>& sent,
 }
 
 void frm_Drawer_Management::show(Notice notice, PageNotice::Kind kind) {
-    if (!controls_ || !process_.screenAids.confirmation || !machineAids_.confirmation)
+    if (!loaded() || !process_.screenAids.confirmation || !machineAids_.confirmation)
         return;
     notice_ = std::move(notice);
-    controls_->saved.show(noticeText(), kind);
+    lifetime_->saved.show(noticeText(), kind);
 }
 
 } // namespace kova

@@ -128,9 +128,9 @@ void frm_Drawer_Management::followSelection() noexcept {
 }
 
 void frm_Drawer_Management::showSelection(Unmarked unmarked) noexcept {
-    if (!controls_)
+    if (!loaded())
         return;
-    auto& c = *controls_;
+    auto& c = *lifetime_;
     const auto& s = process_.selection;
     const auto mark = [&](ButtonGrid& grid, const std::string& key) {
         if (unmarked == Unmarked::Follow || std::ranges::any_of(grid.buttons(), &ButtonGrid::Button::marked))

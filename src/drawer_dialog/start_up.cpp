@@ -18,7 +18,7 @@ void frm_Drawer_Management::Form_Load() {
         idAttivitaFondoCassaIniziale_ = -1;
         c.ml_RuntimeSupport = process_.platform.languageRuntime.languageChanged.connect(
             [this](std::int32_t id, const std::string& name) {
-                handled(controls_, [&] { ml_RuntimeSupport_LanguageChanged(id, name); });
+                handled(lifetime_.controls(), [&] { ml_RuntimeSupport_LanguageChanged(id, name); });
             });
         ApplyCaptions();
         c.cmdRecuperaFondoCassaPrecedente.setVisible(false);

@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace kova {
 
@@ -24,6 +25,9 @@ class Clock {
 /// The per-machine settings, read only: base key, section and name give a text.
 class SettingsStore {
   public:
+    /// Below which all of the component's settings stand. Frozen: tills are configured there.
+    static constexpr std::string_view BaseKey = "SOFTWARE\\ZELT\\KOVA";
+
     virtual ~SettingsStore() = default;
     /// Nothing when the value is absent, which is no error. Levels of `baseKey` are separated by a backslash.
     [[nodiscard]] virtual std::optional<std::string>

@@ -9,56 +9,51 @@ struct frmMsgBox::Controls {
     PushButton cmd1{{&window, "cmd1", {2700, 2100, 1800, 690}}, "OK", {"Tahoma", 12, true}};
     std::vector<Connection> handlers;
     std::unique_ptr<WindowView> view;
+
+    Controls() {
+        window.setInitialFocus(cmd1);
+        window.setKeyTargets({nullptr, nullptr, {&cmd1}, nullptr});
+    }
+    void retire() {
+        handlers.clear();
+        view.reset();
+    }
 };
 
 Window* frmMsgBox::window() {
-    return loaded_ ? &loaded_->window : nullptr;
+    return lifetime_.window();
 }
 
 void frmMsgBox::load() {
-    if (loaded_)
+    if (loaded())
         return;
-    loaded_ = std::make_shared<Controls>();
-    auto& controls = *loaded_;
-    controls.window.setInitialFocus(controls.cmd1);
-    controls.window.setKeyTargets({nullptr, nullptr, {&controls.cmd1}, nullptr});
-    controls.handlers.push_back(controls.cmd1.pressed.connect([this] { cmd1_Click(); }));
-    controls.handlers.push_back(controls.window.closeRequested.connect([this] { unload(); }));
-    controls.view = process_.platform.userInterface.present(controls.window);
+    const auto controls = lifetime_.load();
+    controls->handlers.push_back(controls->cmd1.pressed.connect([this] { cmd1_Click(); }));
+    controls->handlers.push_back(controls->window.closeRequested.connect([this] { unload(); }));
 }
 
 // Silent, and whatever fails does not keep the window open.
 void frmMsgBox::cmd1_Click() {
-    const auto controls = loaded_;
+    const auto controls = lifetime_.controls();
     attempt([&] { unload(); });
     attempt([&] { controls->window.setVisible(false); });
 }
 
 void frmMsgBox::unload() {
-    // The button that closes the window is inside the set: it lives until ShowMessage returns.
-    const auto controls = std::exchange(loaded_, nullptr);
-    if (!controls)
-        return;
-    process_.windows.remove(controls->window);
-    controls->handlers.clear();
-    controls->view.reset();
+    lifetime_.unload();
 }
 
 void frmMsgBox::ShowMessage(const std::string& message, std::int32_t icon, const std::string& title) {
     load();
-    const auto shown = loaded_;
+    const auto shown = lifetime_.controls(); // the button that closes the window is in it
     shown->window.setCaption(title);
     shown->lblMessaggio.setCaption(message);
     shown->window.setSeverity(static_cast<Severity>(icon));
-    try {
-        process_.windows.show(shown->window, true);
-        process_.platform.userInterface.runModal(shown->window);
-    } catch (...) {
-        unload(); // a message that could not be shown must not go on blocking the dialog
-        throw;
-    }
-    if (loaded_ == shown)
-        unload();
+    ended([&] { lifetime_.showModal(); },
+          [&] {
+              if (lifetime_.controls() == shown)
+                  unload();
+          });
 }
 
 void ShowMessage(ProcessState& process, const std::string& message, std::int32_t icon,

@@ -1,5 +1,5 @@
 #pragma once
-#include "services/process_state.h"
+#include "services/window_lifetime.h"
 #include "widgets/captioned_controls.h"
 
 #include <memory>
@@ -9,13 +9,13 @@ namespace kova {
 /// The component's own modal message window; one per process, loaded around each message.
 class frmMsgBox {
   public:
-    explicit frmMsgBox(ProcessState& process) : process_(process) {}
+    explicit frmMsgBox(ProcessState& process) : lifetime_(process) {}
 
     /// Shows the message and returns when the window has closed. Throws what loading or showing throws.
     void ShowMessage(const std::string& message, std::int32_t icon, const std::string& title);
     /// Closes the window if it is open, which ends the ShowMessage that opened it.
     void unload();
-    [[nodiscard]] bool loaded() const { return loaded_ != nullptr; }
+    [[nodiscard]] bool loaded() const { return lifetime_.loaded(); }
     /// Null while not loaded.
     [[nodiscard]] Window* window();
 
@@ -23,8 +23,7 @@ class frmMsgBox {
     struct Controls;
     void load();
     void cmd1_Click();
-    ProcessState& process_;
-    std::shared_ptr<Controls> loaded_;
+    WindowLifetime<Controls> lifetime_;
 };
 
 /// Shows a message of the component with the icon code 64 (information) or 16 (critical); the window looks

@@ -13,7 +13,6 @@ class NumberFormat {
     explicit NumberFormat(const RegionalSettings& regional) : regional_(regional) {}
     void SetQuantityDecimals(const std::int16_t& decimals) { quantityDecimals_ = decimals; }
     void SetAmountDecimals(const std::int16_t& decimals) { amountDecimals_ = decimals; }
-    [[nodiscard]] std::int16_t amountDecimals() const { return amountDecimals_; }
     [[nodiscard]] std::int16_t quantityDecimals() const { return quantityDecimals_; }
     /// `decimals` below 0 count as 0, above 15 as 15.
     [[nodiscard]] std::string FormatAmount(const double& value, const std::int16_t& decimals) const;

@@ -53,6 +53,28 @@ static_assert(std::ranges::all_of(dictionary, [](const Translations& one) {
     return &one == &dictionary[rowOf(one.word)];
 }));
 
+/// A text of either table; nothing for a language that there is none of.
+template <class Entry>
+constexpr std::optional<std::string_view> in(std::int32_t languageId, const Entry& entry) {
+    switch (languageId) {
+    case language::Italian:
+        return entry.italian;
+    case language::German:
+        return entry.german;
+    case language::English:
+        return entry.english;
+    default:
+        return std::nullopt;
+    }
+}
+
+constexpr bool isComplete(const auto& entry) {
+    return std::ranges::none_of(SupportedLanguages(),
+                                [&](std::int32_t id) { return in(id, entry).value_or("").empty(); });
+}
+static_assert(std::ranges::all_of(dictionary, [](const auto& word) { return isComplete(word); }));
+static_assert(std::ranges::all_of(stringTable, [](const auto& entry) { return isComplete(entry); }));
+
 } // namespace
 
 std::string StringSource::GetString(std::int32_t id, std::int32_t languageId) const {
@@ -61,20 +83,11 @@ std::string StringSource::GetString(std::int32_t id, std::int32_t languageId) co
     const auto entry = std::ranges::find(stringTable, id, &StringTableEntry::id);
     if (entry == std::end(stringTable))
         return {};
-    switch (languageId) {
-    case language::Italian:
-        return std::string(entry->italian);
-    case language::German:
-        return std::string(entry->german);
-    case language::English:
-        return std::string(entry->english);
-    default:
-        return {};
-    }
+    return std::string(in(languageId, *entry).value_or(""));
 }
 
 void InitLanguage(ProcessState& process) {
-    const std::string baseKey = "SOFTWARE\\ZELT\\KOVA";
+    const std::string baseKey(SettingsStore::BaseKey);
     const auto& store = process.platform.settingsStore;
     const auto& regional = process.platform.regional;
     (void)store.read(baseKey, "Options", "Language"); // older installations had the name here
@@ -97,19 +110,13 @@ void SetLanguage(ProcessState& process, std::int32_t LanguageID, std::string_vie
     process.platform.userInterface.setLanguage(process.CurrentLanguageId);
 }
 
-std::array<std::int32_t, 3> SupportedLanguages() {
-    return {language::Italian, language::German, language::English};
-}
-
 std::string GetLocalizedString(const ProcessState& process, LocalisedString entry) {
     return process.strings.GetString(entry.id(), process.CurrentLanguageId);
 }
 
 std::string_view inWords(Word word, std::int32_t languageId) {
     const Translations& found = dictionary[rowOf(word)];
-    return languageId == language::German    ? found.german
-           : languageId == language::English ? found.english
-                                             : found.italian;
+    return in(languageId, found).value_or(found.italian);
 }
 
 } // namespace kova

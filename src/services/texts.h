@@ -36,7 +36,9 @@ class StringSource {
 void InitLanguage(ProcessState& process);
 /// Makes a language the current one; Italian when it is not supported. The name is not used.
 void SetLanguage(ProcessState& process, std::int32_t LanguageID, std::string_view Language);
-std::array<std::int32_t, 3> SupportedLanguages();
+constexpr std::array<std::int32_t, 3> SupportedLanguages() {
+    return {language::Italian, language::German, language::English};
+}
 /// An entry of the string table. The Italian text documents it where it is used; one that is not the entry's
 /// does not compile.
 class LocalisedString {

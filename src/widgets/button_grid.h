@@ -36,7 +36,7 @@ class ButtonGrid : public ControlOfKind<ButtonGrid> {
     /// A key that no button carries marks nothing and is no error.
     void selectButton(const std::string& key, bool marked);
 
-    /// Drawing hints, no rule depends on them.
+    /// Hints that a rendering may leave unread.
     void setAnimated(bool on) { animated_ = on; }               ///< off: changes are drawn at once
     void setCaptionsWrapped(bool on) { captionsWrapped_ = on; } ///< long captions take several lines
     void setEqualFonts(bool on) { equalFonts_ = on; } ///< all captions as small as the longest needs

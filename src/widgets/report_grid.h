@@ -83,7 +83,7 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
 
     using ControlOfKind::ControlOfKind;
 
-    // The filling side. Nothing is shown anew until `populate`.
+    // The filling side. Nothing new is shown until `populate`.
     void deleteRecords();
     void deleteColumns();
     /// Inserts a column before the one that has this index, or behind the last.

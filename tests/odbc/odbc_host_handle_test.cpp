@@ -52,7 +52,7 @@ TEST(OdbcHostHandle, IsReadFromAndNeitherClosedNorOpenedAnew) {
     shop.server.stop();
     shop.server.start();
     EXPECT_EQ(failure().number(), DatabaseError::NotConnected);
-    EXPECT_EQ(failure().number(), DatabaseError::NotConnected) << "opening it anew is the host's";
+    EXPECT_EQ(failure().number(), DatabaseError::NotConnected) << "opening it again is the host's";
     ASSERT_TRUE(host.connect(shop.server.connectionString()));
     EXPECT_EQ(rows(), std::vector<std::string>{"€"});
     connection.reset();

@@ -17,7 +17,7 @@ namespace kova {
 namespace {
 
 using test::Till;
-using Movements = std::vector<test::Movement>;
+using Movements = std::vector<Movement>;
 
 class PhysicalKeyboard : public test::ShownTill {
   protected:

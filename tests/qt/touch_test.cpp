@@ -190,7 +190,7 @@ class WholeDay : public TouchScreen {
     void enterAndConfirm(int number);
 
     QPoint last;
-    std::vector<test::Movement> entered;
+    std::vector<Movement> entered;
 };
 
 void WholeDay::enterAndConfirm(int number) {

@@ -140,6 +140,10 @@ TEST(LateBinding, ARefusedCallIsOneRecordUnderItsName) {
     refused([&] { c.ApriCassetto(); });
     refused([&] { c.Stampa(text); });
     refused([&] { c.Anteprima(text); });
+    Movement m;
+    refused([&] {
+        c.SalvaPagamento(m.idpagamento, m.importo, m.Valuta, m.note, m.cassetto, m.tipoIncasso, m.isIncasso);
+    });
     c.Show(0);
     c.DiscardForm();
     c.Inizializza(nullptr);
@@ -147,7 +151,7 @@ TEST(LateBinding, ARefusedCallIsOneRecordUnderItsName) {
     std::string labels;
     for (const LogRecord& record : world.takeLog())
         labels += record.label + "|";
-    EXPECT_EQ(labels, "get|get|set|set|invoke|invoke|connect|ApriCassetto|Stampa|Anteprima|"
+    EXPECT_EQ(labels, "get|get|set|set|invoke|invoke|connect|ApriCassetto|Stampa|Anteprima|SalvaPagamento|"
                       "RicercaCliente.Show: |DiscardForm: |RicercaCliente.Inizializza : |"
                       "InizializzaByConnString: |");
 }

@@ -177,7 +177,7 @@ class RandomWalk {
         }
     }
 
-    /// What a confirmed count comes to is reckoned here in another way: in hundredths.
+    /// What a confirmed count comes to is computed here in another way: in hundredths.
     void pressInCount(const std::string& name) {
         const auto coins = world_.process.coinDialog;
         auto& button = world_.coin<PushButton>(name);

@@ -8,12 +8,12 @@
 namespace kova {
 
 /// Opens a connection that keeps itself alive: when the link turns out dead as a query is sent, it connects
-/// anew and sends the query once more; when it dies while rows are read, the query fails, and the next one
-/// connects anew. Connection strings as OdbcConnectionText reads them. Throws DatabaseError.
+/// again and sends the query once more; when it dies while rows are read, the query fails, and the next one
+/// connects again. Connection strings as OdbcConnectionText reads them. Throws DatabaseError.
 std::shared_ptr<DatabaseConnection> openOdbc(const std::string& connectionString);
 
 /// Reads from a connection that the host opened: an SQLHDBC, which stays the host's. It is never closed and
-/// never opened anew, its time-outs are the host's, and it must stay valid as long as it is used.
+/// never opened again, its time-outs are the host's, and it must stay valid as long as it is used.
 std::shared_ptr<DatabaseConnection> shareOdbc(void* connectionHandle);
 
 } // namespace kova

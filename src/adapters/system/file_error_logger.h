@@ -15,7 +15,7 @@ struct LogPlace {
     std::function<std::string(const std::string& record)> write;
 };
 
-/// A file, to which each record is appended; it is opened anew each time, so that one that was deleted or
+/// A file, to which each record is appended; it is opened again each time, so that one that was deleted or
 /// moved away is begun again.
 LogPlace logFile(const std::string& path);
 
