@@ -57,14 +57,14 @@ class DayFile {
     }
 
   private:
-    static SqliteHostDatabase create(const std::string& name) {
+    static ShopDatabase create(const std::string& name) {
         std::filesystem::remove(name);
-        return SqliteHostDatabase::openFile(name);
+        return ShopDatabase::openFile(name);
     }
     std::string name_ = (std::filesystem::temp_directory_path() / "kova-movements-bench.sqlite").string();
 
   public:
-    SqliteHostDatabase database;
+    ShopDatabase database;
 };
 
 /// The list on the movements tab of a dialog that reads such a file.

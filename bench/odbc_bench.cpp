@@ -1,6 +1,7 @@
 #include "adapters/odbc/odbc_database.h"
 #include "adapters/sqlite/sqlite_database.h"
 #include "kova-test-server/tds_server.h"
+#include "shop/shop_database.h"
 
 #include <benchmark/benchmark.h>
 #include <sys/wait.h>
@@ -20,7 +21,7 @@ class MovementFile {
   public:
     MovementFile() {
         std::filesystem::remove(path_);
-        auto database = SqliteHostDatabase::openFile(path_);
+        auto database = ShopDatabase::openFile(path_);
         database.createSchema();
         database.execute(
             "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " +

@@ -4,6 +4,7 @@
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "services/process_state.h"
+#include "shop/shop_database.h"
 #include "widgets/control.h"
 
 #include <memory>
@@ -47,7 +48,7 @@ struct Surroundings {
 class Shop final : public EventSink {
   public:
     Shop(EventLoop& loop, UserInterface& userInterface)
-        : database_(SqliteHostDatabase::inMemory()),
+        : database_(ShopDatabase::inMemory()),
           process_(Platform{userInterface, loop, around_.clock, around_.runtime, around_.store,
                             around_.provider, around_.regional,
                             [] { return std::make_unique<Surroundings::NoErrors>(); }, "/tmp"}),
@@ -60,8 +61,10 @@ class Shop final : public EventSink {
 
     void SalvaPagamento(std::int32_t& idpagamento, double& importo, std::string& Valuta, std::string& note,
                         std::int16_t& cassetto, std::int32_t& tipoIncasso, bool& isIncasso) override {
-        database_.storeMovement({around_.clock.now(), tipoIncasso, idpagamento, isIncasso ? 1 : -1, importo,
-                                 Valuta, note, cassetto, 1, 1});
+        database_.storeMovement({around_.clock.now(),
+                                 1,
+                                 1,
+                                 {idpagamento, importo, Valuta, note, cassetto, tipoIncasso, isIncasso}});
         ++stored;
     }
     void Stampa(std::string&) override {}
@@ -69,7 +72,7 @@ class Shop final : public EventSink {
     void ApriCassetto() override {}
 
     [[nodiscard]] cls_Kova_Drawer_Man& component() { return *component_; }
-    [[nodiscard]] SqliteHostDatabase& database() { return database_; }
+    [[nodiscard]] ShopDatabase& database() { return database_; }
     template <class Kind>
     Kind& control(const std::string& name) {
         struct Pick : ControlVisitor {
@@ -85,7 +88,7 @@ class Shop final : public EventSink {
 
   private:
     Surroundings around_;
-    SqliteHostDatabase database_;
+    ShopDatabase database_;
     ProcessState process_;
     std::shared_ptr<cls_Kova_Drawer_Man> component_;
     Connection connection_;

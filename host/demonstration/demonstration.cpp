@@ -1,6 +1,5 @@
 #include "demonstration/demonstration.h"
 
-#include "demonstration/database.h"
 #include "demonstration/look.h"
 #include "demonstration/window.h"
 #include "host_options.h"
@@ -17,7 +16,7 @@ namespace kova {
 namespace {
 
 void tellUnusable(const HostOptions& options, const std::string& reason) {
-    const std::string name = demonstrationDatabaseName(options);
+    const std::string name = databaseName(options);
     std::cerr << "kova-host: " << name << ": " << reason << std::endl;
     const std::int32_t language = languageId();
     const double scale = host_look::scaleFor(QGuiApplication::primaryScreen()->availableSize());

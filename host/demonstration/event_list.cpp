@@ -99,7 +99,7 @@ QString EventListModel::details(const ReceivedEvent& event) const {
     return caption(Caption::DrawerOpened, languageId_);
 }
 
-QString EventListModel::movementText(const SavedMovement& movement) const {
+QString EventListModel::movementText(const Movement& movement) const {
     const QString direction =
         caption(movement.isIncasso ? Caption::Incoming : Caption::Outgoing, languageId_);
     QStringList parts{direction + ' ' + amountText(movement.importo) + ' ' +

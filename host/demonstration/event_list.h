@@ -26,7 +26,7 @@ class EventListModel final : public QAbstractListModel {
 
   private:
     [[nodiscard]] QString details(const ReceivedEvent& event) const;
-    [[nodiscard]] QString movementText(const SavedMovement& movement) const;
+    [[nodiscard]] QString movementText(const Movement& movement) const;
     const ShopCatalogues& catalogues_;
     std::deque<ReceivedEvent> events_;
     std::int32_t languageId_ = 0;

@@ -3,7 +3,6 @@
 #include "demonstration/amount_text.h"
 #include "demonstration/look.h"
 #include "demonstration/texts.h"
-#include "services/conversions.h"
 
 #include <QHeaderView>
 #include <QLabel>
@@ -48,29 +47,26 @@ const ColumnShape& shape(int column) {
 
 } // namespace
 
-MovementListModel::Row MovementListModel::readRow(const Recordset& movements) const {
-    Row row;
-    for (int column = 0; column < ColumnCount; ++column) {
-        const Value value = movements.field(static_cast<std::size_t>(column));
-        const bool null = std::holds_alternative<Null>(value);
-        QString text;
-        if (column == Amount && !null)
-            text = amountText(asDouble(value, regional_));
-        else if (column == Drawer && asText(value, regional_) == "0")
-            text = QStringLiteral("\u2013"); // no drawer was chosen
-        else if (column != Direction)
-            text = QString::fromStdString(asText(value, regional_)).simplified();
-        else if (!null)
-            row.incoming = asDouble(value, regional_) >= 0;
-        row.texts.push_back(text);
-    }
+MovementListModel::Row MovementListModel::row(const ListedMovement& movement) {
+    const auto text = [](const std::string& utf8) { return QString::fromStdString(utf8).simplified(); };
+    Row row{std::vector<QString>(ColumnCount), movement.incoming};
+    const auto at = [&](Column column) -> QString& { return row.texts[column]; };
+    at(Moment) = text(movement.moment);
+    at(Activity) = text(movement.activity);
+    at(Payment) = text(movement.payment);
+    at(Amount) = movement.amount ? amountText(*movement.amount) : QString();
+    at(Currency) = text(movement.currency);
+    at(Note) = text(movement.note);
+    at(Drawer) = movement.drawer == "0" ? QStringLiteral("\u2013") : text(movement.drawer); // none was chosen
+    at(Till) = text(movement.till);
+    at(Operator) = text(movement.user);
     return row;
 }
 
-void MovementListModel::setMovements(Recordset movements) {
+void MovementListModel::setMovements(const std::vector<ListedMovement>& movements) {
     std::vector<Row> rows;
-    for (; !movements.endOfFile(); movements.moveNext())
-        rows.push_back(readRow(movements));
+    for (const ListedMovement& movement : movements)
+        rows.push_back(row(movement));
     beginResetModel();
     rows_ = std::move(rows);
     endResetModel();
@@ -155,8 +151,8 @@ MovementList::MovementList(QWidget* parent)
     layout->addWidget(pages_);
 }
 
-void MovementList::setMovements(Recordset movements) {
-    model_.setMovements(std::move(movements));
+void MovementList::setMovements(const std::vector<ListedMovement>& movements) {
+    model_.setMovements(movements);
     pages_->setCurrentIndex(model_.rowCount() == 0 ? 0 : 1);
     table_->scrollToTop();
     layOutColumns();

@@ -1,5 +1,5 @@
 #pragma once
-#include "library/kova_drawer_man.h"
+#include "shop/shop_rows.h"
 
 #include <QAbstractTableModel>
 #include <QWidget>
@@ -13,14 +13,13 @@ class QTableView;
 
 namespace kova {
 
-/// The rows stored in the host's movement table, in the order of the recordset given.
+/// The rows of the shop's movements, in the order given.
 class MovementListModel final : public QAbstractTableModel {
   public:
     enum Column { Moment, Activity, Payment, Direction, Amount, Currency, Note, Drawer, Till, Operator };
     static constexpr int ColumnCount = Operator + 1;
 
-    /// The fields are those of the columns, in their order; Direction is the coefficient.
-    void setMovements(Recordset movements);
+    void setMovements(const std::vector<ListedMovement>& movements);
     void setLanguage(std::int32_t id);
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -29,12 +28,11 @@ class MovementListModel final : public QAbstractTableModel {
 
   private:
     struct Row {
-        std::vector<QString> texts;   ///< by column; that of the direction is empty
-        std::optional<bool> incoming; ///< nothing when the coefficient is Null
+        std::vector<QString> texts; ///< by column; that of the direction is empty
+        std::optional<bool> incoming;
     };
-    [[nodiscard]] Row readRow(const Recordset& movements) const;
+    static Row row(const ListedMovement& movement);
     [[nodiscard]] QString text(const Row& row, int column) const;
-    RegionalSettings regional_ = regionalSettings();
     std::vector<Row> rows_;
     std::int32_t languageId_ = 0;
 };
@@ -43,7 +41,7 @@ class MovementListModel final : public QAbstractTableModel {
 class MovementList final : public QWidget {
   public:
     explicit MovementList(QWidget* parent = nullptr);
-    void setMovements(Recordset movements);
+    void setMovements(const std::vector<ListedMovement>& movements);
     void setLanguage(std::int32_t id);
     void setScale(double scale);
 

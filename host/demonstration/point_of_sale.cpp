@@ -1,26 +1,42 @@
 #include "demonstration/point_of_sale.h"
 
-#include "demonstration/database.h"
 #include "host_options.h"
-#include "services/conversions.h"
 
 #include <QDateTime>
+#include <QStandardPaths>
 
 namespace kova {
 namespace {
 
-std::vector<NamedId> readNames(DatabaseConnection& connection, const std::string& query) {
-    const RegionalSettings regional = regionalSettings();
-    std::vector<NamedId> names;
-    for (Recordset rows = connection.query({query}); !rows.endOfFile(); rows.moveNext())
-        if (!std::holds_alternative<Null>(rows.field(0)))
-            names.push_back({asInt32(rows.field(0), regional), asText(rows.field(1), regional)});
-    return names;
+bool wantsSampleFile(const HostOptions& options) {
+    return !options.connection && options.database == "sample";
+}
+
+/// In the user's data folder.
+std::string sampleFile() {
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    return folder.toStdString() + "/sample.sqlite";
+}
+
+HostDatabase openDatabaseOf(const HostOptions& options) {
+    if (!wantsSampleFile(options))
+        return openHostDatabase(options, openDatabase);
+    auto database = ShopDatabase::openSampleFile(sampleFile());
+    auto connection = database.connection();
+    return {std::move(database), std::move(connection)};
 }
 
 } // namespace
 
-PointOfSale::PointOfSale(const HostOptions& options) : database_(openDemonstrationDatabase(options)) {
+std::string databaseName(const HostOptions& options) {
+    if (options.connection)
+        return "--connection";
+    return wantsSampleFile(options) ? sampleFile() : options.database;
+}
+
+PointOfSale::PointOfSale(const HostOptions& options) : database_(openDatabaseOf(options)) {
+    if (database_.embedded)
+        database_.embedded->requireWritable();
     if (options.logFolder)
         setLogFolder(*options.logFolder);
     component_ = createComponent();
@@ -61,28 +77,11 @@ void PointOfSale::show(const ComponentOptions& choices) {
 }
 
 ShopCatalogues PointOfSale::catalogues() const {
-    DatabaseConnection& connection = *database_.connection;
-    ShopCatalogues found;
-    found.users = readNames(connection, "SELECT idutente, Nome FROM tabUtenti ORDER BY Nome");
-    found.payments =
-        readNames(connection, "SELECT idpagamento, TipoPagamento FROM tabPagamenti ORDER BY idOrdinamento");
-    found.activities = readNames(connection, "SELECT id, Description FROM tabActivityDrawer");
-    for (Recordset rows = connection.query({"SELECT Valuta FROM tabValute"}); !rows.endOfFile();
-         rows.moveNext())
-        found.currencies.push_back(asText(rows.field(0), regionalSettings()));
-    return found;
+    return readCatalogues(*database_.connection, regionalSettings());
 }
 
-// The newest is the one stored last: a sample's dates may lie after today's.
-Recordset PointOfSale::latestMovements() const {
-    return database_.connection->query(
-        {"SELECT TOP 200 m.DataOperazione, a.Description, p.TipoPagamento, m.Coefficiente, "
-         "m.ImportoIncassato, m.Valuta, m.Note, m.Cassetto, m.idCassa, u.Nome "
-         "FROM tabPagamentiScontriniBackoffice AS m "
-         "LEFT JOIN tabActivityDrawer AS a ON a.id = m.TipoOperazione "
-         "LEFT JOIN tabPagamenti AS p ON p.idpagamento = m.idpagamento "
-         "LEFT JOIN tabUtenti AS u ON u.idutente = m.idutente "
-         "ORDER BY m.id DESC"});
+std::vector<ListedMovement> PointOfSale::latestMovements() const {
+    return kova::latestMovements(*database_.connection, regionalSettings());
 }
 
 DayReport PointOfSale::dayReport(DateTime day) const {
@@ -94,10 +93,10 @@ DayReport PointOfSale::dayReport(DateTime day) const {
     return makeDayReport(scope, database_.connection->query(dayReportQuery(scope)), regionalSettings());
 }
 
-void PointOfSale::store(const SavedMovement& movement) {
+void PointOfSale::store(const Movement& movement) {
     if (!canStore())
         throw DatabaseError(DatabaseError::Unspecified, "this connection only reads", "25006");
-    database_.embedded->storeMovement(storedMovement(movement, *component_, now()));
+    database_.embedded->storeMovement({now(), component_->idCassa(), component_->idUtente(), movement});
 }
 
 /// What the window makes of an event must not reach the component: a movement that is stored would count as
@@ -113,7 +112,7 @@ void PointOfSale::announce(const ReceivedEvent& event) noexcept {
 void PointOfSale::SalvaPagamento(std::int32_t& idpagamento, double& importo, std::string& Valuta,
                                  std::string& note, std::int16_t& cassetto, std::int32_t& tipoIncasso,
                                  bool& isIncasso) {
-    const SavedMovement movement{idpagamento, importo, Valuta, note, cassetto, tipoIncasso, isIncasso};
+    const Movement movement{idpagamento, importo, Valuta, note, cassetto, tipoIncasso, isIncasso};
     ReceivedEvent event{now(), "SalvaPagamento", movement, {}, {}};
     try {
         store(movement);

@@ -1,8 +1,8 @@
 #pragma once
 #include "documents/day_report.h"
 #include "library/kova_drawer_man.h"
-#include "shop/host_database.h"
-#include "shop/movement_store.h"
+#include "shop/shop_database.h"
+#include "shop/shop_rows.h"
 
 #include <functional>
 #include <memory>
@@ -18,27 +18,21 @@ struct HostOptions;
 struct ReceivedEvent {
     DateTime time;
     std::string name;
-    std::optional<SavedMovement> movement; ///< of SalvaPagamento
-    std::string date;                      ///< of Stampa and Anteprima
-    std::string failure;                   ///< why the movement could not be stored; empty when it was
+    std::optional<Movement> movement; ///< of SalvaPagamento
+    std::string date;                 ///< of Stampa and Anteprima
+    std::string failure;              ///< why the movement could not be stored; empty when it was
 };
 
-struct NamedId {
-    std::int32_t id;
-    std::string name;
-};
-
-/// What the shop's tables offer to choose from, and the names behind the ids of an event.
-struct ShopCatalogues {
-    std::vector<NamedId> users, payments, activities;
-    std::vector<std::string> currencies;
-};
+/// The database as a person knows it: the file's path, where there is a file. A connection string is not
+/// shown, as it may hold a password.
+std::string databaseName(const HostOptions& options);
 
 /// The demonstration's shop behind its window: database, component, and the sink that stores each movement
 /// before the component goes on. Needs a QApplication, which must outlive it.
 class PointOfSale final : private EventSink {
   public:
-    /// Throws std::exception when the database cannot be used.
+    /// Opens what the options ask for, where "sample" is a file in the user's data folder. Throws
+    /// std::exception when the database cannot be read, or an embedded one cannot be written.
     explicit PointOfSale(const HostOptions& options);
     PointOfSale(const PointOfSale&) = delete;
     PointOfSale& operator=(const PointOfSale&) = delete;
@@ -51,9 +45,8 @@ class PointOfSale final : private EventSink {
 
     // All throw DatabaseError.
     [[nodiscard]] ShopCatalogues catalogues() const;
-    /// The last 200 rows stored, newest first: moment, activity, payment, coefficient, amount, currency,
-    /// note, drawer, till, operator.
-    [[nodiscard]] Recordset latestMovements() const;
+    /// The last 200 rows stored, newest first. Throws Error for an amount that is none.
+    [[nodiscard]] std::vector<ListedMovement> latestMovements() const;
     /// Of the till in use, and of its user alone where the choices ask for that. Throws Error for stored
     /// amounts that cannot be summed.
     [[nodiscard]] DayReport dayReport(DateTime day) const;
@@ -69,7 +62,7 @@ class PointOfSale final : private EventSink {
     void Anteprima(std::string& DataOperazione) override;
     void ApriCassetto() override;
 
-    void store(const SavedMovement& movement);
+    void store(const Movement& movement);
     void announce(const ReceivedEvent& event) noexcept;
 
     HostDatabase database_;

@@ -1,8 +1,8 @@
-#include "adapters/sqlite/sqlite_database.h"
 #include "player/player_commands.h"
 #include "player/script_database.h"
 #include "player/script_world.h"
 #include "scenario/scenario_parser.h"
+#include "shop/shop_database.h"
 
 namespace kova {
 namespace {

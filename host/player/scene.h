@@ -12,7 +12,7 @@ class ScriptDatabases;
 class ScriptHost;
 class ScriptTime;
 class ScriptUserInterface;
-class SqliteHostDatabase;
+class ShopDatabase;
 class Trace;
 struct ScriptWorld;
 
@@ -22,7 +22,7 @@ struct Scene {
     ScriptWorld& world;
     QueryWatch& queries;
     ScriptDatabases& databases;
-    SqliteHostDatabase* embedded; ///< null when the host works on a server
+    ShopDatabase* embedded; ///< null when the host works on a server
     MovementStore& store;
     EventHandlers& handlers;
     ScriptHost& host;

@@ -10,9 +10,9 @@ void MovementStore::switchOn(bool on) {
     on_ = on;
 }
 
-void MovementStore::save(const SavedMovement& movement, const cls_Kova_Drawer_Man& component) {
+void MovementStore::save(const Movement& movement, const cls_Kova_Drawer_Man& component) {
     if (on_)
-        database_->storeMovement(storedMovement(movement, component, clock_.now()));
+        database_->storeMovement({clock_.now(), component.idCassa(), component.idUtente(), movement});
 }
 
 HostedComponent::HostedComponent(std::string name, std::shared_ptr<cls_Kova_Drawer_Man> component,

@@ -3,7 +3,7 @@
 #include "player/event_handlers.h"
 #include "player/trace.h"
 #include "ports/platform.h"
-#include "shop/movement_store.h"
+#include "shop/shop_database.h"
 
 #include <memory>
 #include <string>
@@ -17,14 +17,14 @@ class ProcessState;
 class MovementStore {
   public:
     /// Both outlive the store; without a database it cannot be switched on.
-    MovementStore(SqliteHostDatabase* database, const Clock& clock) : database_(database), clock_(clock) {}
+    MovementStore(ShopDatabase* database, const Clock& clock) : database_(database), clock_(clock) {}
     /// Throws ScenarioError without a database.
     void switchOn(bool on);
     /// Committed when it returns. Throws DatabaseError.
-    void save(const SavedMovement& movement, const cls_Kova_Drawer_Man& component);
+    void save(const Movement& movement, const cls_Kova_Drawer_Man& component);
 
   private:
-    SqliteHostDatabase* database_;
+    ShopDatabase* database_;
     const Clock& clock_;
     bool on_ = false;
 };

@@ -51,7 +51,7 @@ std::optional<ScenarioPlayer::Failure> play(const HostOptions& options, std::vec
     Databases provider;
     HostDatabase database =
         openDatabase(options, [&](const std::string& text) { return provider.open(text); });
-    SqliteHostDatabase* const embedded = database.embedded ? &*database.embedded : nullptr;
+    ShopDatabase* const embedded = database.embedded ? &*database.embedded : nullptr;
 
     Trace trace(out);
     ScenarioPlayer player(std::move(lines));

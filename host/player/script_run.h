@@ -1,5 +1,5 @@
 #pragma once
-#include "shop/host_database.h"
+#include "shop/shop_database.h"
 
 #include <functional>
 #include <ostream>

@@ -1,5 +1,5 @@
 #pragma once
-#include "adapters/sqlite/sqlite_database.h"
+#include "shop/shop_database.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -12,7 +12,7 @@ namespace kova {
 /// A way to a shop's database, which the host writes to and the component reads.
 struct DatabaseAdapter {
     std::string name;
-    std::shared_ptr<DatabaseConnection> (*open)(const SqliteHostDatabase& host);
+    std::shared_ptr<DatabaseConnection> (*open)(const ShopDatabase& host);
 };
 inline void PrintTo(const DatabaseAdapter& adapter, std::ostream* out) {
     *out << adapter.name;
@@ -24,7 +24,7 @@ class DatabaseContract : public testing::TestWithParam<DatabaseAdapter> {
     DatabaseContract() { host.createSchema(); }
     Recordset query(const std::string& text) { return connection->query(Query{text}); }
 
-    SqliteHostDatabase host = SqliteHostDatabase::inMemory();
+    ShopDatabase host = ShopDatabase::inMemory();
     std::shared_ptr<DatabaseConnection> connection = GetParam().open(host);
 };
 

@@ -2,9 +2,9 @@
 #include "documents/day_report.h"
 #include "documents/day_report_texts.h"
 
-#include "adapters/sqlite/sqlite_database.h"
 #include "base/error.h"
 #include "database_contract.h"
+#include "shop/shop_database.h"
 
 #include <limits>
 
@@ -39,7 +39,7 @@ Lines linesOf(const DayReport& report) {
 }
 
 TEST(DayReport, ListsAndSumsTheWholeDayAndNothingElse) {
-    auto shop = SqliteHostDatabase::inMemory();
+    auto shop = ShopDatabase::inMemory();
     shop.createSchema();
     shop.execute("INSERT INTO tabActivityDrawer(id, Description) VALUES (1, 'Versamento');"
                  "INSERT INTO tabPagamenti(idpagamento, TipoPagamento, idOrdinamento) VALUES"

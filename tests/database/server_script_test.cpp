@@ -2,7 +2,7 @@
 
 #include "database_contract.h"
 
-#include "adapters/sqlite/sqlite_database.h"
+#include "shop/shop_database.h"
 
 #include <fstream>
 
@@ -10,7 +10,7 @@ namespace kova {
 namespace {
 
 TEST(ServerScript, MakesTheSameShopAsTheEmbeddedSample) {
-    auto server = SqliteHostDatabase::inMemory();
+    auto server = ShopDatabase::inMemory();
     std::ifstream script(KOVA_SERVER_SCRIPT);
     std::string function, batch;
     for (std::string line; std::getline(script, line);) {
@@ -25,11 +25,11 @@ TEST(ServerScript, MakesTheSameShopAsTheEmbeddedSample) {
         }
     }
     server.execute(batch);
-    auto embedded = SqliteHostDatabase::inMemory();
+    auto embedded = ShopDatabase::inMemory();
     embedded.createSchema();
     embedded.loadSample();
     EXPECT_NE(databaseErrorOf([&] { embedded.loadSample(); }).number(), 0) << "a second load leaves nothing";
-    const auto rows = [](const SqliteHostDatabase& host, const std::string& text) {
+    const auto rows = [](const ShopDatabase& host, const std::string& text) {
         const Recordset records = host.connection()->query({text});
         auto result = rowsOf(records);
         for (std::size_t i = 0; i < records.fieldCount(); ++i)

@@ -2,6 +2,7 @@
 
 #include "adapters/sqlite/server_dialect.h"
 #include "adapters/sqlite/sqlite_database.h"
+#include "shop/shop_database.h"
 
 #include <filesystem>
 #include <fstream>
@@ -24,7 +25,7 @@ class Sqlite : public testing::Test {
     Rows rows(const std::string& text) { return rowsOf(query(text)); }
     const std::filesystem::path folder =
         std::filesystem::temp_directory_path() / ("kova-sqlite-" + std::to_string(getpid()));
-    SqliteHostDatabase host = SqliteHostDatabase::inMemory();
+    ShopDatabase host = ShopDatabase::inMemory();
 };
 
 TEST(SqliteDialect, RewritesServerTextsAndLeavesEverythingElseAlone) {
@@ -104,7 +105,7 @@ TEST_F(Sqlite, TheDailyFunctionReadsWhateverTheViewIs) {
 
 TEST_F(Sqlite, ConnectionStringsNameAnExistingDatabase) {
     const std::string file = path("shop;1.db"), empty = path("empty.db"), text = path("text.db");
-    SqliteHostDatabase::openFile(file).createSchema();
+    ShopDatabase::openFile(file).createSchema();
     std::ofstream(empty).flush();
     std::ofstream(text) << std::string(5000, 'x');
     SqliteProvider provider;
@@ -126,7 +127,7 @@ TEST_F(Sqlite, ConnectionStringsNameAnExistingDatabase) {
 }
 
 TEST_F(Sqlite, ALockedDatabaseFailsAfterAShortWait) {
-    auto writer = SqliteHostDatabase::openFile(path("shop.db"));
+    auto writer = ShopDatabase::openFile(path("shop.db"));
     writer.createSchema();
     const auto reader = openSqlite(path("shop.db"));
     writer.execute("BEGIN EXCLUSIVE");
@@ -142,7 +143,7 @@ TEST_F(Sqlite, ALockedDatabaseFailsAfterAShortWait) {
 
 INSTANTIATE_TEST_SUITE_P(Sqlite, DatabaseContract,
                          testing::Values(DatabaseAdapter{
-                             "Sqlite", [](const SqliteHostDatabase& host) { return host.connection(); }}),
+                             "Sqlite", [](const ShopDatabase& host) { return host.connection(); }}),
                          [](const auto& adapter) { return adapter.param.name; });
 
 } // namespace kova

@@ -1,8 +1,8 @@
 // The demonstration: its first start, and what becomes of a request to print or preview a day.
-#include "adapters/sqlite/sqlite_database.h"
 #include "demonstration/point_of_sale.h"
 #include "demonstration/window.h"
 #include "host_options.h"
+#include "shop/shop_database.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -70,11 +70,12 @@ TEST(Demonstration, OpensADocumentInFrontOfTheDialogOrSaysWhyThereIsNone) {
     HostOptions options;
     options.database = folder.filePath("shop.sqlite").toStdString();
     options.logFolder = folder.path().toStdString();
-    auto rows = SqliteHostDatabase::openFile(options.database);
+    auto rows = ShopDatabase::openFile(options.database);
     rows.createSchema();
     const auto day = std::chrono::local_days(std::chrono::year(2026) / 11 / 16);
-    rows.storeMovement(
-        {.dataOperazione = day, .importoIncassato = 12.5, .valuta = "€", .note = "", .idCassa = 1});
+    rows.storeMovement({.time = day,
+                        .till = 1,
+                        .movement = {.importo = 12.5, .Valuta = "€", .note = "", .isIncasso = true}});
     PointOfSale shop(options);
     DemonstrationWindow window(shop);
     window.show();

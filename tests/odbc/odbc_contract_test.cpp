@@ -12,7 +12,7 @@ using test::OdbcShop;
 using Rows = std::vector<std::string>;
 
 struct Served {
-    Served(const SqliteHostDatabase& host, const std::string& version)
+    Served(const ShopDatabase& host, const std::string& version)
         : server(host.connection(), {.version = version}) {}
     tds::TdsServer server;
     std::shared_ptr<DatabaseConnection> connection = openOdbc(server.connectionString());
@@ -20,7 +20,7 @@ struct Served {
 
 /// A connection that owns the server that it leads to.
 template <char Minor>
-std::shared_ptr<DatabaseConnection> openServed(const SqliteHostDatabase& host) {
+std::shared_ptr<DatabaseConnection> openServed(const ShopDatabase& host) {
     const auto served = std::make_shared<Served>(host, std::string("7.") + Minor);
     return {served, served->connection.get()};
 }

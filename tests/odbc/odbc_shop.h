@@ -1,7 +1,7 @@
 #pragma once
 #include "adapters/odbc/odbc_database.h"
-#include "adapters/sqlite/sqlite_database.h"
 #include "kova-test-server/tds_server.h"
+#include "shop/shop_database.h"
 
 namespace kova::test {
 
@@ -17,7 +17,7 @@ class OdbcShop {
         return openOdbc(server.connectionString(more));
     }
 
-    SqliteHostDatabase host = SqliteHostDatabase::inMemory();
+    ShopDatabase host = ShopDatabase::inMemory();
     TdsServer server;
 };
 

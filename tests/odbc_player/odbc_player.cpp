@@ -4,7 +4,7 @@
 #include "host_options.h"
 #include "kova-test-server/tds_server.h"
 #include "player/script_run.h"
-#include "shop/host_database.h"
+#include "shop/shop_database.h"
 
 #include <iostream>
 #include <optional>

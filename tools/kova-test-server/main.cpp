@@ -1,7 +1,7 @@
 // kova-test-server: a SQL Server to try a host's ODBC set-up against, where there is none.
-#include "adapters/sqlite/sqlite_database.h"
 #include "commands.h"
 #include "scenario/scenario_parser.h"
+#include "shop/shop_database.h"
 #include "tds_server.h"
 
 #include <unistd.h>
@@ -83,7 +83,7 @@ void obey(std::istream& input, tds::TdsServer& server) {
 }
 
 int serve(const Options& options) {
-    const auto shop = SqliteHostDatabase::open(options.at("--database"));
+    const auto shop = ShopDatabase::open(options.at("--database"));
     tds::TdsServer server(shop.connection(), accessFrom(options));
     std::cout << server.connectionString() << std::endl;
     obey(std::cin, server);
