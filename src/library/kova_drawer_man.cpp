@@ -1,6 +1,7 @@
 #include "library/kova_drawer_man.h"
 
 #include "adapters/databases/databases.h"
+#include "adapters/qt/look.h"
 #include "adapters/system/system_regional_settings.h"
 #include "library/library_process.h"
 #include "services/conversions.h"
@@ -153,6 +154,12 @@ std::string formatDate(DateTime day) {
 std::string formatAmount(double amount, std::int16_t decimals) {
     const RegionalSettings regional = regionalSettings();
     return NumberFormat(regional).FormatAmount(amount, decimals);
+}
+
+std::string fontFamily() {
+    if (QCoreApplication::instance() == nullptr)
+        return {};
+    return look::font(Font(), Scale()).family().toStdString();
 }
 
 void processEvents() {

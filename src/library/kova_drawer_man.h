@@ -75,6 +75,10 @@ KOVA_API void setLogFolder(const std::string& folder);
 /// The amount with the region's separators, rounded half away from zero to that many decimals [0-15].
 [[nodiscard]] KOVA_API std::string formatAmount(double amount, std::int16_t decimals);
 
+/// The font family that the dialog is drawn with, for windows of the host's beside it. Empty while the
+/// process has no Qt application.
+[[nodiscard]] KOVA_API std::string fontFamily();
+
 /// Handles the events that wait. For hosts without an event loop of their own while a modeless dialog is
 /// open.
 KOVA_API void processEvents();

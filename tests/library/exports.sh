@@ -7,7 +7,7 @@ exported=$(nm -gDC --defined-only "$1" | cut -d ' ' -f 3-) || exit 1
 wrong=0
 
 classes='cls_Kova_Drawer_Man|EventSink|Error|DatabaseError|DatabaseConnection|Snapshot|Recordset'
-functions='createComponent|openDatabase|hostOdbcConnection|setLanguage|languageId|setLogFolder|regionalSettings|parseDate|formatDate|formatAmount|setScreenAids|setDecimalKey|processEvents|shutDown|type_description::(library|members|events|enumeration|find)'
+functions='createComponent|openDatabase|hostOdbcConnection|setLanguage|languageId|setLogFolder|regionalSettings|parseDate|formatDate|formatAmount|fontFamily|setScreenAids|setDecimalKey|processEvents|shutDown|type_description::(library|members|events|enumeration|find)'
 surplus=$(printf '%s\n' "$exported" | grep -vE "^KOVA_4\b" |
     grep -vE "^((vtable|typeinfo|typeinfo name) for )?kova::(($classes)(::.*|@.*)?|($functions)(\[.*)?\(.*)$")
 if [ -n "$surplus" ]; then
@@ -15,7 +15,7 @@ if [ -n "$surplus" ]; then
     wrong=1
 fi
 
-for name in 'createComponent()' 'openDatabase(' 'hostOdbcConnection(' 'setLanguage(int' 'languageId()' 'setLogFolder(' 'regionalSettings()' 'parseDate(' 'formatDate' 'formatAmount' 'setScreenAids(' 'setDecimalKey(' 'processEvents()' 'shutDown()' 'type_description::find(' \
+for name in 'createComponent()' 'openDatabase(' 'hostOdbcConnection(' 'setLanguage(int' 'languageId()' 'setLogFolder(' 'regionalSettings()' 'parseDate(' 'formatDate' 'formatAmount' 'fontFamily' 'setScreenAids(' 'setDecimalKey(' 'processEvents()' 'shutDown()' 'type_description::find(' \
     'cls_Kova_Drawer_Man::connect(' 'cls_Kova_Drawer_Man::Show' 'cls_Kova_Drawer_Man::DiscardForm()' \
     'cls_Kova_Drawer_Man::Inizializza(' 'cls_Kova_Drawer_Man::InizializzaByConnString(' \
     'cls_Kova_Drawer_Man::SetSoftwareName(' 'cls_Kova_Drawer_Man::ApriCassetto()' \

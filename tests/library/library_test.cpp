@@ -91,6 +91,7 @@ std::shared_ptr<kova::cls_Kova_Drawer_Man> shownComponent() {
 
 void wholeLife() {
     const auto component = shownComponent();
+    expect(!kova::fontFamily().empty(), "the dialog has a font family to share");
     kova::setLanguage(1040, "Italiano");
     expect(dialogs() == 1, "a modeless show puts one dialog on the screen");
     kova::setLanguage(9, "English");
