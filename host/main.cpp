@@ -1,6 +1,6 @@
 #include "demonstration/demonstration.h"
 #include "host_options.h"
-#include "player/script_run.h"
+#include "player/scenario_player.h"
 
 #include <iostream>
 

@@ -1,8 +1,7 @@
 #!/bin/sh
 # Finds includes that point outward. What a folder may include besides itself:
 #
-#   arrows.sh SRC
-cd "$1" || exit 1
+#   arrows.sh SRC HOST
 allowed='
 base
 ports                base
@@ -19,8 +18,19 @@ adapters/odbc        base ports
 adapters/databases   base ports adapters/sqlite adapters/odbc
 adapters/qt          base ports widgets services
 library              base ports widgets services component adapters/system adapters/databases adapters/qt
+
+scenario             base component
+shop                 ports services adapters/sqlite
+documents            base ports services
+documents/qt         base services documents demonstration adapters/qt
+demonstration        library shop documents documents/qt
+player               base ports widgets services component drawer_dialog coin_count scenario shop adapters/databases adapters/headless adapters/system
+player/qt            base widgets player adapters/qt
 '
-grep -rHo '#include "[a-z_]*/[^"]*"' --include='*.h' --include='*.cpp' . | sed 's|^\./||' | awk -v allowed="$allowed" '
+[ -d "$1" ] && [ -d "$2" ] || exit 1
+for folder in "$1" "$2"; do
+    (cd "$folder" && grep -rHo '#include "[a-z_]*/[^"]*"' --include='*.h' --include='*.cpp' .)
+done | sed 's|^\./||' | awk -v allowed="$allowed" '
     function folder(path) { sub(/\/[^\/]*$/, "", path); return path }
     BEGIN {
         count = split(allowed, lines, "\n")
@@ -31,6 +41,7 @@ grep -rHo '#include "[a-z_]*/[^"]*"' --include='*.h' --include='*.cpp' . | sed '
                 may[names[1], names[j]] = 1
         }
     }
+    /^[^:\/]*:/ { next } # what puts the host together
     {
         split($0, parts, ":#include \"")
         from = folder(parts[1]); to = folder(substr(parts[2], 1, length(parts[2]) - 1))

@@ -1,6 +1,6 @@
 #include "demonstration/look.h"
 
-#include "adapters/qt/look.h"
+#include "library/kova_drawer_man.h"
 
 #include <QSize>
 
@@ -97,7 +97,7 @@ int pixels(double design, double scale) {
 }
 
 QFont font(double designPixels, double scale, QFont::Weight weight) {
-    QFont result = look::font({"Tahoma", 9, false}, {}); // the family that the dialog uses
+    QFont result(QString::fromStdString(fontFamily()));
     result.setPixelSize(std::max(8, pixels(designPixels, scale)));
     result.setWeight(weight);
     return result;

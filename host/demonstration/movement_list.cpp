@@ -1,6 +1,5 @@
 #include "demonstration/movement_list.h"
 
-#include "demonstration/amount_text.h"
 #include "demonstration/look.h"
 #include "demonstration/texts.h"
 

@@ -1,5 +1,7 @@
 #include "demonstration/texts.h"
 
+#include "library/kova_drawer_man.h"
+
 #include <array>
 
 namespace kova {
@@ -115,6 +117,15 @@ QString caption(Caption which, std::int32_t languageId) {
                                      : languageId == English ? texts.english
                                                              : texts.italian);
     return {};
+}
+
+QString amountText(double amount) {
+    constexpr int MostDecimals = 4; // those of the money column
+    constexpr int LeastDecimals = 2;
+    QString text = QString::fromStdString(formatAmount(amount, MostDecimals));
+    for (int surplus = MostDecimals - LeastDecimals; surplus > 0 && text.endsWith('0'); --surplus)
+        text.chop(1);
+    return text;
 }
 
 } // namespace kova

@@ -79,6 +79,9 @@ enum class Caption {
     ClosePreview
 };
 
+/// An amount as it was stored: grouped, with two decimals, more only where it has more (up to four).
+QString amountText(double amount);
+
 /// In Italian for a language that is neither German (1031) nor English (9).
 QString caption(Caption which, std::int32_t languageId);
 

@@ -1,9 +1,7 @@
 #pragma once
-#include "demonstration/introduction.h"
-#include "demonstration/language_buttons.h"
-#include "demonstration/notice.h"
 #include "demonstration/point_of_sale.h"
 #include "demonstration/texts.h"
+#include "demonstration/window_parts.h"
 
 #include <QWidget>
 

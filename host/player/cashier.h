@@ -2,15 +2,20 @@
 #include "widgets/control.h"
 
 #include <chrono>
+#include <memory>
 #include <string>
 
 namespace kova {
 
 class ButtonGrid;
+class EventLoop;
 class NumericKeypad;
 class OnScreenKeyboard;
 class PushButton;
 class TabControl;
+class UserInterface;
+struct HostOptions;
+struct RegionalSettings;
 
 /// A cashier's hands on one user interface: each operation is one gesture and returns when its event has been
 /// handled, nested modal windows included. A gesture that could not reach its control did nothing and says
@@ -35,5 +40,20 @@ class Cashier {
     /// be written.
     virtual void screenshot(Window& window, const std::string& file) = 0;
 };
+
+/// One user interface for a script, with a cashier who works on it.
+class Stage {
+  public:
+    virtual ~Stage() = default;
+    virtual EventLoop& eventLoop() = 0;
+    virtual UserInterface& userInterface() = 0;
+    virtual Cashier& cashier() = 0;
+};
+
+/// Widget models alone, on virtual time.
+std::unique_ptr<Stage> makeHeadlessStage();
+/// Real windows, whose time passes in the cashier's waits alone. Only in builds with Qt. The settings outlive
+/// the stage. Of the options count the size of windows, the screen's without it, and the folder for pictures.
+std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional, const HostOptions& options);
 
 } // namespace kova

@@ -1,14 +1,25 @@
 #pragma once
-#include "player/control_kind.h"
-#include "player/scene.h"
-#include "scenario/arguments.h"
-#include "scenario/scenario_parser.h"
+#include "player/player_commands.h"
+#include "scenario/scenario_language.h"
+#include "widgets/control.h"
 
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace kova {
+
+/// The control as one of the kinds that ControlVisitor knows; null when it is of another kind.
+template <class Kind>
+Kind* asKind(Control& control) {
+    struct Visitor : ControlVisitor {
+        using ControlVisitor::visit;
+        void visit(Kind& found) override { kind = &found; }
+        Kind* kind = nullptr;
+    } visitor;
+    control.accept(visitor);
+    return visitor.kind;
+}
 
 /// The loaded windows in the order in which a control is looked up: the active one, the others on the screen
 /// from front to back, then the current component's dialog and the coin count if loaded but not shown.

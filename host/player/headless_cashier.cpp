@@ -7,6 +7,21 @@
 #include "widgets/window.h"
 
 namespace kova {
+namespace {
+
+class HeadlessStage final : public Stage {
+  public:
+    EventLoop& eventLoop() override { return loop_; }
+    UserInterface& userInterface() override { return userInterface_; }
+    Cashier& cashier() override { return cashier_; }
+
+  private:
+    HeadlessEventLoop loop_;
+    HeadlessUserInterface userInterface_{[](Window&) {}}; // a script plays its modal loops itself
+    HeadlessCashier cashier_{loop_};
+};
+
+} // namespace
 
 Gesture HeadlessCashier::press(PushButton& button) {
     return button.press();
@@ -38,6 +53,10 @@ Gesture HeadlessCashier::type(Window& window, char32_t character) {
 
 void HeadlessCashier::requestClose(Window& window) {
     window.requestClose();
+}
+
+std::unique_ptr<Stage> makeHeadlessStage() {
+    return std::make_unique<HeadlessStage>();
 }
 
 } // namespace kova

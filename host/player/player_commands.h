@@ -1,11 +1,41 @@
 #pragma once
-#include "player/scene.h"
-#include "scenario/arguments.h"
+#include "scenario/scenario_language.h"
+#include "services/process_state.h"
 
 #include <span>
 #include <string_view>
 
 namespace kova {
+
+class Cashier;
+class EventHandlers;
+class MovementStore;
+class QueryWatch;
+class ScenarioPlayer;
+class ScriptDatabases;
+class ScriptHost;
+class ScriptTime;
+class ScriptUserInterface;
+class ShopDatabase;
+class Trace;
+struct ScriptWorld;
+
+/// Everything that the commands of a scenario act on.
+struct Scene {
+    Trace& trace;
+    ScriptWorld& world;
+    QueryWatch& queries;
+    ScriptDatabases& databases;
+    ShopDatabase* embedded; ///< null when the host works on a server
+    MovementStore& store;
+    EventHandlers& handlers;
+    ScriptHost& host;
+    ScriptUserInterface& userInterface;
+    Cashier& cashier;
+    ScriptTime& time;
+    ProcessState& process;
+    const ScenarioPlayer& player;
+};
 
 /// What a command does with the words behind its name. Throws ScenarioError when the line cannot be carried
 /// out.

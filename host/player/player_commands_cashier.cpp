@@ -3,7 +3,7 @@
 #include "player/control_finder.h"
 #include "player/player_commands.h"
 #include "player/scenario_player.h"
-#include "player/script_time.h"
+#include "player/script_world.h"
 #include "player/trace.h"
 #include "widgets/button_grid.h"
 #include "widgets/captioned_controls.h"

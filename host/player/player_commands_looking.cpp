@@ -1,6 +1,5 @@
 #include "coin_count/frm_CaricaMoneta.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
-#include "player/control_description.h"
 #include "player/control_finder.h"
 #include "player/player_commands.h"
 #include "player/script_database.h"

@@ -1,12 +1,15 @@
 #pragma once
-#include "player/scene.h"
+#include "shop/shop_database.h"
 
 #include <functional>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
 namespace kova {
+
+struct Scene;
 
 /// Plays the lines of a scenario in order; a modal loop inside a line plays the lines after it. Play ends
 /// with the last line, or at the first that cannot be carried out; whatever is open then is discarded, so
@@ -36,5 +39,12 @@ class ScenarioPlayer {
     std::optional<Failure> failure_;
     bool ended_ = false;
 };
+
+using DatabaseOpener = std::function<HostDatabase(const HostOptions&, const ServerOpener&)>;
+
+/// Plays the script that the options name; the trace goes to `out`, a reason why it could not be played to
+/// `errors`. Returns the exit status.
+int runScript(const HostOptions& options, std::ostream& out, std::ostream& errors,
+              const DatabaseOpener& openDatabase = openHostDatabase);
 
 } // namespace kova

@@ -1,6 +1,6 @@
 #include "player/script_user_interface.h"
 
-#include "player/control_kind.h"
+#include "player/control_finder.h"
 #include "widgets/captioned_controls.h"
 #include "widgets/window.h"
 

@@ -9,6 +9,9 @@
 
 namespace kova {
 
+class ButtonGrid;
+class Control;
+
 /// A text in double quotes with the escapes of scenarios.
 std::string traced(std::string_view text);
 /// The shortest form that reads back as the same number, with a point.
@@ -64,5 +67,10 @@ class Trace {
     std::ostream& out_;
     bool muted_ = false;
 };
+
+/// `control NAME …` with the attributes of the control's kind.
+std::string describedControl(Control& control);
+/// `grid NAME …` and a line for each button.
+void traceGrid(Trace& trace, const ButtonGrid& grid);
 
 } // namespace kova

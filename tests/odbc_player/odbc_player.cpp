@@ -3,7 +3,7 @@
 
 #include "host_options.h"
 #include "kova-test-server/tds_server.h"
-#include "player/script_run.h"
+#include "player/scenario_player.h"
 #include "shop/shop_database.h"
 
 #include <iostream>

@@ -2,7 +2,6 @@
 #include "coin_count/coin_controls.h"
 #include "drawer_dialog/drawer_controls.h"
 #include "look.h"
-#include "player/control_description.h"
 #include "player/trace.h"
 #include "services/texts.h"
 #include "test_world.h"

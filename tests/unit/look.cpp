@@ -1,6 +1,5 @@
 #include "look.h"
 
-#include "player/control_description.h"
 #include "player/trace.h"
 #include "test_world.h"
 

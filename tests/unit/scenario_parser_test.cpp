@@ -1,5 +1,4 @@
-#include "scenario/arguments.h"
-#include "scenario/scenario_parser.h"
+#include "scenario/scenario_language.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "scene.h"
 
-#include "player/control_description.h"
-#include "scenario/scenario_parser.h"
+#include "player/trace.h"
+#include "scenario/scenario_language.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,6 @@
 #include "commands.h"
 
-#include "scenario/arguments.h"
-#include "scenario/scenario_parser.h"
+#include "scenario/scenario_language.h"
 #include "tds_server.h"
 
 #include <map>

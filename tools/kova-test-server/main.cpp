@@ -1,6 +1,6 @@
 // kova-test-server: a SQL Server to try a host's ODBC set-up against, where there is none.
 #include "commands.h"
-#include "scenario/scenario_parser.h"
+#include "scenario/scenario_language.h"
 #include "shop/shop_database.h"
 #include "tds_server.h"
 
