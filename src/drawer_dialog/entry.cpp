@@ -78,9 +78,10 @@ void frm_Drawer_Management::latchDrawerButtons() {
         const auto drawer = process_.selection.Cassetto;
         if (drawer == 0)
             return;
-        if (drawer < 1 || static_cast<std::size_t>(drawer) > buttons.size())
+        const auto position = static_cast<std::size_t>(drawer) - 1;
+        if (position >= buttons.size())
             throw noSuchArrayElement(drawer);
-        buttons[static_cast<std::size_t>(drawer) - 1].setLatched(true);
+        buttons[position].setLatched(true);
     });
 }
 

@@ -12,7 +12,7 @@ namespace {
 enum class Reading { Number, NoNumber, OutOfRange };
 struct Parsed {
     Reading reading = Reading::NoNumber;
-    double number = 0;
+    double number{};
 };
 
 /// Reads a number off a text from left to right, collecting its plain form for the standard parser.
@@ -102,7 +102,7 @@ class NumberParser {
     }
 
     [[nodiscard]] Parsed evaluate() const {
-        double number = 0;
+        double number{};
         const auto result = std::from_chars(plain_.data(), plain_.data() + plain_.size(), number);
         if (result.ec == std::errc::result_out_of_range)
             return {wholeIsZero() || negativeExponent_ ? Reading::Number : Reading::OutOfRange, 0};

@@ -13,7 +13,7 @@ double numberOf(Decimal decimal) {
 }
 
 double numberOf(LongDecimal decimal) {
-    double number = 0; // of 38 digits at most: never out of range
+    double number{}; // of 38 digits at most: never out of range
     std::from_chars(decimal.digits.data(), decimal.digits.data() + decimal.digits.size(), number);
     return number;
 }

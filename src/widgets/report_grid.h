@@ -65,7 +65,7 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
         std::string value;
         std::int32_t count;
         std::vector<Sum> sums; ///< by first appearance; none when the list has nothing to add up
-        bool collapsed;
+        bool collapsed = false;
     };
     enum class Direction { AsLoaded, Ascending, Descending };
     enum class Extent { Single, Toggle, UpTo }; ///< of a touch on a record: alone, with Ctrl, with Shift

@@ -140,7 +140,7 @@ void ReportGrid::addRows(std::size_t first, std::size_t end, std::size_t level, 
         const auto header = static_cast<std::int32_t>(groups_.size());
         rows_.push_back({Row::None, header});
         groups_.push_back({column, level, parent, std::string(value(first)),
-                           static_cast<std::int32_t>(next - first), sumsOf(first, next), false});
+                           static_cast<std::int32_t>(next - first), sumsOf(first, next)});
         const bool collapsed = !collapsed_.empty() && collapsed_.contains(pathOf(header));
         groups_.back().collapsed = collapsed;
         if (!collapsed)
