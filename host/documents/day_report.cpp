@@ -1,6 +1,6 @@
 #include "documents/day_report.h"
 
-#include "base/letter_case.h"
+#include "base/ascii_text.h"
 #include "services/conversions.h"
 
 #include <algorithm>

@@ -7,13 +7,6 @@ namespace {
 
 constexpr std::string_view Section = "Options";
 
-std::string lowered(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    return text;
-}
-
 DateTime defaultTime() {
     using namespace std::chrono;
     return local_days(2026y / November / 16) + 10h;
@@ -41,16 +34,16 @@ ScriptClock::ScriptClock(const ScriptTime& time) : time_(time), start_(defaultTi
 
 void ScriptSettingsStore::set(const std::string& name, std::optional<std::string> value) {
     if (value)
-        values_[lowered(name)] = *value;
+        values_[name] = *value;
     else
-        values_.erase(lowered(name));
+        values_.erase(name);
 }
 
 std::optional<std::string> ScriptSettingsStore::read(const std::string& baseKey, const std::string& section,
                                                      const std::string& name) const {
     if (baseKey != SettingsStore::BaseKey || section != Section)
         return std::nullopt;
-    const auto found = values_.find(lowered(name));
+    const auto found = values_.find(name);
     return found == values_.end() ? std::nullopt : std::optional(found->second);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 #include "adapters/system/file_error_logger.h"
+#include "base/ascii_text.h"
 #include "player/cashier.h"
 #include "ports/event_loop.h"
 #include "ports/platform.h"
@@ -56,7 +57,12 @@ class ScriptSettingsStore final : public SettingsStore {
                                                   const std::string& name) const override;
 
   private:
-    std::map<std::string, std::string> values_; ///< by name in lower case
+    struct IgnoringCase {
+        bool operator()(const std::string& a, const std::string& b) const {
+            return std::ranges::lexicographical_compare(a, b, {}, lowered, lowered);
+        }
+    };
+    std::map<std::string, std::string, IgnoringCase> values_; ///< by name
 };
 
 class ScriptLanguageRuntime final : public LanguageRuntime {

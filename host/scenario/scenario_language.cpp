@@ -1,5 +1,6 @@
 #include "scenario/scenario_language.h"
 
+#include "base/iso_date_time.h"
 #include "base/utf8.h"
 
 #include <algorithm>
@@ -79,17 +80,6 @@ bool booleanFromWord(const std::string& word) {
     return word == "True";
 }
 
-/// Digits of a fixed-width field.
-int field(std::string_view word, std::size_t start, std::size_t length) {
-    int number = 0;
-    for (const char c : word.substr(start, length)) {
-        if (c < '0' || c > '9')
-            throw ScenarioError("no time YYYY-MM-DDTHH:MM:SS: " + std::string(word));
-        number = number * 10 + (c - '0');
-    }
-    return number;
-}
-
 } // namespace
 
 std::vector<std::string> scenarioLines(std::string_view text) {
@@ -154,22 +144,13 @@ bool Arguments::choice(std::size_t position, std::string_view yes, std::string_v
 }
 
 DateTime Arguments::dateTime(std::size_t position) const {
-    using namespace std::chrono;
-    constexpr std::string_view Form = "0000-00-00T00:00:00";
+    constexpr std::string_view Form = "YYYY-MM-DDTHH:MM:SS";
     const std::string& word = text(position);
-    bool formed = word.size() == Form.size();
-    for (std::size_t i = 0; formed && i < Form.size(); ++i)
-        formed = Form[i] == '0' || word[i] == Form[i];
-    if (!formed)
-        throw ScenarioError("no time YYYY-MM-DDTHH:MM:SS: " + word);
-    const year_month_day date{year(field(word, 0, 4)), month(static_cast<unsigned>(field(word, 5, 2))),
-                              day(static_cast<unsigned>(field(word, 8, 2)))};
-    const int hour = field(word, 11, 2);
-    const int minute = field(word, 14, 2);
-    const int second = field(word, 17, 2);
-    if (!date.ok() || hour > 23 || minute > 59 || second > 59)
-        throw ScenarioError("no such time: " + word);
-    return local_days(date) + hours(hour) + minutes(minute) + seconds(second);
+    const bool formed = word.size() == Form.size() && word[Form.find('T')] == 'T';
+    const auto time = formed ? parseIsoDateTime(word) : std::nullopt;
+    if (!time)
+        throw ScenarioError("no time " + std::string(Form) + ": " + word);
+    return *time;
 }
 
 Arguments Arguments::from(std::size_t position) const {

@@ -1,7 +1,7 @@
 #include "shop/shop_database.h"
 
 #include "adapters/sqlite/server_dialect.h"
-#include "adapters/sqlite/sqlite_handle.h"
+#include "adapters/sqlite/sqlite_database.h"
 #include "adapters/sqlite/sqlite_statement.h"
 #include "host_options.h"
 

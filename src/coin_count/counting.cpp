@@ -1,4 +1,4 @@
-#include "base/letter_case.h"
+#include "base/ascii_text.h"
 #include "base/utf8.h"
 #include "coin_count/frm_CaricaMoneta.h"
 #include "services/process_state.h"

@@ -1,6 +1,6 @@
 #include "component/type_description.h"
 
-#include "base/letter_case.h"
+#include "base/ascii_text.h"
 #include "component/events.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "base/letter_case.h"
+#include "base/ascii_text.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "services/conversions.h"

@@ -1,6 +1,6 @@
 #include "ports/database.h"
 
-#include "base/letter_case.h"
+#include "base/ascii_text.h"
 #include "base/overloaded.h"
 
 #include <algorithm>

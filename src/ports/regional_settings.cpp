@@ -1,5 +1,7 @@
 #include "ports/regional_settings.h"
 
+#include "base/ascii_text.h"
+
 #include <algorithm>
 #include <array>
 
@@ -24,9 +26,7 @@ const std::array<RegionalSettings, 8>& regions() {
 }
 
 char canonical(char c) {
-    if (c == '_')
-        return '-';
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    return c == '_' ? '-' : lowered(c);
 }
 
 } // namespace

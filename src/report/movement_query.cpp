@@ -1,6 +1,6 @@
 #include "report/movement_query.h"
 
-#include "base/letter_case.h"
+#include "base/ascii_text.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "services/conversions.h"
 #include "services/message_box.h"

@@ -1,8 +1,8 @@
 #include "services/conversions.h"
 
-#include <array>
+#include "base/iso_date_time.h"
+
 #include <charconv>
-#include <cstdio>
 
 namespace kova {
 namespace {
@@ -204,14 +204,7 @@ std::string SqlDateFormatter::FormatSqlDate(const std::string& text) const {
     if (!parsed)
         throw typeMismatch();
     const DateTime time = lastSecond ? floor<days>(*parsed) + 24h - 1s : *parsed;
-    const year_month_day day(floor<days>(time));
-    const hh_mm_ss clock(floor<seconds>(time - floor<days>(time)));
-    std::array<char, 64> literal{};
-    std::snprintf(literal.data(), literal.size(), "CONVERT(datetime,'%04d-%02u-%02uT%02d:%02d:%02d',126)",
-                  static_cast<int>(day.year()), static_cast<unsigned>(day.month()),
-                  static_cast<unsigned>(day.day()), static_cast<int>(clock.hours().count()),
-                  static_cast<int>(clock.minutes().count()), static_cast<int>(clock.seconds().count()));
-    return literal.data();
+    return "CONVERT(datetime,'" + formatIsoDateTime(floor<seconds>(time), 'T') + "',126)";
 }
 
 } // namespace kova

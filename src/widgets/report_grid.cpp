@@ -1,6 +1,6 @@
 #include "widgets/report_grid.h"
 
-#include "base/letter_case.h"
+#include "base/ascii_text.h"
 
 #include <algorithm>
 #include <climits>

@@ -1,6 +1,6 @@
 #include "tds_session.h"
 
-#include "base/letter_case.h"
+#include "base/ascii_text.h"
 #include "tds_server.h"
 
 #include <sstream>

@@ -1,6 +1,7 @@
 #include "adapters/odbc/column_buffer.h"
 
 #include "adapters/odbc/utf16.h"
+#include "base/iso_date_time.h"
 
 #include <array>
 #include <charconv>
@@ -33,11 +34,9 @@ DateTime timeOfDayOf(const SQL_TIME_STRUCT& time) {
 
 /// The time on the clock of the place that the offset is of.
 Value localTimeOf(const char* text) {
-    SQL_TIMESTAMP_STRUCT time{};
-    if (std::sscanf(text, "%4hd-%2hu-%2hu %2hu:%2hu:%2hu", &time.year, &time.month, &time.day, &time.hour,
-                    &time.minute, &time.second) != 6)
-        return std::string_view(text);
-    return dateTimeOf(time);
+    constexpr std::size_t UpToSeconds = 19;
+    const auto time = parseIsoDateTime(std::string_view(text).substr(0, UpToSeconds));
+    return time ? Value(*time) : std::string_view(text);
 }
 
 /// A server's real, which has seven digits, is not shown with the noise of the ninth.

@@ -1,6 +1,6 @@
 #include "adapters/odbc/odbc_connection_text.h"
 
-#include "base/letter_case.h"
+#include "base/ascii_text.h"
 #include "ports/database.h"
 
 #include <algorithm>
@@ -16,14 +16,6 @@ namespace {
 struct Pair {
     std::string_view key, value, whole;
 };
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 /// ODBC knows braces around a value, ADO quotes as well.
 enum class Form { Odbc, Ado };

@@ -1,5 +1,6 @@
 #include "adapters/sqlite/server_dialect.h"
 
+#include "base/ascii_text.h"
 #include "ports/database.h"
 
 #include <algorithm>
@@ -8,28 +9,13 @@
 namespace kova {
 namespace {
 
-// Of our own, because the C library's character classes follow the locale that the host has set.
-char capital(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 bool isWordCharacter(char c) {
-    return (capital(c) >= 'A' && capital(c) <= 'Z') || isDigit(c) || static_cast<unsigned char>(c) >= 0x80 ||
+    return (lowered(c) >= 'a' && lowered(c) <= 'z') || isDigit(c) || static_cast<unsigned char>(c) >= 0x80 ||
            std::string_view("_@#$").find(c) != std::string_view::npos;
 }
 
 bool isBlank(char c) {
     return std::string_view(" \t\r\n\v\f").find(c) != std::string_view::npos;
-}
-
-/// `upperCase` is the word to compare with, in capitals.
-bool isWord(std::string_view word, std::string_view upperCase) {
-    return std::equal(word.begin(), word.end(), upperCase.begin(), upperCase.end(),
-                      [](char a, char b) { return capital(a) == b; });
 }
 
 class Rewriter {
@@ -116,21 +102,23 @@ class Rewriter {
     void copyWord() {
         const auto word = wordAt(position_);
         const auto after = position_ + word.size();
-        const bool selecting = isWord(previousWord_, "SELECT") || isWord(previousWord_, "DISTINCT") ||
-                               isWord(previousWord_, "ALL");
+        const bool selecting = equalIgnoringCase(previousWord_, "SELECT") ||
+                               equalIgnoringCase(previousWord_, "DISTINCT") ||
+                               equalIgnoringCase(previousWord_, "ALL");
         previousWord_ = word;
         position_ = after;
-        if (isWord(word, "N") && characterAt(after) == '\'')
+        if (equalIgnoringCase(word, "N") && characterAt(after) == '\'')
             return;
-        if (isWord(word, "TOP") && selecting && takeTop(after))
+        if (equalIgnoringCase(word, "TOP") && selecting && takeTop(after))
             return;
-        if (isWord(word, "CONVERT") && takeDateTimeConversion(after))
+        if (equalIgnoringCase(word, "CONVERT") && takeDateTimeConversion(after))
             return;
-        if (isWord(word, "UNION") || isWord(word, "EXCEPT") || isWord(word, "INTERSECT")) {
+        if (equalIgnoringCase(word, "UNION") || equalIgnoringCase(word, "EXCEPT") ||
+            equalIgnoringCase(word, "INTERSECT")) {
             levels_.back().compound = true;
             refuseTopInCompound();
         }
-        if (isWord(word, "ISNULL") && characterAt(skipBlanks(after)) == '(')
+        if (equalIgnoringCase(word, "ISNULL") && characterAt(skipBlanks(after)) == '(')
             output_ += "IFNULL";
         else
             output_ += word;
@@ -166,7 +154,7 @@ class Rewriter {
         next = skipBlanks(next + 1);
         const auto type = wordAt(next);
         next = skipBlanks(next + type.size());
-        if (!isWord(type, "DATETIME") || characterAt(next) != ',')
+        if (!equalIgnoringCase(type, "DATETIME") || characterAt(next) != ',')
             return false;
         const std::string name = serverDateTimeName;
         output_ += "(" + name + "(";

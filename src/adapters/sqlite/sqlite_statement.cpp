@@ -1,12 +1,13 @@
 #include "adapters/sqlite/sqlite_statement.h"
 
-#include "adapters/sqlite/column_reader.h"
-#include "adapters/sqlite/date_time_text.h"
-#include "base/letter_case.h"
+#include "base/ascii_text.h"
+#include "base/iso_date_time.h"
+
+#include <sqlite3.h>
 
 #include <algorithm>
 #include <cmath>
-#include <sqlite3.h>
+#include <limits>
 
 namespace kova {
 namespace {
@@ -28,11 +29,15 @@ struct Binder {
         return sqlite3_bind_text64(statement, position, bytes, value.size(), SQLITE_STATIC, SQLITE_UTF8);
     }
     int operator()(DateTime value) const {
-        const std::string text = formatDateTimeText(value);
+        const std::string text = formatIsoDateTime(value);
         return sqlite3_bind_text64(statement, position, text.data(), text.size(), SQLITE_TRANSIENT,
                                    SQLITE_UTF8);
     }
 };
+
+constexpr int moneyFactor = 10000;
+constexpr std::uint8_t moneyScale = 4;
+constexpr std::int64_t largestMoney = std::numeric_limits<std::int64_t>::max() / moneyFactor;
 
 } // namespace
 
@@ -118,6 +123,68 @@ std::shared_ptr<const Snapshot> SqliteStatement::readAll() {
         snapshot->endRow();
     }
     return snapshot;
+}
+
+ColumnReader::ColumnReader(sqlite3_stmt* statement, int column)
+    : statement_(statement), column_(column),
+      declared_(declaredType(sqlite3_column_decltype(statement, column))) {}
+
+ColumnReader::Declared ColumnReader::declaredType(const char* declaration) {
+    const std::string_view text = declaration ? declaration : "";
+    const std::string_view type = text.substr(0, text.find_first_of("( ")); // "decimal" of "DECIMAL(18, 2)"
+    const auto isOneOf = [type](std::initializer_list<std::string_view> names) {
+        return std::ranges::any_of(names, [type](auto name) { return equalIgnoringCase(type, name); });
+    };
+    if (isOneOf({"bit", "boolean"}))
+        return Declared::Boolean;
+    if (isOneOf({"float", "real", "double"}))
+        return Declared::Real;
+    if (isOneOf({"money", "smallmoney", "decimal", "numeric"}))
+        return Declared::Money;
+    if (isOneOf({"datetime", "datetime2", "smalldatetime", "date"}))
+        return Declared::Time;
+    return Declared::Anything;
+}
+
+Value ColumnReader::read() const {
+    switch (sqlite3_column_type(statement_, column_)) {
+    case SQLITE_NULL:
+        return Null{};
+    case SQLITE_INTEGER:
+        return readInteger();
+    case SQLITE_FLOAT:
+        return readReal();
+    default:
+        return readBytes();
+    }
+}
+
+Value ColumnReader::readInteger() const {
+    const std::int64_t value = sqlite3_column_int64(statement_, column_);
+    if (declared_ == Declared::Boolean)
+        return value != 0;
+    if (declared_ == Declared::Real)
+        return static_cast<double>(value);
+    if (declared_ == Declared::Money && value >= -largestMoney && value <= largestMoney)
+        return Decimal{value * moneyFactor, moneyScale};
+    return value;
+}
+
+Value ColumnReader::readReal() const {
+    const double value = sqlite3_column_double(statement_, column_);
+    if (declared_ == Declared::Money && std::fabs(value) <= static_cast<double>(largestMoney))
+        return Decimal{std::llround(value * moneyFactor), moneyScale};
+    return value;
+}
+
+Value ColumnReader::readBytes() const {
+    const void* bytes = sqlite3_column_text(statement_, column_);
+    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_, column_));
+    const std::string_view text = bytes ? std::string_view(static_cast<const char*>(bytes), size) : "";
+    if (declared_ == Declared::Time)
+        if (const auto time = parseIsoDateTime(text))
+            return *time;
+    return text;
 }
 
 } // namespace kova

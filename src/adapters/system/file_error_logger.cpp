@@ -1,7 +1,8 @@
 #include "adapters/system/file_error_logger.h"
 
+#include "base/iso_date_time.h"
+
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -16,13 +17,9 @@ constexpr std::size_t MostWaiting = 1000;
 
 std::string timeStamp(DateTime time) {
     using namespace std::chrono;
-    const year_month_day date(floor<days>(time));
-    const hh_mm_ss clock(floor<milliseconds>(time - floor<days>(time)));
-    char text[40];
-    std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02d.%03d", static_cast<int>(date.year()),
-                  static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
-                  static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
-                  static_cast<int>(clock.seconds().count()), static_cast<int>(clock.subseconds().count()));
+    std::string text = formatIsoDateTime(time, 'T');
+    if (floor<seconds>(time) == time)
+        text += ".000";
     return text;
 }
 

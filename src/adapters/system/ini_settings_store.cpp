@@ -1,5 +1,7 @@
 #include "adapters/system/ini_settings_store.h"
 
+#include "base/ascii_text.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
@@ -8,22 +10,10 @@
 namespace kova {
 namespace {
 
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
 /// Sections and names compare in small letters, with `/` between the levels.
 std::string canonical(std::string_view text) {
     std::string result(text);
-    std::ranges::transform(result, result.begin(), [](char c) {
-        if (c == '\\')
-            return '/';
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    std::ranges::transform(result, result.begin(), [](char c) { return c == '\\' ? '/' : lowered(c); });
     return result;
 }
 

@@ -1,12 +1,14 @@
-#include "adapters/sqlite/sqlite_handle.h"
+#include "adapters/sqlite/sqlite_database.h"
 
-#include "adapters/sqlite/daily_operation.h"
 #include "adapters/sqlite/server_dialect.h"
 #include "adapters/sqlite/server_functions.h"
 #include "adapters/sqlite/sqlite_statement.h"
+#include "base/ascii_text.h"
 
-#include <filesystem>
 #include <sqlite3.h>
+
+#include <algorithm>
+#include <filesystem>
 
 namespace kova {
 namespace {
@@ -82,6 +84,65 @@ Recordset SqliteConnection::query(const Query& query) {
     for (const DateParameter& parameter : query.parameters)
         statement.bind(++position, parameter.value);
     return Recordset(statement.readAll());
+}
+
+namespace {
+
+/// Takes everything up to the mark off the front, and the mark.
+std::string_view takeUntil(std::string_view& rest, char mark) {
+    const auto end = rest.find(mark);
+    const auto taken = rest.substr(0, end);
+    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+    return taken;
+}
+
+std::string takeValue(std::string_view& rest) {
+    rest.remove_prefix(std::min(rest.find_first_not_of(" \t\r\n"), rest.size()));
+    if (rest.empty() || (rest.front() != '"' && rest.front() != '\''))
+        return std::string(trimmed(takeUntil(rest, ';')));
+    const char quote = rest.front();
+    rest.remove_prefix(1);
+    std::string value(takeUntil(rest, quote));
+    while (!rest.empty() && rest.front() == quote) { // doubled: a quote that belongs to the value
+        rest.remove_prefix(1);
+        value += quote;
+        value += takeUntil(rest, quote);
+    }
+    takeUntil(rest, ';');
+    return value;
+}
+
+/// Value of a key in `key=value;key="value";…`, blanks around both trimmed; of several equal keys the last
+/// one. Inside quotes of either kind a semicolon is a character, and a doubled quote one quote.
+std::optional<std::string> connectionStringValue(std::string_view connectionString, std::string_view key) {
+    std::optional<std::string> result;
+    while (!connectionString.empty()) {
+        const auto mark = connectionString.find_first_of("=;");
+        if (mark == std::string_view::npos)
+            break;
+        const bool hasValue = connectionString[mark] == '=';
+        const auto name = trimmed(connectionString.substr(0, mark));
+        connectionString.remove_prefix(mark + 1);
+        if (!hasValue)
+            continue;
+        std::string value = takeValue(connectionString);
+        if (equalIgnoringCase(name, key))
+            result = std::move(value);
+    }
+    return result;
+}
+
+} // namespace
+
+std::shared_ptr<DatabaseConnection> openSqlite(const std::string& file) {
+    return std::make_shared<SqliteConnection>(SqliteHandle::openFile(file, SqliteHandle::Access::ReadOnly));
+}
+
+std::shared_ptr<DatabaseConnection> SqliteProvider::open(const std::string& connectionString) {
+    if (const auto file = connectionStringValue(connectionString, "data source"))
+        return openSqlite(*file);
+    throw DatabaseError(DatabaseError::Unspecified,
+                        "Data source name not found and no default driver specified", "HY000");
 }
 
 } // namespace kova

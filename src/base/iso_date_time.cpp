@@ -1,4 +1,6 @@
-#include "adapters/sqlite/date_time_text.h"
+#include "base/iso_date_time.h"
+
+#include "base/ascii_text.h"
 
 #include <array>
 #include <cstdio>
@@ -6,9 +8,7 @@
 namespace kova {
 namespace {
 
-bool isDateDigit(char c) {
-    return c >= '0' && c <= '9';
-}
+using Moment = std::chrono::local_time<std::chrono::milliseconds>;
 
 /// Takes pieces off the front of a text; once a piece did not fit, the text has failed.
 class Scanner {
@@ -18,7 +18,7 @@ class Scanner {
     int number(std::size_t digits) {
         int value = 0;
         for (std::size_t i = 0; i < digits; ++i) {
-            if (text_.empty() || !isDateDigit(text_.front())) {
+            if (text_.empty() || !isDigit(text_.front())) {
                 failed_ = true;
                 return 0;
             }
@@ -36,7 +36,7 @@ class Scanner {
     void expect(std::string_view anyOf) { failed_ = !skip(anyOf) || failed_; }
     int milliseconds() {
         int value = number(1) * 100;
-        for (int unit = 10; !text_.empty() && isDateDigit(text_.front()); unit /= 10)
+        for (int unit = 10; !text_.empty() && isDigit(text_.front()); unit /= 10)
             value += number(1) * unit;
         return value;
     }
@@ -52,7 +52,7 @@ struct Parts {
     int year = 0, month = 0, day = 0, hours = 0, minutes = 0, seconds = 0, milliseconds = 0;
 };
 
-std::optional<DateTime> timeOf(const Parts& parts) {
+std::optional<Moment> momentOf(const Parts& parts) {
     const std::chrono::year_month_day date{std::chrono::year(parts.year),
                                            std::chrono::month(static_cast<unsigned>(parts.month)),
                                            std::chrono::day(static_cast<unsigned>(parts.day))};
@@ -69,7 +69,7 @@ std::optional<Parts> readUsualForm(std::string_view text) {
     if (text.size() != form.size())
         return std::nullopt;
     for (std::size_t i = 0; i < form.size(); ++i)
-        if (form[i] == '0' ? !isDateDigit(text[i]) : text[i] != form[i])
+        if (form[i] == '0' ? !isDigit(text[i]) : text[i] != form[i])
             return std::nullopt;
     const auto pair = [&](std::size_t at) { return (text[at] - '0') * 10 + (text[at + 1] - '0'); };
     return Parts{pair(0) * 100 + pair(2), pair(5), pair(8), pair(11), pair(14), pair(17), 0};
@@ -77,9 +77,9 @@ std::optional<Parts> readUsualForm(std::string_view text) {
 
 } // namespace
 
-std::optional<DateTime> parseDateTimeText(std::string_view text) {
+std::optional<Moment> parseIsoDateTime(std::string_view text) {
     if (const auto usual = readUsualForm(text))
-        return timeOf(*usual);
+        return momentOf(*usual);
     Parts parts;
     Scanner scanner(text);
     parts.year = scanner.number(4);
@@ -98,18 +98,18 @@ std::optional<DateTime> parseDateTimeText(std::string_view text) {
                 parts.milliseconds = scanner.milliseconds();
         }
     }
-    return scanner.matched() ? timeOf(parts) : std::nullopt;
+    return scanner.matched() ? momentOf(parts) : std::nullopt;
 }
 
-std::string formatDateTimeText(DateTime time) {
+std::string formatIsoDateTime(Moment time, char betweenDayAndTime) {
     const auto day = std::chrono::floor<std::chrono::days>(time);
     const std::chrono::year_month_day date(day);
     const std::chrono::hh_mm_ss<std::chrono::milliseconds> clock(time - day);
     const auto count = [](auto duration) { return static_cast<int>(duration.count()); };
     std::array<char, 48> text{};
-    int length = std::snprintf(text.data(), text.size(), "%04d-%02u-%02u %02d:%02d:%02d",
+    int length = std::snprintf(text.data(), text.size(), "%04d-%02u-%02u%c%02d:%02d:%02d",
                                static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
-                               static_cast<unsigned>(date.day()), count(clock.hours()),
+                               static_cast<unsigned>(date.day()), betweenDayAndTime, count(clock.hours()),
                                count(clock.minutes()), count(clock.seconds()));
     std::string result(text.data(), static_cast<std::size_t>(length));
     if (clock.subseconds().count() != 0) {

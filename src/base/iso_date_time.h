@@ -1,17 +1,19 @@
 #pragma once
-#include "ports/database.h"
-
+#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace kova {
 
+// Times without a zone in the order of ISO 8601, whatever the region.
+
 /// Reads `YYYY-MM-DD`, or that with a blank or `T` and `HH:MM[:SS[.fraction]]`; digits past the milliseconds
 /// are dropped. Nothing for every other text.
-std::optional<DateTime> parseDateTimeText(std::string_view text);
+std::optional<std::chrono::local_time<std::chrono::milliseconds>> parseIsoDateTime(std::string_view text);
 
 /// `YYYY-MM-DD HH:MM:SS`, with `.mmm` only when it is not zero, so that texts sort as the times they name.
-std::string formatDateTimeText(DateTime time);
+std::string formatIsoDateTime(std::chrono::local_time<std::chrono::milliseconds> time,
+                              char betweenDayAndTime = ' ');
 
 } // namespace kova
