@@ -1,7 +1,7 @@
 #include "library/library_process.h"
 
 #include "adapters/system/file_error_logger.h"
-#include "adapters/system/own_folder.h"
+#include "adapters/system/machine.h"
 #include "adapters/system/system_regional_settings.h"
 #include "base/error.h"
 
@@ -67,7 +67,7 @@ Platform LibraryProcess::platform() {
             .eventLoop = eventLoop_,
             .clock = clock_,
             .languageRuntime = language_,
-            .settingsStore = settings_,
+            .settingsStore = *settings_,
             .databases = databases_,
             .regional = regional_,
             .makeErrorLogger = processLog,

@@ -2,8 +2,7 @@
 #include "adapters/databases/databases.h"
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/user_interface.h"
-#include "adapters/system/ini_settings_store.h"
-#include "adapters/system/system_clock.h"
+#include "adapters/system/machine.h"
 #include "adapters/system/system_language_runtime.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "ports/host_calls.h"
@@ -69,7 +68,7 @@ class LibraryProcess final : public HostCalls, public std::enable_shared_from_th
     QtUserInterface userInterface_{eventLoop_, regional_};
     SystemClock clock_;
     SystemLanguageRuntime language_;
-    IniSettingsStore settings_{settingsFile()};
+    std::unique_ptr<SettingsStore> settings_ = machineSettings();
     Databases databases_;
     ProcessState state_;
     std::vector<std::weak_ptr<cls_Kova_Drawer_Man>> components_;

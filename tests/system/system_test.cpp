@@ -1,7 +1,6 @@
 #include "adapters/system/file_error_logger.h"
 #include "adapters/system/ini_settings_store.h"
-#include "adapters/system/own_folder.h"
-#include "adapters/system/system_clock.h"
+#include "adapters/system/machine.h"
 #include "adapters/system/system_language_runtime.h"
 #include "adapters/system/system_regional_settings.h"
 
@@ -47,7 +46,8 @@ TEST_F(SystemAdapter, SettingsComeFromTheSectionOfTheirKeyWhateverTheCase) {
                            "Formula=a=b\n"
                            "[SOFTWARE/ZELT/KOVA]\nLate=5\n";
     set("KOVA_SETTINGS", file.string());
-    const IniSettingsStore store(settingsFile());
+    const auto settings = machineSettings();
+    const SettingsStore& store = *settings;
     const auto option = [&](const char* name) { return store.read("SOFTWARE\\ZELT\\KOVA", "Options", name); };
     EXPECT_EQ(option("LanguageID"), "1031");
     EXPECT_EQ(option("Empty"), "");

@@ -2,7 +2,6 @@
 #include "adapters/odbc/odbc_handles.h"
 #include "ports/database.h"
 
-#include <sqltypes.h>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -1,6 +1,9 @@
 #pragma once
 #include "ports/database.h"
 
+#ifdef _WIN32
+#include <windows.h> // whose types the headers of ODBC need
+#endif
 #include <sql.h>
 
 namespace kova {

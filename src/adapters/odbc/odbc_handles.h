@@ -1,8 +1,8 @@
 #pragma once
 #include "adapters/odbc/odbc_connection_text.h"
+#include "adapters/odbc/odbc_error.h"
 
 #include <cstdint>
-#include <sql.h>
 #include <string>
 
 namespace kova {

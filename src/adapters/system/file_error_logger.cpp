@@ -1,14 +1,13 @@
 #include "adapters/system/file_error_logger.h"
 
+#include "adapters/system/machine.h"
+
 #include "base/iso_date_time.h"
 
 #include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <syslog.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace kova {
 namespace {
@@ -47,18 +46,13 @@ std::string field(const std::string& text) {
     return result;
 }
 
-std::string variable(const char* name) {
-    const char* const value = std::getenv(name);
-    return value == nullptr ? "" : value;
-}
-
 std::vector<LogPlace> otherPlaces(LogPlace last) {
     std::vector<LogPlace> places;
     if (const std::string path = userLogFile(); !path.empty()) {
         LogPlace file = logFile(path);
         file.write = [path, write = file.write](const std::string& record) {
             std::error_code failed; // the file then says so, too
-            std::filesystem::create_directories(std::filesystem::path(path).parent_path(), failed);
+            std::filesystem::create_directories(pathOf(path).parent_path(), failed);
             return write(record);
         };
         places.push_back(std::move(file));
@@ -72,7 +66,7 @@ std::vector<LogPlace> otherPlaces(LogPlace last) {
 LogPlace logFile(const std::string& path) {
     return {path, [path](const std::string& record) -> std::string {
                 errno = 0;
-                std::ofstream file(path, std::ios::app | std::ios::binary);
+                std::ofstream file(pathOf(path), std::ios::app | std::ios::binary);
                 file << record << std::flush;
                 if (file)
                     return {};
@@ -168,27 +162,17 @@ SystemErrorLogger::SystemErrorLogger(const Clock& clock, LogPlace last)
     : FileErrorLogger(clock, otherPlaces(std::move(last))) {}
 
 void SystemErrorLogger::SetLogFile(const std::string& path) {
-    const std::string named = variable("KOVA_LOG");
+    const std::string named = environmentVariable("KOVA_LOG");
     FileErrorLogger::SetLogFile(named.empty() ? path : named);
 }
 
 LogPlace SystemErrorLogger::systemLog() {
-    return {"the system's log", [](const std::string& record) -> std::string {
-                // syslog itself never tells that nobody listens.
-                if (access("/dev/log", W_OK) != 0)
-                    return std::generic_category().message(errno);
-                syslog(LOG_USER | LOG_ERR, "kova: %s", record.c_str());
-                return {};
-            }};
+    return {"the system's log", writeToSystemLog};
 }
 
 std::string userLogFile() {
-    // A relative folder counts as none, wherever the program happens to run.
-    if (const std::filesystem::path state = variable("XDG_STATE_HOME"); state.is_absolute())
-        return state / "kova/logfile.log";
-    if (const std::filesystem::path home = variable("HOME"); home.is_absolute())
-        return home / ".local/state/kova/logfile.log";
-    return {};
+    const std::string folder = userStateFolder();
+    return folder.empty() ? folder : utf8Of(pathOf(folder) / "kova" / "logfile.log");
 }
 
 } // namespace kova

@@ -55,12 +55,11 @@ class SystemErrorLogger final : public FileErrorLogger {
     explicit SystemErrorLogger(const Clock& clock, LogPlace last = systemLog());
     void SetLogFile(const std::string& path) override;
 
-    /// syslog(3). Takes no record on a machine without one.
+    /// Takes no record on a machine without one.
     static LogPlace systemLog();
 };
 
-/// The log file of the user: kova/logfile.log in $XDG_STATE_HOME, otherwise in ~/.local/state. Empty when the
-/// environment names neither folder.
+/// The log file of the user: kova/logfile.log in `userStateFolder`. Empty when there is none.
 std::string userLogFile();
 
 } // namespace kova

@@ -1,5 +1,7 @@
 #include "adapters/system/ini_settings_store.h"
 
+#include "adapters/system/machine.h"
+
 #include "base/ascii_text.h"
 
 #include <algorithm>
@@ -23,7 +25,7 @@ std::optional<std::string> IniSettingsStore::read(const std::string& baseKey, co
                                                   const std::string& name) const {
     const std::string wantedSection = canonical(baseKey + '/' + section);
     const std::string wantedName = canonical(name);
-    std::ifstream file(file_);
+    std::ifstream file(pathOf(file_));
     std::string line;
     bool inside = false;
     while (std::getline(file, line)) {
@@ -40,11 +42,6 @@ std::optional<std::string> IniSettingsStore::read(const std::string& baseKey, co
             return std::string(trimmed(text.substr(equals + 1)));
     }
     return std::nullopt;
-}
-
-std::string settingsFile() {
-    const char* const named = std::getenv("KOVA_SETTINGS");
-    return named != nullptr && *named != '\0' ? named : "/etc/kova/kova.ini";
 }
 
 } // namespace kova

@@ -17,8 +17,4 @@ class IniSettingsStore final : public SettingsStore {
     std::string file_;
 };
 
-/// Where the settings of this machine lie: what the environment variable KOVA_SETTINGS names, otherwise
-/// /etc/kova/kova.ini.
-std::string settingsFile();
-
 } // namespace kova

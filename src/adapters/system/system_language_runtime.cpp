@@ -1,6 +1,6 @@
 #include "adapters/system/system_language_runtime.h"
 
-#include "adapters/system/system_regional_settings.h"
+#include "adapters/system/machine.h"
 
 #include <algorithm>
 #include <array>
@@ -38,7 +38,7 @@ std::int32_t languageIdOfLocale(std::string_view locale) {
 }
 
 SystemLanguageRuntime::SystemLanguageRuntime() : id_(0) {
-    const auto locale = localeName("LC_MESSAGES");
+    const auto locale = userLanguage();
     if (const auto* const language = findLanguage(locale)) {
         id_ = language->id;
         name_ = language->name;
