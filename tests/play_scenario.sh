@@ -21,8 +21,9 @@ rm -rf "$output" && mkdir -p "$output" && cd "$output" || exit 1
 
 set --
 [ ! -f "$base.args" ] || eval "set -- $(cat "$base.args")"
-"$host" --script "$scenario" --ui "$interface" "$@" >trace 2>errors
+${KOVA_EMULATOR:-} "$host" --script "$scenario" --ui "$interface" "$@" >printed 2>errors
 status=$?
+tr -d '\r' <printed >trace
 
 wrong=0
 expected=0

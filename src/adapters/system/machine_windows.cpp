@@ -23,8 +23,7 @@ class RegistrySettingsStore final : public SettingsStore {
                                                   const std::string& name) const override {
         const std::wstring key = wide(baseKey + '\\' + section);
         const std::wstring value = wide(name);
-        constexpr DWORD kinds =
-            RRF_RT_REG_SZ | RRF_RT_REG_EXPAND_SZ | RRF_RT_REG_DWORD | RRF_SUBKEY_WOW6464KEY;
+        constexpr DWORD kinds = RRF_RT_REG_SZ | RRF_RT_REG_DWORD | RRF_SUBKEY_WOW6464KEY;
         std::array<wchar_t, 1024> buffer{};
         DWORD type = 0;
         auto size = static_cast<DWORD>(sizeof(buffer));
