@@ -74,9 +74,9 @@ build_qt() {
 
 say "building SQLite and Qt for Windows ($cpu) once for this machine, into $prefix" >&2
 log=$cache/windows-$cpu.log
-if ! (set -e; build_sqlite; build_qt) >"$log" 2>&1; then
-  tail -n 20 "$log" >&2
-  fail "could not build the libraries for Windows (log: $log)"
-fi
+trap 'tail -n 20 "$log" >&2; fail "could not build the libraries for Windows (log: $log)"' ERR
+set -E
+{ build_sqlite; build_qt; } >"$log" 2>&1
+trap - ERR
 touch "$prefix/complete"
 echo "$prefix"
