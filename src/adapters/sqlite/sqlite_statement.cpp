@@ -35,9 +35,9 @@ struct Binder {
     }
 };
 
-constexpr int moneyFactor = 10000;
-constexpr std::uint8_t moneyScale = 4;
-constexpr std::int64_t largestMoney = std::numeric_limits<std::int64_t>::max() / moneyFactor;
+constexpr int MoneyFactor = 10000;
+constexpr std::uint8_t MoneyScale = 4;
+constexpr std::int64_t LargestMoney = std::numeric_limits<std::int64_t>::max() / MoneyFactor;
 
 } // namespace
 
@@ -165,15 +165,15 @@ Value ColumnReader::readInteger() const {
         return value != 0;
     if (declared_ == Declared::Real)
         return static_cast<double>(value);
-    if (declared_ == Declared::Money && value >= -largestMoney && value <= largestMoney)
-        return Decimal{value * moneyFactor, moneyScale};
+    if (declared_ == Declared::Money && value >= -LargestMoney && value <= LargestMoney)
+        return Decimal{value * MoneyFactor, MoneyScale};
     return value;
 }
 
 Value ColumnReader::readReal() const {
     const double value = sqlite3_column_double(statement_, column_);
-    if (declared_ == Declared::Money && std::fabs(value) <= static_cast<double>(largestMoney))
-        return Decimal{std::llround(value * moneyFactor), moneyScale};
+    if (declared_ == Declared::Money && std::fabs(value) <= static_cast<double>(LargestMoney))
+        return Decimal{std::llround(value * MoneyFactor), MoneyScale};
     return value;
 }
 
