@@ -1,7 +1,6 @@
 #include "documents/qt/day_document.h"
 
 #include "demonstration/texts.h"
-#include "documents/day_report_texts.h"
 #include "documents/qt/print_table.h"
 #include "services/conversions.h"
 
