@@ -112,7 +112,7 @@ void fitForFingers(QPrintPreviewDialog& dialog, const DayDocument& document, dou
 } // namespace
 
 void printPages(const DayDocument& document, QPrinter& printer) {
-    const DayPages pages(document, printer);
+    DayPages pages(document, printer);
     const std::vector<int> wanted = wantedPages(printer, pages.count());
     const int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
     QPainter painter;
