@@ -46,7 +46,7 @@ const ColumnShape& shape(int column) {
 
 } // namespace
 
-MovementListModel::Row MovementListModel::row(const ListedMovement& movement) {
+MovementListModel::Row MovementListModel::rowOf(const ListedMovement& movement) {
     const auto text = [](const std::string& utf8) { return QString::fromStdString(utf8).simplified(); };
     Row row{std::vector<QString>(ColumnCount), movement.incoming};
     const auto at = [&](Column column) -> QString& { return row.texts[column]; };
@@ -65,7 +65,7 @@ MovementListModel::Row MovementListModel::row(const ListedMovement& movement) {
 void MovementListModel::setMovements(const std::vector<ListedMovement>& movements) {
     std::vector<Row> rows;
     for (const ListedMovement& movement : movements)
-        rows.push_back(row(movement));
+        rows.push_back(rowOf(movement));
     beginResetModel();
     rows_ = std::move(rows);
     endResetModel();
