@@ -3,10 +3,9 @@
 #include "adapters/sqlite/server_dialect.h"
 #include "base/iso_date_time.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <new>
+#include <sqlite3.h>
 
 namespace kova {
 namespace {

@@ -5,10 +5,9 @@
 #include "adapters/sqlite/sqlite_statement.h"
 #include "base/ascii_text.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <filesystem>
+#include <sqlite3.h>
 
 namespace kova {
 namespace {
