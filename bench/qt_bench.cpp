@@ -11,7 +11,7 @@ namespace {
 void showToFirstFrame(benchmark::State& state) {
     QtEventLoop loop(QtEventLoop::Time::Live);
     const RegionalSettings regional;
-    QtUserInterface userInterface(loop, regional, {.surface = {1280, 800}});
+    QtUserInterface userInterface(loop, regional, QSize(1280, 800));
     Shop shop(loop, userInterface);
     for (auto _ : state) {
         shop.component().Show(0);

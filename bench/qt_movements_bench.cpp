@@ -33,7 +33,7 @@ struct QtDay {
 
     QtEventLoop loop{QtEventLoop::Time::Live};
     const RegionalSettings regional;
-    QtUserInterface userInterface{loop, regional, {.surface = {1280, 800}}};
+    QtUserInterface userInterface{loop, regional, QSize(1280, 800)};
     Shop shop{loop, userInterface};
     DayFile file;
     MovementsTab tab;

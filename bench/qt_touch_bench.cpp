@@ -45,7 +45,7 @@ class PaintWatch final : public QObject {
 
 /// The dialog with all that it can show, on a surface of that many pixels.
 struct Screen {
-    explicit Screen(const QSize& surface) : userInterface(loop, regional, {.surface = surface}) {
+    explicit Screen(const QSize& surface) : userInterface(loop, regional, surface) {
         shop.component().UsaSoloValutaAziendale(false);
     }
     ~Screen() { close(); }

@@ -157,7 +157,7 @@ struct SwitchShape {
 };
 
 using O = ComponentOptions;
-constexpr SwitchShape switchShapes[] = {
+constexpr SwitchShape SwitchShapes[] = {
     {Caption::DoubleMovement, "DoppioInserimentoObbligatorio", &O::DoppioInserimentoObbligatorio},
     {Caption::DarkColours, "ActiveColorMetroStyle", &O::ActiveColorMetroStyle},
     {Caption::ConfirmAutomatically, "InserimentoAutomatico", &O::InserimentoAutomatico},
@@ -242,7 +242,7 @@ void ChoicesPanel::fillLists(const ShopCatalogues& catalogues) {
 
 void ChoicesPanel::addSwitches() {
     int position = 0;
-    for (const SwitchShape& shape : switchShapes) {
+    for (const SwitchShape& shape : SwitchShapes) {
         auto* const input = new ToggleSwitch(shape.name);
         switchLayout_->addWidget(input, position / 2, position % 2);
         switches_.push_back({shape.caption, shape.option, input});

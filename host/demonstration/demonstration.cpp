@@ -15,7 +15,7 @@
 namespace kova {
 namespace {
 
-void tellUnusable(const HostOptions& options, const std::string& reason) {
+void showUnusable(const HostOptions& options, const std::string& reason) {
     const std::string name = databaseName(options);
     std::cerr << "kova-host: " << name << ": " << reason << std::endl;
     const std::int32_t language = languageId();
@@ -65,7 +65,7 @@ int runDemonstration(const HostOptions& options) {
         showOnScreen(window);
         return QApplication::exec();
     } catch (const std::exception& failure) {
-        tellUnusable(options, failure.what());
+        showUnusable(options, failure.what());
         return NotCarriedOut;
     }
 }

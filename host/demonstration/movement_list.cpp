@@ -27,7 +27,7 @@ constexpr Qt::Alignment Left = Qt::AlignLeft | Qt::AlignVCenter;
 constexpr Qt::Alignment Right = Qt::AlignRight | Qt::AlignVCenter;
 constexpr Qt::Alignment Middle = Qt::AlignHCenter | Qt::AlignVCenter;
 
-constexpr std::array<ColumnShape, MovementListModel::ColumnCount> shapes{{
+constexpr std::array<ColumnShape, MovementListModel::ColumnCount> Shapes{{
     {Caption::ColumnMoment, 165, Left},
     {Caption::ColumnActivity, 160, Left},
     {Caption::ColumnPayment, 105, Left},
@@ -41,12 +41,12 @@ constexpr std::array<ColumnShape, MovementListModel::ColumnCount> shapes{{
 }};
 
 const ColumnShape& shape(int column) {
-    return shapes.at(static_cast<std::size_t>(column));
+    return Shapes.at(static_cast<std::size_t>(column));
 }
 
 } // namespace
 
-MovementListModel::Row MovementListModel::row(const ListedMovement& movement) {
+MovementListModel::Row MovementListModel::rowOf(const ListedMovement& movement) {
     const auto text = [](const std::string& utf8) { return QString::fromStdString(utf8).simplified(); };
     Row row{std::vector<QString>(ColumnCount), movement.incoming};
     const auto at = [&](Column column) -> QString& { return row.texts[column]; };
@@ -65,7 +65,7 @@ MovementListModel::Row MovementListModel::row(const ListedMovement& movement) {
 void MovementListModel::setMovements(const std::vector<ListedMovement>& movements) {
     std::vector<Row> rows;
     for (const ListedMovement& movement : movements)
-        rows.push_back(row(movement));
+        rows.push_back(rowOf(movement));
     beginResetModel();
     rows_ = std::move(rows);
     endResetModel();
@@ -175,7 +175,7 @@ void MovementList::resizeEvent(QResizeEvent*) {
 }
 
 void MovementList::layOutColumns() {
-    const double whole = std::accumulate(shapes.begin(), shapes.end(), 0.0,
+    const double whole = std::accumulate(Shapes.begin(), Shapes.end(), 0.0,
                                          [](double sum, const auto& one) { return sum + one.share; });
     const int room = table_->width() - table_->verticalScrollBar()->sizeHint().width();
     for (int column = 0; column < MovementListModel::ColumnCount; ++column)

@@ -31,7 +31,7 @@ class MovementListModel final : public QAbstractTableModel {
         std::vector<QString> texts; ///< by column; that of the direction is empty
         std::optional<bool> incoming;
     };
-    static Row row(const ListedMovement& movement);
+    static Row rowOf(const ListedMovement& movement);
     [[nodiscard]] QString text(const Row& row, int column) const;
     std::vector<Row> rows_;
     std::int32_t languageId_ = 0;

@@ -28,7 +28,8 @@ struct ReceivedEvent {
 std::string databaseName(const HostOptions& options);
 
 /// The demonstration's shop behind its window: database, component, and the sink that stores each movement
-/// before the component goes on. Needs a QApplication, which must outlive it.
+/// before the component goes on. A QApplication of the program's outlives it; without one the component makes
+/// its own, which ends with this.
 class PointOfSale final : private EventSink {
   public:
     /// Opens what the options ask for, where "sample" is a file in the user's data folder. Throws

@@ -12,7 +12,7 @@ struct Texts {
     const char *italian, *german, *english;
 };
 
-constexpr std::array table{
+constexpr std::array Table{
     Texts{Caption::Title, "Punto cassa", "Kasse", "Point of sale"},
     Texts{Caption::Subtitle, "Dimostrazione dei movimenti di cassetto",
           "Vorführung der Kassenladenbewegungen", "Demonstration of cash-drawer movements"},
@@ -111,7 +111,7 @@ constexpr std::array table{
 } // namespace
 
 QString caption(Caption which, std::int32_t languageId) {
-    for (const Texts& texts : table)
+    for (const Texts& texts : Table)
         if (texts.which == which)
             return QString::fromUtf8(languageId == German    ? texts.german
                                      : languageId == English ? texts.english

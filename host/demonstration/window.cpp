@@ -22,8 +22,8 @@ std::int32_t supportedLanguage(std::int32_t id) {
     return id == German || id == English ? id : Italian;
 }
 
-/// About what the dialog asked for, and of no account once another document is there.
-bool speaksOfDocuments(Caption message) {
+/// About a document that the dialog asked for: over as soon as it asks for another one.
+bool concernsDocuments(Caption message) {
     return message == Caption::NoDate || message == Caption::NoMovementsOn ||
            message == Caption::NotPrinted || message == Caption::DayUnreadable;
 }
@@ -91,8 +91,8 @@ QWidget* DemonstrationWindow::makeWorkplace() {
     auto* const layout = new QVBoxLayout(workplace);
     layout->addLayout(upper, 62);
     layout->addWidget(makeCard(movements_, Caption::Movements), 38);
-    roomyLayouts_.push_back(upper);
-    roomyLayouts_.push_back(layout);
+    wideLayouts_.push_back(upper);
+    wideLayouts_.push_back(layout);
     workplace_ = layout;
     return workplace;
 }
@@ -103,7 +103,7 @@ QWidget* DemonstrationWindow::makeActions() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(open_);
     layout->addWidget(makeCard(events_, Caption::Events), 1);
-    roomyLayouts_.push_back(layout);
+    wideLayouts_.push_back(layout);
     return actions;
 }
 
@@ -124,7 +124,7 @@ void DemonstrationWindow::openDialog() {
     introduction_->dismiss();
     shop_.show(choices_->choices());
     strip_.leave();
-    notice_.hide(); // it spoke to whoever worked in the dialog
+    notice_.hide(); // it was meant for who worked in the dialog
 }
 
 /// Called inside the component's request: the table is read when that is over.
@@ -144,10 +144,10 @@ void DemonstrationWindow::onReceived(const ReceivedEvent& event) {
     }
 }
 
-/// The dialog waits until its cashier is done with the document.
+/// Returns when the document has been closed; the dialog waits for that.
 void DemonstrationWindow::handOutDay(const ReceivedEvent& event) {
     notice_.hide();
-    if (failure_ && speaksOfDocuments(failure_->message)) {
+    if (failure_ && concernsDocuments(failure_->message)) {
         failure_.reset();
         showBanner();
     }
@@ -208,7 +208,7 @@ void DemonstrationWindow::report(Failure failure) {
     if (failure_->message == Caption::NotStored)
         notice_.display(banner_->text() + '\n' + caption(Caption::EntriesKept, languageId_),
                         Notice::Kind::Failure, scale_);
-    else if (speaksOfDocuments(failure_->message))
+    else if (concernsDocuments(failure_->message))
         notice_.display(banner_->text(), Notice::Kind::Failure, scale_);
 }
 
@@ -244,7 +244,7 @@ void DemonstrationWindow::setLanguage(std::int32_t id) {
 }
 
 void DemonstrationWindow::resizeEvent(QResizeEvent*) {
-    constexpr double LeastChange = 0.01; // of the scale; each change lays everything out anew
+    constexpr double LeastChange = 0.01; // of the scale; each change lays everything out again
     const double scale = host_look::scaleFor(size());
     if (std::abs(scale - scale_) >= LeastChange)
         setScale(scale);
@@ -256,7 +256,7 @@ void DemonstrationWindow::setScale(double scale) {
     setStyleSheet(host_look::styleSheet(scale));
     header_->setContentsMargins(px(16), px(6), px(12), px(6));
     header_->setSpacing(px(6));
-    for (QLayout* const layout : roomyLayouts_)
+    for (QLayout* const layout : wideLayouts_)
         layout->setSpacing(px(10));
     workplace_->setContentsMargins(px(10), px(10), px(10), px(10));
     for (QLayout* const layout : cardLayouts_) {

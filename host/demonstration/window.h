@@ -69,7 +69,7 @@ class DemonstrationWindow final : public QWidget {
     QPushButton* open_;
     LanguageButtons* languages_;
     std::vector<std::pair<Caption, QLabel*>> labels_;
-    std::vector<QLayout*> roomyLayouts_; ///< with wide gaps between their parts
+    std::vector<QLayout*> wideLayouts_; ///< with wide gaps between their parts
     std::vector<QLayout*> cardLayouts_;
     QLayout* header_ = nullptr;
     QLayout* workplace_ = nullptr;

@@ -19,7 +19,7 @@
 namespace kova {
 namespace {
 
-constexpr std::array sentences{Caption::FirstSentence, Caption::SecondSentence, Caption::ThirdSentence};
+constexpr std::array Sentences{Caption::FirstSentence, Caption::SecondSentence, Caption::ThirdSentence};
 const QString Seen = QStringLiteral("introduction/seen");
 
 QSettings userSettings() {
@@ -31,7 +31,7 @@ struct LanguageChoice {
     std::int32_t id;
     const char* name;
 };
-constexpr std::array languageChoices{LanguageChoice{Italian, "Italiano"}, LanguageChoice{German, "Deutsch"},
+constexpr std::array LanguageChoices{LanguageChoice{Italian, "Italiano"}, LanguageChoice{German, "Deutsch"},
                                      LanguageChoice{English, "English"}};
 
 constexpr double CornerGap = 4;
@@ -79,7 +79,7 @@ void Introduction::mouseReleaseEvent(QMouseEvent*) {
 
 void Introduction::setLanguage(std::int32_t id) {
     for (std::size_t i = 0; i < sentences_.size(); ++i)
-        sentences_[i]->setText(QString("%1.  %2").arg(i + 1).arg(caption(sentences[i], id)));
+        sentences_[i]->setText(QString("%1.  %2").arg(i + 1).arg(caption(Sentences[i], id)));
     understood_->setText(caption(Caption::Understood, id));
 }
 
@@ -97,7 +97,7 @@ LanguageButtons::LanguageButtons(Place place)
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_ShowWithoutActivating, place == Place::Strip);
     auto* const layout = new QHBoxLayout(this);
-    for (const LanguageChoice& choice : languageChoices) {
+    for (const LanguageChoice& choice : LanguageChoices) {
         auto* const button = new QPushButton(QString::fromUtf8(choice.name));
         button->setObjectName("LanguageSegment");
         button->setCheckable(true);

@@ -17,14 +17,14 @@ class QPushButton;
 
 namespace kova {
 
-/// What the demonstration is, in three sentences, until the dialog was opened or the panel was touched for
-/// the first time. The user's settings remember that.
+/// Explains the demonstration in three sentences, until the dialog is opened or these are touched for the
+/// first time. The user's settings remember that.
 class Introduction final : public QFrame {
   public:
     Introduction();
     void setLanguage(std::int32_t id);
     void setScale(double scale);
-    /// It is not shown again, at later starts neither.
+    /// Hides it, also at later starts.
     void dismiss();
 
   protected:
@@ -60,8 +60,8 @@ class LanguageButtons final : public QWidget {
     QButtonGroup* buttons_; ///< owned by this widget
 };
 
-/// A sign that stands above all windows, a modal dialog too, for a short time. It takes no touches: they go
-/// to what lies below.
+/// A message above all windows, a modal dialog too, for a short time. Touches go through it to what lies
+/// below.
 class Notice final : public QLabel {
   public:
     enum class Kind { Success, Failure };

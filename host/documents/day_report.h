@@ -57,4 +57,14 @@ Query dayReportQuery(const DayScope& scope);
 /// and Error for an amount that is none (13) and for amounts that come to more than money can hold (6).
 DayReport makeDayReport(const DayScope& scope, Recordset rows, const RegionalSettings& regional);
 
+/// Which amounts carry a sign; zero never does.
+enum class Sign { OfNegative, Always };
+
+/// Digit by digit, so that no sum is too large to be right: grouped, with two decimals, more only where it
+/// has more. The minus is the typographical one, as wide as a plus.
+std::string moneyText(Decimal amount, const RegionalSettings& regional, Sign sign);
+
+/// Hours and minutes in the region's form, as in 14:05 or 2:05 PM.
+std::string timeOfDayText(DateTime time, const RegionalSettings& regional);
+
 } // namespace kova

@@ -53,7 +53,8 @@ class Stage {
 /// Widget models alone, on virtual time.
 std::unique_ptr<Stage> makeHeadlessStage();
 /// Real windows, whose time passes in the cashier's waits alone. Only in builds with Qt. The settings outlive
-/// the stage. Of the options count the size of windows, the screen's without it, and the folder for pictures.
+/// the stage. Takes from the options the size of the windows, the screen's without it, and the folder for
+/// pictures.
 std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional, const HostOptions& options);
 
 } // namespace kova

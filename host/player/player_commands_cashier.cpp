@@ -192,7 +192,7 @@ void screenshot(Scene& scene, const Arguments& arguments) {
 } // namespace
 
 std::span<const Command> cashierCommands() {
-    static constexpr Command commands[] = {
+    static constexpr Command Commands[] = {
         {"touch", touch},     {"press", press},
         {"key", key},         {"keyboard", keyboard},
         {"focus", focus},     {"type", type},
@@ -201,7 +201,7 @@ std::span<const Command> cashierCommands() {
         {"ungroup", ungroup}, {"close", close},
         {"wait", wait},       {"screenshot", screenshot},
     };
-    return commands;
+    return Commands;
 }
 
 } // namespace kova

@@ -231,15 +231,15 @@ void messages(Scene& scene, const Arguments& arguments) {
 } // namespace
 
 std::span<const Command> worldCommands() {
-    static constexpr Command commands[] = {
+    static constexpr Command Commands[] = {
         {"regional", regional}, {"now", now}, {"runtime-language", runtimeLanguage},
         {"registry", registry}, {"sql", sql}, {"fail-sql", failSql},
     };
-    return commands;
+    return Commands;
 }
 
 std::span<const Command> hostCommands() {
-    static constexpr Command commands[] = {
+    static constexpr Command Commands[] = {
         {"create", create},
         {"use", use},
         {"release", release},
@@ -260,7 +260,7 @@ std::span<const Command> hostCommands() {
         {"answer", answer},
         {"messages", messages},
     };
-    return commands;
+    return Commands;
 }
 
 } // namespace kova

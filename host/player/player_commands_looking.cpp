@@ -169,7 +169,7 @@ void dumpLog(Scene& scene, const Arguments& arguments) {
 }
 
 /// What `dump` can look at.
-constexpr Command subjects[] = {
+constexpr Command Subjects[] = {
     {"selection", dumpSelection},
     {"settings", dumpSettings},
     {"dialog", dumpDialog},
@@ -185,7 +185,7 @@ constexpr Command subjects[] = {
 
 void dump(Scene& scene, const Arguments& arguments) {
     arguments.requireCount(1, 3);
-    for (const Command& subject : subjects)
+    for (const Command& subject : Subjects)
         if (subject.name == arguments.text(0)) {
             subject.run(scene, arguments.from(1));
             return;
@@ -196,8 +196,8 @@ void dump(Scene& scene, const Arguments& arguments) {
 } // namespace
 
 std::span<const Command> lookingCommands() {
-    static constexpr Command commands[] = {{"dump", dump}};
-    return commands;
+    static constexpr Command Commands[] = {{"dump", dump}};
+    return Commands;
 }
 
 } // namespace kova

@@ -14,8 +14,8 @@
 
 namespace kova {
 
-/// The time of a script: it passes in the cashier's waits alone, and inside a timer's tick it is the instant
-/// at which the tick fell due. The timers are those of another event loop, which keeps their order.
+/// The time of a script. It passes only while the cashier waits; inside a timer's tick it is the instant at
+/// which the tick fell due. The timers are those of another event loop, which keeps their order.
 class ScriptTime final : public EventLoop {
   public:
     /// Both outlive this; time on the loop must pass in the cashier's waits alone too.
@@ -98,7 +98,7 @@ class RecordingErrorLogger final : public ErrorLogger {
     std::unique_ptr<FileErrorLogger> file_;
 };
 
-/// The surroundings of the component that a script rules over, but for user interface and database.
+/// What a script controls around the component, besides user interface and database.
 struct ScriptWorld {
     /// Both outlive the world.
     ScriptWorld(const ScriptTime& time, RegionalSettings& regionalSettings)

@@ -65,11 +65,11 @@ std::optional<Moment> momentOf(const Parts& parts) {
 
 /// The form in which nearly all are stored, YYYY-MM-DD HH:MM:SS; nothing for any other.
 std::optional<Parts> readUsualForm(std::string_view text) {
-    constexpr std::string_view form = "0000-00-00 00:00:00";
-    if (text.size() != form.size())
+    constexpr std::string_view Form = "0000-00-00 00:00:00";
+    if (text.size() != Form.size())
         return std::nullopt;
-    for (std::size_t i = 0; i < form.size(); ++i)
-        if (form[i] == '0' ? !isDigit(text[i]) : text[i] != form[i])
+    for (std::size_t i = 0; i < Form.size(); ++i)
+        if (Form[i] == '0' ? !isDigit(text[i]) : text[i] != Form[i])
             return std::nullopt;
     const auto pair = [&](std::size_t at) { return (text[at] - '0') * 10 + (text[at + 1] - '0'); };
     return Parts{pair(0) * 100 + pair(2), pair(5), pair(8), pair(11), pair(14), pair(17), 0};

@@ -1,6 +1,5 @@
 // The report of a day, from the tables of an embedded shop and from cells of other types.
 #include "documents/day_report.h"
-#include "documents/day_report_texts.h"
 
 #include "base/error.h"
 #include "database_contract.h"

@@ -84,7 +84,7 @@ const Failure failures[] = {{"server gone", unreachable, [](TdsServer& server) {
                              failEverywhere<Fault::Kind::Fail>, true},
                             {"broken in a row", linkBroken, failEverywhere<Fault::Kind::BreakOff>},
                             {"stalled", timedOut, failEverywhere<Fault::Kind::Stall>},
-                            {"stalled for good", timedOut, failEverywhere<Fault::Kind::StallDeadly>}};
+                            {"stalled for good", timedOut, failEverywhere<Fault::Kind::StallForever>}};
 
 TEST(OdbcFailure, CostsNothingThatWasTypedAndPasses) {
     for (const Failure& failure : failures) {

@@ -14,6 +14,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 namespace kova {
 namespace {
 
@@ -40,7 +42,7 @@ class DayDocumentTest : public testing::Test {
     /// Each text is to stay on the paper, and off the others.
     static std::vector<Page> pagesOf(const DayDocument& document, const QSize& size = A4) {
         TextPaper paper(size);
-        const DayPages pages(document, paper);
+        DayPages pages(document, paper);
         std::vector<Page> result;
         for (int page = 0; page < pages.count(); ++page) {
             QPainter painter(&paper);
@@ -84,8 +86,20 @@ TEST_F(DayDocumentTest, GoesOnOverPagesUnderRepeatedHeadings) {
     EXPECT_EQ(next, 200) << "no row is lost at the turn of a page, nor out of order";
     expectOn(pages[0], {"Movimenti di cassetto", "16/11/2026", "Cassa 3 · Operatore Zoë", "200 movimenti"});
     expectOn(pages[1], {"Movimenti di cassetto 16/11/2026 · Cassa 3 · Operatore Zoë"});
-    expectOn(pages.back(), {"Totali per pagamento e valuta", "Entrate", "Totale", "250.000,00"});
     (void)pagesOf(documentOf(40), {378, 567}); // narrow paper
+}
+
+TEST_F(DayDocumentTest, KeepsTheSumsOnOnePageUnderTheirTitle) {
+    std::set<std::size_t> counts;
+    for (int rows = 38; rows < 46; ++rows) { // more and more of the sums would not fit on the first page
+        auto pages = pagesOf(documentOf(rows));
+        counts.insert(pages.size());
+        expectOn(pages.back(), {"Totali per pagamento e valuta", "Entrate", "Totale", "250.000,00"});
+        pages.pop_back();
+        for (const Page& page : pages)
+            EXPECT_FALSE(placeOf(page, "Totali per pagamento e valuta").isValid()) << rows;
+    }
+    EXPECT_EQ(counts, (std::set<std::size_t>{1, 2}));
 }
 
 TEST_F(DayDocumentTest, AlignsAmountsAndWrapsLongNotes) {

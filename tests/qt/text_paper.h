@@ -42,7 +42,8 @@ class TextPaper final : public QImage, private QPaintEngine {
         const QRect seen = place.toRect() & picture_.rect();
         const bool clipped = !systemClip().isEmpty() && !systemClip().intersects(seen);
         if (!item.text().trimmed().isEmpty() && !seen.isEmpty() && !clipped)
-            texts.push_back({item.text(), painter()->pen().color(), mostOf(seen), place});
+            texts.push_back(
+                {item.text().replace(QChar::Nbsp, u' '), painter()->pen().color(), mostOf(seen), place});
     }
     QPainter& ready() {
         inner_.resetTransform();

@@ -1,22 +1,39 @@
 #include "till.h"
 
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
+
 #include <gtest/gtest.h>
 
 namespace kova::test {
 
-QtScreen::QtScreen(const QSize& surface, QtEventLoop::Time time)
-    : loop(time), userInterface(loop, italian,
-                                {.modalLoop = [this](Window& window) { runModal(window); },
-                                 .answer = [this](const PlatformMessage& message) { return answer(message); },
-                                 .surface = surface}) {}
+MessageAnswer AttendedInterface::messageBox(const PlatformMessage& message) {
+    const MessageAnswer wanted = answer(message);
+    QTimer::singleShot(0, qApp, [wanted] {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        const auto name = wanted == MessageAnswer::Yes  ? QMessageBox::Yes
+                          : wanted == MessageAnswer::No ? QMessageBox::No
+                                                        : QMessageBox::Ok;
+        if (QAbstractButton* const button = box->button(name))
+            button->click();
+        else
+            box->reject();
+    });
+    return drawing_.messageBox(message);
+}
 
-Till::Till(const QSize& surface, QtEventLoop::Time time)
-    : QtScreen(surface, time), World(userInterface, loop) {
-    runModal = [this](Window& window) {
+QtScreen::QtScreen(const QSize& surface, QtEventLoop::Time time)
+    : loop(time), userInterface(loop, italian, surface) {}
+
+Till::Till(const QSize& surface, QtEventLoop::Time time) : QtScreen(surface, time), World(attended, loop) {
+    attended.modalLoop = [this](Window& window) {
         loop.settle();
         passModal(window);
     };
-    answer = [this](const PlatformMessage& message) {
+    attended.answer = [this](const PlatformMessage& message) {
         messages.push_back("!" + message.text);
         return MessageAnswer::Ok;
     };

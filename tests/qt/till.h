@@ -12,14 +12,30 @@
 
 namespace kova::test {
 
+/// Windows that are drawn, and a test in the place of who works in them.
+class AttendedInterface final : public UserInterface {
+  public:
+    explicit AttendedInterface(QtUserInterface& drawing) : drawing_(drawing) {}
+    std::unique_ptr<WindowView> present(Window& window) override { return drawing_.present(window); }
+    void runModal(Window& window) override { modalLoop(window); }
+    /// Shows the box and presses the button of the answer.
+    MessageAnswer messageBox(const PlatformMessage& message) override;
+    void setLanguage(std::int32_t id) override { drawing_.setLanguage(id); }
+
+    std::function<void(Window&)> modalLoop;
+    std::function<MessageAnswer(const PlatformMessage&)> answer;
+
+  private:
+    QtUserInterface& drawing_;
+};
+
 /// Real windows of one size.
 struct QtScreen {
     QtScreen(const QSize& surface, QtEventLoop::Time time);
-    std::function<void(Window&)> runModal;
-    std::function<MessageAnswer(const PlatformMessage&)> answer;
     const RegionalSettings italian;
     QtEventLoop loop;
     QtUserInterface userInterface;
+    AttendedInterface attended{userInterface};
 };
 
 /// A component with its rules on real windows, on the doubles of the unit tests for all else. No error may be

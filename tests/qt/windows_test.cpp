@@ -100,8 +100,8 @@ TEST_F(DrawnAids, ButtonsOfAMessageFollowTheLanguage) {
         till.runtime.change(9);
         yes = box->button(QMessageBox::Yes)->text();
     });
-    till.answer = [](const PlatformMessage&) { return MessageAnswer::No; };
-    EXPECT_EQ(till.userInterface.messageBox({"?", PlatformMessage::YesNo, "?"}), MessageAnswer::No);
+    till.attended.answer = [](const PlatformMessage&) { return MessageAnswer::No; };
+    EXPECT_EQ(till.attended.messageBox({"?", PlatformMessage::YesNo, "?"}), MessageAnswer::No);
     EXPECT_EQ(yes, "Yes");
 }
 

@@ -23,8 +23,8 @@ Fault faultFrom(Fault::Kind atOnce, Fault::Kind later, const Arguments& words, s
 }
 
 void fail(TdsServer& server, const Arguments& words) {
-    constexpr std::size_t own = 4;
-    auto failing = faultFrom(Fault::Kind::Fail, Fault::Kind::FailLate, words, own);
+    constexpr std::size_t Own = 4;
+    auto failing = faultFrom(Fault::Kind::Fail, Fault::Kind::FailLate, words, Own);
     failing.number = words.int32(2);
     failing.message = words.text(3);
     server.add(std::move(failing));
@@ -88,8 +88,8 @@ std::string_view commandsHelp() {
            "                     nothing more comes until the client gives up\n"
            "  log-ins accept|refuse|ignore\n"
            "                     what becomes of log-ins from now on\n"
-           "  stop               hangs up on everyone and listens no longer\n"
-           "  recover            forgets all faults, takes every log-in, and listens\n"
+           "  stop               ends all connections and takes no more\n"
+           "  recover            forgets all faults and takes connections and log-ins again\n"
            "  quit               ends\n";
 }
 

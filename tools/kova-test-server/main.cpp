@@ -69,7 +69,7 @@ tds::Access accessFrom(const Options& options) {
     return access;
 }
 
-void obey(std::istream& input, tds::TdsServer& server) {
+void carryOutCommands(std::istream& input, tds::TdsServer& server) {
     for (std::string line; std::getline(input, line);) {
         try {
             if (!tds::carryOut(line, server))
@@ -86,7 +86,7 @@ int serve(const Options& options) {
     const auto shop = ShopDatabase::open(options.at("--database"));
     tds::TdsServer server(shop.connection(), accessFrom(options));
     std::cout << server.connectionString() << std::endl;
-    obey(std::cin, server);
+    carryOutCommands(std::cin, server);
     return 0;
 }
 

@@ -8,16 +8,16 @@
 namespace kova::tds {
 namespace {
 
-constexpr std::string_view collation("\x09\x04\xD0\x00\x34", 5); // Latin1_General_CI_AS
-constexpr std::size_t longestText = 4000;                        // characters of nvarchar(n)
-constexpr unsigned moneyScale = 4;
+constexpr std::string_view Collation("\x09\x04\xD0\x00\x34", 5); // Latin1_General_CI_AS
+constexpr std::size_t LongestText = 4000;                        // characters of nvarchar(n)
+constexpr unsigned MoneyScale = 4;
 
 double asReal(const Value& value) {
     return asDouble(value, RegionalSettings());
 }
 
 std::int64_t atMoneyScale(const Value& value) {
-    if (const auto* const exact = std::get_if<Decimal>(&value); exact && exact->scale == moneyScale)
+    if (const auto* const exact = std::get_if<Decimal>(&value); exact && exact->scale == MoneyScale)
         return exact->unscaled;
     return std::llround(asReal(value) * 10000);
 }
@@ -66,28 +66,28 @@ ResultColumn::ResultColumn(Recordset records, std::size_t column, unsigned versi
                 std::max(characters_, text->size()); // bytes of UTF-8: never fewer than units of UTF-16
     }
     type_ = type.value_or(Type::Text);
-    if (type_ == Type::Text && characters_ > longestText)
+    if (type_ == Type::Text && characters_ > LongestText)
         type_ = Type::LongText;
     characters_ = std::max<std::size_t>(characters_, 40); // of numbers and times among texts
 }
 
 void ResultColumn::describe(WireWriter& writer) const {
-    constexpr unsigned nullable = 0x09;
+    constexpr unsigned Nullable = 0x09;
     if (version_ >= Tds72)
         writer.number(std::uint32_t{0});
     else
         writer.word(0);
-    writer.word(nullable);
+    writer.word(Nullable);
     // The type and the size of its longest cell, as the enumeration has them.
-    constexpr std::pair<unsigned, unsigned> sized[] = {{0x68, 1}, {0x26, 8}, {0x6D, 8}, {0x6E, 8}, {0x6F, 8}};
+    constexpr std::pair<unsigned, unsigned> Sized[] = {{0x68, 1}, {0x26, 8}, {0x6D, 8}, {0x6E, 8}, {0x6F, 8}};
     if (type_ == Type::Text)
-        writer.byte(0xE7).word(2 * characters_).bytes(collation);
+        writer.byte(0xE7).word(2 * characters_).bytes(Collation);
     else if (type_ == Type::LongText && version_ >= Tds72) // nvarchar(max)
-        writer.byte(0xE7).word(0xFFFF).bytes(collation);
+        writer.byte(0xE7).word(0xFFFF).bytes(Collation);
     else if (type_ == Type::LongText) // ntext, of a table without a name
-        writer.byte(0x63).number(std::int32_t{0x7FFFFFFE}).bytes(collation).word(0);
+        writer.byte(0x63).number(std::int32_t{0x7FFFFFFE}).bytes(Collation).word(0);
     else
-        writer.byte(sized[static_cast<int>(type_)].first).byte(sized[static_cast<int>(type_)].second);
+        writer.byte(Sized[static_cast<int>(type_)].first).byte(Sized[static_cast<int>(type_)].second);
     writer.shortText(name_);
 }
 

@@ -29,11 +29,11 @@ class TdsServer {
     explicit TdsServer(std::shared_ptr<DatabaseConnection> database, Access access = {});
     ~TdsServer() { stop(); }
 
-    /// Hangs up on everyone and listens no longer.
+    /// Ends all connections and takes no more.
     void stop();
     /// Listens again, on the same port.
     void start();
-    /// Forgets all faults, takes every log-in, and listens.
+    /// Forgets all faults and takes connections and log-ins again.
     void recover();
     /// For FreeTDS; `more` is appended.
     [[nodiscard]] std::string connectionString(const std::string& more = "") const;

@@ -8,10 +8,10 @@
 namespace kova::tds {
 namespace {
 
-constexpr unsigned doneToken = 0xFD, doneOfCallToken = 0xFE, doneInCallToken = 0xFF;
-constexpr unsigned moreFollows = 0x01, failed = 0x02, counted = 0x10, attentionSeen = 0x20;
-constexpr std::string_view dictated = "SEND ";
-constexpr std::int32_t logInFailed = 18456, invalidObject = 208, wrongSyntax = 102;
+constexpr unsigned DoneToken = 0xFD, DoneOfCallToken = 0xFE, DoneInCallToken = 0xFF;
+constexpr unsigned MoreFollows = 0x01, Failed = 0x02, Counted = 0x10, AttentionSeen = 0x20;
+constexpr std::string_view Dictated = "SEND ";
+constexpr std::int32_t LogInFailed = 18456, InvalidObject = 208, WrongSyntax = 102;
 
 /// What a driver says to set up its session, which the embedded database neither knows nor needs.
 bool isHousekeeping(std::string_view text) {
@@ -36,7 +36,7 @@ std::pair<WireReader, std::size_t> fieldAt(std::string_view body, std::size_t po
     return {WireReader(body.substr(offset)), place.word()};
 }
 
-constexpr unsigned ntextType = 0x63, dateType = 0x28, dateTimeType = 0x6F;
+constexpr unsigned NtextType = 0x63, DateType = 0x28, DateTimeType = 0x6F;
 
 /// Name and status come before the type.
 unsigned readType(WireReader& reader) {
@@ -46,21 +46,21 @@ unsigned readType(WireReader& reader) {
 }
 
 std::string readText(WireReader& reader) {
-    constexpr std::size_t lengthAndCollation = 4 + 5;
-    if (readType(reader) != ntextType)
+    constexpr std::size_t LengthAndCollation = 4 + 5;
+    if (readType(reader) != NtextType)
         throw std::runtime_error("a text is expected");
-    reader.bytes(lengthAndCollation);
+    reader.bytes(LengthAndCollation);
     return reader.text(static_cast<std::size_t>(reader.number<std::int32_t>()) / 2);
 }
 
 DateTime readDate(WireReader& reader) {
     using namespace std::chrono;
     const auto type = readType(reader);
-    if (type == dateType && reader.byte() == 3) {
+    if (type == DateType && reader.byte() == 3) {
         const auto low = reader.word();
         return local_days(0001y / January / 1) + days(low | static_cast<std::size_t>(reader.byte()) << 16);
     }
-    if (type == dateTimeType && reader.byte() == 8 && reader.byte() == 8) {
+    if (type == DateTimeType && reader.byte() == 8 && reader.byte() == 8) {
         const auto day = local_days(1900y / January / 1) + days(reader.number<std::int32_t>());
         return day + milliseconds(std::int64_t{reader.number<std::uint32_t>()} * 10 / 3);
     }
@@ -71,8 +71,8 @@ DateTime readDate(WireReader& reader) {
 /// driver does not send.
 ExecuteCall readExecuteCall(std::string_view body) {
     WireReader reader(body);
-    constexpr unsigned byNumber = 0xFFFF, executeSql = 10;
-    if (reader.word() != byNumber || reader.word() != executeSql)
+    constexpr unsigned ByNumber = 0xFFFF, ExecuteSql = 10;
+    if (reader.word() != ByNumber || reader.word() != ExecuteSql)
         throw std::runtime_error("only sp_executesql can be called");
     reader.word(); // options
     ExecuteCall call;
@@ -107,7 +107,7 @@ bool TdsSession::answer(const Message& message) {
     case MessageKind::LogIn:
         return answerLogIn(message.body);
     case MessageKind::Attention:
-        sendDone(doneToken, attentionSeen, 0);
+        sendDone(DoneToken, AttentionSeen, 0);
         return true;
     default:
         if (version_ >= Tds72) // headers come first, and their size ahead of them
@@ -119,10 +119,10 @@ bool TdsSession::answer(const Message& message) {
 
 /// Offers no encryption: what goes over the loopback stays in the clear.
 void TdsSession::answerPreLogIn() {
-    constexpr std::string_view version("\0\0\x0B\0\x06", 5), encryption("\1\0\x11\0\1", 5); // places, lengths
-    constexpr unsigned end = 0xFF, notSupported = 2;
-    writer_.bytes(version).bytes(encryption).byte(end);
-    writer_.byte(15).byte(0).word(0x07D0).word(0).byte(notSupported);
+    constexpr std::string_view Version("\0\0\x0B\0\x06", 5), Encryption("\1\0\x11\0\1", 5); // places, lengths
+    constexpr unsigned End = 0xFF, NotSupported = 2;
+    writer_.bytes(Version).bytes(Encryption).byte(End);
+    writer_.byte(15).byte(0).word(0x07D0).word(0).byte(NotSupported);
     flush(true);
 }
 
@@ -138,7 +138,7 @@ bool TdsSession::answerLogIn(const std::string& body) {
     if (what == LogIns::Ignore)
         waitForHangUp();
     if (what != LogIns::Accept) {
-        sendError(logInFailed, "Login failed for user '" + user + "'.");
+        sendError(LogInFailed, "Login failed for user '" + user + "'.");
         return false;
     }
     WireWriter acknowledgement;
@@ -147,17 +147,17 @@ bool TdsSession::answerLogIn(const std::string& body) {
         acknowledgement.byte(version >> shift & 0xFF);
     acknowledgement.shortText("Test server").byte(15).byte(0).byte(0x07).byte(0xD0);
     writer_.byte(0xAD).word(acknowledgement.size()).bytes(acknowledgement.built());
-    sendDone(doneToken, 0, 0);
+    sendDone(DoneToken, 0, 0);
     return true;
 }
 
 void TdsSession::answer(const ExecuteCall& call) {
     const auto fault = server_.received(call);
     if (isHousekeeping(call.text))
-        return sendDone(doneToken, 0, 0);
-    if (call.text.starts_with(dictated))
-        return sendDictated(call.text.substr(dictated.size()));
-    if (fault && applyFault(*fault))
+        return sendDone(DoneToken, 0, 0);
+    if (call.text.starts_with(Dictated))
+        return sendDictated(call.text.substr(Dictated.size()));
+    if (fault && respondWith(*fault))
         return;
     try {
         Query query{call.text};
@@ -165,7 +165,7 @@ void TdsSession::answer(const ExecuteCall& call) {
             query.parameters.push_back({"", "", date});
         sendRows(server_.answer(query), fault);
     } catch (const DatabaseError& error) {
-        sendError(error.sqlState() == "42S02" ? invalidObject : wrongSyntax, error.what());
+        sendError(error.sqlState() == "42S02" ? InvalidObject : WrongSyntax, error.what());
     }
 }
 
@@ -175,13 +175,13 @@ void TdsSession::waitForHangUp() const {
     }
 }
 
-/// Whether the fault leaves nothing to answer.
-bool TdsSession::applyFault(const Fault& fault) {
+/// Returns whether that was the whole response.
+bool TdsSession::respondWith(const Fault& fault) {
     if (fault.kind == Fault::Kind::Fail)
         sendError(fault.number, fault.message);
     else if (fault.kind == Fault::Kind::HangUp)
         stream_.hangUp();
-    else if (fault.kind == Fault::Kind::StallDeadly)
+    else if (fault.kind == Fault::Kind::StallForever)
         waitForHangUp();
     else
         return fault.kind == Fault::Kind::Stall; // the client's attention comes in as the next message
@@ -205,7 +205,7 @@ void TdsSession::sendDictated(const std::string& columns) {
         cells += bytesOf(cell);
     }
     writer_.byte(0x81).word(count).bytes(described.built()).byte(0xD1).bytes(cells);
-    sendDone(doneToken, counted, 1);
+    sendDone(DoneToken, Counted, 1);
 }
 
 void TdsSession::sendRows(Recordset records, const std::optional<Fault>& fault) {
@@ -222,7 +222,7 @@ void TdsSession::sendRows(Recordset records, const std::optional<Fault>& fault) 
             return flush(false);
         if (kind == Fault::Kind::FailLate) {
             if (records.endOfFile())
-                addDone(isCall_ ? doneInCallToken : doneToken, counted | moreFollows, row);
+                addDone(isCall_ ? DoneInCallToken : DoneToken, Counted | MoreFollows, row);
             return sendError(fault->number, fault->message);
         }
         if (records.endOfFile())
@@ -238,28 +238,28 @@ void TdsSession::sendRows(Recordset records, const std::optional<Fault>& fault) 
         }
     }
     if (isCall_) {
-        addDone(doneInCallToken, counted | moreFollows, row);
+        addDone(DoneInCallToken, Counted | MoreFollows, row);
         writer_.byte(0x79).number(std::int32_t{0}); // the procedure's result
-        sendDone(doneOfCallToken, 0, 0);
+        sendDone(DoneOfCallToken, 0, 0);
     } else {
-        sendDone(doneToken, counted, row);
+        sendDone(DoneToken, Counted, row);
     }
 }
 
 void TdsSession::sendError(std::int32_t number, const std::string& message) {
-    constexpr unsigned state = 1, severity = 16;
+    constexpr unsigned State = 1, Severity = 16;
     WireWriter error;
-    error.number(number).byte(state).byte(severity).longText(message).shortText("TEST").shortText("");
+    error.number(number).byte(State).byte(Severity).longText(message).shortText("TEST").shortText("");
     error.word(1); // line, of four bytes since 7.2
     if (version_ >= Tds72)
         error.word(0);
     writer_.byte(0xAA).word(error.size()).bytes(error.built());
-    sendDone(isCall_ ? doneOfCallToken : doneToken, failed, 0);
+    sendDone(isCall_ ? DoneOfCallToken : DoneToken, Failed, 0);
 }
 
 void TdsSession::addDone(unsigned token, unsigned status, std::size_t rows) {
-    constexpr std::size_t select = 0xC1;
-    writer_.byte(token).word(status).word(select).number(static_cast<std::uint32_t>(rows));
+    constexpr std::size_t Select = 0xC1;
+    writer_.byte(token).word(status).word(Select).number(static_cast<std::uint32_t>(rows));
     if (version_ >= Tds72)
         writer_.number(std::uint32_t{0}); // the higher half of the count
 }

@@ -18,13 +18,13 @@ enum class LogIns { Accept, Refuse, Ignore };
 /// What the server does to a query whose text contains a piece.
 struct Fault {
     enum class Kind {
-        Fail,       ///< refuses it with `number` and `message`
-        HangUp,     ///< hangs up without an answer
-        BreakOff,   ///< hangs up in the middle of the row that follows `afterRows` others
-        Stall,      ///< answers only when the client gives up
-        StallLate,  ///< the same behind `afterRows` rows
-        FailLate,   ///< refuses it with `number` and `message` behind `afterRows` rows, or behind the result
-        StallDeadly ///< answers never
+        Fail,        ///< refuses it with `number` and `message`
+        HangUp,      ///< hangs up without an answer
+        BreakOff,    ///< hangs up in the middle of the row that follows `afterRows` others
+        Stall,       ///< answers only when the client gives up
+        StallLate,   ///< the same behind `afterRows` rows
+        FailLate,    ///< refuses it with `number` and `message` behind `afterRows` rows, or behind the result
+        StallForever ///< answers never, nor what the client sends when it gives up
     };
     std::string piece;
     Kind kind = Kind::Fail;
@@ -50,7 +50,7 @@ class TdsSession {
     bool answerLogIn(const std::string& body);
     void answer(const ExecuteCall& call);
     void waitForHangUp() const;
-    bool applyFault(const Fault& fault);
+    bool respondWith(const Fault& fault);
     void sendDictated(const std::string& columns);
     void sendRows(Recordset records, const std::optional<Fault>& fault);
     void sendError(std::int32_t number, const std::string& message);

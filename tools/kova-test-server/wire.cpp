@@ -6,9 +6,9 @@
 namespace kova::tds {
 namespace {
 
-constexpr std::size_t headerSize = 8;
-constexpr std::size_t packetSize = 4096; ///< what a client takes until it has agreed on another one
-constexpr unsigned char lastOfMessage = 1;
+constexpr std::size_t HeaderSize = 8;
+constexpr std::size_t PacketSize = 4096; ///< what a client takes until it has agreed on another one
+constexpr unsigned char LastOfMessage = 1;
 
 } // namespace
 
@@ -23,31 +23,31 @@ bool PacketStream::receiveExactly(void* target, std::size_t count) const {
 std::optional<Message> PacketStream::receive() const {
     Message message{};
     for (;;) {
-        unsigned char header[headerSize];
-        if (!receiveExactly(header, headerSize))
+        unsigned char header[HeaderSize];
+        if (!receiveExactly(header, HeaderSize))
             return std::nullopt;
         // The length is the only number with its highest byte first.
         const std::size_t length = static_cast<std::size_t>(header[2]) << 8 | header[3];
-        if (length < headerSize)
+        if (length < HeaderSize)
             return std::nullopt;
         message.kind = static_cast<MessageKind>(header[0]);
         const auto begin = message.body.size();
-        message.body.resize(begin + length - headerSize);
-        if (!receiveExactly(message.body.data() + begin, length - headerSize))
+        message.body.resize(begin + length - HeaderSize);
+        if (!receiveExactly(message.body.data() + begin, length - HeaderSize))
             return std::nullopt;
-        if ((header[1] & lastOfMessage) != 0)
+        if ((header[1] & LastOfMessage) != 0)
             return message;
     }
 }
 
 void PacketStream::send(std::string_view part, bool last) const {
     do {
-        const auto payload = part.substr(0, packetSize - headerSize);
+        const auto payload = part.substr(0, PacketSize - HeaderSize);
         part.remove_prefix(payload.size());
-        const std::size_t length = payload.size() + headerSize;
-        std::string packet(headerSize, '\0');
+        const std::size_t length = payload.size() + HeaderSize;
+        std::string packet(HeaderSize, '\0');
         packet[0] = static_cast<char>(MessageKind::Response);
-        packet[1] = static_cast<char>(last && part.empty() ? lastOfMessage : 0);
+        packet[1] = static_cast<char>(last && part.empty() ? LastOfMessage : 0);
         packet[2] = static_cast<char>(length >> 8);
         packet[3] = static_cast<char>(length & 0xFF);
         packet += payload;

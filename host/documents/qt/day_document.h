@@ -1,20 +1,14 @@
 #pragma once
 #include "documents/day_report.h"
 
-#include <QPaintDevice>
-#include <QString>
+#include <QTextDocument>
 
-#include <memory>
 #include <vector>
 
 class QPainter;
+class QTextTable;
 
 namespace kova {
-
-class PrintMeasure;
-class PrintPage;
-class PrintTable;
-struct PrintRow;
 
 /// What a day's document says: the report, and how to say it.
 struct DayDocument {
@@ -28,35 +22,36 @@ struct DayDocument {
     [[nodiscard]] QString title() const;
 };
 
-/// The document on pages of one device: heading, movements, sums. Each page repeats the headings that it goes
-/// on under, and has its number.
+/// The document on pages of one device: title, movements, sums. Each page repeats the headings of the columns
+/// that it goes on with, and has its number.
 class DayPages {
   public:
-    /// `document` and `device` outlive the pages, which fill the whole area of the device.
+    /// `device` outlives the pages, which fill its whole area.
     DayPages(const DayDocument& document, QPaintDevice& device);
-    DayPages(const DayPages&) = delete;
-    DayPages& operator=(const DayPages&) = delete;
-    ~DayPages();
     /// At least 1.
-    [[nodiscard]] int count() const;
+    [[nodiscard]] int count() const { return static_cast<int>(pages_.size()); }
     /// `page` counts from 0.
-    void paint(QPainter& painter, int page) const;
+    void paint(QPainter& painter, int page);
 
   private:
-    void beginPage();
-    void putTitle();
-    void putReminder();
-    void putMovements();
-    void putSums();
-    void putTable(const PrintTable& table);
-    void putFooters();
-    [[nodiscard]] bool fits(double height) const;
+    /// A piece of the text, from one height to another.
+    struct Part {
+        double top = 0, bottom = 0;
+        [[nodiscard]] double height() const { return bottom - top; }
+    };
+    struct Page {
+        Part headings, body;
+    };
+    void placeTable(QTextTable& table, bool together);
+    void place(const Part& part, const Part& headings);
+    [[nodiscard]] double topOf(QTextTable& table, int row) const;
 
-    const DayDocument& document_;
-    std::unique_ptr<PrintMeasure> measure_;
-    std::vector<PrintPage> pages_;
-    double y_ = 0;      ///< where the page goes on
-    double bottom_ = 0; ///< where its footer begins
+    double scale_; ///< below 1 on paper narrower than A4
+    QSizeF paper_; ///< before scaling, like all lengths here
+    double line_;  ///< height of the line on top of each page but the first, and of the one below each
+    QString header_, footer_;
+    QTextDocument text_; ///< all of it, without pages
+    std::vector<Page> pages_;
 };
 
 } // namespace kova

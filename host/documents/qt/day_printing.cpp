@@ -31,23 +31,15 @@ namespace {
 constexpr std::int32_t DeviceFault = 68; ///< the number of a device that is not available
 const QMarginsF Margins(16, 14, 16, 12); ///< millimetres
 
-/// Qt's own texts in the document's language, where they are installed.
-class ToolkitTexts {
-  public:
-    explicit ToolkitTexts(std::int32_t languageId) {
-        const QString name = languageId == language::German    ? "qtbase_de"
-                             : languageId == language::English ? QString()
-                                                               : "qtbase_it";
-        if (!name.isEmpty() && translator_.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-            QCoreApplication::installTranslator(&translator_);
-    }
-    ToolkitTexts(const ToolkitTexts&) = delete;
-    ToolkitTexts& operator=(const ToolkitTexts&) = delete;
-    ~ToolkitTexts() { QCoreApplication::removeTranslator(&translator_); }
-
-  private:
-    QTranslator translator_;
-};
+/// Qt's own texts in the document's language, where they are installed; the translator's destructor removes
+/// them.
+void translateToolkit(QTranslator& translator, std::int32_t languageId) {
+    if (languageId == language::English)
+        return;
+    const QString name = languageId == language::German ? "qtbase_de" : "qtbase_it";
+    if (translator.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&translator);
+}
 
 void setUp(QPrinter& printer, const DayDocument& document) {
     printer.setPageSize(QPageSize(document.regional.name == "en-US" ? QPageSize::Letter : QPageSize::A4));
@@ -74,12 +66,14 @@ int runInFront(QDialog& dialog) {
     return result;
 }
 
+/// In the order of printing, copies included.
 std::vector<int> wantedPages(const QPrinter& printer, int count) {
     const bool all = printer.printRange() != QPrinter::PageRange || printer.pageRanges().isEmpty();
     std::vector<int> pages;
-    for (int page = 1; page <= count; ++page)
-        if (all || printer.pageRanges().contains(page))
-            pages.push_back(page - 1);
+    for (int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount(); copies > 0; --copies)
+        for (int page = 1; page <= count; ++page)
+            if (all || printer.pageRanges().contains(page))
+                pages.push_back(page - 1);
     if (printer.pageOrder() == QPrinter::LastPageFirst)
         std::ranges::reverse(pages);
     return pages;
@@ -95,12 +89,8 @@ void fitForFingers(QPrintPreviewDialog& dialog, const DayDocument& document, dou
     auto* const close = new QPushButton(caption(Caption::ClosePreview, document.languageId));
     close->setObjectName("Primary");
     close->setAutoDefault(false);
-    close->setStyleSheet(
-        QString("background: %1; color: white; border: none; border-radius: %2px; font-weight: bold;"
-                " font-size: %3px;")
-            .arg(host_look::Accent.name())
-            .arg(host_look::pixels(6, scale))
-            .arg(host_look::pixels(16, scale)));
+    close->setStyleSheet(host_look::styleSheet(scale) +
+                         QString("#Primary { font-size: %1px; }").arg(host_look::pixels(16, scale)));
     QObject::connect(close, &QPushButton::clicked, &dialog, &QDialog::reject);
     auto* const space = new QWidget;
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -112,26 +102,23 @@ void fitForFingers(QPrintPreviewDialog& dialog, const DayDocument& document, dou
 } // namespace
 
 void printPages(const DayDocument& document, QPrinter& printer) {
-    const DayPages pages(document, printer);
+    DayPages pages(document, printer);
     const std::vector<int> wanted = wantedPages(printer, pages.count());
-    const int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
     QPainter painter;
     bool taken = !wanted.empty() && painter.begin(&printer);
-    bool first = true;
-    for (int copy = 0; taken && copy < copies; ++copy)
-        for (const int page : wanted) {
-            taken = taken && (first || printer.newPage());
-            first = false;
-            if (taken)
-                pages.paint(painter, page);
-        }
+    for (std::size_t i = 0; taken && i < wanted.size(); ++i) {
+        taken = i == 0 || printer.newPage();
+        if (taken)
+            pages.paint(painter, wanted[i]);
+    }
     taken = taken && painter.end() && printer.printerState() != QPrinter::Error;
     if (!taken)
         throw Error(DeviceFault, caption(Caption::PrinterFault, document.languageId).toStdString());
 }
 
 void printWithDialog(const DayDocument& document, double scale) {
-    const ToolkitTexts texts(document.languageId);
+    QTranslator translator;
+    translateToolkit(translator, document.languageId);
     QPrinter printer(QPrinter::HighResolution);
     setUp(printer, document);
     QPrintDialog dialog(&printer);
@@ -147,7 +134,8 @@ void printWithDialog(const DayDocument& document, double scale) {
 }
 
 void showPreview(const DayDocument& document, double scale) {
-    const ToolkitTexts texts(document.languageId);
+    QTranslator translator;
+    translateToolkit(translator, document.languageId);
     QPrinter printer(QPrinter::HighResolution);
     setUp(printer, document);
     QPrintPreviewDialog dialog(&printer, nullptr, Qt::Window);

@@ -54,6 +54,7 @@ void typeInto(QWidget& target, char32_t character) {
     }
 }
 
+/// The screen's without it.
 QSize surfaceOf(const HostOptions& options) {
     return options.size ? QSize(options.size->width, options.size->height) : QSize();
 }
@@ -61,7 +62,7 @@ QSize surfaceOf(const HostOptions& options) {
 class QtStage final : public Stage {
   public:
     QtStage(const RegionalSettings& regional, const HostOptions& options)
-        : userInterface_(loop_, regional, {.modalLoop = {}, .answer = {}, .surface = surfaceOf(options)}),
+        : userInterface_(loop_, regional, surfaceOf(options)),
           recording_(options.pictures ? std::make_unique<Recording>(*options.pictures) : nullptr) {}
     EventLoop& eventLoop() override { return loop_; }
     UserInterface& userInterface() override { return userInterface_; }

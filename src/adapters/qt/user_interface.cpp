@@ -131,12 +131,8 @@ class QtUserInterface::InputGuard final : public QObject {
     PhysicalKeys keys_;
 };
 
-QtUserInterface::QtUserInterface(QtEventLoop& loop, const RegionalSettings& regional)
-    : QtUserInterface(loop, regional, Options{}) {}
-
-QtUserInterface::QtUserInterface(QtEventLoop& loop, const RegionalSettings& regional, Options options)
-    : loop_(loop), regional_(regional), options_(std::move(options)),
-      guard_(std::make_unique<InputGuard>(*this)) {}
+QtUserInterface::QtUserInterface(QtEventLoop& loop, const RegionalSettings& regional, const QSize& surface)
+    : loop_(loop), regional_(regional), surface_(surface), guard_(std::make_unique<InputGuard>(*this)) {}
 
 QtUserInterface::~QtUserInterface() {
     for (WindowFrame* frame : std::exchange(frames_, {})) {
@@ -147,8 +143,8 @@ QtUserInterface::~QtUserInterface() {
 
 // The offscreen platform has a screen of no particular shape: there the design's own size is used.
 QSize QtUserInterface::surface() const {
-    if (!options_.surface.isEmpty())
-        return options_.surface;
+    if (!surface_.isEmpty())
+        return surface_;
     const QString platform = QGuiApplication::platformName();
     if (platform == "offscreen" || platform == "minimal" || QGuiApplication::primaryScreen() == nullptr)
         return DesignSurface;
@@ -170,10 +166,6 @@ void QtUserInterface::retire(WindowFrame& frame) {
 }
 
 void QtUserInterface::runModal(Window& window) {
-    if (options_.modalLoop) {
-        options_.modalLoop(window);
-        return;
-    }
     if (!window.visible())
         return;
     QEventLoop loop;
@@ -223,9 +215,6 @@ void QtUserInterface::nameAnswers(const QMessageBox& box) const {
 }
 
 MessageAnswer QtUserInterface::messageBox(const PlatformMessage& message) {
-    std::optional<MessageAnswer> given;
-    if (options_.answer)
-        given = options_.answer(message);
     QtEventLoop::Caller caller(loop_);
     QMessageBox box;
     fillMessageBox(box, message);
@@ -233,20 +222,8 @@ MessageAnswer QtUserInterface::messageBox(const PlatformMessage& message) {
     box.winId(); // makes the native window, so that it can be told which one it stands in front of
     if (const QWidget* const below = QApplication::activeWindow())
         box.windowHandle()->setTransientParent(below->window()->windowHandle());
-    if (given)
-        QTimer::singleShot(0, &box, [&] {
-            const auto wanted = *given == MessageAnswer::Yes  ? QMessageBox::Yes
-                                : *given == MessageAnswer::No ? QMessageBox::No
-                                                              : QMessageBox::Ok;
-            if (QAbstractButton* const button = box.button(wanted))
-                button->click();
-            else
-                box.reject();
-        });
     const int pressed = box.exec();
     caller.rethrow();
-    if (given)
-        return *given;
     if (!asksYesNo(message))
         return MessageAnswer::Ok;
     return pressed == QMessageBox::No ? MessageAnswer::No : MessageAnswer::Yes;

@@ -8,7 +8,6 @@
 #include <QPointer>
 #include <QSize>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -22,19 +21,9 @@ class WindowFrame;
 /// Windows on the screen. Each model that is presented gets a top-level widget, which goes with its view.
 class QtUserInterface final : public UserInterface {
   public:
-    using ModalLoop = std::function<void(Window&)>;
-    using Answer = std::function<MessageAnswer(const PlatformMessage&)>;
-
-    /// What stands in for the cashier and the screen; each may be left out.
-    struct Options {
-        ModalLoop modalLoop = {}; ///< must return only when the window is no longer visible
-        Answer answer = {};       ///< asked before a message box is shown, whose button it then presses
-        QSize surface = {};       ///< pixels of the largest window; the screen without it
-    };
-
-    /// `loop` and `regional` must outlive it, and it all views.
-    QtUserInterface(QtEventLoop& loop, const RegionalSettings& regional);
-    QtUserInterface(QtEventLoop& loop, const RegionalSettings& regional, Options options);
+    /// `loop` and `regional` must outlive it, and it all views. `surface` is what the largest window measures
+    /// in pixels; as much as the screen when it is empty.
+    QtUserInterface(QtEventLoop& loop, const RegionalSettings& regional, const QSize& surface = {});
     QtUserInterface(const QtUserInterface&) = delete;
     QtUserInterface& operator=(const QtUserInterface&) = delete;
     ~QtUserInterface() override;
@@ -64,7 +53,7 @@ class QtUserInterface final : public UserInterface {
     QtEventLoop& loop_;
     const RegionalSettings& regional_;
     Wording words_;
-    Options options_;
+    QSize surface_;
     std::vector<WindowFrame*> frames_; ///< from the oldest to the newest
     std::unique_ptr<InputGuard> guard_;
 };

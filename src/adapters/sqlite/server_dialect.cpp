@@ -156,7 +156,7 @@ class Rewriter {
         next = skipBlanks(next + type.size());
         if (!equalIgnoringCase(type, "DATETIME") || characterAt(next) != ',')
             return false;
-        const std::string name = serverDateTimeName;
+        const std::string name = ServerDateTimeName;
         output_ += "(" + name + "(";
         levels_.emplace_back();
         levels_.back().closing = ") COLLATE " + name + ")";

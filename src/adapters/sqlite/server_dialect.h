@@ -12,6 +12,6 @@ std::string toSqliteDialect(std::string_view text);
 
 /// Function and collation that a rewritten CONVERT(datetime,…) relies on: the function gives the text form of
 /// a date-time, the collation compares such texts by the time that they name.
-inline constexpr const char* serverDateTimeName = "sqlserver_datetime";
+inline constexpr const char* ServerDateTimeName = "sqlserver_datetime";
 
 } // namespace kova

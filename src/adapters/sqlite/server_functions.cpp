@@ -3,10 +3,9 @@
 #include "adapters/sqlite/server_dialect.h"
 #include "base/iso_date_time.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <new>
+#include <sqlite3.h>
 
 namespace kova {
 namespace {
@@ -43,9 +42,9 @@ int sign(bool less, bool greater) {
 
 /// Both forms with a blank and with a T, with milliseconds and without, compare as times.
 int compareDateTimes(void*, int sizeA, const void* a, int sizeB, const void* b) {
-    constexpr int plainSize = 19; // of texts YYYY-MM-DD HH:MM:SS, which sort as they are
+    constexpr int PlainSize = 19; // of texts YYYY-MM-DD HH:MM:SS, which sort as they are
     const std::string_view textA = textOf(a, sizeA), textB = textOf(b, sizeB);
-    const bool plain = sizeA == plainSize && sizeB == plainSize && textA[10] == textB[10];
+    const bool plain = sizeA == PlainSize && sizeB == PlainSize && textA[10] == textB[10];
     const auto timeA = plain ? std::nullopt : parseIsoDateTime(textA);
     const auto timeB = plain ? std::nullopt : parseIsoDateTime(textB);
     if (timeA && timeB)
@@ -69,17 +68,17 @@ void convertToDateTime(sqlite3_context* context, int, sqlite3_value** arguments)
     sqlite3_result_text64(context, result.data(), result.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
-constexpr const char* declaration = "CREATE TABLE GetDailyOperation("
+constexpr const char* Declaration = "CREATE TABLE GetDailyOperation("
                                     "[Data-Ora Aggiornamento] datetime, [Cassetto] int,"
                                     "[Tipo Operazione] nvarchar(100) COLLATE NOCASE,"
                                     "[Tipo Pagamento] nvarchar(100) COLLATE NOCASE,"
                                     "importo money, valuta nvarchar(10) COLLATE NOCASE,"
                                     "[Note Movimento] nvarchar(500) COLLATE NOCASE,"
                                     "[Operatore] nvarchar(100) COLLATE NOCASE, day HIDDEN)";
-constexpr int dayColumn = 8;
+constexpr int DayColumn = 8;
 
 /// The date is compared by its characters, so that both stored forms of a date-time are found.
-constexpr const char* rowsOfDay = "SELECT [Data-Ora Aggiornamento], [Cassetto], [Tipo Operazione],"
+constexpr const char* RowsOfDay = "SELECT [Data-Ora Aggiornamento], [Cassetto], [Tipo Operazione],"
                                   " [Tipo Pagamento], importo, valuta, [Note Movimento], [Operatore]"
                                   " FROM Daily_Operation WHERE substr([Data-Ora Aggiornamento], 1, 10) = ?";
 
@@ -108,7 +107,7 @@ int fail(Table& table, const char* message) {
 }
 
 int connect(sqlite3* database, void*, int, const char* const*, sqlite3_vtab** result, char**) {
-    if (const int code = sqlite3_declare_vtab(database, declaration))
+    if (const int code = sqlite3_declare_vtab(database, Declaration))
         return code;
     auto* table = new (std::nothrow) Table;
     if (!table)
@@ -127,7 +126,7 @@ int disconnect(sqlite3_vtab* table) {
 int chooseIndex(sqlite3_vtab*, sqlite3_index_info* index) {
     for (int i = 0; i < index->nConstraint; ++i) {
         const auto& constraint = index->aConstraint[i];
-        if (constraint.iColumn != dayColumn || constraint.op != SQLITE_INDEX_CONSTRAINT_EQ ||
+        if (constraint.iColumn != DayColumn || constraint.op != SQLITE_INDEX_CONSTRAINT_EQ ||
             !constraint.usable)
             continue;
         index->aConstraintUsage[i].argvIndex = 1;
@@ -172,7 +171,7 @@ int filter(sqlite3_vtab_cursor* cursor, int, const char*, int, sqlite3_value** a
     sqlite3_finalize(self(cursor).statement);
     self(cursor).statement = nullptr;
     if (const int code =
-            sqlite3_prepare_v2(table.database, rowsOfDay, -1, &self(cursor).statement, nullptr)) {
+            sqlite3_prepare_v2(table.database, RowsOfDay, -1, &self(cursor).statement, nullptr)) {
         fail(table, sqlite3_errmsg(table.database));
         return code;
     }
@@ -186,7 +185,7 @@ int atEnd(sqlite3_vtab_cursor* cursor) {
 }
 
 int column(sqlite3_vtab_cursor* cursor, sqlite3_context* context, int index) {
-    if (index < dayColumn)
+    if (index < DayColumn)
         sqlite3_result_value(context, sqlite3_column_value(self(cursor).statement, index));
     return SQLITE_OK;
 }
@@ -218,9 +217,9 @@ const sqlite3_module dailyOperation = makeModule();
 int addServerFunctions(sqlite3* database) {
     int code = sqlite3_create_collation(database, "NOCASE", SQLITE_UTF8, nullptr, compareIgnoringCase);
     if (code == SQLITE_OK)
-        code = sqlite3_create_collation(database, serverDateTimeName, SQLITE_UTF8, nullptr, compareDateTimes);
+        code = sqlite3_create_collation(database, ServerDateTimeName, SQLITE_UTF8, nullptr, compareDateTimes);
     for (int arguments = 1; arguments <= 2 && code == SQLITE_OK; ++arguments)
-        code = sqlite3_create_function(database, serverDateTimeName, arguments,
+        code = sqlite3_create_function(database, ServerDateTimeName, arguments,
                                        SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, convertToDateTime,
                                        nullptr, nullptr);
     return code;

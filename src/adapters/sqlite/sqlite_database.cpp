@@ -5,15 +5,14 @@
 #include "adapters/sqlite/sqlite_statement.h"
 #include "base/ascii_text.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <filesystem>
+#include <sqlite3.h>
 
 namespace kova {
 namespace {
 
-constexpr int busyTimeoutMilliseconds = 1000; ///< the cashier's window stands still for as long
+constexpr int BusyTimeoutMilliseconds = 1000; ///< the cashier's window stands still for as long
 
 [[noreturn]] void refuse(const std::string& reason) {
     throw DatabaseError(DatabaseError::CommandFailed, reason, "42000");
@@ -35,7 +34,7 @@ SqliteHandle::SqliteHandle(const std::string& name, int flags) {
             throwSqliteError(database, code);
     };
     require(opened);
-    require(sqlite3_busy_timeout(database, busyTimeoutMilliseconds));
+    require(sqlite3_busy_timeout(database, BusyTimeoutMilliseconds));
     require(sqlite3_db_config(database, SQLITE_DBCONFIG_MAINDBNAME, "dbo"));
     require(addServerFunctions(database));
     require(addDailyOperation(database));

@@ -3,11 +3,10 @@
 #include "base/ascii_text.h"
 #include "base/iso_date_time.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <sqlite3.h>
 
 namespace kova {
 namespace {
@@ -35,9 +34,31 @@ struct Binder {
     }
 };
 
-constexpr int moneyFactor = 10000;
-constexpr std::uint8_t moneyScale = 4;
-constexpr std::int64_t largestMoney = std::numeric_limits<std::int64_t>::max() / moneyFactor;
+constexpr int MoneyFactor = 10000;
+constexpr std::uint8_t MoneyScale = 4;
+constexpr std::int64_t LargestMoney = std::numeric_limits<std::int64_t>::max() / MoneyFactor;
+
+/// Turns one column's cells into values of the type that the column was declared with. SQLite stores in any
+/// column whatever it is given: a cell that does not fit the declaration arrives as it is stored, and so do
+/// the cells of columns without a declaration and of expressions. Money is exact up to 15 digits, as many as
+/// SQLite stores.
+class ColumnReader {
+  public:
+    ColumnReader(sqlite3_stmt* statement, int column);
+    /// The current row's cell. A text is valid until the next step.
+    [[nodiscard]] Value read() const;
+
+  private:
+    enum class Declared { Anything, Boolean, Real, Money, Time };
+    static Declared declaredType(const char* declaration);
+    [[nodiscard]] Value readInteger() const;
+    [[nodiscard]] Value readReal() const;
+    [[nodiscard]] Value readBytes() const;
+
+    sqlite3_stmt* statement_;
+    int column_;
+    Declared declared_;
+};
 
 } // namespace
 
@@ -165,15 +186,15 @@ Value ColumnReader::readInteger() const {
         return value != 0;
     if (declared_ == Declared::Real)
         return static_cast<double>(value);
-    if (declared_ == Declared::Money && value >= -largestMoney && value <= largestMoney)
-        return Decimal{value * moneyFactor, moneyScale};
+    if (declared_ == Declared::Money && value >= -LargestMoney && value <= LargestMoney)
+        return Decimal{value * MoneyFactor, MoneyScale};
     return value;
 }
 
 Value ColumnReader::readReal() const {
     const double value = sqlite3_column_double(statement_, column_);
-    if (declared_ == Declared::Money && std::fabs(value) <= static_cast<double>(largestMoney))
-        return Decimal{std::llround(value * moneyFactor), moneyScale};
+    if (declared_ == Declared::Money && std::fabs(value) <= static_cast<double>(LargestMoney))
+        return Decimal{std::llround(value * MoneyFactor), MoneyScale};
     return value;
 }
 
