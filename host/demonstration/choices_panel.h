@@ -1,6 +1,6 @@
 #pragma once
-#include "component/component_options.h"
 #include "demonstration/texts.h"
+#include "services/parent_component.h"
 
 #include <QScrollArea>
 

@@ -3,6 +3,7 @@
 #include "adapters/system/file_error_logger.h"
 #include "adapters/system/own_folder.h"
 #include "adapters/system/system_regional_settings.h"
+#include "component/component_state.h"
 #include "demonstration/database.h"
 #include "host_options.h"
 #include "services/conversions.h"
@@ -28,7 +29,7 @@ std::vector<NamedId> readNames(DatabaseConnection& connection, const std::string
 PointOfSale::PointOfSale(const HostOptions& options)
     : regional_(systemRegionalSettings()), database_(openDemonstrationDatabase(options, servers_)),
       store_(embeddedIn(database_), clock_), process_(platform(options)),
-      component_(cls_Kova_Drawer_Man::create(process_)), sink_(component_->connect(*this)) {
+      component_(ComponentState::createComponent(process_)), sink_(component_->connect(*this)) {
     if (canStore())
         store_.switchOn(true);
     if (regional_.decimalSeparator != ",")

@@ -7,6 +7,7 @@
 #include "adapters/system/system_language_runtime.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "documents/day_report.h"
+#include "services/parent_component.h"
 #include "services/process_state.h"
 #include "shop/host_database.h"
 #include "shop/movement_store.h"

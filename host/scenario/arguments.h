@@ -1,6 +1,7 @@
 #pragma once
 #include "component/type_description.h"
 #include "component/variant.h"
+#include "ports/database.h"
 
 #include <chrono>
 #include <cstdint>

@@ -1,8 +1,9 @@
 #pragma once
+#include "base/error.h"
 #include "base/export.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "component/events.h"
-#include "ports/database.h"
+#include "services/activity_kinds.h"
 #include "services/screen_aids.h"
 
 #include <cstdint>

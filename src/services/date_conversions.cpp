@@ -1,5 +1,7 @@
 #include "services/conversions.h"
 
+#include "base/numbered_errors.h"
+
 #include <array>
 #include <charconv>
 #include <cstdio>
