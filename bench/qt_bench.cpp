@@ -15,7 +15,7 @@ void showToFirstFrame(benchmark::State& state) {
     Shop shop(loop, userInterface);
     for (auto _ : state) {
         shop.component().Show(0);
-        benchmark::DoNotOptimize(userInterface.frame(*shop.component().dialog()->window())->grab().width());
+        benchmark::DoNotOptimize(userInterface.frame(*dialogOf(shop.component())->window())->grab().width());
         state.PauseTiming();
         shop.component().DiscardForm();
         loop.settle();

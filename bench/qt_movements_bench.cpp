@@ -29,7 +29,7 @@ struct QtDay {
     QtDay(const QtDay&) = delete;
     QtDay& operator=(const QtDay&) = delete;
     /// Into a picture that stays, as a window's does: no allocation is timed.
-    void paint() { userInterface.frame(*shop.component().dialog()->window())->render(&picture); }
+    void paint() { userInterface.frame(*dialogOf(shop.component())->window())->render(&picture); }
 
     QtEventLoop loop{QtEventLoop::Time::Live};
     const RegionalSettings regional;

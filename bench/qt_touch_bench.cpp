@@ -61,7 +61,7 @@ struct Screen {
         shop.component().DiscardForm();
         loop.settle();
     }
-    Window& window() { return *shop.component().dialog()->window(); }
+    Window& window() { return *dialogOf(shop.component())->window(); }
     WindowFrame& frame() { return *userInterface.frame(window()); }
     /// What the window system has of the window.
     QImage pixels(const QPoint& around) {

@@ -1,7 +1,7 @@
 #pragma once
 #include "adapters/headless/headless.h"
 #include "adapters/sqlite/sqlite_database.h"
-#include "component/cls_Kova_Drawer_Man.h"
+#include "component/component_state.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "services/process_state.h"
 #include "shop/shop_database.h"
@@ -52,7 +52,7 @@ class Shop final : public EventSink {
           process_(Platform{userInterface, loop, around_.clock, around_.runtime, around_.store,
                             around_.provider, around_.regional,
                             [] { return std::make_unique<Surroundings::NoErrors>(); }, "/tmp"}),
-          component_(cls_Kova_Drawer_Man::create(process_)), connection_(component_->connect(*this)) {
+          component_(ComponentState::createComponent(process_)), connection_(component_->connect(*this)) {
         database_.createSchema();
         database_.loadSample();
         component_->Inizializza(database_.connection());
@@ -80,7 +80,7 @@ class Shop final : public EventSink {
             void visit(Kind& found) override { kind = &found; }
             Kind* kind = nullptr;
         } pick;
-        component_->dialog()->window()->find(name)->accept(pick);
+        dialogOf(*component_)->window()->find(name)->accept(pick);
         return *pick.kind;
     }
 

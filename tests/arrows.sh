@@ -8,8 +8,8 @@ ports                base
 widgets              base ports
 services             base ports widgets
 coin_count           base ports widgets services
-report               base ports widgets services component
-drawer_dialog        base ports widgets services component report coin_count
+report               base ports widgets services
+drawer_dialog        base ports widgets services report coin_count
 component            base ports widgets services drawer_dialog
 adapters/headless    base ports widgets
 adapters/system      base ports

@@ -152,24 +152,19 @@ constexpr std::int32_t Nothing = -1; ///< the id that the component takes for "n
 
 struct SwitchShape {
     Caption caption;
-    const char* name;
-    bool ComponentOptions::*option;
+    const char* option;
 };
 
-using O = ComponentOptions;
 constexpr SwitchShape SwitchShapes[] = {
-    {Caption::DoubleMovement, "DoppioInserimentoObbligatorio", &O::DoppioInserimentoObbligatorio},
-    {Caption::DarkColours, "ActiveColorMetroStyle", &O::ActiveColorMetroStyle},
-    {Caption::ConfirmAutomatically, "InserimentoAutomatico", &O::InserimentoAutomatico},
-    {Caption::CloseAutomatically, "ChiusuraAutomatica", &O::ChiusuraAutomatica},
-    {Caption::OpeningFloat, "PredisponiInserimentoFondoCassaIniziale",
-     &O::PredisponiInserimentoFondoCassaIniziale},
-    {Caption::OfferPreviousFloat, "AttivaRecuperaFondoCassaPrecedente",
-     &O::AttivaRecuperaFondoCassaPrecedente},
-    {Caption::CompanyCurrencyOnly, "UsaSoloValutaAziendale", &O::UsaSoloValutaAziendale},
-    {Caption::OnlyOwnMovements, "VisualizzaMovimentiUtenteLoggato", &O::VisualizzaMovimentiUtenteLoggato},
-    {Caption::ShowProvisional, "AttivaVisualizzazionePrecontiDefinitivi",
-     &O::AttivaVisualizzazionePrecontiDefinitivi},
+    {Caption::DoubleMovement, "DoppioInserimentoObbligatorio"},
+    {Caption::DarkColours, "ActiveColorMetroStyle"},
+    {Caption::ConfirmAutomatically, "InserimentoAutomatico"},
+    {Caption::CloseAutomatically, "ChiusuraAutomatica"},
+    {Caption::OpeningFloat, "PredisponiInserimentoFondoCassaIniziale"},
+    {Caption::OfferPreviousFloat, "AttivaRecuperaFondoCassaPrecedente"},
+    {Caption::CompanyCurrencyOnly, "UsaSoloValutaAziendale"},
+    {Caption::OnlyOwnMovements, "VisualizzaMovimentiUtenteLoggato"},
+    {Caption::ShowProvisional, "AttivaVisualizzazionePrecontiDefinitivi"},
 };
 
 } // namespace
@@ -243,22 +238,21 @@ void ChoicesPanel::fillLists(const ShopCatalogues& catalogues) {
 void ChoicesPanel::addSwitches() {
     int position = 0;
     for (const SwitchShape& shape : SwitchShapes) {
-        auto* const input = new ToggleSwitch(shape.name);
+        auto* const input = new ToggleSwitch(shape.option);
         switchLayout_->addWidget(input, position / 2, position % 2);
         switches_.push_back({shape.caption, shape.option, input});
         ++position;
     }
 }
 
-ComponentOptions ChoicesPanel::choices() const {
-    ComponentOptions chosen;
-    chosen.idCassa = tills_->checkedId();
-    chosen.idUtente = user_->currentData().toInt();
-    chosen.idPagamentoPredefinito = payment_->currentData().toInt();
-    chosen.ValutaAziendale = currency_->currentText().toStdString();
-    chosen.SwName = softwareName_->text().toStdString();
+Choices ChoicesPanel::choices() const {
+    Choices chosen{{{"idCassa", tills_->checkedId()},
+                    {"idUtente", user_->currentData().toInt()},
+                    {"idPagamentoPredefinito", payment_->currentData().toInt()},
+                    {"ValutaAziendale", currency_->currentText().toStdString()}},
+                   softwareName_->text().toStdString()};
     for (const Switch& one : switches_)
-        chosen.*one.option = one.input->isChecked();
+        chosen.options.emplace_back(one.option, one.input->isChecked());
     return chosen;
 }
 

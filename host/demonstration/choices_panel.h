@@ -1,6 +1,6 @@
 #pragma once
+#include "demonstration/point_of_sale.h"
 #include "demonstration/texts.h"
-#include "library/kova_drawer_man.h"
 
 #include <QScrollArea>
 
@@ -15,14 +15,13 @@ namespace kova {
 
 class ChoiceBox;
 class ToggleSwitch;
-struct ShopCatalogues;
 
 /// What the host hands to the component before it shows the dialog: till, operator, payment, currency, name
 /// and the option switches.
 class ChoicesPanel final : public QScrollArea {
   public:
     explicit ChoicesPanel(const ShopCatalogues& catalogues, QWidget* parent = nullptr);
-    [[nodiscard]] ComponentOptions choices() const;
+    [[nodiscard]] Choices choices() const;
     void setLanguage(std::int32_t id);
     void setScale(double scale);
 
@@ -34,7 +33,7 @@ class ChoicesPanel final : public QScrollArea {
     };
     struct Switch {
         Caption caption;
-        bool ComponentOptions::*option;
+        const char* option;
         ToggleSwitch* input;
     };
     void addField(Caption which, QWidget* input, int row, int column, int columns = 1);

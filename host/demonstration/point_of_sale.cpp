@@ -57,23 +57,11 @@ DateTime PointOfSale::now() {
                     std::chrono::seconds(local.offsetFromUtc()));
 }
 
-void PointOfSale::show(const ComponentOptions& choices) {
-    auto& c = *component_;
-    c.idCassa(choices.idCassa);
-    c.idUtente(choices.idUtente);
-    c.idPagamentoPredefinito(choices.idPagamentoPredefinito);
-    c.ValutaAziendale(choices.ValutaAziendale);
-    c.SetSoftwareName(choices.SwName);
-    c.UsaSoloValutaAziendale(choices.UsaSoloValutaAziendale);
-    c.AttivaVisualizzazionePrecontiDefinitivi(choices.AttivaVisualizzazionePrecontiDefinitivi);
-    c.ChiusuraAutomatica(choices.ChiusuraAutomatica);
-    c.InserimentoAutomatico(choices.InserimentoAutomatico);
-    c.DoppioInserimentoObbligatorio(choices.DoppioInserimentoObbligatorio);
-    c.VisualizzaMovimentiUtenteLoggato(choices.VisualizzaMovimentiUtenteLoggato);
-    c.ActiveColorMetroStyle(choices.ActiveColorMetroStyle);
-    c.AttivaRecuperaFondoCassaPrecedente(choices.AttivaRecuperaFondoCassaPrecedente);
-    c.PredisponiInserimentoFondoCassaIniziale(choices.PredisponiInserimentoFondoCassaIniziale);
-    c.Show();
+void PointOfSale::show(const Choices& choices) {
+    for (const auto& [name, value] : choices.options)
+        component_->set(name, value);
+    component_->SetSoftwareName(choices.softwareName);
+    component_->Show();
 }
 
 ShopCatalogues PointOfSale::catalogues() const {

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kova {
@@ -21,6 +22,12 @@ struct ReceivedEvent {
     std::optional<Movement> movement; ///< of SalvaPagamento
     std::string date;                 ///< of Stampa and Anteprima
     std::string failure;              ///< why the movement could not be stored; empty when it was
+};
+
+/// What the host chose for the next showing of the dialog.
+struct Choices {
+    std::vector<std::pair<std::string, Variant>> options; ///< by name, as a script would set them
+    std::string softwareName;
 };
 
 /// The database as a person knows it: the file's path, where there is a file. A connection string is not
@@ -40,7 +47,7 @@ class PointOfSale final : private EventSink {
     ~PointOfSale() override;
 
     /// Shows the dialog and returns when it has closed.
-    void show(const ComponentOptions& choices);
+    void show(const Choices& choices);
     /// False on a server: the component's connections only read, and the host has no other one.
     [[nodiscard]] bool canStore() const { return database_.embedded.has_value(); }
 

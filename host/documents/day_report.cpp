@@ -1,6 +1,7 @@
 #include "documents/day_report.h"
 
 #include "base/ascii_text.h"
+#include "base/numbered_errors.h"
 #include "services/conversions.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include "player/control_finder.h"
 
 #include "coin_count/frm_CaricaMoneta.h"
+#include "component/component_state.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "player/script_host.h"
 
@@ -16,7 +17,7 @@ std::vector<Window*> loadedWindows(const Scene& scene) {
             windows.push_back(window);
     };
     if (const auto* current = scene.host.currentIfAny())
-        if (auto* dialog = current->component()->dialog())
+        if (auto* dialog = dialogOf(*current->component()))
             addHidden(dialog->window());
     if (const auto& coins = scene.process.coinDialog)
         addHidden(coins->window());

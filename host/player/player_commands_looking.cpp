@@ -1,4 +1,5 @@
 #include "coin_count/frm_CaricaMoneta.h"
+#include "component/component_state.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "player/control_finder.h"
 #include "player/player_commands.h"
@@ -18,7 +19,7 @@ namespace {
 /// The current component's dialog; null before it was shown first.
 frm_Drawer_Management* currentDialog(const Scene& scene) {
     const auto* current = scene.host.currentIfAny();
-    return current == nullptr ? nullptr : current->component()->dialog();
+    return current == nullptr ? nullptr : dialogOf(*current->component());
 }
 
 void dumpSelection(Scene& scene, const Arguments& arguments) {

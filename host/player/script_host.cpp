@@ -1,5 +1,6 @@
 #include "player/script_host.h"
 
+#include "component/component_state.h"
 #include "scenario/scenario_language.h"
 
 #include <algorithm>
@@ -166,7 +167,7 @@ HostedComponent& ScriptHost::named(const std::string& name) const {
 void ScriptHost::create(const std::string& name) {
     if (find(name) != nullptr)
         throw ScenarioError("a component of this name exists: " + name);
-    auto component = cls_Kova_Drawer_Man::create(process_);
+    auto component = ComponentState::createComponent(process_);
     components_.push_back(std::make_unique<HostedComponent>(name, std::move(component), services_));
     current_ = components_.back().get();
 }

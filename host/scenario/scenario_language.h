@@ -1,4 +1,5 @@
 #pragma once
+#include "base/date_time.h"
 #include "component/type_description.h"
 #include "component/variant.h"
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace kova {
 
@@ -18,34 +19,21 @@ class KOVA_API Error : public std::runtime_error {
     std::int32_t number_;
 };
 
-// The failures with a number that hosts know, in the order of their numbers.
+/// A database failure. `number()` is the provider's error number, `sqlState()` the five characters of ISO
+/// 9075.
+class KOVA_API DatabaseError : public Error {
+  public:
+    static constexpr std::int32_t CommandFailed =
+        -2147217900; ///< the text was refused, or an object is missing
+    static constexpr std::int32_t Unspecified = -2147467259; ///< anything without a number of its own
+    static constexpr std::int32_t NotConnected = 3709;       ///< no usable connection
 
-/// A number outside the range of the wanted type.
-inline Error overflow() {
-    return {6, "Overflow"};
-}
-inline Error subscriptOutOfRange() {
-    return {9, "Subscript out of range"};
-}
-/// A text or value that the wanted type cannot be made from.
-inline Error typeMismatch() {
-    return {13, "Type mismatch"};
-}
-/// Something was asked of a window or connection that is not there.
-inline Error objectNotSet() {
-    return {91, "Object variable or With block variable not set"};
-}
-inline Error noSuchArrayElement(int index) {
-    return {340, "Control array element '" + std::to_string(index) + "' doesn't exist"};
-}
-inline Error alreadyDisplayed() {
-    return {400, "Form already displayed; can't show modally"};
-}
-inline Error noSuchMember() {
-    return {438, "Object doesn't support this property or method"};
-}
-inline Error wrongArgumentCount() {
-    return {450, "Wrong number of arguments or invalid property assignment"};
-}
+    DatabaseError(std::int32_t number, const std::string& description, std::string sqlState)
+        : Error(number, description), sqlState_(std::move(sqlState)) {}
+    [[nodiscard]] const std::string& sqlState() const { return sqlState_; }
+
+  private:
+    std::string sqlState_;
+};
 
 } // namespace kova

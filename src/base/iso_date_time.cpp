@@ -8,8 +8,6 @@
 namespace kova {
 namespace {
 
-using Moment = std::chrono::local_time<std::chrono::milliseconds>;
-
 /// Takes pieces off the front of a text; once a piece did not fit, the text has failed.
 class Scanner {
   public:
@@ -52,7 +50,7 @@ struct Parts {
     int year = 0, month = 0, day = 0, hours = 0, minutes = 0, seconds = 0, milliseconds = 0;
 };
 
-std::optional<Moment> momentOf(const Parts& parts) {
+std::optional<DateTime> momentOf(const Parts& parts) {
     const std::chrono::year_month_day date{std::chrono::year(parts.year),
                                            std::chrono::month(static_cast<unsigned>(parts.month)),
                                            std::chrono::day(static_cast<unsigned>(parts.day))};
@@ -77,7 +75,7 @@ std::optional<Parts> readUsualForm(std::string_view text) {
 
 } // namespace
 
-std::optional<Moment> parseIsoDateTime(std::string_view text) {
+std::optional<DateTime> parseIsoDateTime(std::string_view text) {
     if (const auto usual = readUsualForm(text))
         return momentOf(*usual);
     Parts parts;
@@ -101,7 +99,7 @@ std::optional<Moment> parseIsoDateTime(std::string_view text) {
     return scanner.matched() ? momentOf(parts) : std::nullopt;
 }
 
-std::string formatIsoDateTime(Moment time, char betweenDayAndTime) {
+std::string formatIsoDateTime(DateTime time, char betweenDayAndTime) {
     const auto day = std::chrono::floor<std::chrono::days>(time);
     const std::chrono::year_month_day date(day);
     const std::chrono::hh_mm_ss<std::chrono::milliseconds> clock(time - day);

@@ -1,5 +1,6 @@
 #pragma once
-#include <chrono>
+#include "base/date_time.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,10 +11,9 @@ namespace kova {
 
 /// Reads `YYYY-MM-DD`, or that with a blank or `T` and `HH:MM[:SS[.fraction]]`; digits past the milliseconds
 /// are dropped. Nothing for every other text.
-std::optional<std::chrono::local_time<std::chrono::milliseconds>> parseIsoDateTime(std::string_view text);
+std::optional<DateTime> parseIsoDateTime(std::string_view text);
 
 /// `YYYY-MM-DD HH:MM:SS`, with `.mmm` only when it is not zero, so that texts sort as the times they name.
-std::string formatIsoDateTime(std::chrono::local_time<std::chrono::milliseconds> time,
-                              char betweenDayAndTime = ' ');
+std::string formatIsoDateTime(DateTime time, char betweenDayAndTime = ' ');
 
 } // namespace kova

@@ -1,4 +1,6 @@
 #pragma once
+#include "base/connection.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <functional>
@@ -7,32 +9,6 @@
 #include <vector>
 
 namespace kova {
-
-/// Keeps one slot connected; disconnects it when destroyed. Outliving the signal is no error.
-class [[nodiscard]] Connection {
-  public:
-    Connection() = default;
-    Connection(Connection&&) noexcept = default;
-    Connection& operator=(Connection&& other) noexcept {
-        disconnect();
-        connected_ = std::move(other.connected_);
-        return *this;
-    }
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-    ~Connection() { disconnect(); }
-
-    void disconnect() noexcept {
-        if (const auto connected = std::exchange(connected_, {}).lock())
-            *connected = false;
-    }
-
-  private:
-    template <class...>
-    friend class Signal;
-    explicit Connection(const std::shared_ptr<bool>& connected) : connected_(connected) {}
-    std::weak_ptr<bool> connected_;
-};
 
 /// Calls its slots in the order of connection, on the calling thread. During an emission slots may connect,
 /// disconnect themselves or others, emit again, throw (the exception reaches the emitter and later slots are

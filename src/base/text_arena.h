@@ -1,5 +1,4 @@
 #pragma once
-#include "base/export.h"
 
 #include <array>
 #include <cstdint>
@@ -12,7 +11,7 @@ namespace kova {
 
 /// Keeps many texts, which never move, and gives each a short place instead of an address. Short texts that
 /// come again soon, as the few names in a column do, are mostly kept once.
-class KOVA_API TextArena {
+class TextArena {
   public:
     /// One more than the offset of a text's length, which the text follows.
     enum class Place : std::uint32_t { Empty = 0 };

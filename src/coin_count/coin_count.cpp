@@ -1,6 +1,6 @@
 #include "coin_count/coin_count.h"
 
-#include "base/error.h"
+#include "base/numbered_errors.h"
 #include "services/conversions.h"
 #include "services/process_state.h"
 

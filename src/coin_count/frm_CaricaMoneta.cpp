@@ -1,6 +1,6 @@
 #include "coin_count/frm_CaricaMoneta.h"
 
-#include "base/error.h"
+#include "base/numbered_errors.h"
 #include "services/process_state.h"
 
 #include <utility>

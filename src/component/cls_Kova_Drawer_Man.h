@@ -1,24 +1,18 @@
 #pragma once
+#include "base/connection.h"
 #include "base/export.h"
-#include "base/signal.h"
-#include "component/component_options.h"
 #include "component/events.h"
 #include "component/variant.h"
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace kova {
 
-class HostCall;
-class ProcessState;
-class frm_Drawer_Management;
-enum class CallKind;
+class ComponentState;
 
 /// The component that a host creates, connects and shows: it holds the options and the one movement dialog,
 /// and hands every request of the dialog to the host's event sinks. It stores, prints and opens nothing
@@ -31,14 +25,8 @@ enum class CallKind;
 /// Parameters are passed by reference as the published interface has them; only the event-raising methods may
 /// change their arguments. `Show`, `Inizializza`, `InizializzaByConnString`, `DiscardForm` and the
 /// construction never fail towards the host: a failure is one record of the error log.
-class KOVA_API cls_Kova_Drawer_Man : public std::enable_shared_from_this<cls_Kova_Drawer_Man> {
+class KOVA_API cls_Kova_Drawer_Man {
   public:
-    using Release = std::function<void(cls_Kova_Drawer_Man*)>;
-
-    /// `process` is shared by all components of a process and outlives them. `release` deletes the component
-    /// when nobody holds it any more.
-    static std::shared_ptr<cls_Kova_Drawer_Man>
-    create(ProcessState& process, Release release = std::default_delete<cls_Kova_Drawer_Man>());
     cls_Kova_Drawer_Man(const cls_Kova_Drawer_Man&) = delete;
     cls_Kova_Drawer_Man& operator=(const cls_Kova_Drawer_Man&) = delete;
     ~cls_Kova_Drawer_Man();
@@ -67,41 +55,29 @@ class KOVA_API cls_Kova_Drawer_Man : public std::enable_shared_from_this<cls_Kov
     void InizializzaByConnString(const std::string& locConnString);
 
     // Options; each may be set at any time before `Show`. Ids of -1 mean none.
-    void AttivaRecuperaFondoCassaPrecedente(const bool& on) {
-        options_.AttivaRecuperaFondoCassaPrecedente = on;
-    }
-    void PredisponiInserimentoFondoCassaIniziale(const bool& on) {
-        options_.PredisponiInserimentoFondoCassaIniziale = on;
-    }
-    void ActiveColorMetroStyle(const bool& on) { options_.ActiveColorMetroStyle = on; }
-    void AttivaVisualizzazionePrecontiDefinitivi(const bool& on) {
-        options_.AttivaVisualizzazionePrecontiDefinitivi = on;
-    }
-    [[nodiscard]] bool AttivaVisualizzazionePrecontiDefinitivi() const {
-        return options_.AttivaVisualizzazionePrecontiDefinitivi;
-    }
-    void idCassa(const std::int32_t& id) { options_.idCassa = id; }
-    [[nodiscard]] std::int32_t idCassa() const { return options_.idCassa; }
-    void ChiusuraAutomatica(const bool& on) { options_.ChiusuraAutomatica = on; }
-    [[nodiscard]] bool ChiusuraAutomatica() const { return options_.ChiusuraAutomatica; }
-    void InserimentoAutomatico(const bool& on) { options_.InserimentoAutomatico = on; }
-    [[nodiscard]] bool InserimentoAutomatico() const { return options_.InserimentoAutomatico; }
-    void DoppioInserimentoObbligatorio(const bool& on) { options_.DoppioInserimentoObbligatorio = on; }
-    [[nodiscard]] bool DoppioInserimentoObbligatorio() const {
-        return options_.DoppioInserimentoObbligatorio;
-    }
-    void idPagamentoPredefinito(const std::int32_t& id) { options_.idPagamentoPredefinito = id; }
-    [[nodiscard]] std::int32_t idPagamentoPredefinito() const { return options_.idPagamentoPredefinito; }
-    void idUtente(const std::int32_t& id) { options_.idUtente = id; }
-    [[nodiscard]] std::int32_t idUtente() const { return options_.idUtente; }
-    void UsaSoloValutaAziendale(const bool& on) { options_.UsaSoloValutaAziendale = on; }
-    [[nodiscard]] bool UsaSoloValutaAziendale() const { return options_.UsaSoloValutaAziendale; }
-    void VisualizzaMovimentiUtenteLoggato(const bool& on) { options_.VisualizzaMovimentiUtenteLoggato = on; }
-    [[nodiscard]] bool VisualizzaMovimentiUtenteLoggato() const {
-        return options_.VisualizzaMovimentiUtenteLoggato;
-    }
-    void ValutaAziendale(const std::string& currency) { options_.ValutaAziendale = currency; }
-    [[nodiscard]] const std::string& ValutaAziendale() const { return options_.ValutaAziendale; }
+    void AttivaRecuperaFondoCassaPrecedente(const bool& on);
+    void PredisponiInserimentoFondoCassaIniziale(const bool& on);
+    void ActiveColorMetroStyle(const bool& on);
+    void AttivaVisualizzazionePrecontiDefinitivi(const bool& on);
+    [[nodiscard]] bool AttivaVisualizzazionePrecontiDefinitivi() const;
+    void idCassa(const std::int32_t& id);
+    [[nodiscard]] std::int32_t idCassa() const;
+    void ChiusuraAutomatica(const bool& on);
+    [[nodiscard]] bool ChiusuraAutomatica() const;
+    void InserimentoAutomatico(const bool& on);
+    [[nodiscard]] bool InserimentoAutomatico() const;
+    void DoppioInserimentoObbligatorio(const bool& on);
+    [[nodiscard]] bool DoppioInserimentoObbligatorio() const;
+    void idPagamentoPredefinito(const std::int32_t& id);
+    [[nodiscard]] std::int32_t idPagamentoPredefinito() const;
+    void idUtente(const std::int32_t& id);
+    [[nodiscard]] std::int32_t idUtente() const;
+    void UsaSoloValutaAziendale(const bool& on);
+    [[nodiscard]] bool UsaSoloValutaAziendale() const;
+    void VisualizzaMovimentiUtenteLoggato(const bool& on);
+    [[nodiscard]] bool VisualizzaMovimentiUtenteLoggato() const;
+    void ValutaAziendale(const std::string& currency);
+    [[nodiscard]] const std::string& ValutaAziendale() const;
 
     // Late-bound calls by name (letter case aside) or dispatch id, from the table of type_description. They
     // throw Error: 438 for a member that the interface does not offer, 450 for a wrong number of arguments,
@@ -114,31 +90,10 @@ class KOVA_API cls_Kova_Drawer_Man : public std::enable_shared_from_this<cls_Kov
     Variant invoke(std::string_view name, std::span<Variant> arguments = {});
     Variant invoke(int dispatchId, std::span<Variant> arguments = {});
 
-    /// Internal to the library: the initial-float option, which the host cannot read back.
-    [[nodiscard]] bool predisponiInserimentoFondoCassaIniziale() const {
-        return options_.PredisponiInserimentoFondoCassaIniziale;
-    }
-    /// Internal to the library: the dialog, null before the first `Show`.
-    [[nodiscard]] const frm_Drawer_Management* dialog() const { return dialog_.get(); }
-    [[nodiscard]] frm_Drawer_Management* dialog() { return dialog_.get(); }
-
   private:
-    explicit cls_Kova_Drawer_Man(ProcessState& process);
-    void initialize();
-
-    /// A call that throws when it is refused, after one record. Keeps the component while it runs.
-    [[nodiscard]] HostCall admitted(std::string_view label, CallKind kind);
-    /// A call that never fails; a refusal, too, is one record. Keeps the component while it runs.
-    template <class Body>
-    void trappedCall(std::string_view label, CallKind kind, const Body& body);
-
-    using Delivery = std::function<void(EventSink&)>;
-
-    ProcessState& process_;
-    Signal<const Delivery&> raised_;
-    ComponentOptions options_;
-    std::unique_ptr<frm_Drawer_Management> dialog_;
-    Connection ml_RuntimeSupport_; ///< the language-change notifier
+    friend class ComponentState;
+    explicit cls_Kova_Drawer_Man(std::unique_ptr<ComponentState> state);
+    std::unique_ptr<ComponentState> state_;
 };
 
 } // namespace kova

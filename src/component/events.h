@@ -6,15 +6,6 @@
 
 namespace kova {
 
-/// The kinds of activity, as in the column `idTypeRow` of `tabActivityDrawer`. The values are frozen.
-enum class kDMTypeRow : std::int32_t {
-    kDMTR_FondoCassaIniziale = 1,
-    kDMTR_AmmancoConteggioCassetto = 2,
-    kDMTR_EsuberoConteggioCassetto = 3,
-    kDMTR_PrelievoPerVersamento = 4,
-    kDMTR_FondoCassaFinale = 5
-};
-
 /// What a host implements to receive the component's requests. Calls come synchronously on the user-interface
 /// thread; the component goes on when the last connected sink has returned. What a sink writes into an
 /// argument reaches later sinks and the component. An exception ends the request: the component records it in

@@ -1,9 +1,7 @@
-#include "component/cls_Kova_Drawer_Man.h"
+#include "base/numbered_errors.h"
+#include "component/component_state.h"
 #include "component/type_description.h"
-#include "drawer_dialog/frm_Drawer_Management.h"
-#include "ports/host_calls.h"
 #include "services/conversions.h"
-#include "services/process_state.h"
 
 #include <map>
 
@@ -179,41 +177,41 @@ Variant call(Component& component, const Member& member, Arguments arguments,
 } // namespace
 
 Variant cls_Kova_Drawer_Man::get(std::string_view name) {
-    const HostCall admission = admitted("get", CallKind::Operation);
+    const HostCall admission = state_->admitted("get", CallKind::Operation);
     const auto* member = type_description::find(name, MemberKind::PropertyRead);
-    return call(*this, require(member), {}, process_.platform.regional);
+    return call(*this, require(member), {}, state_->process().platform.regional);
 }
 
 Variant cls_Kova_Drawer_Man::get(int dispatchId) {
-    const HostCall admission = admitted("get", CallKind::Operation);
+    const HostCall admission = state_->admitted("get", CallKind::Operation);
     const auto* member = type_description::find(dispatchId, MemberKind::PropertyRead);
-    return call(*this, require(member), {}, process_.platform.regional);
+    return call(*this, require(member), {}, state_->process().platform.regional);
 }
 
 void cls_Kova_Drawer_Man::set(std::string_view name, const Variant& value) {
-    const HostCall admission = admitted("set", CallKind::Operation);
+    const HostCall admission = state_->admitted("set", CallKind::Operation);
     Variant argument = value;
     const auto* member = type_description::find(name, MemberKind::PropertyWrite);
-    call(*this, require(member), {&argument, 1}, process_.platform.regional);
+    call(*this, require(member), {&argument, 1}, state_->process().platform.regional);
 }
 
 void cls_Kova_Drawer_Man::set(int dispatchId, const Variant& value) {
-    const HostCall admission = admitted("set", CallKind::Operation);
+    const HostCall admission = state_->admitted("set", CallKind::Operation);
     Variant argument = value;
     const auto* member = type_description::find(dispatchId, MemberKind::PropertyWrite);
-    call(*this, require(member), {&argument, 1}, process_.platform.regional);
+    call(*this, require(member), {&argument, 1}, state_->process().platform.regional);
 }
 
 Variant cls_Kova_Drawer_Man::invoke(std::string_view name, std::span<Variant> arguments) {
-    const HostCall admission = admitted("invoke", CallKind::Operation);
+    const HostCall admission = state_->admitted("invoke", CallKind::Operation);
     const auto* member = type_description::find(name, MemberKind::Method);
-    return call(*this, require(member), arguments, process_.platform.regional);
+    return call(*this, require(member), arguments, state_->process().platform.regional);
 }
 
 Variant cls_Kova_Drawer_Man::invoke(int dispatchId, std::span<Variant> arguments) {
-    const HostCall admission = admitted("invoke", CallKind::Operation);
+    const HostCall admission = state_->admitted("invoke", CallKind::Operation);
     const auto* member = type_description::find(dispatchId, MemberKind::Method);
-    return call(*this, require(member), arguments, process_.platform.regional);
+    return call(*this, require(member), arguments, state_->process().platform.regional);
 }
 
 } // namespace kova

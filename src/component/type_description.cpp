@@ -1,7 +1,7 @@
 #include "component/type_description.h"
 
 #include "base/ascii_text.h"
-#include "component/events.h"
+#include "services/activity_kinds.h"
 
 #include <algorithm>
 

@@ -1,7 +1,6 @@
 #pragma once
 #include "base/export.h"
 
-#include <array>
 #include <cstdint>
 #include <span>
 #include <string_view>

@@ -1,5 +1,5 @@
-#include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
+#include "services/activity_kinds.h"
 #include "services/conversions.h"
 
 namespace kova {
@@ -97,7 +97,7 @@ void frm_Drawer_Management::Load_Pagamenti(ButtonGrid& grid) {
 
 void frm_Drawer_Management::Load_Valute() {
     trapped(process_, "Load_Pagamenti", [&] {
-        if (component().UsaSoloValutaAziendale())
+        if (options().UsaSoloValutaAziendale)
             return;
         auto& grid = controls().Pulsantiera_Valuta;
         const auto addCurrency = [&](const Recordset& row, std::int32_t) {

@@ -1,5 +1,4 @@
 #include "coin_count/frm_CaricaMoneta.h"
-#include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/handler.h"
 #include "services/message_box.h"
 
@@ -7,7 +6,7 @@ namespace kova {
 
 void frm_Drawer_Management::cmdAnnulla_Click() {
     trapped(process_, "cmdAnnulla_Click", [&] {
-        if (component().predisponiInserimentoFondoCassaIniziale())
+        if (options().PredisponiInserimentoFondoCassaIniziale)
             process_.platform.userInterface.messageBox(
                 {"Inserire obbligatoriamente il fondo cassa.",
                  PlatformMessage::OkOnly + PlatformMessage::Information, process_.platform.applicationTitle});

@@ -1,5 +1,4 @@
 #include "base/ascii_text.h"
-#include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "services/conversions.h"
 #include "services/message_box.h"
@@ -18,7 +17,7 @@ void frm_Drawer_Management::cmdConferma_Click() {
         const auto confirm = [&] {
             button.setEnabled(false);
             const bool saved = savesPairs() ? SalvaMovimentoDoppio() : SalvaMovimento();
-            if (saved && component().ChiusuraAutomatica())
+            if (saved && options().ChiusuraAutomatica)
                 controls().tmrAutoClose.start();
         };
         ended(confirm, [&] { button.setEnabled(true); });
@@ -26,7 +25,7 @@ void frm_Drawer_Management::cmdConferma_Click() {
 }
 
 bool frm_Drawer_Management::savesPairs() const {
-    return component().DoppioInserimentoObbligatorio() && !equalIgnoringCase(process_.SoftwareName, "KOVA");
+    return options().DoppioInserimentoObbligatorio && !equalIgnoringCase(process_.SoftwareName, "KOVA");
 }
 
 bool frm_Drawer_Management::SalvaMovimento() {
@@ -51,8 +50,8 @@ bool frm_Drawer_Management::SalvaMovimento() {
         Movement movement{s.idPagamento, amount(),     s.Valuta,   controls().txtNote.text(),
                           s.Cassetto,    s.idAttivita, s.isIncasso};
         const std::vector<std::string> sent{noticeLine(movement, controls().Pulsantiera_Pagamenti, "")};
-        component().SalvaPagamento(s.idPagamento, movement.importo, s.Valuta, movement.note, s.Cassetto,
-                                   s.idAttivita, s.isIncasso);
+        parent().SalvaPagamento(s.idPagamento, movement.importo, s.Valuta, movement.note, s.Cassetto,
+                                s.idAttivita, s.isIncasso);
         saved = true;
         showSaved(sent);
 
@@ -66,8 +65,8 @@ bool frm_Drawer_Management::SalvaMovimento() {
         if (s.MultiValuta)
             Load_Valute();
         // In initial-float mode the drawer was opened when the activity was applied.
-        if (!component().predisponiInserimentoFondoCassaIniziale() && s.isOpenECRDrawer)
-            component().ApriCassetto();
+        if (!options().PredisponiInserimentoFondoCassaIniziale && s.isOpenECRDrawer)
+            parent().ApriCassetto();
         s.isOpenECRDrawer = false;
     });
     return saved;
@@ -107,8 +106,8 @@ bool frm_Drawer_Management::SalvaMovimentoDoppio() {
             Movement movement{payment,    amount(), s.Valuta,   typed.empty() ? text(name) : typed,
                               s.Cassetto, activity, s.isIncasso};
             std::string notice = noticeLine(movement, grid, text(name));
-            component().SalvaPagamento(payment, movement.importo, s.Valuta, movement.note, s.Cassetto,
-                                       activity, s.isIncasso);
+            parent().SalvaPagamento(payment, movement.importo, s.Valuta, movement.note, s.Cassetto, activity,
+                                    s.isIncasso);
             sent.push_back(std::move(notice));
         };
         send(controls().Pulsantiera_Pagamenti, s.idPagamento, withdrawal, {56, "Prelievo"});
@@ -127,7 +126,7 @@ bool frm_Drawer_Management::SalvaMovimentoDoppio() {
         if (s.MultiValuta)
             Load_Valute();
         if (s.isOpenECRDrawer) // the deposit's flag: it was read last
-            component().ApriCassetto();
+            parent().ApriCassetto();
         s.isOpenECRDrawer = false;
     });
     return saved;
@@ -153,9 +152,9 @@ void frm_Drawer_Management::emptyEntries() {
 
 void frm_Drawer_Management::reloadPayments() {
     Load_Pagamenti(controls().Pulsantiera_Pagamenti);
-    if (component().idPagamentoPredefinito() != -1)
-        Pulsantiera_Pagamenti_buttonClick(std::to_string(component().idPagamentoPredefinito()));
-    if (component().DoppioInserimentoObbligatorio())
+    if (options().idPagamentoPredefinito != -1)
+        Pulsantiera_Pagamenti_buttonClick(std::to_string(options().idPagamentoPredefinito));
+    if (options().DoppioInserimentoObbligatorio)
         Load_Pagamenti(controls().Pulsantiera_Pagamenti_Versamenti);
 }
 

@@ -1,6 +1,6 @@
 #include "base/ascii_text.h"
+#include "base/numbered_errors.h"
 #include "base/utf8.h"
-#include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/handler.h"
 #include "services/conversions.h"
 
@@ -43,7 +43,7 @@ std::string frm_Drawer_Management::decimalMark() const {
 // Only the double-movement screen hides its keyboard: there it lies over the payment grids. A step that fails
 // is skipped, with the keyboard half shown a note can still be written.
 void frm_Drawer_Management::txtNote_GotFocus() {
-    if (!component().DoppioInserimentoObbligatorio())
+    if (!options().DoppioInserimentoObbligatorio)
         return;
     auto& c = controls();
     attempt([&] { c.cmdNascondiTastiera.setVisible(true); });
@@ -52,7 +52,7 @@ void frm_Drawer_Management::txtNote_GotFocus() {
 }
 
 void frm_Drawer_Management::cmdNascondiTastiera_Click() {
-    if (!component().DoppioInserimentoObbligatorio())
+    if (!options().DoppioInserimentoObbligatorio)
         return;
     auto& c = controls();
     attempt([&] { c.cmdNascondiTastiera.setVisible(false); });

@@ -1,11 +1,12 @@
 #include "drawer_dialog/frm_Drawer_Management.h"
 
+#include "base/numbered_errors.h"
 #include "drawer_dialog/handler.h"
 
 namespace kova {
 
-frm_Drawer_Management::frm_Drawer_Management(ProcessState& process, cls_Kova_Drawer_Man& component)
-    : process_(process), ParentComponent_(&component), lifetime_(process) {}
+frm_Drawer_Management::frm_Drawer_Management(ProcessState& process, ParentComponent& parent)
+    : process_(process), ParentComponent_(&parent), lifetime_(process) {}
 
 frm_Drawer_Management::~frm_Drawer_Management() {
     attempt([this] { Unload(); });

@@ -2,6 +2,7 @@
 #include "drawer_dialog/drawer_controls.h"
 #include "services/combo_multi_column.h"
 #include "services/movement.h"
+#include "services/parent_component.h"
 #include "services/texts.h"
 #include "services/window_lifetime.h"
 
@@ -15,8 +16,6 @@
 
 namespace kova {
 
-class cls_Kova_Drawer_Man;
-
 /// The dialog in which a cashier records one movement after the other. The object lives as long as its
 /// component; its controls come and go with each loading. It sends movements to the host through its
 /// component and keeps none. Every procedure that can fail traps its failures under a label of the error log.
@@ -25,13 +24,13 @@ class cls_Kova_Drawer_Man;
 /// previous_float, coin_count, closing, movements_page, appearance, screen_aids.
 class frm_Drawer_Management {
   public:
-    frm_Drawer_Management(ProcessState& process, cls_Kova_Drawer_Man& component);
+    frm_Drawer_Management(ProcessState& process, ParentComponent& parent);
     ~frm_Drawer_Management();
     frm_Drawer_Management(const frm_Drawer_Management&) = delete;
     frm_Drawer_Management& operator=(const frm_Drawer_Management&) = delete;
 
     // What the component calls, in this order; the first loads the dialog.
-    void setParentComponent(cls_Kova_Drawer_Man& component) { ParentComponent_ = &component; }
+    void setParentComponent(ParentComponent& parent) { ParentComponent_ = &parent; }
     void set_button_Drawer();
     void SetSwName(const std::string& locSwName);
     void setColorMetroStyle();
@@ -147,11 +146,12 @@ class frm_Drawer_Management {
 
     /// Inside a handler those that it began with, whatever became of the dialog since; else the present ones.
     DrawerControls& controls();
-    [[nodiscard]] cls_Kova_Drawer_Man& component() const { return *ParentComponent_; }
+    [[nodiscard]] ParentComponent& parent() const { return *ParentComponent_; }
+    [[nodiscard]] const ComponentOptions& options() const { return ParentComponent_->options(); }
     [[nodiscard]] std::string text(LocalisedString entry) const;
 
     ProcessState& process_;
-    cls_Kova_Drawer_Man* ParentComponent_;
+    ParentComponent* ParentComponent_;
     WindowLifetime<DrawerControls> lifetime_;
     Handler* running_ = nullptr; ///< the innermost one of this dialog
     bool overtaken_ = false;     ///< another dialog changed the selection while a handler ran here

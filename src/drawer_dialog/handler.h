@@ -1,5 +1,4 @@
 #pragma once
-#include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 
 namespace kova {
@@ -33,7 +32,7 @@ class frm_Drawer_Management::Handler {
 // on until it has returned.
 template <class Body>
 void frm_Drawer_Management::handled(const std::shared_ptr<DrawerControls>& controls, const Body& body) {
-    const auto component = this->component().weak_from_this().lock();
+    const auto component = parent().keptAlive();
     // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the reference may be to the dialog's own
     const auto kept = controls;
     const Handler handler(*this, kept.get());

@@ -1,4 +1,3 @@
-#include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "report/movement_query.h"
 #include "services/conversions.h"
@@ -38,27 +37,26 @@ void frm_Drawer_Management::TabControl_SelectedChanged(int index) {
     trapped(process_, "TabControl_SelectedChanged", [&] {
         if (index == 1)
             carica_Movimenti_Giornata(process_, controls().grd_mov_giornata, controls().comboData.text(),
-                                      component());
+                                      options());
     });
 }
 
 void frm_Drawer_Management::cmdCaricaMovimenti_Click() {
-    carica_Movimenti_Giornata(process_, controls().grd_mov_giornata, controls().comboData.text(),
-                              component());
+    carica_Movimenti_Giornata(process_, controls().grd_mov_giornata, controls().comboData.text(), options());
 }
 
 // Print failures are filed under the confirm button's label, where support has always looked for them.
 void frm_Drawer_Management::cmd_print_Click() {
     trapped(process_, "cmdConferma_Click", [&] {
         std::string day = controls().comboData.text();
-        component().Stampa(day);
+        parent().Stampa(day);
     });
 }
 
 void frm_Drawer_Management::cmdAnteprima_Click() {
     trapped(process_, "cmdAnteprima_Click", [&] {
         std::string day = controls().comboData.text();
-        component().Anteprima(day);
+        parent().Anteprima(day);
     });
 }
 

@@ -1,5 +1,5 @@
-#include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
+#include "services/activity_kinds.h"
 #include "services/conversions.h"
 
 #include <cmath>
@@ -49,7 +49,7 @@ void frm_Drawer_Management::cmdRecuperaFondoCassaPrecedente_Click() {
             return process_.platform.userInterface.messageBox(
                 {message, buttons + PlatformMessage::Information, process_.platform.applicationTitle});
         };
-        const Recordset rows = process_.query({lastClosingFloatQuery(component().idCassa())});
+        const Recordset rows = process_.query({lastClosingFloatQuery(options().idCassa)});
         if (rows.endOfFile()) {
             ask("Nessun dato trovato.", PlatformMessage::OkOnly);
             return;

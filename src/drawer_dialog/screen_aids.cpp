@@ -1,5 +1,4 @@
 #include "base/ascii_text.h"
-#include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "services/conversions.h"
 
@@ -172,7 +171,7 @@ std::string frm_Drawer_Management::noticeText() const {
 // A dialog that is about to close has nothing more to say.
 void frm_Drawer_Management::showSaved(const std::vector<std::string>& lines) noexcept {
     attempt([&] {
-        if (component().ChiusuraAutomatica())
+        if (options().ChiusuraAutomatica)
             return;
         show({{Word::Saved, joined(lines)}}, PageNotice::Kind::Success);
     });

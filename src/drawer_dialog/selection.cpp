@@ -1,4 +1,3 @@
-#include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "services/conversions.h"
 
@@ -55,9 +54,9 @@ void frm_Drawer_Management::TimerAttivita_Timer() {
         c.TimerAttivita.stop();
         markOnly(c.Pulsantiera_Attivita, ChiaveInAttesa_);
         AggiornaVariabiliSelezioneAttivita(keyToId(ChiaveInAttesa_, process_.platform.regional));
-        if (component().predisponiInserimentoFondoCassaIniziale() && process_.selection.isOpenECRDrawer)
-            component().ApriCassetto();
-        if (component().InserimentoAutomatico())
+        if (options().PredisponiInserimentoFondoCassaIniziale && process_.selection.isOpenECRDrawer)
+            parent().ApriCassetto();
+        if (options().InserimentoAutomatico)
             cmdConferma_Click();
     });
 }
@@ -105,7 +104,7 @@ void frm_Drawer_Management::TimerVersamenti_Timer() {
         c.TimerVersamenti.stop();
         markOnly(c.Pulsantiera_Pagamenti_Versamenti, ChiaveInAttesa_);
         process_.selection.idPagamentoVersamento = keyToId(ChiaveInAttesa_, process_.platform.regional);
-        if (component().InserimentoAutomatico())
+        if (options().InserimentoAutomatico)
             cmdConferma_Click();
     });
 }

@@ -1,4 +1,3 @@
-#include "component/cls_Kova_Drawer_Man.h"
 #include "drawer_dialog/handler.h"
 #include "services/conversions.h"
 
@@ -32,14 +31,14 @@ void frm_Drawer_Management::Form_Load() {
         process_.ErrorLog().SetApplicationName("KOVA");
         process_.ErrorLog().SetLogFile(process_.platform.componentFolder + "/logfile.log");
         Load_Pagamenti(c.Pulsantiera_Pagamenti);
-        if (component().idPagamentoPredefinito() != -1)
-            Pulsantiera_Pagamenti_buttonClick(std::to_string(component().idPagamentoPredefinito()));
-        if (component().DoppioInserimentoObbligatorio())
+        if (options().idPagamentoPredefinito != -1)
+            Pulsantiera_Pagamenti_buttonClick(std::to_string(options().idPagamentoPredefinito));
+        if (options().DoppioInserimentoObbligatorio)
             Load_Pagamenti(c.Pulsantiera_Pagamenti_Versamenti);
         Load_Attivita();
         c.comboData.setText(shortDate(process_.platform.clock.now(), process_.platform.regional));
         c.Pulsantiera_Pagamenti.setHeight(FullPaymentHeight);
-        if (component().DoppioInserimentoObbligatorio())
+        if (options().DoppioInserimentoObbligatorio)
             layOutDoubleMovement();
         showDrawersWhenConfigured();
         chooseCurrency();
@@ -84,20 +83,20 @@ void frm_Drawer_Management::chooseCurrency() {
     auto& c = controls();
     auto& selection = process_.selection;
     c.frame_valuta.setVisible(false);
-    if (component().UsaSoloValutaAziendale()) {
-        selection.Valuta = component().ValutaAziendale();
+    if (options().UsaSoloValutaAziendale) {
+        selection.Valuta = options().ValutaAziendale;
         selection.MultiValuta = false;
         return;
     }
     const Recordset rows =
         process_.query({"SELECT valuta FROM tabValute", CursorType::Static, LockType::Optimistic});
     if (rows.endOfFile()) {
-        selection.Valuta = component().ValutaAziendale();
+        selection.Valuta = options().ValutaAziendale;
         selection.MultiValuta = false;
     } else if (rows.recordCount() == 1) {
         Load_Valute();
         selection.MultiValuta = false;
-        selection.Valuta = component().ValutaAziendale(); // the host's choice, not the row's
+        selection.Valuta = options().ValutaAziendale; // the host's choice, not the row's
     } else {
         selection.MultiValuta = true;
         c.frame_valuta.setVisible(true);
@@ -109,7 +108,7 @@ void frm_Drawer_Management::Form_Activate() {
     trapped(process_, "cmdCassetto_Click", [&] {
         auto& c = controls();
         c.Virtual_Keyboard.bind(&c.txtNote);
-        if (!component().DoppioInserimentoObbligatorio())
+        if (!options().DoppioInserimentoObbligatorio)
             return;
         c.Pulsantiera_Attivita.setVisible(false);
         c.lblTipoMovimento.setVisible(false);

@@ -1,9 +1,11 @@
 #pragma once
+#include "base/date_time.h"
+#include "base/error.h"
 #include "base/export.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "component/events.h"
-#include "ports/database.h"
 #include "ports/regional_settings.h"
+#include "services/activity_kinds.h"
 #include "services/screen_aids.h"
 
 #include <cstdint>

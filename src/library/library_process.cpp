@@ -4,6 +4,7 @@
 #include "adapters/system/machine.h"
 #include "adapters/system/system_regional_settings.h"
 #include "base/error.h"
+#include "component/component_state.h"
 
 #include <cstdlib>
 #include <utility>
@@ -103,7 +104,7 @@ std::shared_ptr<cls_Kova_Drawer_Man> LibraryProcess::createComponent() {
     static const int registered = std::atexit(exitBegins);
     (void)registered;
     // A component keeps this alive until it is deleted, and no longer: weak references stay to it.
-    auto component = cls_Kova_Drawer_Man::create(
+    auto component = ComponentState::createComponent(
         state_, [self = shared_from_this()](cls_Kova_Drawer_Man* released) mutable {
             const auto process = std::move(self);
             process->release(released);

@@ -1,6 +1,6 @@
 #pragma once
+#include "base/date_time.h"
 #include "base/error.h"
-#include "base/export.h"
 #include "base/paged_vector.h"
 #include "base/text_arena.h"
 
@@ -15,9 +15,6 @@
 #include <vector>
 
 namespace kova {
-
-/// Wall-clock time of the host, without a zone; milliseconds are the finest unit that the shops' tables hold.
-using DateTime = std::chrono::local_time<std::chrono::milliseconds>;
 
 /// An exact decimal number: unscaled / 10^scale. Money has scale 4.
 struct Decimal {
@@ -42,26 +39,9 @@ using Value =
 /// Day zero of the shops' data access: a moment of it stands for its time alone.
 inline constexpr DateTime TimeOfDayDate{std::chrono::local_days{std::chrono::year(1899) / 12 / 30}};
 
-/// A database failure. `number()` is the provider's error number, `sqlState()` the five characters of ISO
-/// 9075.
-class KOVA_API DatabaseError : public Error {
-  public:
-    static constexpr std::int32_t CommandFailed =
-        -2147217900; ///< the text was refused, or an object is missing
-    static constexpr std::int32_t Unspecified = -2147467259; ///< anything without a number of its own
-    static constexpr std::int32_t NotConnected = 3709;       ///< no usable connection
-
-    DatabaseError(std::int32_t number, const std::string& description, std::string sqlState)
-        : Error(number, description), sqlState_(std::move(sqlState)) {}
-    [[nodiscard]] const std::string& sqlState() const { return sqlState_; }
-
-  private:
-    std::string sqlState_;
-};
-
 /// A whole result, read once and immutable from then on. Cells and texts lie in blocks that never move: a
 /// long result is neither copied while it grows, nor does it need one large piece of memory.
-class KOVA_API Snapshot {
+class Snapshot {
   public:
     Snapshot() = default;
     Snapshot(const Snapshot&) = delete;
@@ -99,7 +79,7 @@ class KOVA_API Snapshot {
 };
 
 /// A forward cursor over a snapshot. Copies share the snapshot and move on their own.
-class KOVA_API Recordset {
+class Recordset {
   public:
     /// Where reading breaks off although the record count is known, as when a connection dies under a cursor.
     struct Interruption {
@@ -149,7 +129,7 @@ struct Query {
 };
 
 /// An open connection to the host's database. Used from the user-interface thread only; never writes.
-class KOVA_API DatabaseConnection {
+class DatabaseConnection {
   public:
     virtual ~DatabaseConnection() = default;
     /// Reads the whole result. Throws DatabaseError. An empty result is not an error.

@@ -1,9 +1,9 @@
 #include "report/movement_query.h"
 
 #include "base/ascii_text.h"
-#include "component/cls_Kova_Drawer_Man.h"
 #include "services/conversions.h"
 #include "services/message_box.h"
+#include "services/parent_component.h"
 #include "services/process_state.h"
 #include "widgets/report_grid.h"
 
@@ -21,12 +21,12 @@ bool readsViews(const std::string& softwareName) {
 }
 
 /// The restriction to a till and to a user, as the component's options ask.
-std::string filterSuffix(const cls_Kova_Drawer_Man& component) {
+std::string filterSuffix(const ComponentOptions& options) {
     std::string suffix;
-    if (component.idCassa() != -1)
-        suffix += " AND idCassa = " + std::to_string(component.idCassa());
-    if (component.VisualizzaMovimentiUtenteLoggato())
-        suffix += " AND idUtente = " + std::to_string(component.idUtente());
+    if (options.idCassa != -1)
+        suffix += " AND idCassa = " + std::to_string(options.idCassa);
+    if (options.VisualizzaMovimentiUtenteLoggato)
+        suffix += " AND idUtente = " + std::to_string(options.idUtente);
     return suffix;
 }
 
@@ -42,19 +42,19 @@ std::string between(const SqlDateFormatter& formatter, const std::string& date) 
 }
 
 std::string viewQuery(const std::string& view, const std::string& date, const SqlDateFormatter& formatter,
-                      const cls_Kova_Drawer_Man& component) {
+                      const ComponentOptions& options) {
     return " SELECT [Data Operazione] as [Data-Ora Aggiornamento], [Tipo Operazione], [Tipo Pagamento], "
            "importo, Valuta, [Note Movimento], [Operatore] "
            " FROM [dbo]." +
            view +
            " "
            " WHERE [dbo]." +
-           view + ".[Data Operazione]" + between(formatter, date) + filterSuffix(component) +
+           view + ".[Data Operazione]" + between(formatter, date) + filterSuffix(options) +
            " ORDER BY Ordinamento , [Data operazione] ";
 }
 
 std::string unionQuery(const std::string& view, const std::string& date, const SqlDateFormatter& formatter,
-                       const cls_Kova_Drawer_Man& component) {
+                       const ComponentOptions& options) {
     std::string text = "SELECT"
                        " [Data-Ora Aggiornamento] , [Tipo Operazione], [Tipo Pagamento], Importo, Valuta, "
                        "[Note Movimento], [Operatore]"
@@ -63,20 +63,20 @@ std::string unionQuery(const std::string& view, const std::string& date, const S
                        "[Tipo Pagamento], importo, Valuta, [Note Movimento] ,Ordinamento, [Operatore]  "
                        "FROM [dbo]." +
                        view + " WHERE [dbo]." + view + ".[Data Operazione]" + between(formatter, date);
-    text += filterSuffix(component);
+    text += filterSuffix(options);
     text += " UNION"
             " SELECT [Data Operazione] as [Data-Ora Aggiornamento], [Tipo Operazione], [Tipo Pagamento], "
             "importo, Valuta, [Note Movimento] ,Ordinamento, [Operatore]  "
             "FROM [dbo].[Report_NonFiscale_Operation]"
             " WHERE [dbo].[Report_NonFiscale_Operation].[Data Operazione]" +
             between(formatter, date);
-    text += filterSuffix(component);
+    text += filterSuffix(options);
     return text + " ) AS T"
                   " ORDER BY T.Ordinamento, T.[Data-Ora Aggiornamento]";
 }
 
 Query movementQuery(ProcessState& process, const std::string& date, DateTime when,
-                    const cls_Kova_Drawer_Man& component) {
+                    const ComponentOptions& options) {
     auto& formatter = process.sqlDateFormatter();
     formatter.SetMode(1);
     if (!readsViews(process.SoftwareName))
@@ -87,9 +87,8 @@ Query movementQuery(ProcessState& process, const std::string& date, DateTime whe
             LockType::ReadOnly,
             {{"Data", date, std::chrono::floor<std::chrono::days>(when)}}};
     const std::string view = viewOf(when, process.platform.clock.now());
-    return {component.AttivaVisualizzazionePrecontiDefinitivi()
-                ? unionQuery(view, date, formatter, component)
-                : viewQuery(view, date, formatter, component)};
+    return {options.AttivaVisualizzazionePrecontiDefinitivi ? unionQuery(view, date, formatter, options)
+                                                            : viewQuery(view, date, formatter, options)};
 }
 
 /// The labels that the shops' views know in Italian only.
@@ -132,7 +131,7 @@ void fillGrid(ProcessState& process, ReportGrid& grid, Recordset rows) {
 } // namespace
 
 void carica_Movimenti_Giornata(ProcessState& process, ReportGrid& grid, const std::string& date,
-                               cls_Kova_Drawer_Man& component) {
+                               const ComponentOptions& options) {
     trapped(process, "carica_Movimenti_Giornata", [&] {
         const auto when = parseDate(date, process.platform.regional);
         if (!when) {
@@ -142,7 +141,7 @@ void carica_Movimenti_Giornata(ProcessState& process, ReportGrid& grid, const st
         grid.deleteRecords();
         grid.deleteColumns();
         try {
-            fillGrid(process, grid, process.query(movementQuery(process, date, *when, component)));
+            fillGrid(process, grid, process.query(movementQuery(process, date, *when, options)));
         } catch (...) {
             grid.breakOff();
             throw;

@@ -5,12 +5,12 @@ namespace kova {
 
 class ProcessState;
 class ReportGrid;
-class cls_Kova_Drawer_Man;
+struct ComponentOptions;
 
 /// Lists the movements of one day in the grid. The date is a text as the date field holds it; one that is no
 /// date shows a message and leaves the grid alone. Any other failure is logged and leaves the grid broken
 /// off, with what it had until then.
 void carica_Movimenti_Giornata(ProcessState& process, ReportGrid& grid, const std::string& date,
-                               cls_Kova_Drawer_Man& component);
+                               const ComponentOptions& options);
 
 } // namespace kova

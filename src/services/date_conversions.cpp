@@ -1,7 +1,9 @@
 #include "services/conversions.h"
 
 #include "base/iso_date_time.h"
+#include "base/numbered_errors.h"
 
+#include <array>
 #include <charconv>
 
 namespace kova {

@@ -1,5 +1,7 @@
 #include "services/conversions.h"
 
+#include "base/numbered_errors.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>

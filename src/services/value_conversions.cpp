@@ -1,5 +1,6 @@
 #include "services/conversions.h"
 
+#include "base/numbered_errors.h"
 #include "base/overloaded.h"
 
 #include <charconv>

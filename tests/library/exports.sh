@@ -6,7 +6,7 @@ set -u
 exported=$(nm -gDC --defined-only "$1" | cut -d ' ' -f 3-) || exit 1
 wrong=0
 
-classes='cls_Kova_Drawer_Man|EventSink|Error|DatabaseError|DatabaseConnection|Snapshot|Recordset'
+classes='cls_Kova_Drawer_Man|EventSink|Error|DatabaseError'
 functions='createComponent|openDatabase|hostOdbcConnection|setLanguage|languageId|setLogFolder|regionalSettings|parseDate|formatDate|formatAmount|fontFamily|setScreenAids|setDecimalKey|processEvents|shutDown|type_description::(library|members|events|enumeration|find)'
 surplus=$(printf '%s\n' "$exported" | grep -vE "^KOVA_4\b" |
     grep -vE "^((vtable|typeinfo|typeinfo name) for )?kova::(($classes)(::.*|@.*)?|($functions)(\[.*)?\(.*)$")
@@ -20,8 +20,7 @@ for name in 'createComponent()' 'openDatabase(' 'hostOdbcConnection(' 'setLangua
     'cls_Kova_Drawer_Man::Inizializza(' 'cls_Kova_Drawer_Man::InizializzaByConnString(' \
     'cls_Kova_Drawer_Man::SetSoftwareName(' 'cls_Kova_Drawer_Man::ApriCassetto()' \
     'cls_Kova_Drawer_Man::Stampa(' 'cls_Kova_Drawer_Man::Anteprima(' 'cls_Kova_Drawer_Man::SalvaPagamento(' \
-    'cls_Kova_Drawer_Man::get' 'cls_Kova_Drawer_Man::set(' 'cls_Kova_Drawer_Man::invoke(' \
-    'Snapshot::add(' 'Snapshot::findColumn(' 'Recordset::field('; do
+    'cls_Kova_Drawer_Man::get' 'cls_Kova_Drawer_Man::set(' 'cls_Kova_Drawer_Man::invoke('; do
     case $exported in
     *"kova::$name"*) ;;
     *)

@@ -9,6 +9,7 @@
 #include <QTabBar>
 #include <QTimer>
 
+#include <sqlite3.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -19,6 +20,7 @@
 #include <iostream>
 #include <map>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <thread>
 
@@ -33,12 +35,19 @@ struct Host final : kova::EventSink {
     std::function<void()> onEvent = [] {};
 };
 
-/// Answers every query of the component with no rows.
-struct EmptyDatabase final : kova::DatabaseConnection {
-    kova::Recordset query(const kova::Query&) override {
-        return kova::Recordset(std::make_shared<kova::Snapshot>());
-    }
-};
+/// A shop that has all tables and no rows; its file goes with the last connection.
+std::shared_ptr<kova::DatabaseConnection> emptyShop() {
+    const auto file = std::filesystem::temp_directory_path() / ("kova_shop_" + std::to_string(getpid()));
+    std::stringstream schema;
+    schema << std::ifstream(KOVA_SCHEMA).rdbuf();
+    sqlite3* shop = nullptr;
+    sqlite3_open(file.c_str(), &shop);
+    sqlite3_exec(shop, schema.str().c_str(), nullptr, nullptr, nullptr);
+    sqlite3_close(shop);
+    auto opened = kova::openDatabase("Data Source=" + file.string());
+    std::filesystem::remove(file);
+    return opened;
+}
 
 int failures = 0;
 
@@ -83,7 +92,7 @@ int dialogs(const char* title = "Gestione cassetto") {
 
 std::shared_ptr<kova::cls_Kova_Drawer_Man> shownComponent() {
     auto component = kova::createComponent();
-    component->Inizializza(std::make_shared<EmptyDatabase>());
+    component->Inizializza(emptyShop());
     component->Show(0);
     kova::processEvents();
     return component;
@@ -100,10 +109,8 @@ void wholeLife() {
     component->DiscardForm();
     expect(dialogs("Drawer management") == 0, "discarding takes the dialog off the screen");
 
-    expect(
-        throws<kova::DatabaseError>([] { (void)kova::openDatabase("Driver=none"); }) &&
-            throws<kova::DatabaseError>([] { (void)kova::hostOdbcConnection(nullptr)->query({"SELECT 1"}); }),
-        "failures of databases cross the library as what they are");
+    expect(throws<kova::DatabaseError>([] { (void)kova::openDatabase("Driver=none"); }),
+           "failures of databases cross the library as what they are");
 
     kova::setLanguage(1040, "Italiano");
     component->Show(0);

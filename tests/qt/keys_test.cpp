@@ -121,7 +121,7 @@ TEST_F(PhysicalKeyboard, SendsNoBarCodeAsAnAmount) {
     }
     till.loop.settle();
     EXPECT_TRUE(till.sink.movements.empty());
-    EXPECT_NE(till.component->dialog()->window(), nullptr);
+    EXPECT_NE(dialogOf(*till.component)->window(), nullptr);
     EXPECT_EQ(text("txtVisore"), "8012345678901") << "seen, so that it can be cleared";
 }
 
@@ -135,13 +135,13 @@ TEST_F(PhysicalKeyboard, ShowsItsKeysAndClosesByTheRuleOfTheCloseButton) {
     EXPECT_EQ(till.dialog().focus(), before);
     press({Qt::Key_Escape});
     EXPECT_EQ(help(), nullptr);
-    ASSERT_NE(till.component->dialog()->window(), nullptr) << "that closed the help alone";
+    ASSERT_NE(dialogOf(*till.component)->window(), nullptr) << "that closed the help alone";
     till.control<PushButton>("cmdAnnulla").setEnabled(false);
     press({Qt::Key_Escape});
-    ASSERT_NE(till.component->dialog()->window(), nullptr);
+    ASSERT_NE(dialogOf(*till.component)->window(), nullptr);
     till.control<PushButton>("cmdAnnulla").setEnabled(true);
     QTest::keyPress(target(), Qt::Key_Escape); // there is nothing left to let go of it in
-    EXPECT_TRUE(till.component->dialog() == nullptr || till.component->dialog()->window() == nullptr);
+    EXPECT_TRUE(dialogOf(*till.component) == nullptr || dialogOf(*till.component)->window() == nullptr);
 }
 
 TEST_F(PhysicalKeyboard, EntersWhatIsCountedWhereverTheFocusIs) {

@@ -40,7 +40,7 @@ Till::Till(const QSize& surface, QtEventLoop::Time time) : QtScreen(surface, tim
 }
 
 Till::~Till() {
-    if (component->dialog() != nullptr && component->dialog()->window() != nullptr)
+    if (dialogOf(*component) != nullptr && dialogOf(*component)->window() != nullptr)
         dialog().requestClose();
     component.reset();
     loop.settle();

@@ -228,7 +228,7 @@ TEST_F(WholeDay, ArrivesAsItWasEnteredAndLeavesNothing) {
         tap("TabControl", "1");
         tap("cmdAnteprima");
         tap("PushButton1");
-        ASSERT_EQ(till.component->dialog()->window(), nullptr);
+        ASSERT_EQ(dialogOf(*till.component)->window(), nullptr);
     }
     EXPECT_EQ(holdings(), before);
     EXPECT_EQ(till.sink.movements, entered);

@@ -13,7 +13,6 @@ namespace kova::test {
 namespace {
 
 namespace td = type_description;
-using Kind = td::MemberKind;
 
 const char* const types[] = {"none", "int16", "int32", "double", "boolean", "string", "connection"};
 
@@ -52,21 +51,6 @@ std::string wholeDescription() {
 
 TEST(TypeDescription, IsTheFrozenOne) {
     expectTrace("type_description", wholeDescription());
-}
-
-TEST(LateBinding, ReachesEveryPropertyByNameAndById) {
-    World world;
-    auto& component = *world.component;
-    for (const auto& member : td::members()) {
-        if (member.kind != Kind::PropertyRead)
-            continue;
-        const Variant value = member.result == td::Type::String    ? Variant("CHF")
-                              : member.result == td::Type::Boolean ? Variant(true)
-                                                                   : Variant(std::int32_t{member.dispatchId});
-        component.set(member.dispatchId, value);
-        EXPECT_EQ(component.get(member.dispatchId), value) << member.name;
-        EXPECT_EQ(component.get(member.name), value) << member.name;
-    }
 }
 
 /// What becomes of each value as an argument of each type, or the number of the error.

@@ -136,7 +136,7 @@ TEST(Texts, KeysEditAsEver) {
         seen << ' ' << traced(day.text());
         auto& button = world.control<PushButton>("PushButton1");
         button.typeCharacter(key);
-        seen << (world.component->dialog()->loaded() ? " goes on\n" : " presses\n");
+        seen << (dialogOf(*world.component)->loaded() ? " goes on\n" : " presses\n");
     }
     expectTrace("keys", seen.str());
 }

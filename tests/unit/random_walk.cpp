@@ -54,13 +54,13 @@ class RandomWalk {
 
     void step() {
         --stepsLeft_;
-        if (!world_.component->dialog() || !world_.component->dialog()->loaded())
+        if (!dialogOf(*world_.component) || !dialogOf(*world_.component)->loaded())
             world_.component->Show(depth_ > 4 ? 0 : any(3) - 1);
         else if (oneIn(12))
             hostStep();
         else
             cashierStep();
-        if (depth_ == 0 && world_.component->dialog()->loaded()) {
+        if (depth_ == 0 && dialogOf(*world_.component)->loaded()) {
             EXPECT_TRUE(world_.control<PushButton>("cmdConferma").enabled());
         }
         if (depth_ == 0) {
@@ -94,7 +94,7 @@ class RandomWalk {
             for (Control* const control : window->controls())
                 text << control->visible() << control->enabled();
         }
-        if (world_.component->dialog()->loaded())
+        if (dialogOf(*world_.component)->loaded())
             text << world_.control<TextBox>("txtVisore").text() << world_.control<TextBox>("txtNote").text()
                  << testing::PrintToString(world_.control<ReportGrid>("grd_mov_giornata").order());
         return text.str();
@@ -204,7 +204,7 @@ class RandomWalk {
             coinStep();
             return;
         }
-        if (!world_.component->dialog()->loaded())
+        if (!dialogOf(*world_.component)->loaded())
             return;
         if (world_.control<TabControl>("TabControl").selected() == 1 && oneIn(3)) {
             listStep();

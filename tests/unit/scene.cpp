@@ -74,7 +74,7 @@ void ScenePlayer::addState() {
     const auto& windows = world.process.windows;
     line.with("active", windows.active() ? windows.active()->name() : "");
     const auto& selection = world.process.selection;
-    if (world.component && world.component->dialog() && world.component->dialog()->loaded())
+    if (world.component && dialogOf(*world.component) && dialogOf(*world.component)->loaded())
         line.with("confirm", world.control<PushButton>("cmdConferma").reach() == Gesture::Done)
             .with("keyboard", world.control<OnScreenKeyboard>("Virtual_Keyboard").visible())
             .with("amount", world.control<TextBox>("txtVisore").text())

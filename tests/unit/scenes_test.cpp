@@ -84,18 +84,18 @@ TEST(Reentrancy, AWindowThatWasClosedSaysNothingToTheNextOne) {
         closed.requestClose();
     };
     world.control<PushButton>("cmdConferma").press();
-    EXPECT_TRUE(world.component->dialog()->loaded());
+    EXPECT_TRUE(dialogOf(*world.component)->loaded());
 }
 
 TEST(Reentrancy, AChoiceInAnotherDialogWhileAGridFillsIsMarked) {
     World world;
     world.connect();
     world.show();
-    const auto second = cls_Kova_Drawer_Man::create(world.process);
+    const auto second = ComponentState::createComponent(world.process);
     second->Show(0);
     world.composeMovement();
     world.loop.post(
-        [&] { as<ButtonGrid>(second->dialog()->window()->find("Pulsantiera_Pagamenti")).touch("2"); });
+        [&] { as<ButtonGrid>(dialogOf(*second)->window()->find("Pulsantiera_Pagamenti")).touch("2"); });
     world.control<PushButton>("cmdConferma").press();
     EXPECT_EQ(world.process.selection.idPagamento, 2);
     EXPECT_TRUE(world.control<ButtonGrid>("Pulsantiera_Pagamenti").find("2")->marked);

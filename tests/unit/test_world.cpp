@@ -164,7 +164,7 @@ void World::open() {
     db.table("tabValute", {"Valuta"}, {{"€"}});
     db.setting("idCassettoCausPred_Prelievi", n(2));
     db.setting("idCassettoCausPred_Versamenti", n(3));
-    component = cls_Kova_Drawer_Man::create(process);
+    component = ComponentState::createComponent(process);
     sinkConnection = component->connect(sink);
 }
 

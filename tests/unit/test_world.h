@@ -1,7 +1,7 @@
 #pragma once
 #include "adapters/headless/headless.h"
 #include "coin_count/frm_CaricaMoneta.h"
-#include "component/cls_Kova_Drawer_Man.h"
+#include "component/component_state.h"
 #include "drawer_dialog/frm_Drawer_Management.h"
 #include "services/movement.h"
 #include "services/process_state.h"
@@ -112,7 +112,7 @@ class World {
     void connect();
     void show(std::int32_t method = 0) { component->Show(method); }
     void wait(int milliseconds) { loop.advance(std::chrono::milliseconds(milliseconds)); }
-    Window& dialog() { return *component->dialog()->window(); }
+    Window& dialog() { return *dialogOf(*component)->window(); }
     template <class Kind>
     Kind& control(const std::string& name, std::optional<int> index = {}) {
         return as<Kind>(dialog().find(name, index));
