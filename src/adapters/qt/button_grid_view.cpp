@@ -1,6 +1,6 @@
 #include "adapters/qt/button_grid_view.h"
 
-#include "adapters/qt/button_grid_accessible.h"
+#include "adapters/qt/accessible_views.h"
 #include "adapters/qt/window_frame.h"
 
 #include <QAccessible>

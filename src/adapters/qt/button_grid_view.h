@@ -1,6 +1,5 @@
 #pragma once
 #include "adapters/qt/button_grid_cells.h"
-#include "adapters/qt/caption.h"
 #include "adapters/qt/control_view.h"
 #include "widgets/button_grid.h"
 

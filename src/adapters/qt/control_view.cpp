@@ -1,14 +1,35 @@
 #include "adapters/qt/control_view.h"
 
-#include "adapters/qt/backdrop.h"
 #include "adapters/qt/spoken_name.h"
 #include "adapters/qt/window_frame.h"
+#include "widgets/captioned_controls.h"
+#include "widgets/tab_control.h"
 
 #include <QWidget>
 
 #include <cmath>
 
 namespace kova {
+namespace {
+
+class BackgroundOf : public ControlVisitor {
+  public:
+    void visit(Window& window) override { color = look::toQt(window.backColor()); }
+    void visit(TabPage& page) override { color = look::toQt(page.backColor()); }
+    void visit(GroupFrame& frame) override { color = look::toQt(frame.backColor()); }
+    std::optional<QColor> color;
+};
+
+/// What is painted behind a control: the background of the frame, page or window that it stands on.
+QColor backdropOf(const Control& control) {
+    BackgroundOf background;
+    for (Control* parent = control.parent(); parent != nullptr && !background.color;
+         parent = parent->parent())
+        parent->accept(background);
+    return background.color.value_or(QColor(Qt::white));
+}
+
+} // namespace
 
 ControlView::ControlView(Control& control, WindowFrame& frame) : control_(&control), frame_(frame) {
     changed_ = control.changed.connect([this](Property property) { showProperty(property); });

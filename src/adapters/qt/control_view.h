@@ -1,4 +1,5 @@
 #pragma once
+#include "adapters/qt/accessible_views.h"
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/look.h"
 #include "widgets/control.h"
@@ -9,7 +10,6 @@
 #include <optional>
 #include <string>
 
-class QAccessibleInterface;
 class QWidget;
 
 namespace kova {
@@ -25,12 +25,11 @@ struct TouchPoint {
 /// The drawing of one control. It observes the model and hands gestures to it; it decides nothing. Once
 /// detached it knows its model no more; its widget is deleted with the frame's, when no handler runs, so that
 /// a view may be used after it ran a handler.
-class ControlView {
+class ControlView : public AccessibleView {
   public:
     ControlView(Control& control, WindowFrame& frame);
     ControlView(const ControlView&) = delete;
     ControlView& operator=(const ControlView&) = delete;
-    virtual ~ControlView() = default;
 
     virtual QWidget& widget() = 0;
     /// What has the keyboard when the control has the focus.
@@ -47,9 +46,7 @@ class ControlView {
     void neighbourRenamed();
     /// The language of the view's own words may have changed.
     virtual void showWords() {}
-    /// What assistive technology makes of the widget; null where the toolkit's own knowledge is right. The
-    /// toolkit takes it over.
-    virtual QAccessibleInterface* makeAccessible() { return nullptr; }
+    QAccessibleInterface* makeAccessible() override { return nullptr; }
     virtual void detach();
 
   protected:
@@ -105,5 +102,8 @@ class ModelView : public ControlView {
   private:
     Model* model_;
 };
+
+/// Makes the view of a control inside `parent`, whose widget then owns it.
+ControlView* makeView(Control& control, WindowFrame& frame, QWidget& parent);
 
 } // namespace kova

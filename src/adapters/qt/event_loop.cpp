@@ -1,42 +1,16 @@
 #include "adapters/qt/event_loop.h"
 
-#include "adapters/qt/display.h"
-#include "base/error.h"
+#include "adapters/qt/application.h"
 
 #include <QApplication>
 #include <QEventLoop>
-#include <QStyleFactory>
-#include <QThread>
 
 #include <algorithm>
 #include <utility>
 
 namespace kova {
-namespace {
 
 using namespace std::chrono_literals;
-
-std::unique_ptr<QApplication> ownApplication() {
-    if (QCoreApplication::instance() != nullptr) {
-        if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr)
-            throw Error(5, "The process has a Qt application without widgets");
-        if (QCoreApplication::instance()->thread() != QThread::currentThread())
-            throw Error(5, "The process has a Qt application on another thread");
-        return nullptr;
-    }
-    requireDisplay();
-    // Qt keeps references to both for as long as the application lives.
-    static int count = 1;
-    static char name[] = "kova";
-    static char* arguments[] = {name, nullptr};
-    auto application = std::make_unique<QApplication>(count, arguments);
-    QApplication::setQuitOnLastWindowClosed(false);
-    if (QStyle* style = QStyleFactory::create("Fusion"))
-        QApplication::setStyle(style);
-    return application;
-}
-
-} // namespace
 
 /// Counts a handler as running; when the outermost ends, what they gave up is deleted.
 class QtEventLoop::Handler {
@@ -65,7 +39,7 @@ class QtEventLoop::Handler {
 };
 
 QtEventLoop::QtEventLoop(Time time)
-    : application_(ownApplication()), time_(time), alarm_(std::make_unique<QTimer>()) {
+    : application_(makeApplication()), time_(time), alarm_(std::make_unique<QTimer>()) {
     clock_.start();
     alarm_->setSingleShot(true);
     alarm_->setTimerType(Qt::PreciseTimer);

@@ -1,12 +1,14 @@
 #pragma once
-#include "widgets/control.h"
+#include "widgets/captioned_controls.h"
 
 #include <QColor>
 #include <QFont>
 #include <QRectF>
 #include <QString>
+#include <QStringList>
 
 #include <cmath>
+#include <vector>
 
 class QPainter;
 
@@ -28,6 +30,7 @@ namespace kova::look {
 
 QColor toQt(Color color);
 Qt::Alignment toQt(Alignment alignment);
+double luminance(const QColor& color); ///< relative, as WCAG 2.1 defines it [0-1]
 bool isDark(const QColor& color);
 /// `share` of `second` in `first` [0-1].
 QColor mixed(const QColor& first, const QColor& second, double share);
@@ -61,6 +64,10 @@ QColor filling(const Face& face);
 /// A disc with an "i", as large as fits.
 void drawInformation(QPainter& painter, const QRectF& area, const QColor& background);
 
+/// Draws an icon as shapes that fill `area` at any size, in the caption's colour, or in one that says the
+/// same as the shape where the caption is dark on a light face.
+void drawIcon(QPainter& painter, const QRectF& area, PushButton::Icon icon, const QColor& caption);
+
 struct TextStyle {
     Qt::Alignment alignment = Qt::AlignCenter;
     bool wrapped = true;
@@ -71,5 +78,29 @@ QFont fitted(const QString& text, QFont font, const QSizeF& room, const TextStyl
 /// Draws the text fitted, and cut with an ellipsis where it does not fit.
 void drawText(QPainter& painter, const QRectF& area, const QString& text, const QFont& font,
               const TextStyle& style = {});
+
+/// A text broken into lines.
+struct Caption {
+    QFont font;
+    QStringList lines;
+    bool whole = true; ///< nothing had to be cut
+};
+
+struct CaptionPlace {
+    QString text;
+    QSizeF room; ///< pixels
+};
+
+enum class CaptionSizes { Own, Common };
+
+/// Sets captions that are designed in `font`, where a design pixel measures `unit` pixels. What does not fit
+/// in words takes a smaller size, then the regular weight, then the least size that is read at arm's length,
+/// then hyphens in overlong words, and is cut at last. With common sizes all take that of the longest, but
+/// one that needs the very smallest is set so alone.
+std::vector<Caption> setCaptions(const std::vector<CaptionPlace>& places, const QFont& font, double unit,
+                                 CaptionSizes sizes);
+/// As much of a text as fits in that font.
+Caption cutCaption(const CaptionPlace& place, const QFont& font);
+void drawCaption(QPainter& painter, const QRectF& area, const Caption& caption, Qt::Alignment alignment);
 
 } // namespace kova::look

@@ -7,13 +7,14 @@
 namespace kova {
 
 /// A real tab bar, as high as the pages leave room for; it asks for a tab when the finger goes up.
-class TouchTabBar final : public QTabBar {
+class TouchTabBar final : public QTabBar, public AccessibleView {
   public:
     struct Looks {
         Scale scale;
         QColor backdrop, page;
     };
     explicit TouchTabBar(QWidget& parent);
+    QAccessibleInterface* makeAccessible() override { return makeAccessibleTabBar(*this); }
     void setLooks(const Looks& looks);
     std::function<void(int)> touched;
 

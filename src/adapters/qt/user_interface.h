@@ -1,7 +1,7 @@
 #pragma once
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/event_loop.h"
-#include "adapters/qt/wording.h"
+#include "adapters/qt/window_frame.h"
 #include "ports/regional_settings.h"
 #include "ports/user_interface.h"
 
@@ -16,8 +16,6 @@
 class QMessageBox;
 
 namespace kova {
-
-class WindowFrame;
 
 /// Windows on the screen. Each model that is presented gets a top-level widget, which goes with its view.
 class QtUserInterface final : public UserInterface {

@@ -2,9 +2,9 @@
 
 #include "adapters/qt/accessible_views.h"
 #include "adapters/qt/key_help.h"
-#include "adapters/qt/page_notice_view.h"
-#include "adapters/qt/view_factory.h"
+#include "adapters/qt/notice_views.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QInputMethodEvent>
@@ -53,6 +53,10 @@ WindowFrame::WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettin
 }
 
 WindowFrame::~WindowFrame() = default;
+
+QAccessibleInterface* WindowFrame::makeAccessible() {
+    return new QAccessibleWidget(this, QAccessible::Dialog);
+}
 
 void WindowFrame::makeViews() {
     for (Control* control : window_->controls()) {

@@ -2,8 +2,8 @@
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/look.h"
-#include "adapters/qt/wording.h"
 #include "ports/regional_settings.h"
+#include "services/texts.h"
 #include "widgets/window.h"
 
 #include <QWidget>
@@ -17,15 +17,33 @@ namespace kova {
 
 class PageNoticeView;
 
+/// The words of the drawing itself, in the component's language.
+class Wording {
+  public:
+    QString operator()(Word word) const {
+        const std::string_view text = inWords(word, languageId_);
+        return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    }
+    void setLanguage(std::int32_t id) {
+        if (std::exchange(languageId_, id) != id)
+            changed();
+    }
+    Signal<> changed;
+
+  private:
+    std::int32_t languageId_ = 0;
+};
+
 /// The top-level widget of one window: draws its background, holds the views of its controls and scales them
 /// all with the client area. The model decides when it is visible and where the focus is; the title bar's
 /// close button only asks the model.
-class WindowFrame final : public QWidget {
+class WindowFrame final : public QWidget, public AccessibleView {
   public:
     /// `surface` is what the largest window, the design surface, measures in pixels.
     WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettings& regional, Wording& words,
                 const QSize& surface);
     ~WindowFrame() override;
+    QAccessibleInterface* makeAccessible() override;
 
     /// Forgets the models at once; later events come to nothing.
     void detach();

@@ -1,6 +1,8 @@
-#include "adapters/qt/caption.h"
+#include "adapters/qt/look.h"
 
+#include <QFontDatabase>
 #include <QFontMetricsF>
+#include <QHash>
 #include <QPainter>
 
 #include <algorithm>
@@ -10,11 +12,39 @@
 namespace kova::look {
 namespace {
 
+constexpr double PixelsPerPoint = 96.0 / 72.0;
 // Pixels of the design, and on the screen at least.
 constexpr double LeastBold = 12;
 constexpr double LeastCommon = 11;
 constexpr double Least = 10;
 constexpr qsizetype LeastPiece = 3; // letters before a hyphen
+
+// Condensed DejaVu runs as wide as Tahoma, for which captions and widths were chosen.
+QString installedFamily(const QString& wanted) {
+    for (const QString& one : {wanted, QString("DejaVu Sans Condensed"), QString("Noto Sans")})
+        if (QFontDatabase::hasFamily(one))
+            return one;
+    return "DejaVu Sans";
+}
+
+// Asking the font database takes longer than drawing the text does.
+QString family(const QString& wanted) {
+    static QHash<QString, QString> known;
+    auto found = known.find(wanted);
+    if (found == known.end())
+        found = known.insert(wanted, installedFamily(wanted));
+    return *found;
+}
+
+int flags(const TextStyle& style) {
+    return static_cast<int>(style.alignment) | (style.wrapped ? Qt::TextWordWrap : Qt::TextSingleLine);
+}
+
+bool fits(const QString& text, const QFont& font, const QSizeF& room, const TextStyle& style) {
+    const QRectF unlimitedHeight(0, 0, room.width(), 1e6);
+    const QRectF needed = QFontMetricsF(font).boundingRect(unlimitedHeight, flags(style), text);
+    return needed.width() <= room.width() + 0.5 && needed.height() <= room.height() + 0.5;
+}
 
 enum class Hyphens { Never, InOverlongWords };
 
@@ -140,6 +170,14 @@ Caption setFrom(const CaptionPlace& place, const std::vector<QFont>& fonts, std:
 
 } // namespace
 
+QFont font(const Font& design, const Scale& scale) {
+    QFont result(family(QString::fromStdString(design.face)));
+    result.setPixelSize(
+        std::max(6, static_cast<int>(std::lround(design.points * PixelsPerPoint * scale.smaller()))));
+    result.setBold(design.bold);
+    return result;
+}
+
 std::vector<Caption> setCaptions(const std::vector<CaptionPlace>& places, const QFont& font, double unit,
                                  CaptionSizes sizes) {
     const std::vector<QFont> fonts = fontsFrom(font, unit);
@@ -179,6 +217,23 @@ Caption cutCaption(const CaptionPlace& place, const QFont& font) {
 void drawCaption(QPainter& painter, const QRectF& area, const Caption& caption, Qt::Alignment alignment) {
     painter.setFont(caption.font);
     painter.drawText(area, static_cast<int>(alignment), caption.lines.join('\n'));
+}
+
+QFont fitted(const QString& text, QFont font, const QSizeF& room, const TextStyle& style) {
+    int pixels = font.pixelSize();
+    while (pixels > style.smallestPixels && !fits(text, font, room, style))
+        font.setPixelSize(--pixels);
+    return font;
+}
+
+void drawText(QPainter& painter, const QRectF& area, const QString& text, const QFont& font,
+              const TextStyle& style) {
+    const QFont size = fitted(text, font, area.size(), style);
+    painter.setFont(size);
+    if (fits(text, size, area.size(), style))
+        painter.drawText(area, flags(style), text);
+    else
+        drawCaption(painter, area, cutCaption({text, area.size()}, size), style.alignment);
 }
 
 } // namespace kova::look

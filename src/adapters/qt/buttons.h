@@ -1,9 +1,14 @@
 #pragma once
+#include "adapters/qt/control_view.h"
 #include "adapters/qt/look.h"
+#include "widgets/captioned_controls.h"
 
 #include <QAbstractButton>
 
 #include <functional>
+#include <string>
+
+class QTouchEvent;
 
 namespace kova {
 
@@ -37,6 +42,38 @@ class FaceButton : public QAbstractButton {
     QRectF drawPicture(QPainter& painter, const QRectF& area, const QColor& color) const;
     Looks looks_;
     bool wholeCaption_ = true;
+};
+
+/// One key of a drawn keypad or keyboard. It never takes the focus from the text that it types into. It takes
+/// touches itself, so that a quick typist's next finger may come down before the last one is up.
+class KeyButton final : public FaceButton {
+  public:
+    /// `key` names the key among its fellows; `spoken` is what assistive technology calls it.
+    KeyButton(QWidget& board, std::string key, const QString& spoken);
+    [[nodiscard]] const std::string& key() const { return key_; }
+    [[nodiscard]] std::optional<TouchPoint> touchPoint();
+
+  protected:
+    bool event(QEvent* event) override;
+
+  private:
+    bool takeTouch(const QTouchEvent& event);
+    std::string key_;
+};
+
+class PushButtonView final : public FaceButton, public ModelView<PushButton> {
+  public:
+    PushButtonView(PushButton& button, WindowFrame& frame, QWidget& parent);
+    QWidget& widget() override { return *this; }
+    [[nodiscard]] bool takesTab() const override { return true; }
+
+  protected:
+    void layOut() override;
+    void showProperty(Property property) override;
+
+  private:
+    void showLooks();
+    [[nodiscard]] double inset() const; ///< of the face, in pixels
 };
 
 } // namespace kova

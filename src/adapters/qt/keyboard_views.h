@@ -1,6 +1,6 @@
 #pragma once
+#include "adapters/qt/buttons.h"
 #include "adapters/qt/control_view.h"
-#include "adapters/qt/key_button.h"
 #include "widgets/keyboards.h"
 
 #include <QWidget>
@@ -8,6 +8,33 @@
 #include <vector>
 
 namespace kova {
+
+class ReadBackView;
+
+class NumericKeypadView final : public QWidget, public ModelView<NumericKeypad> {
+  public:
+    NumericKeypadView(NumericKeypad& keypad, WindowFrame& frame, QWidget& parent);
+    QWidget& widget() override { return *this; }
+    QAccessibleInterface* makeAccessible() override;
+    std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
+
+    void detach() override;
+    void showWords() override { nameKeys(); }
+
+  protected:
+    void layOut() override;
+    void showProperty(Property property) override;
+
+  private:
+    void nameKeys();
+    void showReadBack();
+    /// The height of its band above the keys, in pixels; 0 when it is not wanted.
+    [[nodiscard]] double readBackHeight() const;
+    Connection readBackChanged_;
+    ReadBackView* readBack_ = nullptr; ///< null where the pad has none
+    double keysTop_ = 0;
+    std::vector<std::vector<KeyButton*>> rows_;
+};
 
 /// The keys in the model's rows, and below them a row of its own for the caps-lock key and the space bar, so
 /// that no key gets too narrow for a finger.

@@ -1,11 +1,13 @@
-#include "adapters/qt/display.h"
+#include "adapters/qt/application.h"
 
 #include "base/error.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QString>
 #include <QStringList>
+#include <QStyleFactory>
+#include <QThread>
 
 #include <dlfcn.h>
 
@@ -86,11 +88,34 @@ bool canShow(const QString& platform) {
     return name != "xcb" || opensX();
 }
 
-} // namespace
-
+/// Throws Error when Qt would end the process instead of making an application: the display that it would
+/// use cannot be opened. Opens and closes it to see. What Qt draws on without a display, and what cannot be
+/// tried, is no error.
 void requireDisplay() {
     if (!std::ranges::any_of(platforms(), canShow))
         throw Error(5, "No display can be opened");
+}
+
+} // namespace
+
+std::unique_ptr<QApplication> makeApplication() {
+    if (QCoreApplication::instance() != nullptr) {
+        if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr)
+            throw Error(5, "The process has a Qt application without widgets");
+        if (QCoreApplication::instance()->thread() != QThread::currentThread())
+            throw Error(5, "The process has a Qt application on another thread");
+        return nullptr;
+    }
+    requireDisplay();
+    // Qt keeps references to both for as long as the application lives.
+    static int count = 1;
+    static char name[] = "kova";
+    static char* arguments[] = {name, nullptr};
+    auto application = std::make_unique<QApplication>(count, arguments);
+    QApplication::setQuitOnLastWindowClosed(false);
+    if (QStyle* style = QStyleFactory::create("Fusion"))
+        QApplication::setStyle(style);
+    return application;
 }
 
 } // namespace kova

@@ -1,59 +1,15 @@
 #include "adapters/qt/look.h"
 
-#include "adapters/qt/caption.h"
-
-#include <QFontDatabase>
-#include <QFontMetricsF>
-#include <QHash>
 #include <QPainter>
 
 #include <algorithm>
-#include <cmath>
 
 namespace kova::look {
 namespace {
 
-constexpr double PixelsPerPoint = 96.0 / 72.0;
 constexpr double CornerRadius = 5; // design pixels, as those below
 constexpr double CheckRadius = 8;
-// A text colour that a scheme fixes stays as long as it can be made out at all; what replaces it, and every
-// pair of our own, has the 4.5 to 1 that WCAG 2.1 asks of text (1.4.3).
-constexpr double LeastOfAScheme = 3;
 constexpr double DeepFace = 0.1; // luminance; a face below it becomes lighter under the finger
-
-double luminance(const QColor& color) {
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-
-// Condensed DejaVu runs as wide as Tahoma, for which captions and widths were chosen.
-QString installedFamily(const QString& wanted) {
-    for (const QString& one : {wanted, QString("DejaVu Sans Condensed"), QString("Noto Sans")})
-        if (QFontDatabase::hasFamily(one))
-            return one;
-    return "DejaVu Sans";
-}
-
-// Asking the font database takes longer than drawing the text does.
-QString family(const QString& wanted) {
-    static QHash<QString, QString> known;
-    auto found = known.find(wanted);
-    if (found == known.end())
-        found = known.insert(wanted, installedFamily(wanted));
-    return *found;
-}
-
-int flags(const TextStyle& style) {
-    return static_cast<int>(style.alignment) | (style.wrapped ? Qt::TextWordWrap : Qt::TextSingleLine);
-}
-
-bool fits(const QString& text, const QFont& font, const QSizeF& room, const TextStyle& style) {
-    const QRectF unlimitedHeight(0, 0, room.width(), 1e6);
-    const QRectF needed = QFontMetricsF(font).boundingRect(unlimitedHeight, flags(style), text);
-    return needed.width() <= room.width() + 0.5 && needed.height() <= room.height() + 0.5;
-}
 
 void drawCheck(QPainter& painter, const QPointF& center, double radius, const QColor& disc) {
     painter.setPen(Qt::NoPen);
@@ -76,69 +32,42 @@ QColor markOn(const QColor& face) {
     return isDark(face) ? QColor(255, 255, 255) : QColor(16, 42, 67);
 }
 
-} // namespace
+constexpr double Grid = 16; // the shapes below are given on a square of so many units
 
-QColor toQt(Color color) {
-    return {color.red, color.green, color.blue};
-}
-
-Qt::Alignment toQt(Alignment alignment) {
-    switch (alignment) {
-    case Alignment::Center:
-        return Qt::AlignHCenter;
-    case Alignment::Right:
-        return Qt::AlignRight;
-    case Alignment::Left:
-        break;
+QColor iconColor(PushButton::Icon icon, const QColor& caption) {
+    if (!isDark(caption))
+        return caption;
+    switch (icon) {
+    case PushButton::Icon::Cancel:
+        return {178, 34, 44};
+    case PushButton::Icon::Confirm:
+        return {24, 122, 62};
+    default:
+        return {60, 74, 92};
     }
-    return Qt::AlignLeft;
 }
 
-bool isDark(const QColor& color) {
-    return luminance(color) < 0.25;
+/// A cross.
+void drawCancel(QPainter& painter) {
+    painter.drawLine(QPointF(3, 3), QPointF(13, 13));
+    painter.drawLine(QPointF(13, 3), QPointF(3, 13));
 }
 
-QColor mixed(const QColor& first, const QColor& second, double share) {
-    const auto part = [share](float a, float b) {
-        return static_cast<float>(static_cast<double>(a) * (1 - share) + static_cast<double>(b) * share);
-    };
-    return QColor::fromRgbF(part(first.redF(), second.redF()), part(first.greenF(), second.greenF()),
-                            part(first.blueF(), second.blueF()));
+/// A tick.
+void drawConfirm(QPainter& painter) {
+    painter.drawPolyline(QPolygonF({{2.5, 8.5}, {6.5, 12.5}, {13.5, 4}}));
 }
 
-double contrast(const QColor& a, const QColor& b) {
-    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
-    return (lighter + 0.05) / (darker + 0.05);
+/// A bin with its lid.
+void drawClear(QPainter& painter) {
+    painter.drawLine(QPointF(2, 4), QPointF(14, 4));
+    painter.drawPolyline(QPolygonF({{5.8, 3.8}, {6.2, 1.8}, {9.8, 1.8}, {10.2, 3.8}}));
+    painter.drawPolyline(QPolygonF({{3.4, 4.2}, {4.4, 14.4}, {11.6, 14.4}, {12.6, 4.2}}));
+    for (const double x : {6.4, 9.6})
+        painter.drawLine(QPointF(x, 7), QPointF(x, 11.8));
 }
 
-QColor readableOn(const QColor& background, const QColor& wanted) {
-    if (contrast(background, wanted) >= LeastOfAScheme)
-        return wanted;
-    return inkOn(background);
-}
-
-QColor inkOn(const QColor& background) {
-    const QColor black(Qt::black);
-    const QColor white(Qt::white);
-    return contrast(background, black) > contrast(background, white) ? black : white;
-}
-
-QColor borderOn(const QColor& background) {
-    return isDark(background) ? mixed(background, Qt::white, 0.35)
-                              : mixed(background, QColor(40, 55, 75), 0.35);
-}
-
-QColor accentOn(const QColor& background) {
-    return isDark(background) ? QColor(255, 214, 102) : QColor(15, 98, 172);
-}
-
-QFont font(const Font& design, const Scale& scale) {
-    QFont result(family(QString::fromStdString(design.face)));
-    result.setPixelSize(
-        std::max(6, static_cast<int>(std::lround(design.points * PixelsPerPoint * scale.smaller()))));
-    result.setBold(design.bold);
-    return result;
-}
+} // namespace
 
 QColor filling(const Face& face) {
     QColor color = face.color;
@@ -215,21 +144,28 @@ void drawInformation(QPainter& painter, const QRectF& area, const QColor& backgr
     painter.restore();
 }
 
-QFont fitted(const QString& text, QFont font, const QSizeF& room, const TextStyle& style) {
-    int pixels = font.pixelSize();
-    while (pixels > style.smallestPixels && !fits(text, font, room, style))
-        font.setPixelSize(--pixels);
-    return font;
-}
-
-void drawText(QPainter& painter, const QRectF& area, const QString& text, const QFont& font,
-              const TextStyle& style) {
-    const QFont size = fitted(text, font, area.size(), style);
-    painter.setFont(size);
-    if (fits(text, size, area.size(), style))
-        painter.drawText(area, flags(style), text);
-    else
-        drawCaption(painter, area, cutCaption({text, area.size()}, size), style.alignment);
+void drawIcon(QPainter& painter, const QRectF& area, PushButton::Icon icon, const QColor& caption) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(area.topLeft());
+    painter.scale(area.width() / Grid, area.height() / Grid);
+    const double stroke = icon == PushButton::Icon::Clear ? 1.4 : 2.6;
+    painter.setPen(QPen(iconColor(icon, caption), stroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    switch (icon) {
+    case PushButton::Icon::Cancel:
+        drawCancel(painter);
+        break;
+    case PushButton::Icon::Confirm:
+        drawConfirm(painter);
+        break;
+    case PushButton::Icon::Clear:
+        drawClear(painter);
+        break;
+    case PushButton::Icon::None:
+        break;
+    }
+    painter.restore();
 }
 
 } // namespace kova::look
