@@ -8,6 +8,7 @@ base
 ports                base
 widgets              base ports
 services             base ports widgets
+screen               base ports widgets services
 coin_count           base ports widgets services
 report               base ports widgets services component
 drawer_dialog        base ports widgets services component report coin_count
@@ -17,7 +18,7 @@ adapters/system      base ports
 adapters/sqlite      base ports
 adapters/odbc        base ports
 adapters/databases   base ports adapters/sqlite adapters/odbc
-adapters/qt          base ports widgets services
+adapters/qt          base ports widgets services screen
 library              base ports widgets services component adapters/system adapters/databases adapters/qt
 '
 grep -rHo '#include "[a-z_]*/[^"]*"' --include='*.h' --include='*.cpp' . | sed 's|^\./||' | awk -v allowed="$allowed" '

@@ -3,6 +3,7 @@
 #include "adapters/qt/accessible_part.h"
 #include "adapters/qt/button_grid_view.h"
 #include "adapters/qt/tab_control_view.h"
+#include "screen/spoken_name.h"
 
 #include <utility>
 
@@ -20,7 +21,9 @@ class CellAccessible final : public AccessiblePart<ButtonGridView> {
   public:
     CellAccessible(ButtonGridView& grid, int index) : AccessiblePart(grid), index_(index) {}
     static int count(const ButtonGridView& grid) { return grid.cellCount(); }
-    static int at(const ButtonGridView& grid, const QPoint& point) { return grid.cellAt(QPointF(point)); }
+    static int at(const ButtonGridView& grid, const QPoint& point) {
+        return grid.cells().at({double(point.x()), double(point.y())});
+    }
 
     [[nodiscard]] bool isValid() const override {
         return widget() && widget()->cellButton(index_) != nullptr;
@@ -29,14 +32,15 @@ class CellAccessible final : public AccessiblePart<ButtonGridView> {
 
   protected:
     [[nodiscard]] QString name() const override {
-        const auto& button = *widget()->cellButton(index_);
-        return QString::fromStdString(button.caption.empty() ? button.key : button.caption);
+        return QString::fromStdString(spokenNameOf(*widget()->cellButton(index_)));
     }
-    [[nodiscard]] QRect place() const override { return widget()->cell(index_).toAlignedRect(); }
+    [[nodiscard]] QRect place() const override {
+        return look::toQt(widget()->cells().cell(index_)).toAlignedRect();
+    }
     void addTo(QAccessible::State& state) const override {
         state.checkable = true;
         state.checked = widget()->cellButton(index_)->marked;
-        state.offscreen = !widget()->inSight(index_);
+        state.offscreen = !widget()->cells().inSight(index_);
         state.focusable = widget()->isEnabled();
         state.focused = widget()->hasFocus() && widget()->currentCell() == index_;
     }

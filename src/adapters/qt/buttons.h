@@ -65,7 +65,6 @@ class PushButtonView final : public FaceButton, public ModelView<PushButton> {
   public:
     PushButtonView(PushButton& button, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
-    [[nodiscard]] bool takesTab() const override { return true; }
 
   protected:
     void layOut() override;

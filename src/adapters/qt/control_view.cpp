@@ -1,7 +1,7 @@
 #include "adapters/qt/control_view.h"
 
-#include "adapters/qt/spoken_name.h"
 #include "adapters/qt/window_frame.h"
+#include "screen/spoken_name.h"
 #include "widgets/captioned_controls.h"
 #include "widgets/tab_control.h"
 

@@ -34,7 +34,6 @@ class ControlView : public AccessibleView {
     virtual QWidget& widget() = 0;
     /// What has the keyboard when the control has the focus.
     virtual QWidget& keyboardWidget() { return widget(); }
-    [[nodiscard]] virtual bool takesTab() const { return false; }
     /// Where to touch the control, or the part of it with that key: a button's key, a keypad's text, a
     /// keyboard's character, a tab's number. Nothing when no such part is drawn.
     virtual std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part);

@@ -74,7 +74,7 @@ DateFieldView::DateFieldView(DateField& field, WindowFrame& frame, QWidget& pare
 void DateFieldView::showSpokenName(const QString& name) {
     ControlView::showSpokenName(name);
     edit_->setAccessibleName(name);
-    button_->setAccessibleName(name + ", " + frame().words(Word::Calendar));
+    button_->setAccessibleName(name + ", " + QString::fromStdString(frame().words()(Word::Calendar)));
 }
 
 QAccessibleInterface* DateFieldView::makeAccessible() {

@@ -42,20 +42,14 @@ NumericKeypadView::NumericKeypadView(NumericKeypad& keypad, WindowFrame& frame, 
     }
 }
 
-// Not all keys of this pad do what their texts say.
 void NumericKeypadView::nameKeys() {
-    setAccessibleName(frame().words(Word::Keypad));
-    const QString mark = QString::fromStdString(model()->decimalMark());
+    setAccessibleName(QString::fromStdString(frame().words()(Word::Keypad)));
     for (const auto& row : rows_)
         for (KeyButton* key : row) {
-            if (key->key() == Backspace) {
-                key->setAccessibleName(frame().words(Word::Clear));
-            } else if (key->key() == DecimalKeyText) {
-                key->setText(mark);
-                key->setAccessibleName(mark == ","   ? frame().words(Word::Comma)
-                                       : mark == "." ? frame().words(Word::Point)
-                                                     : mark);
-            }
+            key->setAccessibleName(
+                QString::fromStdString(spokenKey(key->key(), model()->decimalMark(), frame().words())));
+            if (key->key() == DecimalKeyText)
+                key->setText(QString::fromStdString(model()->decimalMark()));
         }
 }
 
@@ -161,18 +155,8 @@ QString objectNameOf(char32_t character) {
 }
 
 QString spokenName(char32_t character, const WindowFrame& frame) {
-    switch (character) {
-    case BackspaceCharacter:
-        return frame.words(Word::Backspace);
-    case LineBreak:
-        return frame.words(Word::Enter);
-    case CapsLock:
-        return frame.words(Word::CapsLock);
-    case Space:
-        return frame.words(Word::Space);
-    default:
-        return QString::fromUcs4(&character, 1);
-    }
+    return QString::fromStdString(
+        spokenKey(character == CapsLock ? std::nullopt : std::optional(character), frame.words()));
 }
 
 QString drawnText(char32_t character) {
@@ -194,7 +178,7 @@ QString drawnText(char32_t character) {
 
 OnScreenKeyboardView::OnScreenKeyboardView(OnScreenKeyboard& keyboard, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(keyboard, frame) {
-    nameWidget(*this, frame.words(Word::Keyboard));
+    nameWidget(*this, QString::fromStdString(frame.words()(Word::Keyboard)));
     std::vector<Key> last;
     addKey(last, CapsLock);
     for (const std::u32string& characters : OnScreenKeyboard::rows()) {
@@ -274,7 +258,7 @@ void OnScreenKeyboardView::showKeys() {
 }
 
 void OnScreenKeyboardView::showWords() {
-    setAccessibleName(frame().words(Word::Keyboard));
+    setAccessibleName(QString::fromStdString(frame().words()(Word::Keyboard)));
     showKeys();
 }
 

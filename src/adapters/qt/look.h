@@ -1,4 +1,5 @@
 #pragma once
+#include "screen/geometry.h"
 #include "widgets/captioned_controls.h"
 
 #include <QColor>
@@ -7,27 +8,19 @@
 #include <QString>
 #include <QStringList>
 
-#include <cmath>
 #include <vector>
 
 class QPainter;
 
-namespace kova {
-
-/// Pixels per design pixel (15 twips). Lengths that are no positions, fonts among them, take the smaller; a
-/// finger's the mean, since a panel turned upright has neither larger nor smaller ones.
-struct Scale {
-    double x = 1, y = 1;
-    [[nodiscard]] double smaller() const { return x < y ? x : y; }
-    [[nodiscard]] double mean() const { return std::sqrt(x * y); }
-    friend bool operator==(const Scale&, const Scale&) = default;
-};
-
-} // namespace kova
-
 /// How this rendering looks: every colour that no model gives, and the shapes that several views share.
 namespace kova::look {
 
+inline QPointF toQt(const Point& point) {
+    return {point.x, point.y};
+}
+inline QRectF toQt(const Area& area) {
+    return {area.left, area.top, area.width, area.height};
+}
 QColor toQt(Color color);
 Qt::Alignment toQt(Alignment alignment);
 double luminance(const QColor& color); ///< relative, as WCAG 2.1 defines it [0-1]

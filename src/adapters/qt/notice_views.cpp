@@ -1,6 +1,7 @@
 #include "adapters/qt/notice_views.h"
 
 #include "adapters/qt/window_frame.h"
+#include "screen/spoken_name.h"
 
 #include <QAccessibleWidget>
 #include <QPainter>
@@ -36,9 +37,7 @@ QAccessibleInterface* ReadBackView::makeAccessible() {
 void ReadBackView::show(const ReadBack::Content& content, const QRect& place, const Scale& scale) {
     content_ = content;
     scale_ = scale;
-    QString spoken = QString::fromStdString(content.amount);
-    for (const ReadBack::Way& way : content.ways)
-        spoken += (spoken.isEmpty() ? "" : ", ") + QString::fromStdString(way.text);
+    const QString spoken = QString::fromStdString(spokenText(content));
     setGeometry(place);
     setVisible(content.wanted && !spoken.isEmpty());
     if (accessibleName() != spoken)

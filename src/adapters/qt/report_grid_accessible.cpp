@@ -1,6 +1,7 @@
 #include "adapters/qt/accessible_part.h"
 #include "adapters/qt/accessible_views.h"
 #include "adapters/qt/report_grid_view.h"
+#include "screen/spoken_name.h"
 
 #include <map>
 
@@ -9,10 +10,7 @@ namespace {
 
 constexpr int Header = -1; // the row number of the column headers
 
-QString toQt(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
+/// One cell, or a column header.
 class GridCellAccessible final : public AccessiblePart<ReportGridView>, public QAccessibleTableCellInterface {
   public:
     GridCellAccessible(ReportGridView& view, int row, int column)
@@ -69,23 +67,9 @@ class GridCellAccessible final : public AccessiblePart<ReportGridView>, public Q
         }
     }
     void press() override { widget()->touchCell(row_, column_); }
-    /// A group's header says all of it in its first cell.
     [[nodiscard]] QString name() const override {
-        const ReportGrid& grid = *model();
-        const auto column = static_cast<std::size_t>(column_);
-        if (row_ == Header)
-            return QString::fromStdString(grid.columns()[column].caption);
-        if (shown().record != ReportGrid::Row::None)
-            return toQt(grid.item(static_cast<std::size_t>(shown().record), column));
-        if (column_ > 0)
-            return {};
-        const ReportGrid::Group& group = grid.group(shown());
-        return QString("%1: %2 (%3) %4")
-            .arg(QString::fromStdString(grid.columns()[group.column].caption),
-                 QString::fromStdString(group.value))
-            .arg(group.count)
-            .arg(QString::fromStdString(grid.written(group.sums)))
-            .trimmed();
+        const auto row = row_ == Header ? std::nullopt : std::optional(static_cast<std::size_t>(row_));
+        return QString::fromStdString(spokenCell(*model(), row, static_cast<std::size_t>(column_)));
     }
 
   private:

@@ -39,7 +39,6 @@ class TextPositions {
 class TextBoxView : public ModelView<TextBox> {
   public:
     TextBoxView(TextBox& box, WindowFrame& frame) : ModelView(box, frame) {}
-    [[nodiscard]] bool takesTab() const override { return model()->tabStop(); }
 
   protected:
     struct Selection {

@@ -17,6 +17,8 @@ class QMessageBox;
 
 namespace kova {
 
+class InputFilter;
+
 /// Windows on the screen. Each model that is presented gets a top-level widget, which goes with its view.
 class QtUserInterface final : public UserInterface {
   public:
@@ -53,7 +55,6 @@ class QtUserInterface final : public UserInterface {
 
   private:
     class FrameView;
-    class InputGuard;
     void retire(WindowFrame& frame);
     void fillMessageBox(QMessageBox& box, const PlatformMessage& message) const;
     void nameAnswers(const QMessageBox& box) const;
@@ -64,7 +65,7 @@ class QtUserInterface final : public UserInterface {
     Wording words_;
     Options options_;
     std::vector<WindowFrame*> frames_; ///< from the oldest to the newest
-    std::unique_ptr<InputGuard> guard_;
+    std::unique_ptr<InputFilter> filter_;
 };
 
 } // namespace kova

@@ -3,7 +3,7 @@
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/look.h"
 #include "ports/regional_settings.h"
-#include "services/texts.h"
+#include "screen/spoken_name.h"
 #include "widgets/window.h"
 
 #include <QWidget>
@@ -16,23 +16,6 @@
 namespace kova {
 
 class PageNoticeView;
-
-/// The words of the drawing itself, in the component's language.
-class Wording {
-  public:
-    QString operator()(Word word) const {
-        const std::string_view text = inWords(word, languageId_);
-        return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-    }
-    void setLanguage(std::int32_t id) {
-        if (std::exchange(languageId_, id) != id)
-            changed();
-    }
-    Signal<> changed;
-
-  private:
-    std::int32_t languageId_ = 0;
-};
 
 /// The top-level widget of one window: draws its background, holds the views of its controls and scales them
 /// all with the client area. The model decides when it is visible and where the focus is; the title bar's
@@ -54,7 +37,7 @@ class WindowFrame final : public QWidget, public AccessibleView {
 
     [[nodiscard]] QtEventLoop& loop() const { return loop_; }
     [[nodiscard]] const RegionalSettings& regional() const { return regional_; }
-    [[nodiscard]] QString words(Word word) const { return words_(word); }
+    [[nodiscard]] const Wording& words() const { return words_; }
     [[nodiscard]] const Scale& scale() const { return scale_; }
     /// Where a control is drawn, relative to what its parent is drawn on.
     [[nodiscard]] QRect pixels(const Control& control) const;

@@ -1,9 +1,7 @@
 #pragma once
-#include <QPointF>
-#include <QtGlobal>
+#include "screen/geometry.h"
 
-class QEvent;
-class QObject;
+#include <chrono>
 
 namespace kova {
 
@@ -12,21 +10,19 @@ namespace kova {
 /// and no double touch meant as one is lost. Events without a time are never taken for bounced ones.
 class BounceFilter {
   public:
-    static constexpr quint64 WindowMilliseconds = 40;
+    static constexpr std::chrono::milliseconds Pause{40}; ///< less than this between up and down is a bounce
     static constexpr double Reach = 20; ///< pixels that a bounced touch may lie beside the first
 
-    /// Whether the event belongs to a bounced touch, whose release goes with its press.
-    bool swallows(const QObject& target, const QEvent& event);
+    enum class Phase { Down, Up };
+    struct Touch {
+        const void* target = nullptr; ///< the widget; only compared
+        Point place;                  ///< on the screen
+        std::chrono::milliseconds time{0};
+    };
+    /// Whether the touch is a bounced one, whose release goes with its press.
+    bool swallows(Phase phase, const Touch& touch);
 
   private:
-    enum class Phase { Down, Up, Other };
-    struct Touch {
-        const QObject* target = nullptr; ///< only compared
-        QPointF place;
-        quint64 time = 0; ///< milliseconds
-        Phase phase = Phase::Other;
-    };
-    static Touch read(const QObject& target, const QEvent& event);
     Touch up_;
     bool swallowing_ = false;
 };

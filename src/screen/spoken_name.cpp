@@ -1,12 +1,11 @@
-#include "adapters/qt/spoken_name.h"
+#include "screen/spoken_name.h"
 
+#include "base/utf8.h"
 #include "widgets/captioned_controls.h"
-#include "widgets/control.h"
 #include "widgets/tab_control.h"
 #include "widgets/window.h"
 
 #include <cstdlib>
-#include <optional>
 #include <vector>
 
 namespace kova {
@@ -89,6 +88,54 @@ std::string spokenNameOf(const Control& control) {
          parent = parent->parent())
         parent->accept(surrounding);
     return surrounding.text;
+}
+
+std::string spokenNameOf(const ButtonGrid::Button& button) {
+    return button.caption.empty() ? button.key : button.caption;
+}
+
+std::string spokenCell(const ReportGrid& grid, std::optional<std::size_t> row, std::size_t column) {
+    if (!row)
+        return grid.columns()[column].caption;
+    const ReportGrid::Row& shown = grid.rows()[*row];
+    if (shown.record != ReportGrid::Row::None)
+        return std::string(grid.item(static_cast<std::size_t>(shown.record), column));
+    if (column > 0)
+        return {};
+    const ReportGrid::Group& group = grid.group(shown);
+    const std::string sums = grid.written(group.sums);
+    return grid.columns()[group.column].caption + ": " + group.value + " (" + std::to_string(group.count) +
+           ")" + (sums.empty() ? "" : " ") + sums;
+}
+
+std::string spokenText(const ReadBack::Content& content) {
+    std::string text = content.amount;
+    for (const ReadBack::Way& way : content.ways)
+        text += (text.empty() ? "" : ", ") + way.text;
+    return text;
+}
+
+std::string spokenKey(std::optional<char32_t> character, const Wording& words) {
+    if (!character)
+        return words(Word::CapsLock);
+    switch (*character) {
+    case 8:
+        return words(Word::Backspace);
+    case 10:
+        return words(Word::Enter);
+    case 32:
+        return words(Word::Space);
+    default:
+        return toUtf8(std::u32string(1, *character));
+    }
+}
+
+std::string spokenKey(const std::string& text, const std::string& decimalMark, const Wording& words) {
+    if (text == "BACKSPACE")
+        return words(Word::Clear);
+    if (text != ".")
+        return text;
+    return decimalMark == "," ? words(Word::Comma) : decimalMark == "." ? words(Word::Point) : decimalMark;
 }
 
 } // namespace kova
