@@ -19,7 +19,6 @@ double withPeek(double most) {
 }
 
 // Design pixels.
-constexpr double Gap = 3.5;      // half of what lies between two faces
 constexpr double Finger = 42;    // a cell's least side: 9 mm on a panel of 10 inches
 constexpr double Legible = 60;   // the least width, for a caption
 constexpr double Slop = 13;      // what a finger moves while it touches: 3 mm
@@ -87,7 +86,7 @@ Area ButtonGridCells::cell(int index) const {
 
 Area ButtonGridCells::face(int index) const {
     const Area area = cell(index);
-    const double gap = std::min(Gap * scale_.smaller(), std::min(area.width, area.height) * MostGap);
+    const double gap = std::min(FaceGap / 2 * scale_.smaller(), std::min(area.width, area.height) * MostGap);
     return area.inside(gap);
 }
 

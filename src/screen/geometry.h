@@ -35,6 +35,9 @@ constexpr double designPixels(Twips length) {
     return length.count / TwipsPerPixel;
 }
 
+/// What lies between two faces at least, in design pixels: 1.5 mm on a panel of 10 inches.
+constexpr double FaceGap = 7;
+
 /// Pixels per design pixel. Lengths that are no positions, fonts among them, take the smaller; a finger's the
 /// mean, since a panel turned upright has neither larger nor smaller ones.
 struct Scale {

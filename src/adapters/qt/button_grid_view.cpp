@@ -18,7 +18,7 @@
 namespace kova {
 namespace {
 
-const Font CaptionFont{"Tahoma", 11, true};
+const Font CaptionFont{.points = 11, .bold = true};
 // Design pixels.
 constexpr double PictureGap = 3.5;
 constexpr double FocusRing = 2.5;
@@ -136,7 +136,7 @@ void ButtonGridView::paintEvent(QPaintEvent* event) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(look::toQt(model()->backColor()));
-    painter.drawRoundedRect(rect(), pixels(5), pixels(5));
+    painter.drawRoundedRect(rect(), pixels(look::FaceRadius), pixels(look::FaceRadius));
     if (cells().pans()) {
         paintPosition(painter);
         painter.setClipRect(look::toQt(cells().room()));
@@ -178,8 +178,8 @@ void ButtonGridView::paintFocus(QPainter& painter, int index) const {
     const double width = FocusRing * scale().smaller();
     painter.setPen(QPen(look::accentOn(look::toQt(model()->backColor())), width));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(face(index).adjusted(-width / 2, -width / 2, width / 2, width / 2), pixels(6),
-                            pixels(6));
+    painter.drawRoundedRect(face(index).adjusted(-width / 2, -width / 2, width / 2, width / 2),
+                            pixels(look::BoardRadius), pixels(look::BoardRadius));
 }
 
 void ButtonGridView::paintPosition(QPainter& painter) const {

@@ -133,7 +133,6 @@ namespace {
 
 constexpr double IconSize = 16;    // design pixels
 constexpr double LeastPoints = 11; // captions of less are hard to read at arm's length
-constexpr double LeastGap = 7;     // design pixels between two faces: 1.5 mm on a panel of 10 inches
 
 int pixelsBetween(const QRect& one, const QRect& other) {
     return std::max({other.left() - one.right(), one.left() - other.right(), other.top() - one.bottom(),
@@ -163,7 +162,7 @@ double PushButtonView::inset() const {
     double missing = 0;
     for (const Control* other : model()->window().controls())
         if (other != model() && other->parent() == model()->parent() && other->name() == model()->name())
-            missing = std::max(missing, LeastGap * scale().smaller() -
+            missing = std::max(missing, FaceGap * scale().smaller() -
                                             pixelsBetween(geometry(), frame().pixels(*other)));
     return missing / 2;
 }
@@ -178,7 +177,7 @@ void PushButtonView::showLooks() {
     looks.face.marked = button.latched();
     looks.face.color = look::toQt(button.backColor());
     if (button.latched()) { // held down: deeper than its neighbours
-        const QColor held = look::isDark(looks.face.color) ? QColor(30, 40, 52) : QColor(120, 180, 235);
+        const QColor held = look::isDark(looks.face.color) ? palette::HeldOnDark : palette::HeldOnLight;
         looks.face.color = look::mixed(looks.face.color, held, 0.6);
         looks.face.flat = true;
     }

@@ -26,7 +26,7 @@ QColor backdropOf(const Control& control) {
     for (Control* parent = control.parent(); parent != nullptr && !background.color;
          parent = parent->parent())
         parent->accept(background);
-    return background.color.value_or(QColor(Qt::white));
+    return background.color.value_or(palette::Paper);
 }
 
 } // namespace
@@ -49,7 +49,7 @@ int ControlView::pixels(double design) const {
 }
 
 QColor ControlView::backdrop() const {
-    return control_ != nullptr ? backdropOf(*control_) : QColor(Qt::white);
+    return control_ != nullptr ? backdropOf(*control_) : palette::Paper;
 }
 
 void ControlView::run(const std::function<void()>& handler) const {

@@ -7,6 +7,7 @@
 #include <QPointF>
 #include <QRect>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -58,8 +59,9 @@ class ControlView : public AccessibleView {
     [[nodiscard]] Control* control() const { return control_; }
     [[nodiscard]] WindowFrame& frame() const { return frame_; }
     [[nodiscard]] const Scale& scale() const;
-    /// Pixels of a design length.
+    /// Pixels of a design length; of a line, which has one at least.
     [[nodiscard]] int pixels(double design) const;
+    [[nodiscard]] int linePixels(double design) const { return std::max(1, pixels(design)); }
     /// What lies behind the control: the background of its frame, page or window.
     [[nodiscard]] QColor backdrop() const;
     void run(const std::function<void()>& handler) const;

@@ -35,11 +35,13 @@ KeyHelp::KeyHelp(WindowFrame& frame) : QLabel(&frame) {
     setFocusPolicy(Qt::NoFocus);
     setAlignment(Qt::AlignCenter);
     setTextFormat(Qt::RichText);
-    QFont font = look::font({"Tahoma", 13, false}, frame.scale());
+    QFont font = look::font({.points = 13}, frame.scale());
     const QString text = helpFor(frame);
     setText(text);
-    setStyleSheet("background: #f7f9fb; color: #14202c; border: 2px solid #0f62ac; border-radius: 6px;"
-                  " padding: 12px;");
+    setStyleSheet(
+        QString("background: %1; color: %2; border: 2px solid %3; border-radius: %4px; padding: 12px;")
+            .arg(palette::Stripe.name(), palette::Ink.name(), palette::Blue.name())
+            .arg(look::BoardRadius));
     do { // many activities make a long list
         setFont(font);
         font.setPixelSize(font.pixelSize() - 1);

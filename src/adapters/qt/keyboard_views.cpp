@@ -12,8 +12,7 @@
 namespace kova {
 namespace {
 
-const Font Digit{"Tahoma", 20, true};
-constexpr double HalfGap = 3.5;       // between faces, in design pixels: 1.5 mm on a 10 inch panel
+const Font Digit{.points = 20, .bold = true};
 constexpr double ReadBackHeight = 36; // design pixels; the keys keep more than 11 mm
 const std::string Backspace = "BACKSPACE";
 
@@ -72,10 +71,10 @@ void NumericKeypadView::layOut() {
     ControlView::layOut();
     FaceButton::Looks looks;
     looks.face.unit = scale().smaller();
-    looks.face.color = QColor(250, 250, 251);
-    looks.text = QColor(20, 30, 42);
+    looks.face.color = palette::PadKey;
+    looks.text = palette::Ink;
     looks.font = look::font(Digit, scale());
-    looks.inset = HalfGap * scale().smaller();
+    looks.inset = FaceGap / 2 * scale().smaller();
     keysTop_ = readBackHeight();
     const QRectF board = QRectF(rect()).adjusted(0, keysTop_, 0, 0);
     const double height = board.height() / static_cast<double>(rows_.size());
@@ -87,7 +86,7 @@ void NumericKeypadView::layOut() {
             rows_[row][column]->setGeometry(place.toRect());
             FaceButton::Looks own = looks;
             if (rows_[row][column]->key() == Backspace)
-                own.face.color = QColor(226, 231, 237);
+                own.face.color = palette::PadClearKey;
             rows_[row][column]->setLooks(own);
         }
     }
@@ -118,7 +117,7 @@ std::optional<TouchPoint> NumericKeypadView::touchPoint(const std::optional<std:
 
 namespace {
 
-const Font Letter{"Tahoma", 14, true};
+const Font Letter{.points = 14, .bold = true};
 constexpr double HalfKeyGap = 4; // between faces, in design pixels: 1.5 mm on a 10 inch panel, rounded down
 constexpr char32_t CapsLock = 0;
 constexpr char32_t BackspaceCharacter = 8;
@@ -237,7 +236,7 @@ void OnScreenKeyboardView::showKeys() {
     const bool dark = look::isDark(back);
     FaceButton::Looks looks;
     looks.face.unit = scale().smaller();
-    looks.text = dark ? QColor(Qt::white) : QColor(20, 30, 42);
+    looks.text = dark ? QColor(Qt::white) : palette::Ink;
     looks.font = look::font(Letter, scale());
     looks.wrapped = false;
     looks.inset = HalfKeyGap * scale().smaller();
@@ -245,7 +244,7 @@ void OnScreenKeyboardView::showKeys() {
         for (const Key& key : row) {
             const bool plain = key.character > Space;
             looks.face.color = dark ? look::mixed(back, Qt::black, plain ? 0.28 : 0.5)
-                                    : (plain ? QColor(252, 252, 253) : QColor(222, 228, 235));
+                                    : (plain ? palette::Key : palette::Band);
             looks.face.marked = key.character == CapsLock && model()->capsLock();
             key.button->setChecked(looks.face.marked);
             key.button->setLooks(looks);
@@ -275,7 +274,7 @@ void OnScreenKeyboardView::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(look::toQt(model()->backColor()));
-    painter.drawRoundedRect(rect(), pixels(6), pixels(6));
+    painter.drawRoundedRect(rect(), pixels(look::BoardRadius), pixels(look::BoardRadius));
 }
 
 std::optional<TouchPoint> OnScreenKeyboardView::touchPoint(const std::optional<std::string>& part) {

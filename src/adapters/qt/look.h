@@ -1,4 +1,5 @@
 #pragma once
+#include "adapters/qt/palette.h"
 #include "screen/geometry.h"
 #include "widgets/captioned_controls.h"
 
@@ -12,7 +13,7 @@
 
 class QPainter;
 
-/// How this rendering looks: every colour that no model gives, and the shapes that several views share.
+/// How this rendering looks: colours, texts, and the shapes that several views share.
 namespace kova::look {
 
 inline QPointF toQt(const Point& point) {
@@ -36,6 +37,18 @@ QColor inkOn(const QColor& background);
 QColor borderOn(const QColor& background);
 /// Marks the focus and what is being used.
 QColor accentOn(const QColor& background);
+/// Of a disabled text on `background`.
+QColor faded(const QColor& text, const QColor& background);
+
+// Of rounded corners, in design pixels.
+constexpr double FieldRadius = 4; ///< of what is typed into
+constexpr double FaceRadius = 5;  ///< of buttons, and of what stands between them
+constexpr double BoardRadius = 6; ///< of what lies in front or behind
+
+/// The width of a line, in pixels, where a design pixel measures `unit` pixels.
+inline double lineWidth(double unit) {
+    return unit < 1 ? 1 : unit;
+}
 
 QFont font(const Font& design, const Scale& scale);
 

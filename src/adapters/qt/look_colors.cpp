@@ -65,12 +65,15 @@ QColor inkOn(const QColor& background) {
 }
 
 QColor borderOn(const QColor& background) {
-    return isDark(background) ? mixed(background, Qt::white, 0.35)
-                              : mixed(background, QColor(40, 55, 75), 0.35);
+    return isDark(background) ? mixed(background, Qt::white, 0.35) : mixed(background, palette::Border, 0.35);
 }
 
 QColor accentOn(const QColor& background) {
-    return isDark(background) ? QColor(255, 214, 102) : QColor(15, 98, 172);
+    return isDark(background) ? palette::Yellow : palette::Blue;
+}
+
+QColor faded(const QColor& text, const QColor& background) {
+    return mixed(text, background, 0.5);
 }
 
 } // namespace kova::look

@@ -7,9 +7,8 @@
 namespace kova::look {
 namespace {
 
-constexpr double CornerRadius = 5; // design pixels, as those below
-constexpr double CheckRadius = 8;
-constexpr double DeepFace = 0.1; // luminance; a face below it becomes lighter under the finger
+constexpr double CheckRadius = 8; // design pixels
+constexpr double DeepFace = 0.1;  // luminance; a face below it becomes lighter under the finger
 
 void drawCheck(QPainter& painter, const QPointF& center, double radius, const QColor& disc) {
     painter.setPen(Qt::NoPen);
@@ -29,7 +28,7 @@ bool isLow(const QRectF& face, double unit) {
 }
 
 QColor markOn(const QColor& face) {
-    return isDark(face) ? QColor(255, 255, 255) : QColor(16, 42, 67);
+    return isDark(face) ? QColor(Qt::white) : palette::CheckMark;
 }
 
 constexpr double Grid = 16; // the shapes below are given on a square of so many units
@@ -39,11 +38,11 @@ QColor iconColor(PushButton::Icon icon, const QColor& caption) {
         return caption;
     switch (icon) {
     case PushButton::Icon::Cancel:
-        return {178, 34, 44};
+        return palette::CancelIcon;
     case PushButton::Icon::Confirm:
-        return {24, 122, 62};
+        return palette::ConfirmIcon;
     default:
-        return {60, 74, 92};
+        return palette::OtherIcon;
     }
 }
 
@@ -74,22 +73,22 @@ QColor filling(const Face& face) {
     if (face.down && luminance(color) < DeepFace)
         color = mixed(color, Qt::white, 0.2);
     else if (face.down) // its text, black or white, stays as easy to read
-        color = isDark(color) ? mixed(color, Qt::black, 0.3) : mixed(color, QColor(30, 60, 100), 0.25);
+        color = isDark(color) ? mixed(color, Qt::black, 0.3) : mixed(color, palette::Pressed, 0.25);
     if (!face.enabled)
-        color = mixed(color, QColor(150, 155, 160), 0.3);
+        color = mixed(color, palette::Disabled, 0.3);
     return color;
 }
 
 void drawFace(QPainter& painter, const QRectF& area, const Face& face) {
     const QColor fill = filling(face);
-    const double line = std::max(1.0, face.unit);
-    const double radius = std::min({CornerRadius * face.unit, area.width() / 4, area.height() / 4});
+    const double line = lineWidth(face.unit);
+    const double radius = std::min({FaceRadius * face.unit, area.width() / 4, area.height() / 4});
     QRectF shape = area.adjusted(line / 2, line / 2, -line / 2, -line / 2);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     if (!face.flat && !face.down && face.enabled) { // a soft edge below: it can be pushed in
         painter.setPen(Qt::NoPen);
-        painter.setBrush(QColor(0, 0, 0, 45));
+        painter.setBrush(palette::Shadow);
         painter.drawRoundedRect(shape.translated(0, line * 0.9).adjusted(0, line, 0, 0), radius, radius);
         shape.adjust(0, 0, 0, -line);
     }

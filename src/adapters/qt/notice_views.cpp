@@ -10,16 +10,11 @@ namespace kova {
 namespace {
 
 // Lengths in design pixels.
-const Font AmountFont{"Tahoma", 17, true};
-const Font WayFont{"Tahoma", 11, true};
+const Font AmountFont{.points = 17, .bold = true};
+const Font WayFont{.points = 11, .bold = true};
 constexpr double BandMargin = 3;
 constexpr double WaysWidth = 76;
-constexpr double BandRadius = 5;
 constexpr int SmallestBandPixels = 6; // of the screen; half an amount would be a wrong one
-
-const QColor InColor(20, 96, 52);
-const QColor OutColor(150, 38, 28);
-const QColor RefusalColor(255, 214, 102);
 
 } // namespace
 
@@ -53,11 +48,12 @@ QRectF ReadBackView::paintWays(QPainter& painter, QRectF area) const {
     const double height = area.height() / static_cast<double>(content_.ways.size());
     QRectF place(area.left(), area.top(), width, height);
     for (const ReadBack::Way& way : content_.ways) {
-        const QColor fill = way.direction == ReadBack::Direction::In ? InColor : OutColor;
+        const QColor fill = way.direction == ReadBack::Direction::In ? palette::MoneyIn : palette::MoneyOut;
         const QRectF chip = place.adjusted(0, margin / 4, 0, -margin / 4);
         painter.setPen(Qt::NoPen);
         painter.setBrush(fill);
-        painter.drawRoundedRect(chip, BandRadius * scale_.smaller(), BandRadius * scale_.smaller());
+        painter.drawRoundedRect(chip, look::FaceRadius * scale_.smaller(),
+                                look::FaceRadius * scale_.smaller());
         painter.setPen(look::inkOn(fill));
         look::drawText(painter, chip.adjusted(margin, 0, -margin, 0), QString::fromStdString(way.text),
                        look::font(WayFont, scale_), {.wrapped = false, .smallestPixels = SmallestBandPixels});
@@ -71,10 +67,11 @@ void ReadBackView::paintAmount(QPainter& painter, const QRectF& area) const {
     const QString text = QString::fromStdString(content_.amount);
     QColor back = backdrop_();
     if (!content_.isNumber) {
-        back = RefusalColor;
+        back = palette::Yellow;
         painter.setPen(Qt::NoPen);
         painter.setBrush(back);
-        painter.drawRoundedRect(area, BandRadius * scale_.smaller(), BandRadius * scale_.smaller());
+        painter.drawRoundedRect(area, look::FaceRadius * scale_.smaller(),
+                                look::FaceRadius * scale_.smaller());
     }
     painter.setPen(look::inkOn(back));
     const Qt::Alignment side = content_.isNumber ? Qt::AlignRight : Qt::AlignHCenter;
@@ -93,13 +90,9 @@ void ReadBackView::paintEvent(QPaintEvent*) {
 
 namespace {
 
-const Font NoticeFont{"Tahoma", 13, true};
+const Font NoticeFont{.points = 13, .bold = true};
 constexpr double NoticeMargin = 10; // design pixels
-constexpr double NoticeRadius = 6;
 constexpr double FailureBorder = 3;
-const QColor SuccessBackground(20, 83, 45);
-const QColor FailureBackground(150, 38, 28);
-const QColor FailureBorderColor(255, 214, 102); // against both schemes
 
 } // namespace
 
@@ -172,12 +165,12 @@ void PageNoticeView::paintEvent(QPaintEvent*) {
     painter.setOpacity(fade_.currentValue().toDouble());
     const double unit = frame_.scale().smaller();
     const bool failure = notice_ != nullptr && notice_->kind() == PageNotice::Kind::Failure;
-    const QColor background = failure ? FailureBackground : SuccessBackground;
+    const QColor background = failure ? palette::Failure : palette::Success;
     const double border = failure ? FailureBorder * unit : 0;
-    painter.setPen(failure ? QPen(FailureBorderColor, border) : QPen(Qt::NoPen));
+    painter.setPen(failure ? QPen(palette::Yellow, border) : QPen(Qt::NoPen));
     painter.setBrush(background);
     painter.drawRoundedRect(QRectF(rect()).adjusted(border / 2, border / 2, -border / 2, -border / 2),
-                            NoticeRadius * unit, NoticeRadius * unit);
+                            look::BoardRadius * unit, look::BoardRadius * unit);
     painter.setPen(look::inkOn(background));
     const double margin = NoticeMargin * unit;
     look::drawText(painter, QRectF(rect()).adjusted(margin, margin / 5, -margin, -margin / 5),

@@ -5,14 +5,6 @@
 namespace kova {
 namespace {
 
-const QColor Ink(20, 30, 42);
-const QColor PaleInk(62, 74, 89);
-const QColor HeaderColor(241, 243, 246);
-const QColor StripeColor(247, 249, 251);
-const QColor GroupColor(222, 228, 235);
-const QColor SelectedColor(200, 222, 250);
-const QColor DisabledColor(235, 236, 238);
-const QColor WarningColor(255, 214, 102);
 constexpr double SmallestHeaderPoints = 9;
 
 QString text(std::string_view utf8) {
@@ -53,12 +45,12 @@ std::vector<double> neededWidths(const ReportGrid& grid, const Scale& scale) {
 
 void ReportGridPainter::paint(std::size_t firstRow, const ReportGridTouch& touch, bool enabled) {
     const QRectF whole(layout_.groupArea.topLeft(), layout_.footer.bottomRight());
-    painter_.fillRect(whole, enabled ? QColor(Qt::white) : DisabledColor);
+    painter_.fillRect(whole, enabled ? palette::Paper : palette::DisabledPaper);
     paintGroupArea(touch.draggedHeader.has_value());
     paintRows(firstRow);
     paintHeaders(touch);
     paintFooter();
-    painter_.setPen(QPen(look::borderOn(Qt::white), std::max(1.0, layout_.scale.smaller())));
+    painter_.setPen(QPen(look::borderOn(palette::Paper), look::lineWidth(layout_.scale.smaller())));
     painter_.setBrush(Qt::NoBrush);
     painter_.drawRect(whole.adjusted(0.5, 0.5, -0.5, -0.5));
     paintDragged(touch);
@@ -77,11 +69,11 @@ void ReportGridPainter::write(const QRectF& area, const QString& words, const QF
 }
 
 void ReportGridPainter::paintGroupArea(bool target) {
-    painter_.fillRect(layout_.groupArea, target ? SelectedColor : GroupColor);
+    painter_.fillRect(layout_.groupArea, target ? palette::Chosen : palette::Band);
     QStringList captions;
     for (const auto column : grid_.groupColumns())
         captions << text(grid_.columns()[column].caption);
-    painter_.setPen(captions.isEmpty() ? PaleInk : Ink);
+    painter_.setPen(captions.isEmpty() ? palette::PaleInk : palette::Ink);
     const QFont letters = font(grid_.rowFont(), !captions.isEmpty());
     QRectF area = layout_.groupArea;
     if (const auto sorted = grid_.sortColumn()) {
@@ -96,7 +88,7 @@ void ReportGridPainter::paintGroupArea(bool target) {
 }
 
 void ReportGridPainter::paintHeaders(const ReportGridTouch& touch) {
-    painter_.fillRect(layout_.headers, HeaderColor);
+    painter_.fillRect(layout_.headers, palette::Header);
     const QFont letters = headerLetters(grid_, layout_.scale);
     for (std::size_t i = 0; i < grid_.columns().size(); ++i) {
         QString caption = text(grid_.columns()[i].caption);
@@ -104,16 +96,16 @@ void ReportGridPainter::paintHeaders(const ReportGridTouch& touch) {
             caption += grid_.sortDirection() == ReportGrid::Direction::Ascending ? " ▲" : " ▼";
         const QRectF cell = layout_.header(i);
         if (touch.pressedHeader == i)
-            painter_.fillRect(cell, SelectedColor);
-        painter_.setPen(Ink);
+            painter_.fillRect(cell, palette::Chosen);
+        painter_.setPen(palette::Ink);
         write(cell, caption, letters, grid_.amountColumn() == i ? Qt::AlignRight : Qt::AlignLeft);
         const bool moved = touch.movedBorder == i;
         painter_.setPen(
-            QPen(moved ? look::accentOn(HeaderColor) : look::borderOn(HeaderColor), moved ? 3 : 1));
+            QPen(moved ? look::accentOn(palette::Header) : look::borderOn(palette::Header), moved ? 3 : 1));
         painter_.drawLine(cell.topRight(),
                           moved ? QPointF(cell.right(), layout_.list.bottom()) : cell.bottomRight());
     }
-    painter_.setPen(look::borderOn(HeaderColor));
+    painter_.setPen(look::borderOn(palette::Header));
     painter_.drawLine(layout_.headers.bottomLeft(), layout_.headers.bottomRight());
 }
 
@@ -124,10 +116,10 @@ void ReportGridPainter::paintDragged(const ReportGridTouch& touch) {
     QRectF ghost = layout_.header(*touch.draggedHeader);
     ghost.moveCenter(touch.at);
     painter_.setOpacity(0.85);
-    painter_.fillRect(ghost, Qt::white);
-    painter_.setPen(look::accentOn(Qt::white));
+    painter_.fillRect(ghost, palette::Paper);
+    painter_.setPen(look::accentOn(palette::Paper));
     painter_.drawRect(ghost);
-    painter_.setPen(Ink);
+    painter_.setPen(palette::Ink);
     const QFont letters = font(grid_.rowFont(), true);
     write(ghost, text(grid_.columns()[*touch.draggedHeader].caption), letters);
     painter_.setOpacity(1);
@@ -138,7 +130,7 @@ void ReportGridPainter::paintRows(std::size_t firstRow) {
     const QRectF& area = layout_.list;
     painter_.setClipRect(area);
     if (rows.empty()) {
-        painter_.setPen(PaleInk);
+        painter_.setPen(palette::PaleInk);
         const QFont letters = font(grid_.rowFont(), false);
         write({area.left(), area.top(), area.width(), 4 * layout_.rowHeight},
               text(grid_.brokenOff() ? grid_.brokenOffText() : grid_.emptyText()), letters, Qt::AlignHCenter);
@@ -153,16 +145,16 @@ void ReportGridPainter::paintRows(std::size_t firstRow) {
         }
         const auto record = static_cast<std::size_t>(rows[number].record);
         if (grid_.selected(record))
-            painter_.fillRect(line, SelectedColor);
+            painter_.fillRect(line, palette::Chosen);
         else if (number % 2 == 1)
-            painter_.fillRect(line, StripeColor);
+            painter_.fillRect(line, palette::Stripe);
         paintRecord(record, line);
     }
     painter_.setClipping(false);
 }
 
 void ReportGridPainter::paintRecord(std::size_t record, const QRectF& area) {
-    painter_.setPen(Ink);
+    painter_.setPen(palette::Ink);
     const auto amounts = grid_.amountColumn();
     const QFont plain = font(grid_.rowFont(), false);
     for (std::size_t i = 0; i + 1 < layout_.edges.size(); ++i) {
@@ -172,10 +164,10 @@ void ReportGridPainter::paintRecord(std::size_t record, const QRectF& area) {
 }
 
 void ReportGridPainter::paintGroup(const ReportGrid::Group& group, const QRectF& area) {
-    painter_.fillRect(area, GroupColor);
-    painter_.setPen(look::borderOn(GroupColor));
+    painter_.fillRect(area, palette::Band);
+    painter_.setPen(look::borderOn(palette::Band));
     painter_.drawLine(area.topLeft(), area.topRight());
-    painter_.setPen(Ink);
+    painter_.setPen(palette::Ink);
     const QFont letters = font(grid_.rowFont(), true);
     const QString sums = text(grid_.written(group.sums));
     const double width = std::min(QFontMetricsF(letters).horizontalAdvance(sums) + 4 * layout_.margin,
@@ -191,10 +183,10 @@ void ReportGridPainter::paintGroup(const ReportGrid::Group& group, const QRectF&
 void ReportGridPainter::paintFooter() {
     if (layout_.footer.isEmpty())
         return;
-    painter_.fillRect(layout_.footer, grid_.brokenOff() ? WarningColor : HeaderColor);
-    painter_.setPen(look::borderOn(HeaderColor));
+    painter_.fillRect(layout_.footer, grid_.brokenOff() ? palette::Yellow : palette::Header);
+    painter_.setPen(look::borderOn(palette::Header));
     painter_.drawLine(layout_.footer.topLeft(), layout_.footer.topRight());
-    painter_.setPen(Ink);
+    painter_.setPen(palette::Ink);
     const QFont letters = font(grid_.rowFont(), true);
     const QRectF area = layout_.footer.adjusted(0, 0, layout_.list.width() - layout_.footer.width(), 0);
     if (grid_.brokenOff())

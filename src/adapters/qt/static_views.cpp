@@ -11,7 +11,7 @@
 namespace kova {
 namespace {
 
-const Font Title{"Tahoma", 9, true};
+const Font Title{.points = 9, .bold = true};
 constexpr double TitleHeight = 16; // above the first control, in design pixels
 
 } // namespace
@@ -39,13 +39,13 @@ void GroupFrameView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QColor back = look::toQt(model()->backColor());
-    const double line = std::max(1.0, scale().smaller());
+    const double line = look::lineWidth(scale().smaller());
     painter.setPen(QPen(look::borderOn(back), line));
     painter.setBrush(back);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2), pixels(5),
-                            pixels(5));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2),
+                            pixels(look::FaceRadius), pixels(look::FaceRadius));
     const QColor text = look::readableOn(back, look::toQt(model()->foreColor()));
-    painter.setPen(model()->enabled() ? text : look::mixed(text, back, 0.5));
+    painter.setPen(model()->enabled() ? text : look::faded(text, back));
     const QRectF title(pixels(8), line, width() - 2 * pixels(8), TitleHeight * scale().y - line);
     look::drawText(painter, title, QString::fromStdString(model()->caption()), look::font(Title, scale()),
                    {.alignment = Qt::AlignLeft | Qt::AlignVCenter, .wrapped = false, .smallestPixels = 7});
@@ -53,7 +53,7 @@ void GroupFrameView::paintEvent(QPaintEvent*) {
 
 namespace {
 
-const Font Message{"Tahoma", 12, false};
+const Font Message{.points = 12};
 constexpr int SmallestPixels = 5; // a message is never cut
 constexpr double RightMargin = 7; // between a text that stands right and what it names, in design pixels
 
@@ -118,7 +118,7 @@ void LabelView::paintEvent(QPaintEvent*) {
         return;
     QPainter painter(this);
     const QColor text = look::readableOn(backdrop(), look::toQt(model()->foreColor()));
-    painter.setPen(isEnabled() ? text : look::mixed(text, backdrop(), 0.5));
+    painter.setPen(isEnabled() ? text : look::faded(text, backdrop()));
     const bool several = severalLines();
     const bool right = model()->alignment() == Alignment::Right;
     look::drawText(painter, rect().adjusted(0, 0, right ? -pixels(RightMargin) : 0, 0), this->text(),

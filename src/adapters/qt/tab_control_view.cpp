@@ -13,8 +13,8 @@
 namespace kova {
 namespace {
 
-const Font Selected{"Tahoma", 12, true};
-const Font Other{"Tahoma", 12, false};
+const Font Selected{.points = 12, .bold = true};
+const Font Other{.points = 12};
 
 TabControl& tabsOf(const TabPage& page) {
     return static_cast<TabControl&>(*page.parent()); // a page stands on nothing else
@@ -53,14 +53,14 @@ void TouchTabBar::paintEvent(QPaintEvent*) {
             continue;
         const bool current = index == currentIndex();
         QColor fill = current ? looks_.page
-                              : look::mixed(looks_.backdrop, QColor(45, 56, 70),
+                              : look::mixed(looks_.backdrop, palette::OtherTab,
                                             look::isDark(looks_.backdrop) ? 0.5 : 0.14);
         if (index == pressed_)
             fill = look::mixed(fill, look::accentOn(fill), 0.25);
         const QRectF tab = QRectF(tabRect(index)).adjusted(unit * 2, unit * 3, -unit * 2, unit * 8);
-        painter.setPen(QPen(look::borderOn(fill), std::max(1.0, unit)));
+        painter.setPen(QPen(look::borderOn(fill), look::lineWidth(unit)));
         painter.setBrush(fill);
-        painter.drawRoundedRect(tab, 6 * unit, 6 * unit);
+        painter.drawRoundedRect(tab, look::BoardRadius * unit, look::BoardRadius * unit);
         if (current) { // the mark of the selected tab, besides its weight
             const QRectF mark(tab.left() + 10 * unit, tabRect(index).bottom() - 5 * unit,
                               tab.width() - 20 * unit, 4 * unit);
@@ -75,7 +75,7 @@ void TouchTabBar::paintEvent(QPaintEvent*) {
                                     4 * unit);
         }
         const QColor text = look::inkOn(fill);
-        painter.setPen(isEnabled() ? text : look::mixed(text, fill, 0.5));
+        painter.setPen(isEnabled() ? text : look::faded(text, fill));
         look::drawText(painter, QRectF(tabRect(index)).adjusted(10 * unit, 4 * unit, -10 * unit, -5 * unit),
                        tabText(index), look::font(current ? Selected : Other, looks_.scale),
                        {.wrapped = false});
@@ -207,7 +207,7 @@ QAccessibleInterface* TabPageView::makeAccessible() {
 
 void TabPageView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.fillRect(rect(), model() != nullptr ? look::toQt(model()->backColor()) : QColor(Qt::white));
+    painter.fillRect(rect(), model() != nullptr ? look::toQt(model()->backColor()) : palette::Paper);
 }
 
 } // namespace kova

@@ -130,7 +130,7 @@ void TextBoxView::showColors() {
     const QColor text =
         look::toQt(model()->foreColor()); // may be the same on purpose: content that is hidden
     const QColor accent = look::accentOn(backdrop());
-    const QColor faint = look::mixed(back, QColor(150, 155, 160), 0.35);
+    const QColor faint = look::mixed(back, palette::Disabled, 0.35);
     const int padding = pixels(onlyShows() ? 2 : 4);
     // What cannot be filled in has no frame, so that it does not look as if it could.
     const QString frame = model()->locked() ? QStringLiteral("transparent") : look::borderOn(back).name();
@@ -141,12 +141,12 @@ void TextBoxView::showColors() {
                 "QLineEdit:focus, QPlainTextEdit:focus { border: %9px solid %4; padding: 0px %12px; }"
                 "QLineEdit:disabled, QPlainTextEdit:disabled { background: %10; }")
             .arg(back.name(), text.name(), frame, accent.name(), look::readableOn(accent, Qt::white).name())
-            .arg(pixels(4))
-            .arg(std::max(1, pixels(1)))
-            .arg(std::max(1, pixels(2)) - std::max(1, pixels(1)))
-            .arg(std::max(1, pixels(2)))
+            .arg(pixels(look::FieldRadius))
+            .arg(linePixels(1))
+            .arg(linePixels(2) - linePixels(1))
+            .arg(linePixels(2))
             .arg(faint.name())
-            .arg(padding + std::max(1, pixels(1)))
+            .arg(padding + linePixels(1))
             .arg(padding);
     if (widget().styleSheet() != sheet)
         widget().setStyleSheet(sheet);

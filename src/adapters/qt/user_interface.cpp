@@ -126,7 +126,7 @@ void QtUserInterface::fillMessageBox(QMessageBox& box, const PlatformMessage& me
         box.addButton(QMessageBox::Ok)->setText("OK");
         box.setDefaultButton(QMessageBox::Ok);
     }
-    const QFont font = look::font({"Tahoma", 12, false}, scale);
+    const QFont font = look::font({.points = 12}, scale);
     box.setFont(font);
     box.setStyleSheet(QString("QPushButton { min-width: %1px; min-height: %2px; font-size: %3px; }")
                           .arg(static_cast<int>(110 * scale.smaller()))

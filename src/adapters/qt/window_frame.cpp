@@ -253,7 +253,7 @@ void WindowFrame::closeEvent(QCloseEvent* event) {
 
 void WindowFrame::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.fillRect(rect(), window_ != nullptr ? look::toQt(window_->backColor()) : QColor(Qt::white));
+    painter.fillRect(rect(), window_ != nullptr ? look::toQt(window_->backColor()) : palette::Paper);
 }
 
 void WindowFrame::resizeEvent(QResizeEvent*) {
