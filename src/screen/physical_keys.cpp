@@ -85,13 +85,17 @@ bool isTabStop(Control& control) {
 /// What the arrow keys choose in, and what the decimal key enters.
 class PartsOfWindow : public ControlVisitor {
   public:
+    explicit PartsOfWindow(const Wording& words) : words_(words) {}
     void visit(NumericKeypad& keypad) override { decimalMark = keypad.decimalMark(); }
     void visit(ButtonGrid& grid) override {
         if (isReachable(&grid) && !grid.buttons().empty())
-            grids += (grids.empty() ? "" : ", ") + spokenNameOf(grid);
+            grids += (grids.empty() ? "" : ", ") + spokenNameOf(grid, words_);
     }
     std::string grids;
     std::string decimalMark = ",";
+
+  private:
+    const Wording& words_;
 };
 
 void addFunctionKeys(std::vector<KeyHelpLine>& lines, const ButtonGrid& grid) {
@@ -164,7 +168,7 @@ Control* nextTabStop(const Window& window, bool forward) {
 
 std::vector<KeyHelpLine> keyHelp(const Window& window, const Wording& words) {
     const KeyTargets& targets = window.keyTargets();
-    PartsOfWindow parts;
+    PartsOfWindow parts(words);
     for (Control* control : window.controls())
         control->accept(parts);
     std::vector<KeyHelpLine> lines;
@@ -173,7 +177,7 @@ std::vector<KeyHelpLine> keyHelp(const Window& window, const Wording& words) {
     };
     add("F1", words(Word::Keys));
     if (isReachable(targets.entry))
-        add("0 … 9  " + parts.decimalMark, spokenNameOf(*targets.entry));
+        add("0 … 9  " + parts.decimalMark, spokenNameOf(*targets.entry, words));
     if (isReachable(targets.confirm))
         add("↵", targets.confirm->caption());
     if (const PushButton* const button = closeButton(window))

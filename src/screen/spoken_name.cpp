@@ -2,6 +2,7 @@
 
 #include "base/utf8.h"
 #include "widgets/captioned_controls.h"
+#include "widgets/keyboards.h"
 #include "widgets/tab_control.h"
 #include "widgets/window.h"
 
@@ -13,6 +14,25 @@ namespace {
 
 constexpr int NearAbove = 300; // twips between a title and what it stands above
 constexpr int NearBeside = 2000;
+
+class OwnWords : public ControlVisitor {
+  public:
+    explicit OwnWords(const Wording& wording) : wording_(wording) {}
+    void visit(Label& label) override { words = label.caption(); }
+    void visit(GroupFrame& frame) override { words = frame.caption(); }
+    void visit(TabPage& page) override { words = page.caption(); }
+    void visit(PushButton& button) override {
+        if (const std::string& text = button.caption().empty() ? button.toolTip() : button.caption();
+            !text.empty())
+            words = text;
+    }
+    void visit(NumericKeypad&) override { words = wording_(Word::Keypad); }
+    void visit(OnScreenKeyboard&) override { words = wording_(Word::Keyboard); }
+    std::optional<std::string> words;
+
+  private:
+    const Wording& wording_;
+};
 
 class LabelText : public ControlVisitor {
   public:
@@ -70,9 +90,7 @@ std::string nearestLabel(const Control& control, const std::vector<Control*>& al
     return nearest;
 }
 
-} // namespace
-
-std::string spokenNameOf(const Control& control) {
+std::string wordsAround(const Control& control) {
     Control* root = control.parent();
     while (root != nullptr && root->parent() != nullptr)
         root = root->parent();
@@ -88,6 +106,14 @@ std::string spokenNameOf(const Control& control) {
          parent = parent->parent())
         parent->accept(surrounding);
     return surrounding.text;
+}
+
+} // namespace
+
+std::string spokenNameOf(Control& control, const Wording& words) {
+    OwnWords own(words);
+    control.accept(own);
+    return own.words ? *own.words : wordsAround(control);
 }
 
 std::string spokenNameOf(const ButtonGrid::Button& button) {

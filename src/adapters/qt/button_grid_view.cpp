@@ -34,7 +34,7 @@ Point pointOf(const QPointF& point) {
 ButtonGridView::ButtonGridView(ButtonGrid& grid, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(grid, frame) {
     setFocusPolicy(Qt::TabFocus); // a touch leaves the focus where it is
-    nameByLabels(*this);
+    nameWidget();
 }
 
 QAccessibleInterface* ButtonGridView::makeAccessible() {

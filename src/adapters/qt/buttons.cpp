@@ -148,7 +148,7 @@ PushButtonView::PushButtonView(PushButton& button, WindowFrame& frame, QWidget& 
     setFocusPolicy(Qt::TabFocus);
     connect(this, &QAbstractButton::clicked, this,
             [this] { act([](PushButton& target) { target.press(); }); });
-    showProperty(Property::Caption);
+    nameWidget();
     showProperty(Property::ToolTip);
 }
 
@@ -196,17 +196,11 @@ void PushButtonView::showLooks() {
 
 void PushButtonView::showProperty(Property property) {
     switch (property) {
-    case Property::Caption: {
-        const QString caption = QString::fromStdString(model()->caption());
-        setText(caption);
+    case Property::Caption:
+        setText(QString::fromStdString(model()->caption()));
         setShortcut({}); // an ampersand is drawn as itself and makes no key
-        if (const QString spoken = caption.isEmpty() ? QString::fromStdString(model()->toolTip()) : caption;
-            spoken.isEmpty())
-            nameByLabels(*this);
-        else
-            nameWidget(*this, spoken);
+        updateSpokenName();
         break;
-    }
     case Property::ToolTip:
         setToolTip(QString::fromStdString(model()->toolTip()));
         showProperty(Property::Caption);

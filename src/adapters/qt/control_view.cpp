@@ -56,28 +56,20 @@ void ControlView::run(const std::function<void()>& handler) const {
     frame_.loop().runHandler(handler);
 }
 
-void ControlView::nameObject(QWidget& target) const {
+void ControlView::nameWidget() {
     QString name = QString::fromStdString(control_->name());
     if (const auto index = control_->index())
         name += QString("_%1").arg(*index);
-    target.setObjectName(name);
+    widget().setObjectName(name);
+    updateSpokenName();
 }
 
-void ControlView::nameWidget(QWidget& target, const QString& spokenName) {
-    nameObject(target);
-    namedByLabels_ = false;
-    target.setAccessibleName(spokenName);
-}
-
-void ControlView::nameByLabels(QWidget& target) {
-    nameObject(target);
-    namedByLabels_ = true;
-    target.setAccessibleName(QString::fromStdString(spokenNameOf(*control_)));
-}
-
-void ControlView::neighbourRenamed() {
-    if (namedByLabels_ && control_ != nullptr)
-        showSpokenName(QString::fromStdString(spokenNameOf(*control_)));
+void ControlView::updateSpokenName() {
+    if (control_ == nullptr)
+        return;
+    const QString name = QString::fromStdString(spokenNameOf(*control_, frame_.words()));
+    if (name != widget().accessibleName())
+        showSpokenName(name);
 }
 
 void ControlView::showSpokenName(const QString& name) {

@@ -42,10 +42,10 @@ class ControlView : public AccessibleView {
     void showAll();
     /// Another control was moved, shown or hidden.
     virtual void neighbourMoved() {}
-    /// A label may have got another text or place; a view that is named by one takes the new name.
-    void neighbourRenamed();
+    /// What it is called may have changed: its caption, a label around it, or the language.
+    void updateSpokenName();
     /// The language of the view's own words may have changed.
-    virtual void showWords() {}
+    virtual void showWords() { updateSpokenName(); }
     QAccessibleInterface* makeAccessible() override { return nullptr; }
     virtual void detach();
 
@@ -65,19 +65,14 @@ class ControlView : public AccessibleView {
     /// What lies behind the control: the background of its frame, page or window.
     [[nodiscard]] QColor backdrop() const;
     void run(const std::function<void()>& handler) const;
-    /// Names the widget for scripts and, in words that a person sees on it, for assistive technology.
-    void nameWidget(QWidget& target, const QString& spokenName);
-    /// For a control without words of its own: the labels around it name it.
-    void nameByLabels(QWidget& target);
-    /// The labels' words for it are new.
+    /// Names the widget for scripts and for assistive technology.
+    void nameWidget();
     virtual void showSpokenName(const QString& name);
 
   private:
-    void nameObject(QWidget& target) const;
     Control* control_;
     WindowFrame& frame_;
     Connection changed_;
-    bool namedByLabels_ = false;
 };
 
 /// A view that knows its model's kind.

@@ -56,7 +56,7 @@ QIcon calendarIcon(int size) {
 
 DateFieldView::DateFieldView(DateField& field, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(field, frame), edit_(new QLineEdit(this)), button_(new QToolButton(this)) {
-    nameByLabels(*this);
+    nameWidget();
     edit_->setObjectName(objectName() + "_text");
     edit_->setFocusPolicy(Qt::ClickFocus);
     edit_->installEventFilter(this);

@@ -135,10 +135,8 @@ bool InputFilter::swallowsBounce(const QObject& target, const QEvent& event) {
 bool InputFilter::takeKey(WindowFrame& frame, const QKeyEvent& event) {
     if (!event.spontaneous() || frame.model()->takesKeys())
         return false;
-    if (KeyHelp::isShownOn(frame)) {
-        KeyHelp::hideOn(frame);
+    if (hideKeyHelp(frame))
         return true;
-    }
     return carryOut(keys_.meaning(*frame.model(), strokeOf(event)), frame, event);
 }
 
@@ -146,7 +144,7 @@ bool InputFilter::carryOut(const KeyMeaning& meaning, WindowFrame& frame, const 
     std::visit(
         Overloaded{
             [](key_meaning::Ordinary) {}, [](key_meaning::Nothing) {},
-            [&](key_meaning::ShowHelp) { KeyHelp::showOn(frame); },
+            [&](key_meaning::ShowHelp) { showKeyHelp(frame); },
             [&](const key_meaning::Press& key) { frame.loop().runHandler([&] { key.button.press(); }); },
             [&](const key_meaning::Touch& key) { frame.loop().runHandler([&] { key.grid.touch(key.key); }); },
             [&](const key_meaning::Enter& key) { typeInto(key.entry, frame, event); }},

@@ -22,7 +22,7 @@ const std::string DecimalKeyText = ".";
 
 NumericKeypadView::NumericKeypadView(NumericKeypad& keypad, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(keypad, frame) {
-    nameWidget(*this, {});
+    nameWidget();
     for (const auto& texts : NumericKeypad::keys()) {
         auto& row = rows_.emplace_back();
         for (const std::string& text : texts) {
@@ -42,7 +42,7 @@ NumericKeypadView::NumericKeypadView(NumericKeypad& keypad, WindowFrame& frame, 
 }
 
 void NumericKeypadView::nameKeys() {
-    setAccessibleName(QString::fromStdString(frame().words()(Word::Keypad)));
+    updateSpokenName();
     for (const auto& row : rows_)
         for (KeyButton* key : row) {
             key->setAccessibleName(
@@ -177,7 +177,7 @@ QString drawnText(char32_t character) {
 
 OnScreenKeyboardView::OnScreenKeyboardView(OnScreenKeyboard& keyboard, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(keyboard, frame) {
-    nameWidget(*this, QString::fromStdString(frame.words()(Word::Keyboard)));
+    nameWidget();
     std::vector<Key> last;
     addKey(last, CapsLock);
     for (const std::u32string& characters : OnScreenKeyboard::rows()) {
@@ -257,7 +257,7 @@ void OnScreenKeyboardView::showKeys() {
 }
 
 void OnScreenKeyboardView::showWords() {
-    setAccessibleName(QString::fromStdString(frame().words()(Word::Keyboard)));
+    updateSpokenName();
     showKeys();
 }
 

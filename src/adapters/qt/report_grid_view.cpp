@@ -60,7 +60,7 @@ void askAndSave(QWidget& parent, const QString& suggestedName, std::string text)
 
 ReportGridView::ReportGridView(ReportGrid& grid, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(grid, frame) {
-    nameByLabels(*this);
+    nameWidget();
     setFocusPolicy(Qt::ClickFocus);
     longTouch_.setSingleShot(true);
     longTouch_.setInterval(LongTouchMilliseconds);

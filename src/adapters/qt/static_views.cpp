@@ -18,14 +18,12 @@ constexpr double TitleHeight = 16; // above the first control, in design pixels
 
 GroupFrameView::GroupFrameView(GroupFrame& group, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(group, frame) {
-    showProperty(Property::Caption);
+    nameWidget();
 }
 
 void GroupFrameView::showProperty(Property property) {
-    if (property == Property::Caption) {
-        nameWidget(*this, QString::fromStdString(model()->caption()));
+    if (property == Property::Caption)
         frame().neighbourRenamed();
-    }
     ControlView::showProperty(property);
 }
 
@@ -63,6 +61,7 @@ LabelView::LabelView(Label& label, WindowFrame& frame, QWidget& parent)
     : QLabel(&parent), ModelView(label, frame) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setTextFormat(Qt::PlainText);
+    nameWidget();
     showProperty(Property::Caption);
 }
 
@@ -106,7 +105,6 @@ void LabelView::neighbourMoved() {
 void LabelView::showProperty(Property property) {
     if (property == Property::Caption) {
         setText(QString::fromStdString(model()->caption()));
-        nameWidget(*this, text());
         frame().neighbourRenamed();
         layOut();
     }
@@ -131,7 +129,7 @@ void LabelView::paintEvent(QPaintEvent*) {
 PictureAreaView::PictureAreaView(PictureArea& picture, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(picture, frame) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    nameByLabels(*this);
+    nameWidget();
 }
 
 QAccessibleInterface* PictureAreaView::makeAccessible() {

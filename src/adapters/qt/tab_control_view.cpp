@@ -16,8 +16,16 @@ namespace {
 const Font Selected{.points = 12, .bold = true};
 const Font Other{.points = 12};
 
+class AsTabControl : public ControlVisitor {
+  public:
+    void visit(TabControl& found) override { tabs = &found; }
+    TabControl* tabs = nullptr;
+};
+
 TabControl& tabsOf(const TabPage& page) {
-    return static_cast<TabControl&>(*page.parent()); // a page stands on nothing else
+    AsTabControl parent;
+    page.parent()->accept(parent); // a page stands on nothing else
+    return *parent.tabs;
 }
 
 } // namespace
@@ -104,7 +112,7 @@ void TouchTabBar::keyPressEvent(QKeyEvent* event) {
 
 TabControlView::TabControlView(TabControl& tabs, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(tabs, frame), bar_(new TouchTabBar(*this)) {
-    nameByLabels(*this);
+    nameWidget();
     bar_->setObjectName(objectName() + "_tabs");
     bar_->setAccessibleName(accessibleName());
     bar_->touched = [this](int index) { act([=](TabControl& target) { target.touchTab(index); }); };
@@ -175,7 +183,7 @@ std::optional<TouchPoint> TabControlView::touchPoint(const std::optional<std::st
 TabPageView::TabPageView(TabPage& page, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(page, frame) {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    nameWidget(*this, QString::fromStdString(page.caption()));
+    nameWidget();
     selection_ = tabsOf(page).changed.connect([this](Property property) {
         if (property == Property::SelectedTab)
             showProperty(Property::Visible);
@@ -194,10 +202,8 @@ bool TabPageView::drawnVisible() const {
 }
 
 void TabPageView::showProperty(Property property) {
-    if (property == Property::Caption) {
-        nameWidget(*this, QString::fromStdString(model()->caption()));
+    if (property == Property::Caption)
         frame().neighbourRenamed();
-    }
     ControlView::showProperty(property);
 }
 

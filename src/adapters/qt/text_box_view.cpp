@@ -75,7 +75,7 @@ TextPositions TextBoxView::positions() const {
 }
 
 void TextBoxView::startShowing() {
-    nameByLabels(widget());
+    nameWidget();
     widget().setFocusPolicy(Qt::ClickFocus);
     showProperty(Property::Locked);
     showText();

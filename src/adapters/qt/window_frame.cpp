@@ -136,7 +136,7 @@ void WindowFrame::neighbourRenamed() {
     if (!complete_)
         return;
     for (const auto& [control, view] : views_)
-        view->neighbourRenamed();
+        view->updateSpokenName();
 }
 
 void WindowFrame::showProperty(Property property) {
@@ -169,8 +169,8 @@ void WindowFrame::showWords() {
     QMetaObject::invokeMethod(
         this,
         [this] {
-            if (window_ != nullptr && KeyHelp::isShownOn(*this))
-                KeyHelp::showOn(*this);
+            if (window_ != nullptr && hideKeyHelp(*this))
+                showKeyHelp(*this);
         },
         Qt::QueuedConnection);
 }
