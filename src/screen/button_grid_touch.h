@@ -21,7 +21,7 @@ class CellStrip {
     [[nodiscard]] double inSight() const { return inSight_; }
 
     void panTo(double first);
-    /// Rests on a whole cell, or at the end.
+    /// Moves to the nearest whole cell, or to the end.
     void settle();
     /// Brings all of a cell in sight, by as little as it takes.
     void show(int index);
@@ -58,7 +58,7 @@ class ButtonGridCells {
     /// Moves the cells by pixels, as a finger does.
     void panBy(const Point& distance);
     void panByCells(double cells);
-    /// Rests on a whole cell, or at the end.
+    /// Moves to the nearest whole cell, or to the end.
     void settle();
     /// Brings all of a cell in sight.
     void show(int index);
@@ -92,9 +92,9 @@ class ButtonGridTouch {
     void move(const Point& to, bool held);
     /// Gives the cell that has been touched.
     int release(const Point& at);
-    /// Of what is pressed.
+    /// What is pressed will not be touched, and nothing is panned any more.
     void letGo();
-    /// So many cells, fractions of which add up.
+    /// Pans by cells; fractions add up.
     void turnWheel(double cells);
 
     enum class Step { Left, Right, Up, Down, First, Last };

@@ -147,7 +147,7 @@ KeyMeaning PhysicalKeys::meaningOfEnter(const Window& window, bool repeated) {
     if (focus == Focus::Note || (focus == Focus::Button && !scanned))
         return key_meaning::Ordinary{};
     if (scanned || repeated)
-        return key_meaning::Nothing{};
+        return key_meaning::Dropped{};
     return pressIfReachable(window.keyTargets().confirm);
 }
 

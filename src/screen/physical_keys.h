@@ -25,10 +25,17 @@ struct KeyStroke {
     std::chrono::milliseconds time{0}; ///< on any clock; 0 when not known
 };
 
+/// Characters of keys that print none.
+namespace key_character {
+constexpr char32_t Backspace = 8;
+constexpr char32_t LineBreak = 10;
+constexpr char32_t Space = 32;
+} // namespace key_character
+
 /// What a key means.
 namespace key_meaning {
-struct Ordinary {}; ///< whatever it means to what has the focus
-struct Nothing {};  ///< not even that
+struct Ordinary {}; ///< it goes to what has the focus
+struct Dropped {};
 struct ShowHelp {};
 struct Press {
     PushButton& button;
@@ -41,7 +48,7 @@ struct Enter { ///< its character there
     TextBox& entry;
 };
 } // namespace key_meaning
-using KeyMeaning = std::variant<key_meaning::Ordinary, key_meaning::Nothing, key_meaning::ShowHelp,
+using KeyMeaning = std::variant<key_meaning::Ordinary, key_meaning::Dropped, key_meaning::ShowHelp,
                                 key_meaning::Press, key_meaning::Touch, key_meaning::Enter>;
 
 /// Keys of the physical keyboard, and of a scanner that types like one, that mean something wherever the

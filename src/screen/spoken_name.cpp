@@ -1,6 +1,7 @@
 #include "screen/spoken_name.h"
 
 #include "base/utf8.h"
+#include "screen/physical_keys.h"
 #include "widgets/captioned_controls.h"
 #include "widgets/keyboards.h"
 #include "widgets/tab_control.h"
@@ -145,11 +146,11 @@ std::string spokenKey(std::optional<char32_t> character, const Wording& words) {
     if (!character)
         return words(Word::CapsLock);
     switch (*character) {
-    case 8:
+    case key_character::Backspace:
         return words(Word::Backspace);
-    case 10:
+    case key_character::LineBreak:
         return words(Word::Enter);
-    case 32:
+    case key_character::Space:
         return words(Word::Space);
     default:
         return toUtf8(std::u32string(1, *character));
@@ -157,9 +158,9 @@ std::string spokenKey(std::optional<char32_t> character, const Wording& words) {
 }
 
 std::string spokenKey(const std::string& text, const std::string& decimalMark, const Wording& words) {
-    if (text == "BACKSPACE")
+    if (text == PadClearKey)
         return words(Word::Clear);
-    if (text != ".")
+    if (text != PadDecimalKey)
         return text;
     return decimalMark == "," ? words(Word::Comma) : decimalMark == "." ? words(Word::Point) : decimalMark;
 }

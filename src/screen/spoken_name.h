@@ -37,6 +37,8 @@ std::string spokenCell(const ReportGrid& grid, std::optional<std::size_t> row, s
 std::string spokenText(const ReadBack::Content& content);
 /// A key of the on-screen keyboard, by its character; caps lock has none.
 std::string spokenKey(std::optional<char32_t> character, const Wording& words);
+inline constexpr std::string_view PadClearKey = "BACKSPACE";
+inline constexpr std::string_view PadDecimalKey = ".";
 /// A key of the keypad, of which not all do what their texts say.
 std::string spokenKey(const std::string& text, const std::string& decimalMark, const Wording& words);
 

@@ -9,7 +9,7 @@
 namespace kova {
 
 /// A part of a widget that is no widget itself, but one to assistive technology: it has a name, a place and a
-/// state, and can be pressed. Known by its position, it may come to stand for something else, or for nothing.
+/// state, and can be pressed. It is known by its position, where later something else may stand, or nothing.
 template <class Widget>
 class AccessiblePart : public QAccessibleInterface, public QAccessibleActionInterface {
   public:

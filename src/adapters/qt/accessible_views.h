@@ -9,11 +9,11 @@ class ButtonGridView;
 class ReportGridView;
 class TouchTabBar;
 
-/// What can say itself what its widget is to assistive technology.
+/// A view that knows what it is to assistive technology.
 class AccessibleView {
   public:
     virtual ~AccessibleView() = default;
-    /// Null where the toolkit's own knowledge is right. The toolkit takes it over.
+    /// Null where the toolkit knows it already. The toolkit owns what it is given.
     virtual QAccessibleInterface* makeAccessible() = 0;
 };
 

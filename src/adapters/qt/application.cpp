@@ -16,7 +16,7 @@
 namespace kova {
 namespace {
 
-/// A library of the system's, which need not be there.
+/// A library of the system that may be missing.
 class OptionalLibrary {
   public:
     explicit OptionalLibrary(const char* file) : handle_(dlopen(file, RTLD_LAZY | RTLD_LOCAL)) {}

@@ -193,7 +193,7 @@ void ButtonGridView::paintPosition(QPainter& painter) const {
     paint(look::toQt(cells().barInSight()), look::accentOn(back));
 }
 
-// The whole of a large grid takes longer than a frame on the largest screens.
+// These cells alone: painting the whole of a large grid takes longer than a frame on the largest screens.
 void ButtonGridView::showDown() {
     const int before = std::exchange(shownDown_, touch_.down());
     if (before == shownDown_)

@@ -43,7 +43,7 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
     void arrange();
     void show(int index);
     void showMarked();
-    /// Draws what differs since the last time in what is under the finger.
+    /// Draws the cells that came under the finger, or no longer are there.
     void showDown();
     void tellCurrent(); ///< to assistive technology
 

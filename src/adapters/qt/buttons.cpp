@@ -78,7 +78,7 @@ void FaceButton::keyPressEvent(QKeyEvent* event) {
 
 void FaceButton::keyReleaseEvent(QKeyEvent* event) {
     if (presses(*event) && !event->isAutoRepeat() && isDown()) {
-        setDown(false); // the click alone would not draw it anew
+        setDown(false); // click() alone would not redraw it
         click();
     } else {
         event->ignore();
@@ -119,7 +119,7 @@ bool KeyButton::takeTouch(const QTouchEvent& event) {
     const bool wasDown = isDown();
     setDown(inside && event.type() != QEvent::TouchEnd && event.type() != QEvent::TouchCancel);
     if (event.type() == QEvent::TouchEnd && wasDown && inside)
-        click(); // which alone would not draw the key anew
+        click(); // after setDown, since it would not redraw the key
     return true;
 }
 

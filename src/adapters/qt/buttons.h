@@ -13,7 +13,7 @@ class QTouchEvent;
 namespace kova {
 
 /// A real button drawn with this rendering's look: feedback when the finger goes down, `clicked` when it goes
-/// up inside. It says nothing of models; a view sets its looks.
+/// up inside. It knows no model; a view sets its looks.
 class FaceButton : public QAbstractButton {
   public:
     struct Looks {
@@ -48,7 +48,7 @@ class FaceButton : public QAbstractButton {
 /// touches itself, so that a quick typist's next finger may come down before the last one is up.
 class KeyButton final : public FaceButton {
   public:
-    /// `key` names the key among its fellows; `spoken` is what assistive technology calls it.
+    /// `key` tells it from the others of the board; `spoken` is what assistive technology calls it.
     KeyButton(QWidget& board, std::string key, const QString& spoken);
     [[nodiscard]] const std::string& key() const { return key_; }
     [[nodiscard]] std::optional<TouchPoint> touchPoint();

@@ -24,8 +24,8 @@ struct TouchPoint {
 };
 
 /// The drawing of one control. It observes the model and hands gestures to it; it decides nothing. Once
-/// detached it knows its model no more; its widget is deleted with the frame's, when no handler runs, so that
-/// a view may be used after it ran a handler.
+/// detached it no longer knows its model. Its widget is deleted with the frame's, when no handler runs, so
+/// that a view may be used after it ran a handler.
 class ControlView : public AccessibleView {
   public:
     ControlView(Control& control, WindowFrame& frame);

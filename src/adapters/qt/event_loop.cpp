@@ -12,7 +12,7 @@ namespace kova {
 
 using namespace std::chrono_literals;
 
-/// Counts a handler as running; when the outermost ends, what they gave up is deleted.
+/// Counts a handler as running; when the outermost ends, deletes what was to be deleted after them.
 class QtEventLoop::Handler {
   public:
     explicit Handler(QtEventLoop& loop) : loop_(loop) { ++loop_.runningHandlers_; }
@@ -21,7 +21,7 @@ class QtEventLoop::Handler {
     ~Handler() {
         if (--loop_.runningHandlers_ > 0)
             return;
-        for (const auto& object : std::exchange(loop_.doomed_, {}))
+        for (const auto& object : std::exchange(loop_.toDelete_, {}))
             if (object)
                 object->deleteLater();
         if (loop_.deferred_)
@@ -47,7 +47,7 @@ QtEventLoop::QtEventLoop(Time time)
 }
 
 QtEventLoop::~QtEventLoop() {
-    for (const auto& object : doomed_)
+    for (const auto& object : toDelete_)
         if (object)
             object->deleteLater();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -123,7 +123,7 @@ void QtEventLoop::deleteAfterHandlers(QObject* object) {
     if (runningHandlers_ == 0)
         object->deleteLater();
     else
-        doomed_.emplace_back(object);
+        toDelete_.emplace_back(object);
 }
 
 void QtEventLoop::afterHandlers(std::function<void()> action) {

@@ -143,7 +143,7 @@ bool InputFilter::takeKey(WindowFrame& frame, const QKeyEvent& event) {
 bool InputFilter::carryOut(const KeyMeaning& meaning, WindowFrame& frame, const QKeyEvent& event) {
     std::visit(
         Overloaded{
-            [](key_meaning::Ordinary) {}, [](key_meaning::Nothing) {},
+            [](key_meaning::Ordinary) {}, [](key_meaning::Dropped) {},
             [&](key_meaning::ShowHelp) { showKeyHelp(frame); },
             [&](const key_meaning::Press& key) { frame.loop().runHandler([&] { key.button.press(); }); },
             [&](const key_meaning::Touch& key) { frame.loop().runHandler([&] { key.grid.touch(key.key); }); },

@@ -3,20 +3,19 @@
 #include "adapters/qt/notice_views.h"
 #include "adapters/qt/window_frame.h"
 #include "base/utf8.h"
+#include "screen/physical_keys.h"
 
 #include <QAccessibleWidget>
 #include <QPainter>
 
-#include <cmath>
+#include <algorithm>
+#include <array>
 
 namespace kova {
 namespace {
 
 const Font Digit{.points = 20, .bold = true};
 constexpr double ReadBackHeight = 36; // design pixels; the keys keep more than 11 mm
-const std::string Backspace = "BACKSPACE";
-
-const std::string DecimalKeyText = ".";
 
 } // namespace
 
@@ -28,7 +27,7 @@ NumericKeypadView::NumericKeypadView(NumericKeypad& keypad, WindowFrame& frame, 
         for (const std::string& text : texts) {
             const QString caption = QString::fromStdString(text);
             auto* key = new KeyButton(*this, text, caption);
-            key->setText(text == Backspace ? QStringLiteral("\u232B") : caption);
+            key->setText(text == PadClearKey ? QStringLiteral("\u232B") : caption);
             connect(key, &QAbstractButton::clicked, this,
                     [this, text] { act([&](NumericKeypad& target) { target.touchKey(text); }); });
             row.push_back(key);
@@ -47,7 +46,7 @@ void NumericKeypadView::nameKeys() {
         for (KeyButton* key : row) {
             key->setAccessibleName(
                 QString::fromStdString(spokenKey(key->key(), model()->decimalMark(), frame().words())));
-            if (key->key() == DecimalKeyText)
+            if (key->key() == PadDecimalKey)
                 key->setText(QString::fromStdString(model()->decimalMark()));
         }
 }
@@ -85,7 +84,7 @@ void NumericKeypadView::layOut() {
                                board.top() + static_cast<double>(row) * height, width, height);
             rows_[row][column]->setGeometry(place.toRect());
             FaceButton::Looks own = looks;
-            if (rows_[row][column]->key() == Backspace)
+            if (rows_[row][column]->key() == PadClearKey)
                 own.face.color = palette::PadClearKey;
             rows_[row][column]->setLooks(own);
         }
@@ -120,37 +119,21 @@ namespace {
 const Font Letter{.points = 14, .bold = true};
 constexpr double HalfKeyGap = 4; // between faces, in design pixels: 1.5 mm on a 10 inch panel, rounded down
 constexpr char32_t CapsLock = 0;
-constexpr char32_t BackspaceCharacter = 8;
-constexpr char32_t LineBreak = 10;
-constexpr char32_t Space = 32;
 
-double widthOf(char32_t character) {
-    switch (character) {
-    case BackspaceCharacter:
-    case LineBreak:
-        return 2;
-    case CapsLock:
-        return 3;
-    case Space:
-        return 12;
-    default:
-        return 1;
-    }
-}
+struct SpecialKey {
+    char32_t character;
+    double width;     ///< of a letter's
+    const char* name; ///< of its widget
+    const char* drawn;
+};
+constexpr std::array SpecialKeys{
+    SpecialKey{CapsLock, 3, "CapsLock", "⇪"}, SpecialKey{key_character::Backspace, 2, "Backspace", "⌫"},
+    SpecialKey{key_character::LineBreak, 2, "Enter", "↵"}, SpecialKey{key_character::Space, 12, "Space", ""}};
 
-QString objectNameOf(char32_t character) {
-    switch (character) {
-    case BackspaceCharacter:
-        return "Backspace";
-    case LineBreak:
-        return "Enter";
-    case CapsLock:
-        return "CapsLock";
-    case Space:
-        return "Space";
-    default:
-        return QString::fromUcs4(&character, 1);
-    }
+/// Null for a key that types what stands on it.
+const SpecialKey* specialKey(char32_t character) {
+    const auto found = std::ranges::find(SpecialKeys, character, &SpecialKey::character);
+    return found == SpecialKeys.end() ? nullptr : &*found;
 }
 
 QString spokenName(char32_t character, const WindowFrame& frame) {
@@ -159,18 +142,8 @@ QString spokenName(char32_t character, const WindowFrame& frame) {
 }
 
 QString drawnText(char32_t character) {
-    switch (character) {
-    case BackspaceCharacter:
-        return QStringLiteral("\u232B");
-    case LineBreak:
-        return QStringLiteral("\u21B5");
-    case CapsLock:
-        return QStringLiteral("\u21EA");
-    case Space:
-        return {};
-    default:
-        return QString::fromUcs4(&character, 1);
-    }
+    const SpecialKey* const special = specialKey(character);
+    return special != nullptr ? QString::fromUtf8(special->drawn) : QString::fromUcs4(&character, 1);
 }
 
 } // namespace
@@ -183,14 +156,16 @@ OnScreenKeyboardView::OnScreenKeyboardView(OnScreenKeyboard& keyboard, WindowFra
     for (const std::u32string& characters : OnScreenKeyboard::rows()) {
         auto& row = rows_.emplace_back();
         for (const char32_t character : characters)
-            addKey(character == Space ? last : row, character);
+            addKey(character == key_character::Space ? last : row, character);
     }
     rows_.push_back(std::move(last));
 }
 
 void OnScreenKeyboardView::addKey(std::vector<Key>& row, char32_t character) {
+    const SpecialKey* const special = specialKey(character);
     auto* button =
-        new KeyButton(*this, objectNameOf(character).toStdString(), spokenName(character, frame()));
+        new KeyButton(*this, special != nullptr ? special->name : toUtf8(std::u32string(1, character)),
+                      spokenName(character, frame()));
     button->setCheckable(character == CapsLock);
     connect(button, &QAbstractButton::clicked, this, [this, character] {
         act([=](OnScreenKeyboard& target) {
@@ -200,7 +175,7 @@ void OnScreenKeyboardView::addKey(std::vector<Key>& row, char32_t character) {
                 target.touchKey(character);
         });
     });
-    row.push_back({character, widthOf(character), button});
+    row.push_back({character, special != nullptr ? special->width : 1, button});
 }
 
 QAccessibleInterface* OnScreenKeyboardView::makeAccessible() {
@@ -242,7 +217,7 @@ void OnScreenKeyboardView::showKeys() {
     looks.inset = HalfKeyGap * scale().smaller();
     for (const auto& row : rows_) {
         for (const Key& key : row) {
-            const bool plain = key.character > Space;
+            const bool plain = key.character > key_character::Space;
             looks.face.color = dark ? look::mixed(back, Qt::black, plain ? 0.28 : 0.5)
                                     : (plain ? palette::Key : palette::Band);
             looks.face.marked = key.character == CapsLock && model()->capsLock();

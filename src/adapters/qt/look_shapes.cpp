@@ -102,7 +102,8 @@ void drawFace(QPainter& painter, const QRectF& area, const Face& face) {
         painter.setPen(QPen(markOn(fill), thick));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(shape.adjusted(inset, inset, -inset, -inset), radius, radius);
-        const bool small = isLow(area, face.unit) && area.width() < 2 * area.height(); // all for the caption
+        const bool small =
+            isLow(area, face.unit) && area.width() < 2 * area.height(); // the caption needs the room
         const double disc =
             std::min((small ? 5 : CheckRadius) * face.unit, std::min(shape.width(), shape.height()) / 4);
         const double inside = small ? disc / 2 : disc + thick;

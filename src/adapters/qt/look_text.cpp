@@ -13,10 +13,10 @@ namespace kova::look {
 namespace {
 
 constexpr double PixelsPerPoint = 96.0 / 72.0;
-// Pixels of the design, and on the screen at least.
+// The smallest sizes of fonts, in design pixels; on the screen they have as many at least.
 constexpr double LeastBold = 12;
 constexpr double LeastCommon = 11;
-constexpr double Least = 10;
+constexpr double LeastRegular = 10;
 constexpr qsizetype LeastPiece = 3; // letters before a hyphen
 
 // Condensed DejaVu runs as wide as Tahoma, for which captions and widths were chosen.
@@ -65,7 +65,7 @@ std::vector<QFont> fontsFrom(QFont font, double unit) {
         shrink(pixelsOf(LeastBold, unit));
         font.setBold(false);
     }
-    shrink(pixelsOf(Least, unit));
+    shrink(pixelsOf(LeastRegular, unit));
     if (fonts.empty())
         fonts.push_back(font);
     return fonts;
@@ -153,7 +153,7 @@ std::optional<Caption> fitting(const CaptionPlace& place, const QFont& font, Hyp
     return Caption{font, std::move(*lines), true};
 }
 
-/// The first of `fonts` from `first` on, or their number.
+/// The number of the first font, from `first` on, in which the text fits; of all fonts where it does in none.
 std::size_t firstFitting(const CaptionPlace& place, const std::vector<QFont>& fonts, std::size_t first) {
     while (first < fonts.size() && !fitting(place, fonts[first], Hyphens::Never))
         ++first;

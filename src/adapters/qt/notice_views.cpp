@@ -150,7 +150,7 @@ void PageNoticeView::appear() {
     QAccessible::updateAccessibility(&alert);
 }
 
-// Also when its page goes, with which only a failure that is still to be read may come back.
+// Called when the page is hidden, too. Only a failure that is still to be read comes back with the page.
 void PageNoticeView::hideEvent(QHideEvent*) {
     if (notice_ != nullptr && notice_->pending())
         return;

@@ -33,8 +33,8 @@ class ReadBackView final : public QWidget, public AccessibleView {
     std::function<QColor()> backdrop_;
 };
 
-/// Draws a notice over its page and lets it fade, once it is no longer pending; touches go through it. Its
-/// time is that of the wall.
+/// Draws a notice over its page and lets it fade, once it is no longer pending; touches go through it. It
+/// fades in real time, also where the event loop's is stepped.
 class PageNoticeView final : public QWidget, public AccessibleView {
   public:
     static constexpr int StayMilliseconds = 2500;

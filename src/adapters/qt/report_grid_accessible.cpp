@@ -10,7 +10,7 @@ namespace {
 
 constexpr int Header = -1; // the row number of the column headers
 
-/// One cell, or a column header.
+/// One cell, or a column header, by its position.
 class GridCellAccessible final : public AccessiblePart<ReportGridView>, public QAccessibleTableCellInterface {
   public:
     GridCellAccessible(ReportGridView& view, int row, int column)

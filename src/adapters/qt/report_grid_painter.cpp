@@ -14,31 +14,31 @@ QString text(std::string_view utf8) {
 /// The share of a group's header that its sums may take.
 constexpr double SumsShare = 0.55;
 
-QFont lettersOf(Font design, bool bold, const Scale& scale) {
+QFont sizedFont(Font design, bool bold, const Scale& scale) {
     design.bold = bold;
     return look::font(design, scale);
 }
 
-QFont headerLetters(const ReportGrid& grid, const Scale& scale) {
+QFont headerFont(const ReportGrid& grid, const Scale& scale) {
     Font design = grid.headerFont();
     design.points = std::max(design.points, SmallestHeaderPoints);
-    return lettersOf(design, true, scale);
+    return sizedFont(design, true, scale);
 }
 
 } // namespace
 
 std::vector<double> neededWidths(const ReportGrid& grid, const Scale& scale) {
-    constexpr std::size_t looked = 50;    // records; others look much the same
-    constexpr double margins = 2 * 6 + 4; // design pixels
-    constexpr double most = 260;          // a long note must not push the others aside
-    const QFontMetricsF header(headerLetters(grid, scale));
-    const QFontMetricsF row(lettersOf(grid.rowFont(), false, scale));
+    constexpr std::size_t Looked = 50;    // records; others look much the same
+    constexpr double Margins = 2 * 6 + 4; // design pixels
+    constexpr double Most = 260;          // a long note must not push the others aside
+    const QFontMetricsF header(headerFont(grid, scale));
+    const QFontMetricsF row(sizedFont(grid.rowFont(), false, scale));
     std::vector<double> widths;
     for (std::size_t column = 0; column < grid.columns().size(); ++column) {
         double width = header.horizontalAdvance(text(grid.columns()[column].caption) + " ▲");
-        for (std::size_t record = 0; record < std::min(looked, grid.recordCount()); ++record)
+        for (std::size_t record = 0; record < std::min(Looked, grid.recordCount()); ++record)
             width = std::max(width, row.horizontalAdvance(text(grid.item(record, column))));
-        widths.push_back(std::min(width, most * scale.smaller()) + margins * scale.smaller());
+        widths.push_back(std::min(width, Most * scale.smaller()) + Margins * scale.smaller());
     }
     return widths;
 }
@@ -57,15 +57,15 @@ void ReportGridPainter::paint(std::size_t firstRow, const ReportGridTouch& touch
 }
 
 QFont ReportGridPainter::font(const Font& design, bool bold) const {
-    return lettersOf(design, bold, layout_.scale);
+    return sizedFont(design, bold, layout_.scale);
 }
 
-void ReportGridPainter::write(const QRectF& area, const QString& words, const QFont& letters,
+void ReportGridPainter::write(const QRectF& area, const QString& words, const QFont& textFont,
                               Qt::Alignment side) {
-    look::drawText(painter_, area.adjusted(layout_.margin, 0, -layout_.margin, 0), words, letters,
+    look::drawText(painter_, area.adjusted(layout_.margin, 0, -layout_.margin, 0), words, textFont,
                    {.alignment = side | Qt::AlignVCenter,
                     .wrapped = false,
-                    .smallestPixels = letters.pixelSize() * 4 / 5});
+                    .smallestPixels = textFont.pixelSize() * 4 / 5});
 }
 
 void ReportGridPainter::paintGroupArea(bool target) {
@@ -74,22 +74,22 @@ void ReportGridPainter::paintGroupArea(bool target) {
     for (const auto column : grid_.groupColumns())
         captions << text(grid_.columns()[column].caption);
     painter_.setPen(captions.isEmpty() ? palette::PaleInk : palette::Ink);
-    const QFont letters = font(grid_.rowFont(), !captions.isEmpty());
+    const QFont textFont = font(grid_.rowFont(), !captions.isEmpty());
     QRectF area = layout_.groupArea;
     if (const auto sorted = grid_.sortColumn()) {
         const QString words = text(grid_.sortPrefix()) + text(grid_.columns()[*sorted].caption);
-        const double width = QFontMetricsF(letters).horizontalAdvance(words) + 4 * layout_.margin;
-        write(area.adjusted(std::max(0.0, area.width() - width), 0, 0, 0), words, letters, Qt::AlignRight);
+        const double width = QFontMetricsF(textFont).horizontalAdvance(words) + 4 * layout_.margin;
+        write(area.adjusted(std::max(0.0, area.width() - width), 0, 0, 0), words, textFont, Qt::AlignRight);
         area.setRight(std::max(area.left(), area.right() - width));
     }
     write(area,
           captions.isEmpty() ? text(grid_.groupHint()) : "✕  " + captions.join(QString::fromUtf8("  ›  ")),
-          letters);
+          textFont);
 }
 
 void ReportGridPainter::paintHeaders(const ReportGridTouch& touch) {
     painter_.fillRect(layout_.headers, palette::Header);
-    const QFont letters = headerLetters(grid_, layout_.scale);
+    const QFont textFont = headerFont(grid_, layout_.scale);
     for (std::size_t i = 0; i < grid_.columns().size(); ++i) {
         QString caption = text(grid_.columns()[i].caption);
         if (grid_.sortColumn() == i)
@@ -98,7 +98,7 @@ void ReportGridPainter::paintHeaders(const ReportGridTouch& touch) {
         if (touch.pressedHeader == i)
             painter_.fillRect(cell, palette::Chosen);
         painter_.setPen(palette::Ink);
-        write(cell, caption, letters, grid_.amountColumn() == i ? Qt::AlignRight : Qt::AlignLeft);
+        write(cell, caption, textFont, grid_.amountColumn() == i ? Qt::AlignRight : Qt::AlignLeft);
         const bool moved = touch.movedBorder == i;
         painter_.setPen(
             QPen(moved ? look::accentOn(palette::Header) : look::borderOn(palette::Header), moved ? 3 : 1));
@@ -113,15 +113,15 @@ void ReportGridPainter::paintHeaders(const ReportGridTouch& touch) {
 void ReportGridPainter::paintDragged(const ReportGridTouch& touch) {
     if (!touch.draggedHeader || *touch.draggedHeader >= grid_.columns().size())
         return;
-    QRectF ghost = layout_.header(*touch.draggedHeader);
-    ghost.moveCenter(touch.at);
+    QRectF dragged = layout_.header(*touch.draggedHeader);
+    dragged.moveCenter(touch.at);
     painter_.setOpacity(0.85);
-    painter_.fillRect(ghost, palette::Paper);
+    painter_.fillRect(dragged, palette::Paper);
     painter_.setPen(look::accentOn(palette::Paper));
-    painter_.drawRect(ghost);
+    painter_.drawRect(dragged);
     painter_.setPen(palette::Ink);
-    const QFont letters = font(grid_.rowFont(), true);
-    write(ghost, text(grid_.columns()[*touch.draggedHeader].caption), letters);
+    const QFont textFont = font(grid_.rowFont(), true);
+    write(dragged, text(grid_.columns()[*touch.draggedHeader].caption), textFont);
     painter_.setOpacity(1);
 }
 
@@ -131,9 +131,10 @@ void ReportGridPainter::paintRows(std::size_t firstRow) {
     painter_.setClipRect(area);
     if (rows.empty()) {
         painter_.setPen(palette::PaleInk);
-        const QFont letters = font(grid_.rowFont(), false);
+        const QFont textFont = font(grid_.rowFont(), false);
         write({area.left(), area.top(), area.width(), 4 * layout_.rowHeight},
-              text(grid_.brokenOff() ? grid_.brokenOffText() : grid_.emptyText()), letters, Qt::AlignHCenter);
+              text(grid_.brokenOff() ? grid_.brokenOffText() : grid_.emptyText()), textFont,
+              Qt::AlignHCenter);
     }
     for (std::size_t number = firstRow; number < rows.size(); ++number) {
         const QRectF line = layout_.row(number);
@@ -168,16 +169,16 @@ void ReportGridPainter::paintGroup(const ReportGrid::Group& group, const QRectF&
     painter_.setPen(look::borderOn(palette::Band));
     painter_.drawLine(area.topLeft(), area.topRight());
     painter_.setPen(palette::Ink);
-    const QFont letters = font(grid_.rowFont(), true);
+    const QFont textFont = font(grid_.rowFont(), true);
     const QString sums = text(grid_.written(group.sums));
-    const double width = std::min(QFontMetricsF(letters).horizontalAdvance(sums) + 4 * layout_.margin,
+    const double width = std::min(QFontMetricsF(textFont).horizontalAdvance(sums) + 4 * layout_.margin,
                                   area.width() * SumsShare);
-    write(area.adjusted(area.width() - width, 0, 0, 0), sums, letters, Qt::AlignRight);
+    write(area.adjusted(area.width() - width, 0, 0, 0), sums, textFont, Qt::AlignRight);
     const double indent = layout_.margin * 4 * static_cast<double>(group.level);
     write(area.adjusted(indent, 0, -width, 0),
           QString::fromUtf8(group.collapsed ? "▸  " : "▾  ") + text(grid_.columns()[group.column].caption) +
               ": " + text(group.value) + QString("  (%1)").arg(group.count),
-          letters);
+          textFont);
 }
 
 void ReportGridPainter::paintFooter() {
@@ -187,13 +188,13 @@ void ReportGridPainter::paintFooter() {
     painter_.setPen(look::borderOn(palette::Header));
     painter_.drawLine(layout_.footer.topLeft(), layout_.footer.topRight());
     painter_.setPen(palette::Ink);
-    const QFont letters = font(grid_.rowFont(), true);
+    const QFont textFont = font(grid_.rowFont(), true);
     const QRectF area = layout_.footer.adjusted(0, 0, layout_.list.width() - layout_.footer.width(), 0);
     if (grid_.brokenOff())
-        return write(area, text(grid_.brokenOffText()), letters);
-    write(area, QString::fromUtf8("Σ  (%1)").arg(grid_.recordCount()), letters);
+        return write(area, text(grid_.brokenOffText()), textFont);
+    write(area, QString::fromUtf8("Σ  (%1)").arg(grid_.recordCount()), textFont);
     write(area.adjusted(area.width() * (1 - SumsShare) / 2, 0, 0, 0), text(grid_.written(grid_.totals())),
-          letters, Qt::AlignRight);
+          textFont, Qt::AlignRight);
 }
 
 } // namespace kova

@@ -197,7 +197,7 @@ void ReportGridView::mousePressEvent(QMouseEvent* event) {
 }
 
 void ReportGridView::mouseMoveEvent(QMouseEvent* event) {
-    if (model() == nullptr || press_ == Press::None || press_ == Press::Spent)
+    if (model() == nullptr || press_ == Press::None || press_ == Press::Finished)
         return;
     const QPointF at = event->position();
     touch_.at = at;
@@ -245,7 +245,7 @@ void ReportGridView::finishTouch(const QPointF& at, ReportGrid::Extent extent) {
 void ReportGridView::onLongTouch() {
     if (model() == nullptr || press_ != Press::Touch)
         return;
-    press_ = Press::Spent;
+    press_ = Press::Finished;
     const auto header = std::exchange(touch_, {}).pressedHeader;
     if (header)
         act([&](ReportGrid& grid) { grid.groupBy(*header); });
@@ -255,8 +255,8 @@ void ReportGridView::onLongTouch() {
 }
 
 void ReportGridView::wheelEvent(QWheelEvent* event) {
-    constexpr int degreesPerRow = 40;
-    scrollBar_.setValue(scrollBar_.value() - event->angleDelta().y() / degreesPerRow);
+    constexpr int EighthsPerRow = 40;
+    scrollBar_.setValue(scrollBar_.value() - event->angleDelta().y() / EighthsPerRow);
 }
 
 void ReportGridView::keyPressEvent(QKeyEvent* event) {

@@ -1,6 +1,7 @@
 #include "adapters/qt/text_box_view.h"
 
 #include "adapters/qt/window_frame.h"
+#include "screen/physical_keys.h"
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -52,9 +53,6 @@ std::size_t TextPositions::toModel(int unit) const {
 }
 
 namespace {
-
-constexpr char32_t TypedBackspace = 8;
-constexpr char32_t LineFeed = 10;
 
 // The same keys that Qt's own editors take for text.
 bool isText(const QKeyEvent& event) {
@@ -108,19 +106,19 @@ void TextBoxView::showProperty(Property property) {
     ControlView::showProperty(property);
 }
 
-// Where the window takes the keys, a caret would promise what typing does not do.
+// Where the window takes all keys itself, a caret would suggest that typing goes into the box.
 bool TextBoxView::onlyShows() const {
     return model()->locked() || model()->window().takesKeys();
 }
 
 // A text that cannot be scrolled has to be seen whole: half an amount is a wrong one.
 void TextBoxView::showFont() {
-    constexpr double sides = 11; // borders and margins, in design pixels
+    constexpr double Sides = 11; // borders and margins, in design pixels
     QFont font = look::font(model()->font(), scale());
     if (onlyShows() && !model()->multiLine())
         font =
             look::fitted(positions().editorText(), font,
-                         QSizeF(widget().width() - pixels(sides), font.pixelSize() * 2), {.wrapped = false});
+                         QSizeF(widget().width() - pixels(Sides), font.pixelSize() * 2), {.wrapped = false});
     if (widget().font() != font)
         widget().setFont(font);
 }
@@ -188,9 +186,9 @@ bool TextBoxView::takeKey(const QKeyEvent& event) {
         return true;
     showSelection(); // the program may have moved the caret
     if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter)
-        typeCharacters(QString(QChar(LineFeed)));
+        typeCharacters(QString(QChar(key_character::LineBreak)));
     else if (event.key() == Qt::Key_Backspace && event.modifiers() == Qt::NoModifier)
-        typeCharacters(QString(QChar(TypedBackspace)));
+        typeCharacters(QString(QChar(key_character::Backspace)));
     else if (isText(event))
         typeCharacters(event.text());
     else

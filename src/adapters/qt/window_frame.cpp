@@ -165,7 +165,7 @@ void WindowFrame::showProperty(Property property) {
 void WindowFrame::showWords() {
     for (const auto& [control, view] : views_)
         view->showWords();
-    // The captions that it repeats are still to follow.
+    // Later, since the captions that the help repeats change after this.
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -202,7 +202,7 @@ void WindowFrame::moveToPlace() {
 
 void WindowFrame::comeToFront() {
     const auto modality = window_->modal() ? Qt::ApplicationModal : Qt::NonModal;
-    if (windowModality() != modality) { // takes effect with the next showing only
+    if (windowModality() != modality) { // takes effect only when it is shown again
         hide();
         showOrHide();
     }
