@@ -7,6 +7,7 @@ base
 ports                base
 widgets              base ports
 services             base ports widgets
+screen               base ports widgets services
 coin_count           base ports widgets services
 report               base ports widgets services
 drawer_dialog        base ports widgets services report coin_count
@@ -16,7 +17,7 @@ adapters/system      base ports
 adapters/sqlite      base ports
 adapters/odbc        base ports
 adapters/databases   base ports adapters/sqlite adapters/odbc
-adapters/qt          base ports widgets services
+adapters/qt          base ports widgets services screen
 library              base ports widgets services component adapters/system adapters/databases adapters/qt
 
 scenario             base component

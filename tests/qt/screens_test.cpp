@@ -6,7 +6,7 @@
 #include "unit/trace_file.h"
 
 #include "adapters/qt/button_grid_view.h"
-#include "adapters/qt/key_button.h"
+#include "adapters/qt/buttons.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

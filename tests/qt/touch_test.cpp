@@ -2,8 +2,8 @@
 // arrives is what was entered, exactly once, and closed dialogs leave nothing behind.
 #include "till.h"
 
-#include "adapters/qt/bounce_filter.h"
 #include "adapters/qt/button_grid_view.h"
+#include "screen/bounce_filter.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
@@ -48,7 +48,7 @@ class TouchScreen : public testing::Test {
         down(point);
         up();
     }
-    static void rest() { QTest::qSleep(static_cast<int>(BounceFilter::WindowMilliseconds) + 20); }
+    static void rest() { QTest::qSleep(static_cast<int>(BounceFilter::Pause.count()) + 20); }
     /// What the screen shows around a place, as far as it was repainted.
     QImage onScreen(const QPoint& place) {
         till.loop.settle();

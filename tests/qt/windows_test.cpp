@@ -3,8 +3,8 @@
 #include "unit/random_walk.h"
 #include "unit/trace_file.h"
 
-#include "adapters/qt/caption.h"
-#include "adapters/qt/page_notice_view.h"
+#include "adapters/qt/look.h"
+#include "adapters/qt/notice_views.h"
 #include "host/player/headless_cashier.h"
 #include "host/player/qt/qt_cashier.h"
 #include "widgets/notices.h"

@@ -1,6 +1,6 @@
 #include "adapters/qt/button_grid_view.h"
 
-#include "adapters/qt/button_grid_accessible.h"
+#include "adapters/qt/accessible_views.h"
 #include "adapters/qt/window_frame.h"
 
 #include <QAccessible>
@@ -12,24 +12,29 @@
 #include <QToolTip>
 
 #include <algorithm>
-#include <cmath>
+#include <map>
+#include <utility>
 
 namespace kova {
 namespace {
 
-const Font CaptionFont{"Tahoma", 11, true};
+const Font CaptionFont{.points = 11, .bold = true};
 // Design pixels.
 constexpr double PictureGap = 3.5;
 constexpr double FocusRing = 2.5;
 constexpr double LeastCell = 8;   // pixels; smaller cells are drawn without gap and text
 constexpr double WheelStep = 120; // of Qt's eighths of degrees
 
+Point pointOf(const QPointF& point) {
+    return {point.x(), point.y()};
+}
+
 } // namespace
 
 ButtonGridView::ButtonGridView(ButtonGrid& grid, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(grid, frame) {
     setFocusPolicy(Qt::TabFocus); // a touch leaves the focus where it is
-    nameByLabels(*this);
+    nameWidget();
 }
 
 QAccessibleInterface* ButtonGridView::makeAccessible() {
@@ -47,8 +52,7 @@ const ButtonGrid::Button* ButtonGridView::cellButton(int index) const {
 void ButtonGridView::arrange() {
     captions_.clear();
     if (model() != nullptr)
-        cells_.arrange(*model(), size(), scale());
-    current_ = std::clamp(current_, 0, std::max(0, cellCount() - 1));
+        touch_.arrange(*model(), {double(width()), double(height())}, scale());
 }
 
 std::optional<TouchPoint> ButtonGridView::touchPoint(const std::optional<std::string>& part) {
@@ -62,7 +66,7 @@ std::optional<TouchPoint> ButtonGridView::touchPoint(const std::optional<std::st
         return std::nullopt;
     const int index = static_cast<int>(found - buttons.begin());
     show(index);
-    return TouchPoint{this, cell(index).center()};
+    return TouchPoint{this, look::toQt(cells().cell(index)).center()};
 }
 
 void ButtonGridView::layOut() {
@@ -73,9 +77,8 @@ void ButtonGridView::layOut() {
 
 void ButtonGridView::showProperty(Property property) {
     if (property == Property::Buttons) {
-        letGo(); // the finger is on another button now
-        if (cellCount() == 0)
-            cells_.rewind();
+        touch_.letGo(); // the finger is on another button now
+        showDown();
         arrange();
     } else if (property == Property::Marks) {
         showMarked();
@@ -86,19 +89,15 @@ void ButtonGridView::showProperty(Property property) {
 }
 
 void ButtonGridView::show(int index) {
-    cells_.show(index);
+    touch_.show(index);
     update();
 }
 
 void ButtonGridView::showMarked() {
     if (model() == nullptr)
         return;
-    const auto& buttons = model()->buttons();
-    const auto marked = std::ranges::find(buttons, true, &ButtonGrid::Button::marked);
-    if (marked == buttons.end())
-        return;
-    current_ = static_cast<int>(marked - buttons.begin());
-    show(current_);
+    touch_.showMarked(*model());
+    update();
 }
 
 QRectF ButtonGridView::picturePlace(int index) const {
@@ -137,13 +136,13 @@ void ButtonGridView::paintEvent(QPaintEvent* event) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(look::toQt(model()->backColor()));
-    painter.drawRoundedRect(rect(), pixels(5), pixels(5));
-    if (cells_.pans()) {
+    painter.drawRoundedRect(rect(), pixels(look::FaceRadius), pixels(look::FaceRadius));
+    if (cells().pans()) {
         paintPosition(painter);
-        painter.setClipRect(cells_.room());
+        painter.setClipRect(look::toQt(cells().room()));
     }
     for (int index = 0; index < cellCount(); ++index)
-        if (cell(index).intersects(event->rect()))
+        if (look::toQt(cells().cell(index)).intersects(event->rect()))
             paintCell(painter, index);
 }
 
@@ -154,14 +153,14 @@ void ButtonGridView::paintCell(QPainter& painter, int index) {
     face.unit = scale().smaller();
     face.marked = button.marked;
     face.enabled = isEnabled();
-    face.down = down_ && index == pressed_;
-    const QRectF area = cell(index);
+    face.down = index == touch_.down();
+    const QRectF area = look::toQt(cells().cell(index));
     if (std::min(area.width(), area.height()) < LeastCell) {
         painter.fillRect(area, look::filling(face));
         return;
     }
     look::drawFace(painter, this->face(index), face);
-    if (hasFocus() && index == current_)
+    if (hasFocus() && index == touch_.current())
         paintFocus(painter, index);
     if (const QRectF place = picturePlace(index); !place.isEmpty()) {
         const QPixmap picture(QString::fromStdString(button.picture));
@@ -179,8 +178,8 @@ void ButtonGridView::paintFocus(QPainter& painter, int index) const {
     const double width = FocusRing * scale().smaller();
     painter.setPen(QPen(look::accentOn(look::toQt(model()->backColor())), width));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(face(index).adjusted(-width / 2, -width / 2, width / 2, width / 2), pixels(6),
-                            pixels(6));
+    painter.drawRoundedRect(face(index).adjusted(-width / 2, -width / 2, width / 2, width / 2),
+                            pixels(look::BoardRadius), pixels(look::BoardRadius));
 }
 
 void ButtonGridView::paintPosition(QPainter& painter) const {
@@ -190,123 +189,98 @@ void ButtonGridView::paintPosition(QPainter& painter) const {
         painter.setBrush(color);
         painter.drawRoundedRect(bar, radius, radius);
     };
-    paint(cells_.bar(), look::mixed(back, look::inkOn(back), 0.15));
-    paint(cells_.barInSight(), look::accentOn(back));
+    paint(look::toQt(cells().bar()), look::mixed(back, look::inkOn(back), 0.15));
+    paint(look::toQt(cells().barInSight()), look::accentOn(back));
 }
 
-// The whole of a large grid takes longer than a frame on the largest screens.
-void ButtonGridView::setDown(bool down) {
-    if (std::exchange(down_, down) != down)
-        update(cell(pressed_).toAlignedRect());
-}
-
-void ButtonGridView::letGo() {
-    setDown(false);
-    pressed_ = -1;
-    panning_ = false;
+// These cells alone: painting the whole of a large grid takes longer than a frame on the largest screens.
+void ButtonGridView::showDown() {
+    const int before = std::exchange(shownDown_, touch_.down());
+    if (before == shownDown_)
+        return;
+    for (const int index : {before, shownDown_})
+        if (index >= 0)
+            update(look::toQt(cells().cell(index)).toAlignedRect());
 }
 
 void ButtonGridView::mousePressEvent(QMouseEvent* event) {
-    letGo();
-    finger_ = event->position();
-    pressed_ = event->button() == Qt::LeftButton ? cellAt(finger_) : -1;
-    setDown(pressed_ >= 0);
+    if (event->button() == Qt::LeftButton)
+        touch_.press(pointOf(event->position()));
+    else
+        touch_.letGo();
+    showDown();
 }
 
 void ButtonGridView::mouseMoveEvent(QMouseEvent* event) {
-    const QPointF moved = event->position() - finger_;
-    if (panning_) {
-        cells_.panBy(moved);
+    touch_.move(pointOf(event->position()), (event->buttons() & Qt::LeftButton) != 0);
+    showDown();
+    if (touch_.panning())
         update();
-    } else if ((event->buttons() & Qt::LeftButton) != 0 && cells_.meansPanning(moved)) {
-        letGo();
-        panning_ = true;
-    } else {
-        setDown(pressed_ >= 0 && cellAt(event->position()) == pressed_);
-        return;
-    }
-    finger_ = event->position();
 }
 
 void ButtonGridView::mouseReleaseEvent(QMouseEvent* event) {
-    const int touched = cellAt(event->position()) == pressed_ ? pressed_ : -1;
-    if (panning_) {
-        cells_.settle();
+    if (touch_.panning())
         update();
-    }
-    letGo();
+    const int touched = touch_.release(pointOf(event->position()));
+    showDown();
     touchCell(touched);
 }
 
 void ButtonGridView::wheelEvent(QWheelEvent* event) {
-    if (!cells_.pans()) {
+    if (!cells().pans()) {
         event->ignore();
         return;
     }
     const QPoint turned = event->angleDelta();
-    wheel_ += (turned.y() != 0 ? turned.y() : turned.x()) / WheelStep;
-    const double cells = std::trunc(wheel_);
-    wheel_ -= cells;
-    cells_.panByCells(cells);
+    touch_.turnWheel((turned.y() != 0 ? turned.y() : turned.x()) / WheelStep);
     update();
 }
 
 void ButtonGridView::keyPressEvent(QKeyEvent* event) {
-    const int columns = cells_.columns();
-    switch (event->key()) {
-    case Qt::Key_Left:
-        return moveCurrent(current_ - 1);
-    case Qt::Key_Right:
-        return moveCurrent(current_ + 1);
-    case Qt::Key_Up:
-        return moveCurrent(current_ - columns);
-    case Qt::Key_Down:
-        return moveCurrent(current_ + columns);
-    case Qt::Key_Home:
-        return moveCurrent(0);
-    case Qt::Key_End:
-        return moveCurrent(cellCount() - 1);
-    case Qt::Key_Space:
-        if (!event->isAutoRepeat()) {
-            show(current_);
-            pressed_ = current_;
-            setDown(cellCount() > 0);
-        }
-        return;
-    default:
+    using Step = ButtonGridTouch::Step;
+    static const std::map<int, Step> steps{{Qt::Key_Left, Step::Left},  {Qt::Key_Right, Step::Right},
+                                           {Qt::Key_Up, Step::Up},      {Qt::Key_Down, Step::Down},
+                                           {Qt::Key_Home, Step::First}, {Qt::Key_End, Step::Last}};
+    if (const auto step = steps.find(event->key()); step != steps.end()) {
+        if (touch_.step(step->second))
+            tellCurrent();
+    } else if (event->key() != Qt::Key_Space) {
         event->ignore();
+    } else if (!event->isAutoRepeat()) {
+        touch_.pressKey();
+        update();
     }
+    showDown();
 }
 
 void ButtonGridView::keyReleaseEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_Space || event->isAutoRepeat() || panning_) {
+    if (event->key() != Qt::Key_Space || event->isAutoRepeat() || touch_.panning()) {
         event->ignore();
         return;
     }
-    const int touched = pressed_;
-    letGo();
+    const int touched = touch_.releaseKey();
+    showDown();
     touchCell(touched);
 }
 
-void ButtonGridView::moveCurrent(int to) {
-    if (to < 0 || to >= cellCount())
-        return;
-    letGo();
-    current_ = to;
-    show(to);
+void ButtonGridView::tellCurrent() {
+    showDown();
+    update();
     QAccessibleEvent focus(this, QAccessible::Focus);
-    focus.setChild(to);
+    focus.setChild(touch_.current());
     QAccessible::updateAccessibility(&focus);
 }
 
 void ButtonGridView::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
-    moveCurrent(current_);
+    if (touch_.makeCurrent(touch_.current()))
+        tellCurrent();
 }
 
 void ButtonGridView::focusOutEvent(QFocusEvent* event) {
     QWidget::focusOutEvent(event);
-    letGo();
+    touch_.letGo();
+    showDown();
 }
 
 void ButtonGridView::touchCell(int index) {
@@ -318,7 +292,7 @@ bool ButtonGridView::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip)
         return QWidget::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    const int index = cellAt(QPointF(help->pos()));
+    const int index = cells().at(pointOf(help->pos()));
     if (index >= 0 && !captions()[static_cast<std::size_t>(index)].whole)
         QToolTip::showText(help->globalPos(), QString::fromStdString(cellButton(index)->caption), this);
     else

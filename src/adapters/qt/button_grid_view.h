@@ -1,21 +1,17 @@
 #pragma once
-#include "adapters/qt/button_grid_cells.h"
-#include "adapters/qt/caption.h"
 #include "adapters/qt/control_view.h"
+#include "screen/button_grid_touch.h"
 #include "widgets/button_grid.h"
 
 #include <QWidget>
 
 namespace kova {
 
-/// A grid of touch buttons, painted as one widget however many there are. A touch counts when the finger goes
-/// up in the cell where it came down. Cells keep the size of a fingertip: a grid with more of them than have
-/// room is panned by finger, wheel or arrow keys, and brings what gets marked into sight.
+/// A grid of touch buttons, painted as one widget however many there are.
 class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
   public:
     ButtonGridView(ButtonGrid& grid, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
-    [[nodiscard]] bool takesTab() const override { return cellCount() > 0; }
     /// Brings the button into sight.
     std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
 
@@ -24,11 +20,9 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
     // For assistive technology.
     [[nodiscard]] int cellCount() const;
     [[nodiscard]] const ButtonGrid::Button* cellButton(int index) const;
-    [[nodiscard]] QRectF cell(int index) const { return cells_.cell(index); }
-    [[nodiscard]] QRectF face(int index) const { return cells_.face(index); } ///< what is drawn of it
-    [[nodiscard]] bool inSight(int index) const { return cells_.inSight(index); }
-    [[nodiscard]] int cellAt(const QPointF& point) const { return cells_.at(point); } ///< -1 for none
-    [[nodiscard]] int currentCell() const { return current_; } ///< that the keyboard touches
+    [[nodiscard]] const ButtonGridCells& cells() const { return touch_.cells(); }
+    [[nodiscard]] QRectF face(int index) const { return look::toQt(cells().face(index)); }
+    [[nodiscard]] int currentCell() const { return touch_.current(); } ///< that the keyboard touches
     void touchCell(int index);
 
   protected:
@@ -49,9 +43,9 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
     void arrange();
     void show(int index);
     void showMarked();
-    void setDown(bool down);
-    void letGo(); ///< go of what is pressed
-    void moveCurrent(int to);
+    /// Draws the cells that came under the finger, or no longer are there.
+    void showDown();
+    void tellCurrent(); ///< to assistive technology
 
     [[nodiscard]] QRectF picturePlace(int index) const; ///< empty without a picture
     [[nodiscard]] QRectF captionRoom(int index) const;
@@ -60,15 +54,10 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
     void paintFocus(QPainter& painter, int index) const;
     void paintPosition(QPainter& painter) const;
 
-    ButtonGridCells cells_;
+    ButtonGridTouch touch_;
     std::vector<look::Caption> captions_; ///< empty until drawn
     std::vector<bool> toldMarks_;         ///< to assistive technology
-    int pressed_ = -1;                    ///< the cell that the finger came down in
-    bool down_ = false;                   ///< the finger is in it
-    QPointF finger_;                      ///< where it was last, or came down
-    bool panning_ = false;
-    double wheel_ = 0; ///< turned, but by less than a cell
-    int current_ = 0;
+    int shownDown_ = -1;                  ///< the cell that is drawn under the finger
 };
 
 } // namespace kova

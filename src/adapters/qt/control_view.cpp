@@ -1,14 +1,35 @@
 #include "adapters/qt/control_view.h"
 
-#include "adapters/qt/backdrop.h"
-#include "adapters/qt/spoken_name.h"
 #include "adapters/qt/window_frame.h"
+#include "screen/spoken_name.h"
+#include "widgets/captioned_controls.h"
+#include "widgets/tab_control.h"
 
 #include <QWidget>
 
 #include <cmath>
 
 namespace kova {
+namespace {
+
+class BackgroundOf : public ControlVisitor {
+  public:
+    void visit(Window& window) override { color = look::toQt(window.backColor()); }
+    void visit(TabPage& page) override { color = look::toQt(page.backColor()); }
+    void visit(GroupFrame& frame) override { color = look::toQt(frame.backColor()); }
+    std::optional<QColor> color;
+};
+
+/// What is painted behind a control: the background of the frame, page or window that it stands on.
+QColor backdropOf(const Control& control) {
+    BackgroundOf background;
+    for (Control* parent = control.parent(); parent != nullptr && !background.color;
+         parent = parent->parent())
+        parent->accept(background);
+    return background.color.value_or(palette::Paper);
+}
+
+} // namespace
 
 ControlView::ControlView(Control& control, WindowFrame& frame) : control_(&control), frame_(frame) {
     changed_ = control.changed.connect([this](Property property) { showProperty(property); });
@@ -28,35 +49,27 @@ int ControlView::pixels(double design) const {
 }
 
 QColor ControlView::backdrop() const {
-    return control_ != nullptr ? backdropOf(*control_) : QColor(Qt::white);
+    return control_ != nullptr ? backdropOf(*control_) : palette::Paper;
 }
 
 void ControlView::run(const std::function<void()>& handler) const {
     frame_.loop().runHandler(handler);
 }
 
-void ControlView::nameObject(QWidget& target) const {
+void ControlView::nameWidget() {
     QString name = QString::fromStdString(control_->name());
     if (const auto index = control_->index())
         name += QString("_%1").arg(*index);
-    target.setObjectName(name);
+    widget().setObjectName(name);
+    updateSpokenName();
 }
 
-void ControlView::nameWidget(QWidget& target, const QString& spokenName) {
-    nameObject(target);
-    namedByLabels_ = false;
-    target.setAccessibleName(spokenName);
-}
-
-void ControlView::nameByLabels(QWidget& target) {
-    nameObject(target);
-    namedByLabels_ = true;
-    target.setAccessibleName(QString::fromStdString(spokenNameOf(*control_)));
-}
-
-void ControlView::neighbourRenamed() {
-    if (namedByLabels_ && control_ != nullptr)
-        showSpokenName(QString::fromStdString(spokenNameOf(*control_)));
+void ControlView::updateSpokenName() {
+    if (control_ == nullptr)
+        return;
+    const QString name = QString::fromStdString(spokenNameOf(*control_, frame_.words()));
+    if (name != widget().accessibleName())
+        showSpokenName(name);
 }
 
 void ControlView::showSpokenName(const QString& name) {

@@ -1,4 +1,5 @@
 #pragma once
+#include "adapters/qt/accessible_views.h"
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/look.h"
 #include "widgets/control.h"
@@ -6,10 +7,10 @@
 #include <QPointF>
 #include <QRect>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
-class QAccessibleInterface;
 class QWidget;
 
 namespace kova {
@@ -23,19 +24,17 @@ struct TouchPoint {
 };
 
 /// The drawing of one control. It observes the model and hands gestures to it; it decides nothing. Once
-/// detached it knows its model no more; its widget is deleted with the frame's, when no handler runs, so that
-/// a view may be used after it ran a handler.
-class ControlView {
+/// detached it no longer knows its model. Its widget is deleted with the frame's, when no handler runs, so
+/// that a view may be used after it ran a handler.
+class ControlView : public AccessibleView {
   public:
     ControlView(Control& control, WindowFrame& frame);
     ControlView(const ControlView&) = delete;
     ControlView& operator=(const ControlView&) = delete;
-    virtual ~ControlView() = default;
 
     virtual QWidget& widget() = 0;
     /// What has the keyboard when the control has the focus.
     virtual QWidget& keyboardWidget() { return widget(); }
-    [[nodiscard]] virtual bool takesTab() const { return false; }
     /// Where to touch the control, or the part of it with that key: a button's key, a keypad's text, a
     /// keyboard's character, a tab's number. Nothing when no such part is drawn.
     virtual std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part);
@@ -43,13 +42,11 @@ class ControlView {
     void showAll();
     /// Another control was moved, shown or hidden.
     virtual void neighbourMoved() {}
-    /// A label may have got another text or place; a view that is named by one takes the new name.
-    void neighbourRenamed();
+    /// What it is called may have changed: its caption, a label around it, or the language.
+    void updateSpokenName();
     /// The language of the view's own words may have changed.
-    virtual void showWords() {}
-    /// What assistive technology makes of the widget; null where the toolkit's own knowledge is right. The
-    /// toolkit takes it over.
-    virtual QAccessibleInterface* makeAccessible() { return nullptr; }
+    virtual void showWords() { updateSpokenName(); }
+    QAccessibleInterface* makeAccessible() override { return nullptr; }
     virtual void detach();
 
   protected:
@@ -62,24 +59,20 @@ class ControlView {
     [[nodiscard]] Control* control() const { return control_; }
     [[nodiscard]] WindowFrame& frame() const { return frame_; }
     [[nodiscard]] const Scale& scale() const;
-    /// Pixels of a design length.
+    /// Pixels of a design length; of a line, which has one at least.
     [[nodiscard]] int pixels(double design) const;
+    [[nodiscard]] int linePixels(double design) const { return std::max(1, pixels(design)); }
     /// What lies behind the control: the background of its frame, page or window.
     [[nodiscard]] QColor backdrop() const;
     void run(const std::function<void()>& handler) const;
-    /// Names the widget for scripts and, in words that a person sees on it, for assistive technology.
-    void nameWidget(QWidget& target, const QString& spokenName);
-    /// For a control without words of its own: the labels around it name it.
-    void nameByLabels(QWidget& target);
-    /// The labels' words for it are new.
+    /// Names the widget for scripts and for assistive technology.
+    void nameWidget();
     virtual void showSpokenName(const QString& name);
 
   private:
-    void nameObject(QWidget& target) const;
     Control* control_;
     WindowFrame& frame_;
     Connection changed_;
-    bool namedByLabels_ = false;
 };
 
 /// A view that knows its model's kind.
@@ -105,5 +98,8 @@ class ModelView : public ControlView {
   private:
     Model* model_;
 };
+
+/// Makes the view of a control inside `parent`, whose widget then owns it.
+ControlView* makeView(Control& control, WindowFrame& frame, QWidget& parent);
 
 } // namespace kova

@@ -19,7 +19,7 @@
 namespace kova {
 namespace {
 
-const Font Text{"Tahoma", 12, false};
+const Font Text{.points = 12};
 
 std::optional<QDate> toQt(const std::optional<DateTime>& time) {
     if (!time)
@@ -41,15 +41,14 @@ QIcon calendarIcon(int size) {
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(size / 24.0, size / 24.0);
-    const QColor ink(40, 60, 85);
-    painter.setPen(QPen(ink, 2));
+    painter.setPen(QPen(palette::CalendarIcon, 2));
     painter.drawRoundedRect(QRectF(3, 5, 18, 16), 2, 2);
-    painter.fillRect(QRectF(3, 5, 18, 5), ink);
+    painter.fillRect(QRectF(3, 5, 18, 5), palette::CalendarIcon);
     painter.drawLine(QPointF(8, 2), QPointF(8, 6));
     painter.drawLine(QPointF(16, 2), QPointF(16, 6));
     for (const double y : {12.5, 16.5})
         for (const double x : {6.5, 10.75, 15.0})
-            painter.fillRect(QRectF(x, y, 2.5, 2.5), ink);
+            painter.fillRect(QRectF(x, y, 2.5, 2.5), palette::CalendarIcon);
     return QIcon(picture);
 }
 
@@ -57,7 +56,7 @@ QIcon calendarIcon(int size) {
 
 DateFieldView::DateFieldView(DateField& field, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(field, frame), edit_(new QLineEdit(this)), button_(new QToolButton(this)) {
-    nameByLabels(*this);
+    nameWidget();
     edit_->setObjectName(objectName() + "_text");
     edit_->setFocusPolicy(Qt::ClickFocus);
     edit_->installEventFilter(this);
@@ -74,7 +73,7 @@ DateFieldView::DateFieldView(DateField& field, WindowFrame& frame, QWidget& pare
 void DateFieldView::showSpokenName(const QString& name) {
     ControlView::showSpokenName(name);
     edit_->setAccessibleName(name);
-    button_->setAccessibleName(name + ", " + frame().words(Word::Calendar));
+    button_->setAccessibleName(name + ", " + QString::fromStdString(frame().words()(Word::Calendar)));
 }
 
 QAccessibleInterface* DateFieldView::makeAccessible() {
@@ -96,18 +95,19 @@ void DateFieldView::layOut() {
     button_->setIconSize(QSize(side, side) * 3 / 5);
     button_->setIcon(calendarIcon(side * 3 / 5));
     edit_->setFont(look::font(Text, scale()));
-    const QString border = look::borderOn(Qt::white).name();
-    const QString accent = look::accentOn(Qt::white).name();
+    const QString border = look::borderOn(palette::Paper).name();
+    const QString accent = look::accentOn(palette::Paper).name();
     setStyleSheet(QString("QLineEdit, QToolButton { background: white; color: black; border: %1px solid %2;"
                           " border-radius: %3px; padding: 0px %3px; }"
                           "QLineEdit:focus { border: %4px solid %5; }"
-                          "QToolButton:pressed { background: #c5d6e8; }"
-                          "QLineEdit:disabled, QToolButton:disabled { background: #d8dadc; color: #707070; }")
-                      .arg(std::max(1, pixels(1)))
+                          "QToolButton:pressed { background: %6; }"
+                          "QLineEdit:disabled, QToolButton:disabled { background: %7; color: %8; }")
+                      .arg(linePixels(1))
                       .arg(border)
-                      .arg(pixels(4))
-                      .arg(std::max(1, pixels(2)))
-                      .arg(accent));
+                      .arg(pixels(look::FieldRadius))
+                      .arg(linePixels(2))
+                      .arg(accent, palette::PressedField.name(), palette::DisabledField.name(),
+                           palette::DisabledInk.name()));
 }
 
 void DateFieldView::showProperty(Property property) {
@@ -153,7 +153,7 @@ void DateFieldView::openCalendar() {
     const QLocale locale(QString::fromStdString(regional.name).replace('-', '_'));
     calendar_->setLocale(locale);
     calendar_->setFirstDayOfWeek(locale.firstDayOfWeek());
-    calendar_->setFont(look::font({"Tahoma", 11, false}, scale()));
+    calendar_->setFont(look::font({.points = 11}, scale()));
     calendar_->setSelectedDate(toQt(parseDate(model()->text(), regional)).value_or(QDate::currentDate()));
     calendar_->setStyleSheet(QString("QToolButton { min-width: %1px; min-height: %1px; }").arg(pixels(38)));
     popup_->resize(pixels(380), pixels(340)); // days of 9 mm on a small panel

@@ -16,7 +16,6 @@ class DateFieldView final : public QWidget, public ModelView<DateField> {
     DateFieldView(DateField& field, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
     QWidget& keyboardWidget() override { return *edit_; }
-    [[nodiscard]] bool takesTab() const override { return true; }
     void detach() override;
     void showWords() override { showSpokenName(accessibleName()); }
     QAccessibleInterface* makeAccessible() override;

@@ -1,44 +1,18 @@
 #include "adapters/qt/event_loop.h"
 
-#include "adapters/qt/display.h"
-#include "base/error.h"
+#include "adapters/qt/application.h"
 
 #include <QApplication>
 #include <QEventLoop>
-#include <QStyleFactory>
-#include <QThread>
 
 #include <algorithm>
 #include <utility>
 
 namespace kova {
-namespace {
 
 using namespace std::chrono_literals;
 
-std::unique_ptr<QApplication> ownApplication() {
-    if (QCoreApplication::instance() != nullptr) {
-        if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr)
-            throw Error(5, "The process has a Qt application without widgets");
-        if (QCoreApplication::instance()->thread() != QThread::currentThread())
-            throw Error(5, "The process has a Qt application on another thread");
-        return nullptr;
-    }
-    requireDisplay();
-    // Qt keeps references to both for as long as the application lives.
-    static int count = 1;
-    static char name[] = "kova";
-    static char* arguments[] = {name, nullptr};
-    auto application = std::make_unique<QApplication>(count, arguments);
-    QApplication::setQuitOnLastWindowClosed(false);
-    if (QStyle* style = QStyleFactory::create("Fusion"))
-        QApplication::setStyle(style);
-    return application;
-}
-
-} // namespace
-
-/// Counts a handler as running; when the outermost ends, what they gave up is deleted.
+/// Counts a handler as running; when the outermost ends, deletes what was to be deleted after them.
 class QtEventLoop::Handler {
   public:
     explicit Handler(QtEventLoop& loop) : loop_(loop) { ++loop_.runningHandlers_; }
@@ -47,7 +21,7 @@ class QtEventLoop::Handler {
     ~Handler() {
         if (--loop_.runningHandlers_ > 0)
             return;
-        for (const auto& object : std::exchange(loop_.doomed_, {}))
+        for (const auto& object : std::exchange(loop_.toDelete_, {}))
             if (object)
                 object->deleteLater();
         if (loop_.deferred_)
@@ -65,7 +39,7 @@ class QtEventLoop::Handler {
 };
 
 QtEventLoop::QtEventLoop(Time time)
-    : application_(ownApplication()), time_(time), alarm_(std::make_unique<QTimer>()) {
+    : application_(makeApplication()), time_(time), alarm_(std::make_unique<QTimer>()) {
     clock_.start();
     alarm_->setSingleShot(true);
     alarm_->setTimerType(Qt::PreciseTimer);
@@ -73,7 +47,7 @@ QtEventLoop::QtEventLoop(Time time)
 }
 
 QtEventLoop::~QtEventLoop() {
-    for (const auto& object : doomed_)
+    for (const auto& object : toDelete_)
         if (object)
             object->deleteLater();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -149,7 +123,7 @@ void QtEventLoop::deleteAfterHandlers(QObject* object) {
     if (runningHandlers_ == 0)
         object->deleteLater();
     else
-        doomed_.emplace_back(object);
+        toDelete_.emplace_back(object);
 }
 
 void QtEventLoop::afterHandlers(std::function<void()> action) {

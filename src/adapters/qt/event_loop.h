@@ -15,16 +15,16 @@ class QEventLoop;
 
 namespace kova {
 
-/// The event loop on Qt's. Makes a QApplication when the process has none, so that a host needs no Qt code;
-/// it must then outlive whatever else uses Qt. Throws Error when that is not possible: there is no display,
-/// or the application that is there has no widgets or belongs to another thread.
+/// The event loop, run by Qt's. Makes a QApplication when the process has none, so that a host needs no Qt
+/// code; it must then outlive whatever else uses Qt. Throws Error when that is not possible: there is no
+/// display, or the application that is there has no widgets or belongs to another thread.
 ///
 /// Exceptions cannot pass through Qt. Views therefore run every operation of a model through `runHandler`,
 /// and whoever waits for Qt (a modal loop, a gesture, a pause) is a `Caller` and throws on what was kept.
 class QtEventLoop final : public EventLoop {
   public:
     enum class Time {
-        Live,   ///< timers follow the clock on the wall
+        Live,   ///< timers follow real time
         Stepped ///< time passes inside `advance` alone, which really takes that long: ticks come in the same
                 ///< order and at the same milliseconds as on virtual time, however slow the machine
     };
@@ -43,8 +43,8 @@ class QtEventLoop final : public EventLoop {
     /// Handles what Qt has waiting (painting, focus, deletion); stepped time stands still.
     void settle();
 
-    /// Ends the QApplication, if it is this object's; no window may be left, and none can be shown from now
-    /// on.
+    /// Ends the QApplication, if it is this object's. No window may be left, and none can be shown
+    /// afterwards.
     void endApplication();
 
     /// Runs a handler that Qt called, and keeps what it throws for the innermost caller.
@@ -91,7 +91,7 @@ class QtEventLoop final : public EventLoop {
     Milliseconds slip_{0}; ///< how far the queue's time line lies behind the clock
     std::unique_ptr<QTimer> alarm_;
     int runningHandlers_ = 0;
-    std::vector<QPointer<QObject>> doomed_;
+    std::vector<QPointer<QObject>> toDelete_;
     std::function<void()> deferred_; ///< what waits for the handlers
     std::vector<QEventLoop*> callers_;
     std::exception_ptr failure_;

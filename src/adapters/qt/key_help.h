@@ -1,23 +1,12 @@
 #pragma once
-#include <QLabel>
 
 namespace kova {
 
 class WindowFrame;
 
-/// Lists over the window which keys do what there and then. It takes no focus; the next key or touch hides
-/// it.
-class KeyHelp final : public QLabel {
-  public:
-    static void showOn(WindowFrame& frame);
-    static void hideOn(WindowFrame& frame);
-    [[nodiscard]] static bool isShownOn(const WindowFrame& frame);
-
-  protected:
-    void mousePressEvent(QMouseEvent* event) override;
-
-  private:
-    explicit KeyHelp(WindowFrame& frame);
-};
+/// Lists over the window which keys do what there and then. The list takes no focus; a touch on it hides it.
+void showKeyHelp(WindowFrame& frame);
+/// Whether it was shown.
+bool hideKeyHelp(const WindowFrame& frame);
 
 } // namespace kova

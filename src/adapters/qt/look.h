@@ -1,33 +1,30 @@
 #pragma once
-#include "widgets/control.h"
+#include "adapters/qt/palette.h"
+#include "screen/geometry.h"
+#include "widgets/captioned_controls.h"
 
 #include <QColor>
 #include <QFont>
 #include <QRectF>
 #include <QString>
+#include <QStringList>
 
-#include <cmath>
+#include <vector>
 
 class QPainter;
 
-namespace kova {
-
-/// Pixels per design pixel (15 twips). Lengths that are no positions, fonts among them, take the smaller; a
-/// finger's the mean, since a panel turned upright has neither larger nor smaller ones.
-struct Scale {
-    double x = 1, y = 1;
-    [[nodiscard]] double smaller() const { return x < y ? x : y; }
-    [[nodiscard]] double mean() const { return std::sqrt(x * y); }
-    friend bool operator==(const Scale&, const Scale&) = default;
-};
-
-} // namespace kova
-
-/// How this rendering looks: every colour that no model gives, and the shapes that several views share.
+/// How this rendering looks: colours, texts, and the shapes that several views share.
 namespace kova::look {
 
+inline QPointF toQt(const Point& point) {
+    return {point.x, point.y};
+}
+inline QRectF toQt(const Area& area) {
+    return {area.left, area.top, area.width, area.height};
+}
 QColor toQt(Color color);
 Qt::Alignment toQt(Alignment alignment);
+double luminance(const QColor& color); ///< relative, as WCAG 2.1 defines it [0-1]
 bool isDark(const QColor& color);
 /// `share` of `second` in `first` [0-1].
 QColor mixed(const QColor& first, const QColor& second, double share);
@@ -40,6 +37,18 @@ QColor inkOn(const QColor& background);
 QColor borderOn(const QColor& background);
 /// Marks the focus and what is being used.
 QColor accentOn(const QColor& background);
+/// Of a disabled text on `background`.
+QColor faded(const QColor& text, const QColor& background);
+
+// Of rounded corners, in design pixels.
+constexpr double FieldRadius = 4; ///< of what is typed into
+constexpr double FaceRadius = 5;  ///< of buttons, and of what stands between them
+constexpr double BoardRadius = 6; ///< of what lies in front or behind
+
+/// The width of a line, in pixels, where a design pixel measures `unit` pixels.
+inline double lineWidth(double unit) {
+    return unit < 1 ? 1 : unit;
+}
 
 QFont font(const Font& design, const Scale& scale);
 
@@ -61,6 +70,10 @@ QColor filling(const Face& face);
 /// A disc with an "i", as large as fits.
 void drawInformation(QPainter& painter, const QRectF& area, const QColor& background);
 
+/// Draws an icon as shapes that fill `area` at any size, in the caption's colour, or in one that says the
+/// same as the shape where the caption is dark on a light face.
+void drawIcon(QPainter& painter, const QRectF& area, PushButton::Icon icon, const QColor& caption);
+
 struct TextStyle {
     Qt::Alignment alignment = Qt::AlignCenter;
     bool wrapped = true;
@@ -71,5 +84,29 @@ QFont fitted(const QString& text, QFont font, const QSizeF& room, const TextStyl
 /// Draws the text fitted, and cut with an ellipsis where it does not fit.
 void drawText(QPainter& painter, const QRectF& area, const QString& text, const QFont& font,
               const TextStyle& style = {});
+
+/// A text broken into lines.
+struct Caption {
+    QFont font;
+    QStringList lines;
+    bool whole = true; ///< nothing had to be cut
+};
+
+struct CaptionPlace {
+    QString text;
+    QSizeF room; ///< pixels
+};
+
+enum class CaptionSizes { Own, Common };
+
+/// Sets captions that are designed in `font`, where a design pixel measures `unit` pixels. What does not fit
+/// in words takes a smaller size, then the regular weight, then the least size that is read at arm's length,
+/// then hyphens in overlong words, and is cut at last. With common sizes all take that of the longest, but
+/// one that needs the very smallest is set so alone.
+std::vector<Caption> setCaptions(const std::vector<CaptionPlace>& places, const QFont& font, double unit,
+                                 CaptionSizes sizes);
+/// As much of a text as fits in that font.
+Caption cutCaption(const CaptionPlace& place, const QFont& font);
+void drawCaption(QPainter& painter, const QRectF& area, const Caption& caption, Qt::Alignment alignment);
 
 } // namespace kova::look

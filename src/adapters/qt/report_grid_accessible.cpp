@@ -1,10 +1,7 @@
-#include "adapters/qt/report_grid_accessible.h"
-
+#include "adapters/qt/accessible_part.h"
+#include "adapters/qt/accessible_views.h"
 #include "adapters/qt/report_grid_view.h"
-
-#include <QAccessible>
-#include <QAccessibleWidget>
-#include <QPointer>
+#include "screen/spoken_name.h"
 
 #include <map>
 
@@ -13,71 +10,26 @@ namespace {
 
 constexpr int Header = -1; // the row number of the column headers
 
-QString toQt(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-/// One cell by its position, which may come to hold something else, or nothing, when the list changes.
-class GridCellAccessible final : public QAccessibleInterface,
-                                 public QAccessibleTableCellInterface,
-                                 public QAccessibleActionInterface {
+/// One cell, or a column header, by its position.
+class GridCellAccessible final : public AccessiblePart<ReportGridView>, public QAccessibleTableCellInterface {
   public:
     GridCellAccessible(ReportGridView& view, int row, int column)
-        : view_(&view), row_(row), column_(column) {}
+        : AccessiblePart(view), row_(row), column_(column) {}
 
     [[nodiscard]] bool isValid() const override {
         const ReportGrid* const grid = model();
         return grid != nullptr && column_ < static_cast<int>(grid->columns().size()) &&
                (row_ == Header || row_ < static_cast<int>(grid->rows().size()));
     }
-    [[nodiscard]] QObject* object() const override { return nullptr; }
-    [[nodiscard]] QAccessibleInterface* parent() const override {
-        return view_ ? QAccessible::queryAccessibleInterface(static_cast<QWidget*>(view_)) : nullptr;
-    }
-    [[nodiscard]] QAccessibleInterface* child(int) const override { return nullptr; }
-    [[nodiscard]] QAccessibleInterface* childAt(int, int) const override { return nullptr; }
-    [[nodiscard]] int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
     [[nodiscard]] QAccessible::Role role() const override {
         return row_ == Header ? QAccessible::ColumnHeader : QAccessible::Cell;
     }
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
-        return isValid() && (kind == QAccessible::Name || kind == QAccessible::Value) ? words() : QString();
-    }
-    void setText(QAccessible::Text, const QString&) override {}
-    [[nodiscard]] QRect rect() const override {
-        if (!isValid())
-            return {};
-        const QRect cell = view_->cell(row_, column_).toAlignedRect() & view_->rect();
-        return {view_->mapToGlobal(cell.topLeft()), cell.size()};
-    }
-    [[nodiscard]] QAccessible::State state() const override {
-        QAccessible::State state;
-        state.invalid = !isValid();
-        if (!isValid())
-            return state;
-        state.disabled = !view_->isEnabled();
-        state.invisible = !view_->isVisible();
-        state.offscreen = rect().isEmpty();
-        state.readOnly = true;
-        if (row_ == Header)
-            return state;
-        const ReportGrid::Row& row = shown();
-        state.selectable = row.group == ReportGrid::Row::None;
-        state.selected = isSelected();
-        if (row.group != ReportGrid::Row::None) {
-            state.expandable = true;
-            state.collapsed = model()->group(row).collapsed;
-            state.expanded = !state.collapsed;
-        }
-        return state;
+        return AccessiblePart::text(kind == QAccessible::Value ? QAccessible::Name : kind);
     }
     void* interface_cast(QAccessible::InterfaceType type) override {
-        if (type == QAccessible::TableCellInterface)
-            return static_cast<QAccessibleTableCellInterface*>(this);
-        if (type == QAccessible::ActionInterface)
-            return static_cast<QAccessibleActionInterface*>(this);
-        return nullptr;
+        return type == QAccessible::TableCellInterface ? static_cast<QAccessibleTableCellInterface*>(this)
+                                                       : AccessiblePart::interface_cast(type);
     }
 
     [[nodiscard]] bool isSelected() const override {
@@ -96,38 +48,35 @@ class GridCellAccessible final : public QAccessibleInterface,
     [[nodiscard]] int rowExtent() const override { return 1; }
     [[nodiscard]] QAccessibleInterface* table() const override { return parent(); }
 
-    [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
-    void doAction(const QString& action) override {
-        if (isValid() && action == pressAction())
-            view_->touchCell(row_, column_);
+  protected:
+    [[nodiscard]] QRect place() const override {
+        return widget()->cell(row_, column_).toAlignedRect() & widget()->rect();
     }
-    [[nodiscard]] QStringList keyBindingsForAction(const QString&) const override { return {}; }
+    void addTo(QAccessible::State& state) const override {
+        state.offscreen = rect().isEmpty();
+        state.readOnly = true;
+        if (row_ == Header)
+            return;
+        const ReportGrid::Row& row = shown();
+        state.selectable = row.group == ReportGrid::Row::None;
+        state.selected = isSelected();
+        if (row.group != ReportGrid::Row::None) {
+            state.expandable = true;
+            state.collapsed = model()->group(row).collapsed;
+            state.expanded = !state.collapsed;
+        }
+    }
+    void press() override { widget()->touchCell(row_, column_); }
+    [[nodiscard]] QString name() const override {
+        const auto row = row_ == Header ? std::nullopt : std::optional(static_cast<std::size_t>(row_));
+        return QString::fromStdString(spokenCell(*model(), row, static_cast<std::size_t>(column_)));
+    }
 
   private:
-    [[nodiscard]] const ReportGrid* model() const { return view_ ? view_->shownGrid() : nullptr; }
+    [[nodiscard]] const ReportGrid* model() const { return widget() ? widget()->shownGrid() : nullptr; }
     [[nodiscard]] const ReportGrid::Row& shown() const {
         return model()->rows()[static_cast<std::size_t>(row_)];
     }
-    /// A group's header says all of it in its first cell.
-    [[nodiscard]] QString words() const {
-        const ReportGrid& grid = *model();
-        const auto column = static_cast<std::size_t>(column_);
-        if (row_ == Header)
-            return QString::fromStdString(grid.columns()[column].caption);
-        if (shown().record != ReportGrid::Row::None)
-            return toQt(grid.item(static_cast<std::size_t>(shown().record), column));
-        if (column_ > 0)
-            return {};
-        const ReportGrid::Group& group = grid.group(shown());
-        return QString("%1: %2 (%3) %4")
-            .arg(QString::fromStdString(grid.columns()[group.column].caption),
-                 QString::fromStdString(group.value))
-            .arg(group.count)
-            .arg(QString::fromStdString(grid.written(group.sums)))
-            .trimmed();
-    }
-
-    QPointer<ReportGridView> view_;
     int row_, column_;
 };
 

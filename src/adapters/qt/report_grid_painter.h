@@ -31,7 +31,7 @@ class ReportGridPainter {
     void paintRecord(std::size_t record, const QRectF& area);
     void paintGroup(const ReportGrid::Group& group, const QRectF& area);
     void paintFooter();
-    void write(const QRectF& area, const QString& words, const QFont& letters,
+    void write(const QRectF& area, const QString& words, const QFont& textFont,
                Qt::Alignment side = Qt::AlignLeft);
     [[nodiscard]] QFont font(const Font& design, bool bold) const;
 

@@ -1,18 +1,22 @@
 #include "adapters/qt/report_grid_view.h"
 
-#include "adapters/qt/report_grid_accessible.h"
-#include "adapters/qt/save_text.h"
+#include "adapters/qt/accessible_views.h"
 #include "adapters/qt/window_frame.h"
 #include "widgets/report_grid.h"
 
 #include <QAccessible>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QDir>
+#include <QFileDialog>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QSaveFile>
+#include <QStandardPaths>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -29,11 +33,34 @@ ReportGrid::Extent extentOf(Qt::KeyboardModifiers keys) {
                                               : ReportGrid::Extent::Single;
 }
 
+/// Writes the text whole or not at all; says why when that failed.
+void save(QWidget& parent, const QString& name, const std::string& text) {
+    QSaveFile file(name);
+    const auto size = static_cast<qint64>(text.size());
+    if (file.open(QIODevice::WriteOnly) && file.write(text.data(), size) == size && file.commit())
+        return;
+    auto* box = new QMessageBox(QMessageBox::Warning, name, file.errorString(), QMessageBox::Ok, &parent);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+/// Asks for a file in a window over `parent` and saves the text in it. Returns at once.
+void askAndSave(QWidget& parent, const QString& suggestedName, std::string text) {
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    auto* dialog = new QFileDialog(&parent, {}, folder.filePath(suggestedName), "CSV (*.csv)");
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix("csv");
+    QObject::connect(dialog, &QFileDialog::fileSelected, &parent,
+                     [&parent, text = std::move(text)](const QString& name) { save(parent, name, text); });
+    dialog->open();
+}
+
 } // namespace
 
 ReportGridView::ReportGridView(ReportGrid& grid, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(grid, frame) {
-    nameByLabels(*this);
+    nameWidget();
     setFocusPolicy(Qt::ClickFocus);
     longTouch_.setSingleShot(true);
     longTouch_.setInterval(LongTouchMilliseconds);
@@ -170,7 +197,7 @@ void ReportGridView::mousePressEvent(QMouseEvent* event) {
 }
 
 void ReportGridView::mouseMoveEvent(QMouseEvent* event) {
-    if (model() == nullptr || press_ == Press::None || press_ == Press::Spent)
+    if (model() == nullptr || press_ == Press::None || press_ == Press::Finished)
         return;
     const QPointF at = event->position();
     touch_.at = at;
@@ -218,7 +245,7 @@ void ReportGridView::finishTouch(const QPointF& at, ReportGrid::Extent extent) {
 void ReportGridView::onLongTouch() {
     if (model() == nullptr || press_ != Press::Touch)
         return;
-    press_ = Press::Spent;
+    press_ = Press::Finished;
     const auto header = std::exchange(touch_, {}).pressedHeader;
     if (header)
         act([&](ReportGrid& grid) { grid.groupBy(*header); });
@@ -228,8 +255,8 @@ void ReportGridView::onLongTouch() {
 }
 
 void ReportGridView::wheelEvent(QWheelEvent* event) {
-    constexpr int degreesPerRow = 40;
-    scrollBar_.setValue(scrollBar_.value() - event->angleDelta().y() / degreesPerRow);
+    constexpr int EighthsPerRow = 40;
+    scrollBar_.setValue(scrollBar_.value() - event->angleDelta().y() / EighthsPerRow);
 }
 
 void ReportGridView::keyPressEvent(QKeyEvent* event) {

@@ -44,8 +44,9 @@ class ReportGridView final : public QWidget, public ModelView<ReportGrid> {
     void contextMenuEvent(QContextMenuEvent* event) override;
 
   private:
-    /// What a press has become so far; a finger that moves away from where it began touches nothing any more.
-    enum class Press { None, Touch, Drag, Spent };
+    /// What a press has become so far. A finger that moves away from where it began drags, and no longer
+    /// touches; a long touch is finished before the finger goes up.
+    enum class Press { None, Touch, Drag, Finished };
     [[nodiscard]] ReportGridLayout layout() const;
     void fitScrollBar();
     void onLongTouch();

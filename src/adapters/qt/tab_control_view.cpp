@@ -13,11 +13,19 @@
 namespace kova {
 namespace {
 
-const Font Selected{"Tahoma", 12, true};
-const Font Other{"Tahoma", 12, false};
+const Font Selected{.points = 12, .bold = true};
+const Font Other{.points = 12};
+
+class AsTabControl : public ControlVisitor {
+  public:
+    void visit(TabControl& found) override { tabs = &found; }
+    TabControl* tabs = nullptr;
+};
 
 TabControl& tabsOf(const TabPage& page) {
-    return static_cast<TabControl&>(*page.parent()); // a page stands on nothing else
+    AsTabControl parent;
+    page.parent()->accept(parent); // a page stands on nothing else
+    return *parent.tabs;
 }
 
 } // namespace
@@ -53,14 +61,14 @@ void TouchTabBar::paintEvent(QPaintEvent*) {
             continue;
         const bool current = index == currentIndex();
         QColor fill = current ? looks_.page
-                              : look::mixed(looks_.backdrop, QColor(45, 56, 70),
+                              : look::mixed(looks_.backdrop, palette::OtherTab,
                                             look::isDark(looks_.backdrop) ? 0.5 : 0.14);
         if (index == pressed_)
             fill = look::mixed(fill, look::accentOn(fill), 0.25);
         const QRectF tab = QRectF(tabRect(index)).adjusted(unit * 2, unit * 3, -unit * 2, unit * 8);
-        painter.setPen(QPen(look::borderOn(fill), std::max(1.0, unit)));
+        painter.setPen(QPen(look::borderOn(fill), look::lineWidth(unit)));
         painter.setBrush(fill);
-        painter.drawRoundedRect(tab, 6 * unit, 6 * unit);
+        painter.drawRoundedRect(tab, look::BoardRadius * unit, look::BoardRadius * unit);
         if (current) { // the mark of the selected tab, besides its weight
             const QRectF mark(tab.left() + 10 * unit, tabRect(index).bottom() - 5 * unit,
                               tab.width() - 20 * unit, 4 * unit);
@@ -75,7 +83,7 @@ void TouchTabBar::paintEvent(QPaintEvent*) {
                                     4 * unit);
         }
         const QColor text = look::inkOn(fill);
-        painter.setPen(isEnabled() ? text : look::mixed(text, fill, 0.5));
+        painter.setPen(isEnabled() ? text : look::faded(text, fill));
         look::drawText(painter, QRectF(tabRect(index)).adjusted(10 * unit, 4 * unit, -10 * unit, -5 * unit),
                        tabText(index), look::font(current ? Selected : Other, looks_.scale),
                        {.wrapped = false});
@@ -104,7 +112,7 @@ void TouchTabBar::keyPressEvent(QKeyEvent* event) {
 
 TabControlView::TabControlView(TabControl& tabs, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(tabs, frame), bar_(new TouchTabBar(*this)) {
-    nameByLabels(*this);
+    nameWidget();
     bar_->setObjectName(objectName() + "_tabs");
     bar_->setAccessibleName(accessibleName());
     bar_->touched = [this](int index) { act([=](TabControl& target) { target.touchTab(index); }); };
@@ -175,7 +183,7 @@ std::optional<TouchPoint> TabControlView::touchPoint(const std::optional<std::st
 TabPageView::TabPageView(TabPage& page, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(page, frame) {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    nameWidget(*this, QString::fromStdString(page.caption()));
+    nameWidget();
     selection_ = tabsOf(page).changed.connect([this](Property property) {
         if (property == Property::SelectedTab)
             showProperty(Property::Visible);
@@ -194,10 +202,8 @@ bool TabPageView::drawnVisible() const {
 }
 
 void TabPageView::showProperty(Property property) {
-    if (property == Property::Caption) {
-        nameWidget(*this, QString::fromStdString(model()->caption()));
+    if (property == Property::Caption)
         frame().neighbourRenamed();
-    }
     ControlView::showProperty(property);
 }
 
@@ -207,7 +213,7 @@ QAccessibleInterface* TabPageView::makeAccessible() {
 
 void TabPageView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.fillRect(rect(), model() != nullptr ? look::toQt(model()->backColor()) : QColor(Qt::white));
+    painter.fillRect(rect(), model() != nullptr ? look::toQt(model()->backColor()) : palette::Paper);
 }
 
 } // namespace kova

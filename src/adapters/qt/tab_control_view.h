@@ -7,13 +7,14 @@
 namespace kova {
 
 /// A real tab bar, as high as the pages leave room for; it asks for a tab when the finger goes up.
-class TouchTabBar final : public QTabBar {
+class TouchTabBar final : public QTabBar, public AccessibleView {
   public:
     struct Looks {
         Scale scale;
         QColor backdrop, page;
     };
     explicit TouchTabBar(QWidget& parent);
+    QAccessibleInterface* makeAccessible() override { return makeAccessibleTabBar(*this); }
     void setLooks(const Looks& looks);
     std::function<void(int)> touched;
 
@@ -36,7 +37,6 @@ class TabControlView final : public QWidget, public ModelView<TabControl> {
     TabControlView(TabControl& tabs, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
     QWidget& keyboardWidget() override { return *bar_; }
-    [[nodiscard]] bool takesTab() const override { return true; }
     std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
     void detach() override;
     QAccessibleInterface* makeAccessible() override;

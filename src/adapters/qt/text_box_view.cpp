@@ -1,8 +1,7 @@
 #include "adapters/qt/text_box_view.h"
 
-#include "adapters/qt/line_edit_view.h"
-#include "adapters/qt/note_edit_view.h"
 #include "adapters/qt/window_frame.h"
+#include "screen/physical_keys.h"
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -12,10 +11,48 @@
 #include <algorithm>
 
 namespace kova {
-namespace {
 
-constexpr char32_t TypedBackspace = 8;
-constexpr char32_t LineFeed = 10;
+QString TextPositions::editorText() const {
+    QString text = QString::fromUtf8(text_.data(), static_cast<qsizetype>(text_.size()));
+    if (breaks_ == Breaks::Joined)
+        text.replace("\r\n", "\n").replace('\r', '\n');
+    return text;
+}
+
+TextPositions::Step TextPositions::stepAt(std::size_t byte) const {
+    if (breaks_ == Breaks::Joined && text_.substr(byte, 2) == "\r\n")
+        return {2, 1};
+    const auto lead = static_cast<unsigned char>(text_[byte]);
+    std::size_t length = 1;
+    if (lead >= 0xC0)
+        length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+    return {std::min(length, text_.size() - byte), length == 4 ? 2 : 1};
+}
+
+int TextPositions::toEditor(std::size_t byte) const {
+    int unit = 0;
+    for (std::size_t at = 0; at < std::min(byte, text_.size());) {
+        const Step step = stepAt(at);
+        at += step.bytes;
+        if (at <= byte)
+            unit += step.units;
+    }
+    return unit;
+}
+
+std::size_t TextPositions::toModel(int unit) const {
+    std::size_t at = 0;
+    while (at < text_.size()) {
+        const Step step = stepAt(at);
+        if (unit < step.units)
+            break;
+        unit -= step.units;
+        at += step.bytes;
+    }
+    return at;
+}
+
+namespace {
 
 // The same keys that Qt's own editors take for text.
 bool isText(const QKeyEvent& event) {
@@ -30,19 +67,13 @@ bool isText(const QKeyEvent& event) {
 
 } // namespace
 
-ControlView* makeTextBoxView(TextBox& box, WindowFrame& frame, QWidget& parent) {
-    if (box.multiLine())
-        return new NoteEditView(box, frame, parent);
-    return new LineEditView(box, frame, parent);
-}
-
 TextPositions TextBoxView::positions() const {
     return {model()->text(),
             model()->multiLine() ? TextPositions::Breaks::Joined : TextPositions::Breaks::Kept};
 }
 
 void TextBoxView::startShowing() {
-    nameByLabels(widget());
+    nameWidget();
     widget().setFocusPolicy(Qt::ClickFocus);
     showProperty(Property::Locked);
     showText();
@@ -75,19 +106,19 @@ void TextBoxView::showProperty(Property property) {
     ControlView::showProperty(property);
 }
 
-// Where the window takes the keys, a caret would promise what typing does not do.
+// Where the window takes all keys itself, a caret would suggest that typing goes into the box.
 bool TextBoxView::onlyShows() const {
     return model()->locked() || model()->window().takesKeys();
 }
 
 // A text that cannot be scrolled has to be seen whole: half an amount is a wrong one.
 void TextBoxView::showFont() {
-    constexpr double sides = 11; // borders and margins, in design pixels
+    constexpr double Sides = 11; // borders and margins, in design pixels
     QFont font = look::font(model()->font(), scale());
     if (onlyShows() && !model()->multiLine())
         font =
             look::fitted(positions().editorText(), font,
-                         QSizeF(widget().width() - pixels(sides), font.pixelSize() * 2), {.wrapped = false});
+                         QSizeF(widget().width() - pixels(Sides), font.pixelSize() * 2), {.wrapped = false});
     if (widget().font() != font)
         widget().setFont(font);
 }
@@ -97,7 +128,7 @@ void TextBoxView::showColors() {
     const QColor text =
         look::toQt(model()->foreColor()); // may be the same on purpose: content that is hidden
     const QColor accent = look::accentOn(backdrop());
-    const QColor faint = look::mixed(back, QColor(150, 155, 160), 0.35);
+    const QColor faint = look::mixed(back, palette::Disabled, 0.35);
     const int padding = pixels(onlyShows() ? 2 : 4);
     // What cannot be filled in has no frame, so that it does not look as if it could.
     const QString frame = model()->locked() ? QStringLiteral("transparent") : look::borderOn(back).name();
@@ -108,12 +139,12 @@ void TextBoxView::showColors() {
                 "QLineEdit:focus, QPlainTextEdit:focus { border: %9px solid %4; padding: 0px %12px; }"
                 "QLineEdit:disabled, QPlainTextEdit:disabled { background: %10; }")
             .arg(back.name(), text.name(), frame, accent.name(), look::readableOn(accent, Qt::white).name())
-            .arg(pixels(4))
-            .arg(std::max(1, pixels(1)))
-            .arg(std::max(1, pixels(2)) - std::max(1, pixels(1)))
-            .arg(std::max(1, pixels(2)))
+            .arg(pixels(look::FieldRadius))
+            .arg(linePixels(1))
+            .arg(linePixels(2) - linePixels(1))
+            .arg(linePixels(2))
             .arg(faint.name())
-            .arg(padding + std::max(1, pixels(1)))
+            .arg(padding + linePixels(1))
             .arg(padding);
     if (widget().styleSheet() != sheet)
         widget().setStyleSheet(sheet);
@@ -155,9 +186,9 @@ bool TextBoxView::takeKey(const QKeyEvent& event) {
         return true;
     showSelection(); // the program may have moved the caret
     if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter)
-        typeCharacters(QString(QChar(LineFeed)));
+        typeCharacters(QString(QChar(key_character::LineBreak)));
     else if (event.key() == Qt::Key_Backspace && event.modifiers() == Qt::NoModifier)
-        typeCharacters(QString(QChar(TypedBackspace)));
+        typeCharacters(QString(QChar(key_character::Backspace)));
     else if (isText(event))
         typeCharacters(event.text());
     else

@@ -1,12 +1,37 @@
 #pragma once
 #include "adapters/qt/control_view.h"
-#include "adapters/qt/text_positions.h"
 #include "widgets/text_box.h"
+
+#include <QString>
+
+#include <string>
+#include <string_view>
 
 class QInputMethodEvent;
 class QKeyEvent;
 
 namespace kova {
+
+/// A model's text is UTF-8 with any line breaks and counts bytes; a toolkit's editor has UTF-16 with one unit
+/// a line break. These carry texts and positions across; a position inside a character gives its start.
+class TextPositions {
+  public:
+    enum class Breaks { Kept, Joined }; ///< whether "\r\n" and "\r" are one line break in the editor
+    TextPositions(std::string_view text, Breaks breaks) : text_(text), breaks_(breaks) {}
+
+    [[nodiscard]] QString editorText() const;
+    [[nodiscard]] int toEditor(std::size_t byte) const;
+    [[nodiscard]] std::size_t toModel(int unit) const;
+
+  private:
+    struct Step {
+        std::size_t bytes;
+        int units;
+    };
+    [[nodiscard]] Step stepAt(std::size_t byte) const;
+    std::string_view text_;
+    Breaks breaks_;
+};
 
 /// What the one-line and the many-line editor have in common. Character keys go to the model, which filters
 /// and edits, and the editor follows; what only the toolkit's editor can do (delete forwards, cut, paste,
@@ -14,7 +39,6 @@ namespace kova {
 class TextBoxView : public ModelView<TextBox> {
   public:
     TextBoxView(TextBox& box, WindowFrame& frame) : ModelView(box, frame) {}
-    [[nodiscard]] bool takesTab() const override { return model()->tabStop(); }
 
   protected:
     struct Selection {

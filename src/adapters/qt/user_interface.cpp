@@ -1,13 +1,11 @@
 #include "adapters/qt/user_interface.h"
 
-#include "adapters/qt/bounce_filter.h"
-#include "adapters/qt/physical_keys.h"
+#include "adapters/qt/input_filter.h"
 #include "adapters/qt/window_frame.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QEventLoop>
-#include <QKeyEvent>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
@@ -21,46 +19,7 @@
 namespace kova {
 namespace {
 
-const QSize DesignSurface(1013, 597);
 constexpr int TitleBar = 32; // pixels that the window manager needs, about
-
-bool isInput(QEvent::Type type) {
-    switch (type) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::MouseMove:
-    case QEvent::Wheel:
-    case QEvent::TouchBegin:
-    case QEvent::TouchUpdate:
-    case QEvent::TouchEnd:
-    case QEvent::TabletPress:
-    case QEvent::TabletRelease:
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::Shortcut:
-    case QEvent::ShortcutOverride:
-    case QEvent::InputMethod:
-    case QEvent::ContextMenu:
-    case QEvent::DragEnter:
-    case QEvent::Drop:
-        return true;
-    default:
-        return false;
-    }
-}
-
-bool isKey(QEvent::Type type) {
-    return type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::InputMethod;
-}
-
-bool isTabulator(const QEvent& event) {
-    if (event.type() != QEvent::KeyPress)
-        return false;
-    const auto& key = static_cast<const QKeyEvent&>(event);
-    return (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) &&
-           (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0;
-}
 
 QPixmap informationPicture(int size, const QColor& background) {
     QPixmap picture(size, size);
@@ -92,47 +51,8 @@ class QtUserInterface::FrameView final : public WindowView {
     QPointer<WindowFrame> frame_;
 };
 
-/// Keeps input from windows that a modal one blocks, gives the tabulator key to the models, which know the
-/// order of the controls, and all others to a window that takes them itself.
-class QtUserInterface::InputGuard final : public QObject {
-  public:
-    explicit InputGuard(const QtUserInterface& owner) : owner_(owner) { qApp->installEventFilter(this); }
-
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (!isInput(event->type()) || !watched->isWidgetType())
-            return false;
-        const QWidget* const top = static_cast<QWidget*>(watched)->window();
-        const auto frame =
-            std::ranges::find_if(owner_.frames_, [top](const auto* one) { return one == top; });
-        if (frame == owner_.frames_.end() || (*frame)->model() == nullptr)
-            return false;
-        if ((*frame)->model()->blocked())
-            return true;
-        if (bounces_.swallows(*watched, *event))
-            return true;
-        if (event->type() == QEvent::KeyPress && keys_.take(**frame, static_cast<QKeyEvent&>(*event)))
-            return true;
-        if (!isTabulator(*event))
-            return giveToWindow(**frame, *event);
-        (*frame)->moveFocus(static_cast<QKeyEvent*>(event)->key() == Qt::Key_Tab &&
-                            (static_cast<QKeyEvent*>(event)->modifiers() & Qt::ShiftModifier) == 0);
-        return true;
-    }
-
-  private:
-    static bool giveToWindow(WindowFrame& frame, const QEvent& event) {
-        if (!frame.model()->takesKeys() || !isKey(event.type()))
-            return false;
-        frame.takeKey(event);
-        return true;
-    }
-    const QtUserInterface& owner_;
-    BounceFilter bounces_;
-    PhysicalKeys keys_;
-};
-
 QtUserInterface::QtUserInterface(QtEventLoop& loop, const RegionalSettings& regional, const QSize& surface)
-    : loop_(loop), regional_(regional), surface_(surface), guard_(std::make_unique<InputGuard>(*this)) {}
+    : loop_(loop), regional_(regional), surface_(surface), filter_(std::make_unique<InputFilter>(frames_)) {}
 
 QtUserInterface::~QtUserInterface() {
     for (WindowFrame* frame : std::exchange(frames_, {})) {
@@ -147,7 +67,7 @@ QSize QtUserInterface::surface() const {
         return surface_;
     const QString platform = QGuiApplication::platformName();
     if (platform == "offscreen" || platform == "minimal" || QGuiApplication::primaryScreen() == nullptr)
-        return DesignSurface;
+        return {static_cast<int>(DesignSurface.width), static_cast<int>(DesignSurface.height)};
     return QGuiApplication::primaryScreen()->availableSize() - QSize(0, TitleBar);
 }
 
@@ -180,8 +100,7 @@ void QtUserInterface::runModal(Window& window) {
 
 void QtUserInterface::fillMessageBox(QMessageBox& box, const PlatformMessage& message) const {
     const QSize size = surface();
-    const Scale scale{size.width() / static_cast<double>(DesignSurface.width()),
-                      size.height() / static_cast<double>(DesignSurface.height())};
+    const Scale scale{size.width() / DesignSurface.width, size.height() / DesignSurface.height};
     box.setAttribute(Qt::WA_QuitOnClose, false);
     box.setObjectName("PlatformMessage");
     box.setWindowModality(Qt::ApplicationModal);
@@ -199,7 +118,7 @@ void QtUserInterface::fillMessageBox(QMessageBox& box, const PlatformMessage& me
         box.addButton(QMessageBox::Ok)->setText("OK");
         box.setDefaultButton(QMessageBox::Ok);
     }
-    const QFont font = look::font({"Tahoma", 12, false}, scale);
+    const QFont font = look::font({.points = 12}, scale);
     box.setFont(font);
     box.setStyleSheet(QString("QPushButton { min-width: %1px; min-height: %2px; font-size: %3px; }")
                           .arg(static_cast<int>(110 * scale.smaller()))
@@ -209,9 +128,9 @@ void QtUserInterface::fillMessageBox(QMessageBox& box, const PlatformMessage& me
 
 void QtUserInterface::nameAnswers(const QMessageBox& box) const {
     if (QAbstractButton* const yes = box.button(QMessageBox::Yes))
-        yes->setText(words_(Word::Yes));
+        yes->setText(QString::fromStdString(words_(Word::Yes)));
     if (QAbstractButton* const no = box.button(QMessageBox::No))
-        no->setText(words_(Word::No));
+        no->setText(QString::fromStdString(words_(Word::No)));
 }
 
 MessageAnswer QtUserInterface::messageBox(const PlatformMessage& message) {

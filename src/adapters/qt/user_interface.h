@@ -1,7 +1,7 @@
 #pragma once
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/event_loop.h"
-#include "adapters/qt/wording.h"
+#include "adapters/qt/window_frame.h"
 #include "ports/regional_settings.h"
 #include "ports/user_interface.h"
 
@@ -16,7 +16,7 @@ class QMessageBox;
 
 namespace kova {
 
-class WindowFrame;
+class InputFilter;
 
 /// Windows on the screen. Each model that is presented gets a top-level widget, which goes with its view.
 class QtUserInterface final : public UserInterface {
@@ -44,7 +44,6 @@ class QtUserInterface final : public UserInterface {
 
   private:
     class FrameView;
-    class InputGuard;
     void retire(WindowFrame& frame);
     void fillMessageBox(QMessageBox& box, const PlatformMessage& message) const;
     void nameAnswers(const QMessageBox& box) const;
@@ -55,7 +54,7 @@ class QtUserInterface final : public UserInterface {
     Wording words_;
     QSize surface_;
     std::vector<WindowFrame*> frames_; ///< from the oldest to the newest
-    std::unique_ptr<InputGuard> guard_;
+    std::unique_ptr<InputFilter> filter_;
 };
 
 } // namespace kova

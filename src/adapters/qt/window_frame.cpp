@@ -2,9 +2,10 @@
 
 #include "adapters/qt/accessible_views.h"
 #include "adapters/qt/key_help.h"
-#include "adapters/qt/page_notice_view.h"
-#include "adapters/qt/view_factory.h"
+#include "adapters/qt/notice_views.h"
+#include "screen/physical_keys.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QInputMethodEvent>
@@ -19,18 +20,10 @@
 namespace kova {
 namespace {
 
-constexpr double TwipsPerPixel = 15;
-constexpr double SurfaceWidth = 15195 / TwipsPerPixel;
-constexpr double SurfaceHeight = 8955 / TwipsPerPixel;
-
 constexpr double LargestShare = 0.96; // of the screen, for a window in front of the dialog
 
 int rounded(double value) {
     return static_cast<int>(std::lround(value));
-}
-
-double designPixels(Twips length) {
-    return length.count / TwipsPerPixel;
 }
 
 } // namespace
@@ -53,6 +46,10 @@ WindowFrame::WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettin
 }
 
 WindowFrame::~WindowFrame() = default;
+
+QAccessibleInterface* WindowFrame::makeAccessible() {
+    return new QAccessibleWidget(this, QAccessible::Dialog);
+}
 
 void WindowFrame::makeViews() {
     for (Control* control : window_->controls()) {
@@ -103,14 +100,14 @@ QRect WindowFrame::pixels(const Control& control) const {
 }
 
 QSize WindowFrame::initialSize() const {
-    const double x = surface_.width() / SurfaceWidth;
-    const double y = surface_.height() / SurfaceHeight;
+    const double x = surface_.width() / DesignSurface.width;
+    const double y = surface_.height() / DesignSurface.height;
     const double width = designPixels(window_->bounds().width);
     const double height = designPixels(window_->bounds().height);
-    if (width >= SurfaceWidth && height >= SurfaceHeight)
+    if (width >= DesignSurface.width && height >= DesignSurface.height)
         return surface_;
     double both = std::min(x, y);
-    if (height > SurfaceHeight / 2) // it covers the dialog anyway: fingers need the room that is left
+    if (height > DesignSurface.height / 2) // it covers the dialog anyway: fingers need the room that is left
         both = std::max(both, LargestShare * std::min(surface_.width() / width, surface_.height() / height));
     return {rounded(width * both), rounded(height * both)};
 }
@@ -139,7 +136,7 @@ void WindowFrame::neighbourRenamed() {
     if (!complete_)
         return;
     for (const auto& [control, view] : views_)
-        view->neighbourRenamed();
+        view->updateSpokenName();
 }
 
 void WindowFrame::showProperty(Property property) {
@@ -168,12 +165,12 @@ void WindowFrame::showProperty(Property property) {
 void WindowFrame::showWords() {
     for (const auto& [control, view] : views_)
         view->showWords();
-    // The captions that it repeats are still to follow.
+    // Later, since the captions that the help repeats change after this.
     QMetaObject::invokeMethod(
         this,
         [this] {
-            if (window_ != nullptr && KeyHelp::isShownOn(*this))
-                KeyHelp::showOn(*this);
+            if (window_ != nullptr && hideKeyHelp(*this))
+                showKeyHelp(*this);
         },
         Qt::QueuedConnection);
 }
@@ -205,7 +202,7 @@ void WindowFrame::moveToPlace() {
 
 void WindowFrame::comeToFront() {
     const auto modality = window_->modal() ? Qt::ApplicationModal : Qt::NonModal;
-    if (windowModality() != modality) { // takes effect with the next showing only
+    if (windowModality() != modality) { // takes effect only when it is shown again
         hide();
         showOrHide();
     }
@@ -228,21 +225,8 @@ void WindowFrame::followFocus() {
 void WindowFrame::moveFocus(bool forward) {
     if (window_ == nullptr)
         return;
-    std::vector<Control*> stops;
-    for (Control* control : window_->controls())
-        if (const ControlView* const drawn = view(*control);
-            control == window_->focus() ||
-            (drawn != nullptr && drawn->takesTab() && control->reach() == Gesture::Done))
-            stops.push_back(control);
-    if (stops.empty())
-        return;
-    const auto count = static_cast<std::ptrdiff_t>(stops.size());
-    const auto present = std::ranges::find(stops, window_->focus());
-    std::ptrdiff_t next = forward ? 0 : count - 1;
-    if (present != stops.end())
-        next = (present - stops.begin() + (forward ? 1 : count - 1)) % count;
-    Control& target = *stops[static_cast<std::size_t>(next)];
-    loop_.runHandler([&] { window_->moveFocus(target); });
+    if (Control* const target = nextTabStop(*window_, forward))
+        loop_.runHandler([&] { window_->moveFocus(*target); });
 }
 
 void WindowFrame::takeKey(const QEvent& event) {
@@ -269,7 +253,7 @@ void WindowFrame::closeEvent(QCloseEvent* event) {
 
 void WindowFrame::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.fillRect(rect(), window_ != nullptr ? look::toQt(window_->backColor()) : QColor(Qt::white));
+    painter.fillRect(rect(), window_ != nullptr ? look::toQt(window_->backColor()) : palette::Paper);
 }
 
 void WindowFrame::resizeEvent(QResizeEvent*) {

@@ -2,8 +2,8 @@
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/look.h"
-#include "adapters/qt/wording.h"
 #include "ports/regional_settings.h"
+#include "screen/spoken_name.h"
 #include "widgets/window.h"
 
 #include <QWidget>
@@ -20,12 +20,13 @@ class PageNoticeView;
 /// The top-level widget of one window: draws its background, holds the views of its controls and scales them
 /// all with the client area. The model decides when it is visible and where the focus is; the title bar's
 /// close button only asks the model.
-class WindowFrame final : public QWidget {
+class WindowFrame final : public QWidget, public AccessibleView {
   public:
     /// `surface` is what the largest window, the design surface, measures in pixels.
     WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettings& regional, Wording& words,
                 const QSize& surface);
     ~WindowFrame() override;
+    QAccessibleInterface* makeAccessible() override;
 
     /// Forgets the models at once; later events come to nothing.
     void detach();
@@ -36,7 +37,7 @@ class WindowFrame final : public QWidget {
 
     [[nodiscard]] QtEventLoop& loop() const { return loop_; }
     [[nodiscard]] const RegionalSettings& regional() const { return regional_; }
-    [[nodiscard]] QString words(Word word) const { return words_(word); }
+    [[nodiscard]] const Wording& words() const { return words_; }
     [[nodiscard]] const Scale& scale() const { return scale_; }
     /// Where a control is drawn, relative to what its parent is drawn on.
     [[nodiscard]] QRect pixels(const Control& control) const;

@@ -1,0 +1,215 @@
+#include "adapters/qt/buttons.h"
+
+#include "adapters/qt/window_frame.h"
+
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QToolTip>
+#include <QTouchEvent>
+
+#include <algorithm>
+
+namespace kova {
+namespace {
+
+bool presses(const QKeyEvent& event) {
+    const int key = event.key();
+    return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+} // namespace
+
+FaceButton::FaceButton(QWidget& parent) : QAbstractButton(&parent) {
+    setFocusPolicy(Qt::NoFocus);
+}
+
+void FaceButton::setLooks(const Looks& looks) {
+    looks_ = looks;
+    update();
+}
+
+QRectF FaceButton::face() const {
+    return QRectF(rect()).adjusted(looks_.inset, looks_.inset, -looks_.inset, -looks_.inset);
+}
+
+void FaceButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    look::Face face = looks_.face;
+    face.down = isDown();
+    face.enabled = isEnabled();
+    face.focused = hasFocus();
+    const QRectF outline = this->face();
+    look::drawFace(painter, outline, face);
+    const QColor fill = look::filling(face);
+    const QColor text = look::readableOn(fill, looks_.text);
+    const QColor ink = face.enabled ? text : look::mixed(text, fill, 0.55);
+    const QRectF area = drawPicture(painter, look::captionArea(outline, face), ink);
+    painter.setPen(ink);
+    if (!looks_.wrapped) {
+        look::drawText(painter, area, this->text(), looks_.font, {.wrapped = false});
+        return;
+    }
+    const auto caption = look::setCaptions({{this->text(), area.size()}}, looks_.font, looks_.face.unit,
+                                           look::CaptionSizes::Own);
+    look::drawCaption(painter, area, caption.front(), Qt::AlignCenter);
+    wholeCaption_ = caption.front().whole;
+}
+
+/// Returns what is left for the caption.
+QRectF FaceButton::drawPicture(QPainter& painter, const QRectF& area, const QColor& color) const {
+    if (!looks_.picture)
+        return area;
+    const double size = std::min({looks_.pictureSize, area.width(), area.height()});
+    QRectF place(0, 0, size, size);
+    place.moveCenter(area.center());
+    if (!text().isEmpty())
+        place.moveLeft(area.left());
+    looks_.picture(painter, place, color);
+    return area.adjusted(size * 1.25, 0, 0, 0);
+}
+
+void FaceButton::keyPressEvent(QKeyEvent* event) {
+    if (presses(*event) && !event->isAutoRepeat())
+        setDown(true);
+    else
+        event->ignore();
+}
+
+void FaceButton::keyReleaseEvent(QKeyEvent* event) {
+    if (presses(*event) && !event->isAutoRepeat() && isDown()) {
+        setDown(false); // click() alone would not redraw it
+        click();
+    } else {
+        event->ignore();
+    }
+}
+
+bool FaceButton::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && !wholeCaption_) {
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text(), this);
+        return true;
+    }
+    return QAbstractButton::event(event);
+}
+
+KeyButton::KeyButton(QWidget& board, std::string key, const QString& spoken)
+    : FaceButton(board), key_(std::move(key)) {
+    setObjectName(board.objectName() + '_' + QString::fromStdString(key_));
+    setAccessibleName(spoken);
+    setAttribute(Qt::WA_AcceptTouchEvents);
+}
+
+bool KeyButton::event(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TouchCancel:
+        return takeTouch(static_cast<QTouchEvent&>(*event));
+    default:
+        return FaceButton::event(event);
+    }
+}
+
+bool KeyButton::takeTouch(const QTouchEvent& event) {
+    if (!isEnabled())
+        return false;
+    const bool inside = event.pointCount() > 0 && QRectF(rect()).contains(event.points().first().position());
+    const bool wasDown = isDown();
+    setDown(inside && event.type() != QEvent::TouchEnd && event.type() != QEvent::TouchCancel);
+    if (event.type() == QEvent::TouchEnd && wasDown && inside)
+        click(); // after setDown, since it would not redraw the key
+    return true;
+}
+
+std::optional<TouchPoint> KeyButton::touchPoint() {
+    if (size().isEmpty())
+        return std::nullopt;
+    return TouchPoint{this, QRectF(rect()).center()};
+}
+
+namespace {
+
+constexpr double IconSize = 16;    // design pixels
+constexpr double LeastPoints = 11; // captions of less are hard to read at arm's length
+
+int pixelsBetween(const QRect& one, const QRect& other) {
+    return std::max({other.left() - one.right(), one.left() - other.right(), other.top() - one.bottom(),
+                     one.top() - other.bottom()}) -
+           1;
+}
+
+} // namespace
+
+PushButtonView::PushButtonView(PushButton& button, WindowFrame& frame, QWidget& parent)
+    : FaceButton(parent), ModelView(button, frame) {
+    // Reached by the tabulator and the program; a touch leaves the focus where it is.
+    setFocusPolicy(Qt::TabFocus);
+    connect(this, &QAbstractButton::clicked, this,
+            [this] { act([](PushButton& target) { target.press(); }); });
+    nameWidget();
+    showProperty(Property::ToolTip);
+}
+
+void PushButtonView::layOut() {
+    ControlView::layOut();
+    showLooks();
+}
+
+// Buttons of an array stand close together. They look apart, and take touches up to each other.
+double PushButtonView::inset() const {
+    double missing = 0;
+    for (const Control* other : model()->window().controls())
+        if (other != model() && other->parent() == model()->parent() && other->name() == model()->name())
+            missing = std::max(missing, FaceGap * scale().smaller() -
+                                            pixelsBetween(geometry(), frame().pixels(*other)));
+    return missing / 2;
+}
+
+void PushButtonView::showLooks() {
+    const PushButton& button = *model();
+    Font font = button.font();
+    font.points = std::max(font.points, LeastPoints);
+    Looks looks;
+    looks.face.unit = scale().smaller();
+    looks.face.flat = button.ownColors();
+    looks.face.marked = button.latched();
+    looks.face.color = look::toQt(button.backColor());
+    if (button.latched()) { // held down: deeper than its neighbours
+        const QColor held = look::isDark(looks.face.color) ? palette::HeldOnDark : palette::HeldOnLight;
+        looks.face.color = look::mixed(looks.face.color, held, 0.6);
+        looks.face.flat = true;
+    }
+    looks.text = look::toQt(button.foreColor());
+    looks.font = look::font(font, scale());
+    looks.pictureSize = pixels(IconSize);
+    looks.inset = inset();
+    if (const auto icon = button.icon(); icon != PushButton::Icon::None)
+        looks.picture = [icon](QPainter& painter, const QRectF& area, const QColor& color) {
+            look::drawIcon(painter, area, icon, color);
+        };
+    setCheckable(button.latched() || button.index()); // of an array of buttons one may be held down
+    setChecked(button.latched());
+    setLooks(looks);
+}
+
+void PushButtonView::showProperty(Property property) {
+    switch (property) {
+    case Property::Caption:
+        setText(QString::fromStdString(model()->caption()));
+        setShortcut({}); // an ampersand is drawn as itself and makes no key
+        updateSpokenName();
+        break;
+    case Property::ToolTip:
+        setToolTip(QString::fromStdString(model()->toolTip()));
+        showProperty(Property::Caption);
+        break;
+    default:
+        showLooks();
+        break;
+    }
+    ControlView::showProperty(property);
+}
+
+} // namespace kova

@@ -1,0 +1,35 @@
+#pragma once
+#include "screen/bounce_filter.h"
+#include "screen/physical_keys.h"
+
+#include <QObject>
+
+#include <vector>
+
+class QKeyEvent;
+
+namespace kova {
+
+class WindowFrame;
+
+/// Sees all input before the widgets do. Keeps it from windows that a modal one blocks, and drops bounced
+/// touches. Of the keys it takes those that mean something wherever the focus is, gives the tabulator to the
+/// models, which know the order of the controls, and all others to a window that takes them itself.
+class InputFilter final : public QObject {
+  public:
+    /// Of these windows, which may come and go.
+    explicit InputFilter(const std::vector<WindowFrame*>& frames);
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    bool swallowsBounce(const QObject& target, const QEvent& event);
+    /// What a program sends to a widget goes to that widget: only keys from the window system count.
+    bool takeKey(WindowFrame& frame, const QKeyEvent& event);
+    bool carryOut(const KeyMeaning& meaning, WindowFrame& frame, const QKeyEvent& event);
+
+    const std::vector<WindowFrame*>& frames_;
+    BounceFilter bounces_;
+    PhysicalKeys keys_;
+};
+
+} // namespace kova

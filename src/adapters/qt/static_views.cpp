@@ -1,0 +1,146 @@
+#include "adapters/qt/static_views.h"
+
+#include "adapters/qt/window_frame.h"
+
+#include <QAccessibleWidget>
+#include <QFontMetrics>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace kova {
+namespace {
+
+const Font Title{.points = 9, .bold = true};
+constexpr double TitleHeight = 16; // above the first control, in design pixels
+
+} // namespace
+
+GroupFrameView::GroupFrameView(GroupFrame& group, WindowFrame& frame, QWidget& parent)
+    : QWidget(&parent), ModelView(group, frame) {
+    nameWidget();
+}
+
+void GroupFrameView::showProperty(Property property) {
+    if (property == Property::Caption)
+        frame().neighbourRenamed();
+    ControlView::showProperty(property);
+}
+
+QAccessibleInterface* GroupFrameView::makeAccessible() {
+    return new QAccessibleWidget(this, QAccessible::Grouping);
+}
+
+void GroupFrameView::paintEvent(QPaintEvent*) {
+    if (model() == nullptr)
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QColor back = look::toQt(model()->backColor());
+    const double line = look::lineWidth(scale().smaller());
+    painter.setPen(QPen(look::borderOn(back), line));
+    painter.setBrush(back);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2),
+                            pixels(look::FaceRadius), pixels(look::FaceRadius));
+    const QColor text = look::readableOn(back, look::toQt(model()->foreColor()));
+    painter.setPen(model()->enabled() ? text : look::faded(text, back));
+    const QRectF title(pixels(8), line, width() - 2 * pixels(8), TitleHeight * scale().y - line);
+    look::drawText(painter, title, QString::fromStdString(model()->caption()), look::font(Title, scale()),
+                   {.alignment = Qt::AlignLeft | Qt::AlignVCenter, .wrapped = false, .smallestPixels = 7});
+}
+
+namespace {
+
+const Font Message{.points = 12};
+constexpr int SmallestPixels = 5; // a message is never cut
+constexpr double RightMargin = 7; // between a text that stands right and what it names, in design pixels
+
+} // namespace
+
+LabelView::LabelView(Label& label, WindowFrame& frame, QWidget& parent)
+    : QLabel(&parent), ModelView(label, frame) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setTextFormat(Qt::PlainText);
+    nameWidget();
+    showProperty(Property::Caption);
+}
+
+bool LabelView::severalLines() const {
+    return frame().pixels(*model()).height() >=
+           2 * QFontMetrics(look::font(model()->font(), scale())).lineSpacing();
+}
+
+QFont LabelView::fullFont() const {
+    return look::font(severalLines() ? Message : model()->font(), scale());
+}
+
+void LabelView::layOut() {
+    QRect place = frame().pixels(*model());
+    if (!severalLines()) {
+        const int wanted = QFontMetrics(fullFont()).horizontalAdvance(text()) + pixels(2);
+        if (wanted > place.width())
+            place.setWidth(std::max(place.width(), std::min(wanted, roomToTheRight(place))));
+        place.setHeight(std::max(place.height(), 1));
+    }
+    setGeometry(place);
+}
+
+int LabelView::roomToTheRight(const QRect& place) const {
+    int right = parentWidget()->width();
+    for (const Control* other : frame().model()->controls()) {
+        if (other == model() || other->parent() != model()->parent() || !other->visible())
+            continue;
+        const QRect taken = frame().pixels(*other);
+        if (taken.left() > place.left() && taken.top() < place.bottom() && taken.bottom() > place.top())
+            right = std::min(right, taken.left());
+    }
+    return right - place.left();
+}
+
+void LabelView::neighbourMoved() {
+    if (model() != nullptr)
+        layOut();
+}
+
+void LabelView::showProperty(Property property) {
+    if (property == Property::Caption) {
+        setText(QString::fromStdString(model()->caption()));
+        frame().neighbourRenamed();
+        layOut();
+    }
+    ControlView::showProperty(property);
+}
+
+void LabelView::paintEvent(QPaintEvent*) {
+    if (model() == nullptr)
+        return;
+    QPainter painter(this);
+    const QColor text = look::readableOn(backdrop(), look::toQt(model()->foreColor()));
+    painter.setPen(isEnabled() ? text : look::faded(text, backdrop()));
+    const bool several = severalLines();
+    const bool right = model()->alignment() == Alignment::Right;
+    look::drawText(painter, rect().adjusted(0, 0, right ? -pixels(RightMargin) : 0, 0), this->text(),
+                   fullFont(),
+                   {.alignment = look::toQt(model()->alignment()) | Qt::AlignVCenter,
+                    .wrapped = several,
+                    .smallestPixels = several ? SmallestPixels : pixels(8)});
+}
+
+PictureAreaView::PictureAreaView(PictureArea& picture, WindowFrame& frame, QWidget& parent)
+    : QWidget(&parent), ModelView(picture, frame) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    nameWidget();
+}
+
+QAccessibleInterface* PictureAreaView::makeAccessible() {
+    return new QAccessibleWidget(this, QAccessible::Graphic);
+}
+
+void PictureAreaView::paintEvent(QPaintEvent*) {
+    if (model() == nullptr)
+        return;
+    QPainter painter(this);
+    look::drawInformation(painter, rect(), backdrop());
+}
+
+} // namespace kova

@@ -1,0 +1,168 @@
+#include "screen/spoken_name.h"
+
+#include "base/utf8.h"
+#include "screen/physical_keys.h"
+#include "widgets/captioned_controls.h"
+#include "widgets/keyboards.h"
+#include "widgets/tab_control.h"
+#include "widgets/window.h"
+
+#include <cstdlib>
+#include <vector>
+
+namespace kova {
+namespace {
+
+constexpr int NearAbove = 300; // twips between a title and what it stands above
+constexpr int NearBeside = 2000;
+
+class OwnWords : public ControlVisitor {
+  public:
+    explicit OwnWords(const Wording& wording) : wording_(wording) {}
+    void visit(Label& label) override { words = label.caption(); }
+    void visit(GroupFrame& frame) override { words = frame.caption(); }
+    void visit(TabPage& page) override { words = page.caption(); }
+    void visit(PushButton& button) override {
+        if (const std::string& text = button.caption().empty() ? button.toolTip() : button.caption();
+            !text.empty())
+            words = text;
+    }
+    void visit(NumericKeypad&) override { words = wording_(Word::Keypad); }
+    void visit(OnScreenKeyboard&) override { words = wording_(Word::Keyboard); }
+    std::optional<std::string> words;
+
+  private:
+    const Wording& wording_;
+};
+
+class LabelText : public ControlVisitor {
+  public:
+    void visit(Label& label) override { text = label.caption(); }
+    std::string text;
+};
+
+class SurroundingText : public ControlVisitor {
+  public:
+    void visit(GroupFrame& frame) override { text = frame.caption(); }
+    void visit(TabPage& page) override { text = page.caption(); }
+    void visit(Window& window) override { text = window.caption(); }
+    std::string text;
+};
+
+/// How far a label is from standing right above a control, as its title does; a column's title may stand far
+/// above. Of two titles in a row the one that begins where the control does is nearer.
+std::optional<int> distanceAbove(const Rect& label, const Rect& control) {
+    const int distance = (control.top - label.bottom()).count;
+    const bool overlaps = label.left < control.right() && control.left < label.right();
+    const bool column = label.left == control.left && label.width == control.width;
+    if (!overlaps || label.top >= control.top || (distance > NearAbove && !column))
+        return std::nullopt;
+    return distance + std::abs((label.left - control.left).count);
+}
+
+/// How far a label stands to the left of a control of one line.
+std::optional<int> distanceBeside(const Rect& label, const Rect& control) {
+    const int distance = (control.left - label.right()).count;
+    const int middle = label.top.count + label.height.count / 2;
+    const bool oneLine = control.height.count < 2 * label.height.count;
+    if (!oneLine || distance < 0 || distance > NearBeside || middle < control.top.count ||
+        middle > control.bottom().count)
+        return std::nullopt;
+    return distance;
+}
+
+template <class Distance>
+std::string nearestLabel(const Control& control, const std::vector<Control*>& all, Distance distance) {
+    std::string nearest;
+    std::optional<int> least;
+    for (Control* other : all) {
+        if (other == &control || other->parent() != control.parent() || !other->visible())
+            continue;
+        const auto apart = distance(other->bounds(), control.bounds());
+        if (!apart || (least && *least <= *apart))
+            continue;
+        LabelText label;
+        other->accept(label);
+        if (label.text.empty())
+            continue;
+        least = apart;
+        nearest = label.text;
+    }
+    return nearest;
+}
+
+std::string wordsAround(const Control& control) {
+    Control* root = control.parent();
+    while (root != nullptr && root->parent() != nullptr)
+        root = root->parent();
+    if (root == nullptr)
+        return {};
+    const auto& all = root->window().controls();
+    const std::string beside = nearestLabel(control, all, distanceBeside);
+    const std::string above = nearestLabel(control, all, distanceAbove);
+    if (!beside.empty() || !above.empty())
+        return beside + (beside.empty() || above.empty() ? "" : " ") + above;
+    SurroundingText surrounding;
+    for (Control* parent = control.parent(); parent != nullptr && surrounding.text.empty();
+         parent = parent->parent())
+        parent->accept(surrounding);
+    return surrounding.text;
+}
+
+} // namespace
+
+std::string spokenNameOf(Control& control, const Wording& words) {
+    OwnWords own(words);
+    control.accept(own);
+    return own.words ? *own.words : wordsAround(control);
+}
+
+std::string spokenNameOf(const ButtonGrid::Button& button) {
+    return button.caption.empty() ? button.key : button.caption;
+}
+
+std::string spokenCell(const ReportGrid& grid, std::optional<std::size_t> row, std::size_t column) {
+    if (!row)
+        return grid.columns()[column].caption;
+    const ReportGrid::Row& shown = grid.rows()[*row];
+    if (shown.record != ReportGrid::Row::None)
+        return std::string(grid.item(static_cast<std::size_t>(shown.record), column));
+    if (column > 0)
+        return {};
+    const ReportGrid::Group& group = grid.group(shown);
+    const std::string sums = grid.written(group.sums);
+    return grid.columns()[group.column].caption + ": " + group.value + " (" + std::to_string(group.count) +
+           ")" + (sums.empty() ? "" : " ") + sums;
+}
+
+std::string spokenText(const ReadBack::Content& content) {
+    std::string text = content.amount;
+    for (const ReadBack::Way& way : content.ways)
+        text += (text.empty() ? "" : ", ") + way.text;
+    return text;
+}
+
+std::string spokenKey(std::optional<char32_t> character, const Wording& words) {
+    if (!character)
+        return words(Word::CapsLock);
+    switch (*character) {
+    case key_character::Backspace:
+        return words(Word::Backspace);
+    case key_character::LineBreak:
+        return words(Word::Enter);
+    case key_character::Space:
+        return words(Word::Space);
+    default:
+        return toUtf8(std::u32string(1, *character));
+    }
+}
+
+std::string spokenKey(const std::string& text, const std::string& decimalMark, const Wording& words) {
+    if (text == PadClearKey)
+        return words(Word::Clear);
+    if (text != PadDecimalKey)
+        return text;
+    return decimalMark == "," ? words(Word::Comma) : decimalMark == "." ? words(Word::Point) : decimalMark;
+}
+
+} // namespace kova

@@ -1,0 +1,45 @@
+#pragma once
+#include "base/signal.h"
+#include "services/texts.h"
+#include "widgets/button_grid.h"
+#include "widgets/notices.h"
+#include "widgets/report_grid.h"
+
+#include <optional>
+#include <string>
+
+namespace kova {
+
+class Control;
+
+/// The words of the drawing itself, in the component's language.
+class Wording {
+  public:
+    std::string operator()(Word word) const { return std::string(inWords(word, languageId_)); }
+    void setLanguage(std::int32_t id) {
+        if (std::exchange(languageId_, id) != id)
+            changed();
+    }
+    Signal<> changed;
+
+  private:
+    std::int32_t languageId_ = 0;
+};
+
+// What assistive technology calls things.
+
+/// A control's own words; else the labels beside and above it, as a person reads them; else the frame, page
+/// or window that it stands on. Hidden labels name nothing.
+std::string spokenNameOf(Control& control, const Wording& words);
+std::string spokenNameOf(const ButtonGrid::Button& button);
+/// A list's cell, or the header of its column for no row. A group's header says all of it in its first cell.
+std::string spokenCell(const ReportGrid& grid, std::optional<std::size_t> row, std::size_t column);
+std::string spokenText(const ReadBack::Content& content);
+/// A key of the on-screen keyboard, by its character; caps lock has none.
+std::string spokenKey(std::optional<char32_t> character, const Wording& words);
+inline constexpr std::string_view PadClearKey = "BACKSPACE";
+inline constexpr std::string_view PadDecimalKey = ".";
+/// A key of the keypad, of which not all do what their texts say.
+std::string spokenKey(const std::string& text, const std::string& decimalMark, const Wording& words);
+
+} // namespace kova
