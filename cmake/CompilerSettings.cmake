@@ -15,7 +15,7 @@ if(NOT CMAKE_BUILD_TYPE)
 endif()
 
 if(WIN32)
-  add_compile_definitions(NOMINMAX WIN32_LEAN_AND_MEAN)
+  add_compile_definitions(NOMINMAX WIN32_LEAN_AND_MEAN KOVA_EXPORTS)
 endif()
 
 add_library(kova_warnings INTERFACE)

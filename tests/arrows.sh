@@ -26,7 +26,7 @@ documents            base ports services
 documents/qt         base services documents demonstration adapters/qt
 demonstration        library shop documents documents/qt
 player               base ports widgets services component drawer_dialog coin_count scenario shop adapters/databases adapters/headless adapters/system
-player/qt            base widgets player adapters/qt
+player/qt            base widgets player adapters/qt adapters/system
 '
 [ -d "$1" ] && [ -d "$2" ] || exit 1
 for folder in "$1" "$2"; do

@@ -26,4 +26,9 @@ set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
 set(CMAKE_LINK_SEARCH_START_STATIC ON)
 set(CMAKE_LINK_SEARCH_END_STATIC ON)
 
+# Qt's own tools are those of the build machine.
+set(QT_HOST_PATH /usr)
+set(QT_HOST_PATH_CMAKE_DIR "/usr/lib/${CMAKE_HOST_SYSTEM_PROCESSOR}-linux-gnu/cmake")
+set(Qt6_DIR "${KOVA_WINDOWS_LIBRARIES}/lib/cmake/Qt6")
+
 set(CMAKE_CROSSCOMPILING_EMULATOR wine)

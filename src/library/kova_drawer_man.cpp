@@ -2,14 +2,13 @@
 
 #include "adapters/databases/databases.h"
 #include "adapters/qt/look.h"
+#include "adapters/system/machine.h"
 #include "adapters/system/system_regional_settings.h"
 #include "library/library_process.h"
 #include "services/conversions.h"
 #include "services/number_format.h"
 
 #include <QCoreApplication>
-
-#include <unistd.h>
 
 #include <mutex>
 #include <optional>
@@ -50,7 +49,7 @@ struct EndOfThread {
     ~EndOfThread() {
         if (const auto process = presentProcess(); process && process->onItsThread() && process->unused())
             shutDownQuietly();
-        if (gettid() == getpid())
+        if (onMainThread())
             LibraryProcess::exitBegins();
     }
 };

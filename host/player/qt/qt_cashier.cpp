@@ -3,6 +3,7 @@
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/user_interface.h"
 #include "adapters/qt/window_frame.h"
+#include "adapters/system/machine.h"
 #include "base/error.h"
 #include "base/utf8.h"
 #include "host_options.h"
@@ -206,8 +207,7 @@ void QtCashier::screenshot(Window& window, const std::string& file) {
 
 std::unique_ptr<Stage> makeQtStage(const RegionalSettings& regional, const HostOptions& options) {
     // A script needs no screen: without one the windows are drawn into memory.
-    const bool screen = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-    if (!screen && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    if (!hasScreen() && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     return std::make_unique<QtStage>(regional, options);
 }

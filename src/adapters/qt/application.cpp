@@ -1,102 +1,13 @@
 #include "adapters/qt/application.h"
 
+#include "adapters/qt/display.h"
 #include "base/error.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QString>
-#include <QStringList>
 #include <QStyleFactory>
 #include <QThread>
 
-#include <dlfcn.h>
-
-#include <algorithm>
-
 namespace kova {
-namespace {
-
-/// A library of the system that may be missing.
-class OptionalLibrary {
-  public:
-    explicit OptionalLibrary(const char* file) : handle_(dlopen(file, RTLD_LAZY | RTLD_LOCAL)) {}
-    OptionalLibrary(const OptionalLibrary&) = delete;
-    OptionalLibrary& operator=(const OptionalLibrary&) = delete;
-    ~OptionalLibrary() {
-        if (handle_ != nullptr)
-            dlclose(handle_);
-    }
-    template <class Function>
-    Function* function(const char* name) const {
-        return handle_ == nullptr ? nullptr : reinterpret_cast<Function*>(dlsym(handle_, name));
-    }
-
-  private:
-    void* handle_;
-};
-
-bool opensX() {
-    const OptionalLibrary xcb("libxcb.so.1");
-    auto* const connect = xcb.function<void*(const char*, int*)>("xcb_connect");
-    auto* const failed = xcb.function<int(void*)>("xcb_connection_has_error");
-    auto* const disconnect = xcb.function<void(void*)>("xcb_disconnect");
-    if (connect == nullptr || failed == nullptr || disconnect == nullptr)
-        return false;
-    void* const connection = connect(nullptr, nullptr); // never null, also when it failed
-    const bool opened = failed(connection) == 0;
-    disconnect(connection);
-    return opened;
-}
-
-bool opensWayland() {
-    if (qEnvironmentVariableIsSet("WAYLAND_SOCKET"))
-        return true; // already connected by who started the process; a try would use it up
-    const OptionalLibrary wayland("libwayland-client.so.0");
-    auto* const connect = wayland.function<void*(const char*)>("wl_display_connect");
-    auto* const disconnect = wayland.function<void(void*)>("wl_display_disconnect");
-    void* const display = connect == nullptr || disconnect == nullptr ? nullptr : connect(nullptr);
-    if (display != nullptr)
-        disconnect(display);
-    return display != nullptr;
-}
-
-bool installed(const QString& platform) {
-    QStringList folders;
-    for (const QString& folder : QCoreApplication::libraryPaths())
-        folders << folder + "/platforms";
-    folders << qEnvironmentVariable("QT_QPA_PLATFORM_PLUGIN_PATH");
-    return std::ranges::any_of(folders, [&](const QString& folder) {
-        return !folder.isEmpty() && !QDir(folder).entryList({"libq" + platform + "*.so"}).isEmpty();
-    });
-}
-
-/// The platforms that Qt tries, in its order.
-QStringList platforms() {
-    if (const QString chosen = qEnvironmentVariable("QT_QPA_PLATFORM"); !chosen.isEmpty())
-        return chosen.split(';');
-    const bool wayland =
-        qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || qEnvironmentVariable("XDG_SESSION_TYPE") == "wayland";
-    if (!installed("xcb") && !wayland)
-        return {"of this build"};
-    return wayland ? QStringList{"wayland", "xcb"} : QStringList{"xcb"};
-}
-
-bool canShow(const QString& platform) {
-    const QString name = platform.section(':', 0, 0);
-    if (name.startsWith("wayland"))
-        return installed("wayland") && opensWayland();
-    return name != "xcb" || opensX();
-}
-
-/// Throws Error when Qt would end the process instead of making an application: the display that it would
-/// use cannot be opened. Opens and closes it to see. What Qt draws on without a display, and what cannot be
-/// tried, is no error.
-void requireDisplay() {
-    if (!std::ranges::any_of(platforms(), canShow))
-        throw Error(5, "No display can be opened");
-}
-
-} // namespace
 
 std::unique_ptr<QApplication> makeApplication() {
     if (QCoreApplication::instance() != nullptr) {

@@ -37,6 +37,12 @@ std::string userLanguage();
 /// /etc/kova/kova.ini.
 std::unique_ptr<SettingsStore> machineSettings();
 
+/// Whether there is a screen to show windows on.
+bool hasScreen();
+
+/// Whether the process ends with this thread. False where the system does not tell.
+bool onMainThread();
+
 /// Hands a record to the system's log: syslog(3), or the event log of Windows. Returns why it did not take
 /// it, empty when it did.
 std::string writeToSystemLog(const std::string& record);

@@ -55,6 +55,14 @@ std::unique_ptr<SettingsStore> machineSettings() {
     return std::make_unique<IniSettingsStore>(named.empty() ? "/etc/kova/kova.ini" : named);
 }
 
+bool hasScreen() {
+    return !environmentVariable("DISPLAY").empty() || !environmentVariable("WAYLAND_DISPLAY").empty();
+}
+
+bool onMainThread() {
+    return gettid() == getpid();
+}
+
 std::string writeToSystemLog(const std::string& record) {
     // syslog itself never tells that nobody listens.
     if (access("/dev/log", W_OK) != 0)

@@ -89,6 +89,14 @@ std::unique_ptr<SettingsStore> machineSettings() {
     return std::make_unique<RegistrySettingsStore>();
 }
 
+bool hasScreen() {
+    return true;
+}
+
+bool onMainThread() {
+    return false;
+}
+
 std::string writeToSystemLog(const std::string& record) {
     const HANDLE log = RegisterEventSourceW(nullptr, L"kova");
     const std::wstring text = wide(record);

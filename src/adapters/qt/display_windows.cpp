@@ -1,0 +1,8 @@
+#include "adapters/qt/display.h"
+
+namespace kova {
+
+// Each session of Windows has a desktop to draw on, that of a service too, though nobody sees it.
+void requireDisplay() {}
+
+} // namespace kova
