@@ -64,6 +64,7 @@ MovementListModel::Row MovementListModel::rowOf(const ListedMovement& movement) 
 
 void MovementListModel::setMovements(const std::vector<ListedMovement>& movements) {
     std::vector<Row> rows;
+    rows.reserve(movements.size());
     for (const ListedMovement& movement : movements)
         rows.push_back(rowOf(movement));
     beginResetModel();

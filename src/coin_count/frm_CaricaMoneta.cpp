@@ -110,18 +110,16 @@ void frm_CaricaMoneta::ml_RuntimeSupport_LanguageChanged(std::int32_t LanguageID
 }
 
 void frm_CaricaMoneta::setMetroStyle() {
-    constexpr Color background{88, 100, 114};
-    constexpr Color face{115, 127, 141};
     auto& c = controls(); // a colour that cannot be shown is no reason to do without the others
-    attempt([&] { c.FrameMoney.setBackColor(background); });
-    attempt([&] { c.window.setBackColor(background); });
+    attempt([&] { c.FrameMoney.setBackColor(colors::DarkBackground); });
+    attempt([&] { c.window.setBackColor(colors::DarkBackground); });
     for (auto& label : c.Label2)
         attempt([&] { label.setForeColor(colors::White); });
     attempt([&] { c.lblValutaSec.setForeColor(colors::White); });
     attempt([&] { c.lblValutaMain.setForeColor(colors::White); });
     for (auto* button : {&c.CMD_Annulla, &c.CMD_cancella, &c.CMD_CaricaMoneta, &c.CMD_Carica}) {
         attempt([&] { button->setOwnColors(true); });
-        attempt([&] { button->setBackColor(face); });
+        attempt([&] { button->setBackColor(colors::DarkFace); });
         attempt([&] { button->setForeColor(colors::White); });
     }
 }

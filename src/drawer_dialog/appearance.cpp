@@ -34,18 +34,16 @@ void frm_Drawer_Management::ml_RuntimeSupport_LanguageChanged(std::int32_t Langu
 }
 
 void frm_Drawer_Management::setColorMetroStyle() {
-    constexpr Color background{88, 100, 114};
-    constexpr Color face{115, 127, 141};
     handled(ensureLoaded(), [&] {
         auto& c = controls();
         MetroStyleAttivo_ = true;
-        c.window.setBackColor(background);
-        c.Virtual_Keyboard.setBackColor(background);
-        c.TabControlPage1.setBackColor(background);
-        c.TabControlPage2.setBackColor(background);
+        c.window.setBackColor(colors::DarkBackground);
+        c.Virtual_Keyboard.setBackColor(colors::DarkBackground);
+        c.TabControlPage1.setBackColor(colors::DarkBackground);
+        c.TabControlPage2.setBackColor(colors::DarkBackground);
         for (auto* grid : {&c.Pulsantiera_Valuta, &c.Pulsantiera_Pagamenti, &c.Pulsantiera_Attivita,
                            &c.Pulsantiera_Pagamenti_Versamenti})
-            grid->setBackColor(background);
+            grid->setBackColor(colors::DarkBackground);
         for (auto* label :
              {&c.lblCaptionVersamenti, &c.lblTipoMovimento, &c.Label2, &c.lblNote, &c.Label4, &c.Label5})
             label->setForeColor(colors::White);
@@ -56,7 +54,7 @@ void frm_Drawer_Management::setColorMetroStyle() {
         for (auto* button : buttons)
             button->setOwnColors(true);
         for (auto* button : buttons)
-            button->setBackColor(face);
+            button->setBackColor(colors::DarkFace);
         for (auto* button : buttons)
             button->setForeColor(colors::White);
     });

@@ -59,7 +59,9 @@ struct DrawerControls {
     PushButton cmd_print;
     PushButton PushButton1;
 
-    // Beside the controls.
+    // Beside the controls. The notice moves out of the way of the keyboard of a double movement.
+    static constexpr Rect NoticeLeftOfConfirm{3480, 7560, 7920, 585};
+    static constexpr Rect NoticeAboveKeyboard{7890, 3090, 6945, 555};
     ReadBack readBack;
     PageNotice saved;
 

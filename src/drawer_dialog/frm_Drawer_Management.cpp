@@ -33,7 +33,7 @@ std::string frm_Drawer_Management::text(LocalisedString entry) const {
 std::shared_ptr<DrawerControls> frm_Drawer_Management::ensureLoaded() {
     if (loaded())
         return lifetime_.controls();
-    const auto fresh = lifetime_.load(process_.platform.eventLoop);
+    auto fresh = lifetime_.load(process_.platform.eventLoop);
     ++process_.loadedDialogs;
     connectHandlers();
     handled(fresh, [this] {

@@ -7,9 +7,6 @@ namespace {
 
 using Direction = ReadBack::Direction;
 
-constexpr Rect LeftOfConfirm{3480, 7560, 7920, 585};
-constexpr Rect EndOfNote{7890, 3090, 6945, 555}; // in a double movement, above the keyboard
-
 std::string_view sign(Direction direction) {
     return direction == Direction::In ? "+" : "−";
 }
@@ -138,7 +135,9 @@ void frm_Drawer_Management::showReadBack() noexcept {
 void frm_Drawer_Management::placeNotice() noexcept {
     if (loaded())
         attempt([&] {
-            lifetime_->saved.setBounds(lifetime_->cmdNascondiTastiera.visible() ? EndOfNote : LeftOfConfirm);
+            lifetime_->saved.setBounds(lifetime_->cmdNascondiTastiera.visible()
+                                           ? DrawerControls::NoticeAboveKeyboard
+                                           : DrawerControls::NoticeLeftOfConfirm);
         });
 }
 

@@ -45,6 +45,9 @@ namespace colors {
 inline constexpr Color Black{0, 0, 0};
 inline constexpr Color White{255, 255, 255};
 inline constexpr Color ButtonFace{240, 240, 240};
+// The dark scheme, with white texts.
+inline constexpr Color DarkBackground{88, 100, 114};
+inline constexpr Color DarkFace{115, 127, 141};
 } // namespace colors
 
 } // namespace kova
