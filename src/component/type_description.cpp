@@ -1,12 +1,75 @@
 #include "component/type_description.h"
 
 #include "base/ascii_text.h"
+#include "base/numbered_errors.h"
+#include "component/component_state.h"
 #include "services/activity_kinds.h"
+#include "services/conversions.h"
 
 #include <algorithm>
+#include <array>
 
-namespace kova::type_description {
+// One table says of each member what hosts see of it and what it does: types and number of the arguments of a
+// late-bound call are checked by the first, and the second then gets them as it needs them.
+
+namespace kova {
 namespace {
+
+using type_description::EnumerationValue;
+using type_description::Event;
+using type_description::Library;
+using type_description::Member;
+using type_description::MemberKind;
+using type_description::Parameter;
+using type_description::Type;
+using Component = cls_Kova_Drawer_Man;
+using Connected = std::shared_ptr<DatabaseConnection>;
+using Arguments = std::span<Variant>;
+using Implementation = Variant (*)(Component&, Arguments);
+
+template <class T>
+T& argument(Arguments arguments, std::size_t index) {
+    return std::get<T>(arguments[index]);
+}
+
+template <class T, T (Component::*read)() const>
+Variant reads(Component& component, Arguments) {
+    return (component.*read)();
+}
+
+template <class T, void (Component::*write)(const T&)>
+Variant writes(Component& component, Arguments arguments) {
+    (component.*write)(argument<T>(arguments, 0));
+    return {};
+}
+
+Variant save(Component& component, Arguments a) {
+    component.SalvaPagamento(argument<std::int32_t>(a, 0), argument<double>(a, 1),
+                             argument<std::string>(a, 2), argument<std::string>(a, 3),
+                             argument<std::int16_t>(a, 4), argument<std::int32_t>(a, 5),
+                             argument<bool>(a, 6));
+    return {};
+}
+
+Variant readCurrency(Component& component, Arguments) {
+    return component.ValutaAziendale();
+}
+
+template <void (Component::*method)(std::string&)>
+Variant raisesText(Component& component, Arguments arguments) {
+    (component.*method)(argument<std::string>(arguments, 0));
+    return {};
+}
+
+template <void (Component::*method)()>
+Variant calls(Component& component, Arguments) {
+    (component.*method)();
+    return {};
+}
+
+Variant show(Component& component, Arguments arguments) {
+    return arguments.empty() ? component.Show() : component.Show(argument<std::int32_t>(arguments, 0));
+}
 
 constexpr Parameter dataOp[] = {{"DataOP", Type::String}};
 constexpr Parameter dataOperazione[] = {{"DataOperazione", Type::String}};
@@ -22,43 +85,59 @@ constexpr Parameter booleanValue[] = {{"value", Type::Boolean}};
 constexpr Parameter int32Value[] = {{"value", Type::Int32}};
 constexpr Parameter stringValue[] = {{"value", Type::String}};
 
+struct MemberRow {
+    Member member;
+    Implementation implementation;
+};
+
+constexpr auto Method = MemberKind::Method;
+constexpr auto Read = MemberKind::PropertyRead;
+constexpr auto Write = MemberKind::PropertyWrite;
+using C = Component;
+
 // clang-format off
 // Name, kind, slot, dispatch id, parameters, result: frozen.
-constexpr Member memberTable[] = {
-    {"ApriCassetto", MemberKind::Method, 9, 16, {}},
-    {"Stampa", MemberKind::Method, 0, 1, dataOp},
-    {"Anteprima", MemberKind::Method, 4, 6, dataOp},
-    {"SalvaPagamento", MemberKind::Method, 1, 2, movement},
-    {"AttivaRecuperaFondoCassaPrecedente", MemberKind::PropertyWrite, 29, 20, booleanValue},
-    {"PredisponiInserimentoFondoCassaIniziale", MemberKind::PropertyWrite, 30, 21, booleanValue},
-    {"Show", MemberKind::Method, 2, 3, showMethod, Type::String},
-    {"SetSoftwareName", MemberKind::Method, 5, 7, softwareName},
-    {"AttivaVisualizzazionePrecontiDefinitivi", MemberKind::PropertyWrite, 7, 8, booleanValue},
-    {"AttivaVisualizzazionePrecontiDefinitivi", MemberKind::PropertyRead, 10, 8, {}, Type::Boolean},
-    {"idCassa", MemberKind::PropertyWrite, 8, 9, int32Value},
-    {"idCassa", MemberKind::PropertyRead, 11, 9, {}, Type::Int32},
-    {"ChiusuraAutomatica", MemberKind::PropertyWrite, 12, 15, booleanValue},
-    {"ChiusuraAutomatica", MemberKind::PropertyRead, 13, 15, {}, Type::Boolean},
-    {"InserimentoAutomatico", MemberKind::PropertyWrite, 14, 14, booleanValue},
-    {"InserimentoAutomatico", MemberKind::PropertyRead, 15, 14, {}, Type::Boolean},
-    {"DoppioInserimentoObbligatorio", MemberKind::PropertyWrite, 26, 18, booleanValue},
-    {"DoppioInserimentoObbligatorio", MemberKind::PropertyRead, 27, 18, {}, Type::Boolean},
-    {"idPagamentoPredefinito", MemberKind::PropertyWrite, 16, 13, int32Value},
-    {"idPagamentoPredefinito", MemberKind::PropertyRead, 17, 13, {}, Type::Int32},
-    {"idUtente", MemberKind::PropertyWrite, 18, 12, int32Value},
-    {"idUtente", MemberKind::PropertyRead, 19, 12, {}, Type::Int32},
-    {"UsaSoloValutaAziendale", MemberKind::PropertyWrite, 20, 11, booleanValue},
-    {"UsaSoloValutaAziendale", MemberKind::PropertyRead, 21, 11, {}, Type::Boolean},
-    {"VisualizzaMovimentiUtenteLoggato", MemberKind::PropertyWrite, 24, 17, booleanValue},
-    {"VisualizzaMovimentiUtenteLoggato", MemberKind::PropertyRead, 25, 17, {}, Type::Boolean},
-    {"ValutaAziendale", MemberKind::PropertyWrite, 22, 10, stringValue},
-    {"ValutaAziendale", MemberKind::PropertyRead, 23, 10, {}, Type::String},
-    {"InizializzaByConnString", MemberKind::Method, 31, 22, connectionString},
-    {"Inizializza", MemberKind::Method, 3, 4, hostConnection},
-    {"ActiveColorMetroStyle", MemberKind::PropertyWrite, 6, 5, booleanValue},
-    {"DiscardForm", MemberKind::Method, 28, 19, {}},
+constexpr MemberRow memberRows[] = {
+    {{"ApriCassetto", Method, 9, 16, {}}, calls<&C::ApriCassetto>},
+    {{"Stampa", Method, 0, 1, dataOp}, raisesText<&C::Stampa>},
+    {{"Anteprima", Method, 4, 6, dataOp}, raisesText<&C::Anteprima>},
+    {{"SalvaPagamento", Method, 1, 2, movement}, save},
+    {{"AttivaRecuperaFondoCassaPrecedente", Write, 29, 20, booleanValue}, writes<bool, &C::AttivaRecuperaFondoCassaPrecedente>},
+    {{"PredisponiInserimentoFondoCassaIniziale", Write, 30, 21, booleanValue}, writes<bool, &C::PredisponiInserimentoFondoCassaIniziale>},
+    {{"Show", Method, 2, 3, showMethod, Type::String}, show},
+    {{"SetSoftwareName", Method, 5, 7, softwareName}, writes<std::string, &C::SetSoftwareName>},
+    {{"AttivaVisualizzazionePrecontiDefinitivi", Write, 7, 8, booleanValue}, writes<bool, &C::AttivaVisualizzazionePrecontiDefinitivi>},
+    {{"AttivaVisualizzazionePrecontiDefinitivi", Read, 10, 8, {}, Type::Boolean}, reads<bool, &C::AttivaVisualizzazionePrecontiDefinitivi>},
+    {{"idCassa", Write, 8, 9, int32Value}, writes<std::int32_t, &C::idCassa>},
+    {{"idCassa", Read, 11, 9, {}, Type::Int32}, reads<std::int32_t, &C::idCassa>},
+    {{"ChiusuraAutomatica", Write, 12, 15, booleanValue}, writes<bool, &C::ChiusuraAutomatica>},
+    {{"ChiusuraAutomatica", Read, 13, 15, {}, Type::Boolean}, reads<bool, &C::ChiusuraAutomatica>},
+    {{"InserimentoAutomatico", Write, 14, 14, booleanValue}, writes<bool, &C::InserimentoAutomatico>},
+    {{"InserimentoAutomatico", Read, 15, 14, {}, Type::Boolean}, reads<bool, &C::InserimentoAutomatico>},
+    {{"DoppioInserimentoObbligatorio", Write, 26, 18, booleanValue}, writes<bool, &C::DoppioInserimentoObbligatorio>},
+    {{"DoppioInserimentoObbligatorio", Read, 27, 18, {}, Type::Boolean}, reads<bool, &C::DoppioInserimentoObbligatorio>},
+    {{"idPagamentoPredefinito", Write, 16, 13, int32Value}, writes<std::int32_t, &C::idPagamentoPredefinito>},
+    {{"idPagamentoPredefinito", Read, 17, 13, {}, Type::Int32}, reads<std::int32_t, &C::idPagamentoPredefinito>},
+    {{"idUtente", Write, 18, 12, int32Value}, writes<std::int32_t, &C::idUtente>},
+    {{"idUtente", Read, 19, 12, {}, Type::Int32}, reads<std::int32_t, &C::idUtente>},
+    {{"UsaSoloValutaAziendale", Write, 20, 11, booleanValue}, writes<bool, &C::UsaSoloValutaAziendale>},
+    {{"UsaSoloValutaAziendale", Read, 21, 11, {}, Type::Boolean}, reads<bool, &C::UsaSoloValutaAziendale>},
+    {{"VisualizzaMovimentiUtenteLoggato", Write, 24, 17, booleanValue}, writes<bool, &C::VisualizzaMovimentiUtenteLoggato>},
+    {{"VisualizzaMovimentiUtenteLoggato", Read, 25, 17, {}, Type::Boolean}, reads<bool, &C::VisualizzaMovimentiUtenteLoggato>},
+    {{"ValutaAziendale", Write, 22, 10, stringValue}, writes<std::string, &C::ValutaAziendale>},
+    {{"ValutaAziendale", Read, 23, 10, {}, Type::String}, readCurrency},
+    {{"InizializzaByConnString", Method, 31, 22, connectionString}, writes<std::string, &C::InizializzaByConnString>},
+    {{"Inizializza", Method, 3, 4, hostConnection}, writes<Connected, &C::Inizializza>},
+    {{"ActiveColorMetroStyle", Write, 6, 5, booleanValue}, writes<bool, &C::ActiveColorMetroStyle>},
+    {{"DiscardForm", Method, 28, 19, {}}, calls<&C::DiscardForm>},
 };
 // clang-format on
+
+constexpr auto memberTable = [] {
+    std::array<Member, std::size(memberRows)> members{};
+    std::ranges::transform(memberRows, members.begin(), &MemberRow::member);
+    return members;
+}();
 
 constexpr Event eventTable[] = {
     {"SalvaPagamento", 1, movement},
@@ -90,13 +169,76 @@ constexpr Library theLibrary{
     .enumerationName = "kDMTypeRow",
 };
 
+std::string asString(const Variant& value, const RegionalSettings& regional) {
+    if (const auto* text = std::get_if<std::string>(&value))
+        return *text;
+    if (const auto* flag = std::get_if<bool>(&value))
+        return *flag ? "True" : "False";
+    if (const auto* number = std::get_if<double>(&value))
+        return toText(*number, regional);
+    if (const auto* number = std::get_if<std::int32_t>(&value))
+        return std::to_string(*number);
+    if (const auto* number = std::get_if<std::int16_t>(&value))
+        return std::to_string(*number);
+    throw typeMismatch();
+}
+
+double asNumber(const Variant& value, const RegionalSettings& regional) {
+    if (const auto* flag = std::get_if<bool>(&value))
+        return *flag ? -1 : 0;
+    if (const auto* number = std::get_if<double>(&value))
+        return *number;
+    return toDouble(asString(value, regional), regional);
+}
+
+Variant coerced(const Variant& value, Type type, const RegionalSettings& regional) {
+    switch (type) {
+    case Type::Int16:
+        return toInt16(asNumber(value, regional));
+    case Type::Int32:
+        return toInt32(asNumber(value, regional));
+    case Type::Double:
+        return asNumber(value, regional);
+    case Type::Boolean:
+        if (const auto* text = std::get_if<std::string>(&value);
+            text != nullptr && (*text == "True" || *text == "False"))
+            return *text == "True";
+        return asNumber(value, regional) != 0;
+    case Type::String:
+        return asString(value, regional);
+    case Type::Connection:
+        if (std::holds_alternative<std::shared_ptr<DatabaseConnection>>(value))
+            return value;
+        break;
+    case Type::None:
+        break;
+    }
+    throw typeMismatch();
+}
+
+/// Null for a member that the interface does not have.
+Variant call(Component& component, const Member* member, Arguments arguments,
+             const RegionalSettings& regional) {
+    if (member == nullptr)
+        throw noSuchMember();
+    const auto& parameters = member->parameters;
+    const bool missing = arguments.size() < parameters.size() && !parameters[arguments.size()].optional;
+    if (missing || arguments.size() > parameters.size())
+        throw wrongArgumentCount();
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        arguments[i] = coerced(arguments[i], parameters[i].type, regional);
+    return memberRows[member - memberTable.data()].implementation(component, arguments);
+}
+
 template <class Condition>
 const Member* findIf(Condition condition) {
-    const auto* found = std::ranges::find_if(memberTable, condition);
-    return found == std::end(memberTable) ? nullptr : found;
+    const auto* const found = std::ranges::find_if(memberTable, condition);
+    return found == memberTable.end() ? nullptr : found;
 }
 
 } // namespace
+
+namespace type_description {
 
 const Library& library() {
     return theLibrary;
@@ -124,4 +266,40 @@ const Member* find(int dispatchId, MemberKind kind) {
         [&](const Member& member) { return member.kind == kind && member.dispatchId == dispatchId; });
 }
 
-} // namespace kova::type_description
+} // namespace type_description
+
+Variant cls_Kova_Drawer_Man::get(std::string_view name) {
+    const HostCall admission = state_->admitted("get", CallKind::Operation);
+    return call(*this, type_description::find(name, Read), {}, state_->process().platform.regional);
+}
+
+Variant cls_Kova_Drawer_Man::get(int dispatchId) {
+    const HostCall admission = state_->admitted("get", CallKind::Operation);
+    return call(*this, type_description::find(dispatchId, Read), {}, state_->process().platform.regional);
+}
+
+void cls_Kova_Drawer_Man::set(std::string_view name, const Variant& value) {
+    const HostCall admission = state_->admitted("set", CallKind::Operation);
+    Variant argument = value;
+    call(*this, type_description::find(name, Write), {&argument, 1}, state_->process().platform.regional);
+}
+
+void cls_Kova_Drawer_Man::set(int dispatchId, const Variant& value) {
+    const HostCall admission = state_->admitted("set", CallKind::Operation);
+    Variant argument = value;
+    call(*this, type_description::find(dispatchId, Write), {&argument, 1},
+         state_->process().platform.regional);
+}
+
+Variant cls_Kova_Drawer_Man::invoke(std::string_view name, std::span<Variant> arguments) {
+    const HostCall admission = state_->admitted("invoke", CallKind::Operation);
+    return call(*this, type_description::find(name, Method), arguments, state_->process().platform.regional);
+}
+
+Variant cls_Kova_Drawer_Man::invoke(int dispatchId, std::span<Variant> arguments) {
+    const HostCall admission = state_->admitted("invoke", CallKind::Operation);
+    return call(*this, type_description::find(dispatchId, Method), arguments,
+                state_->process().platform.regional);
+}
+
+} // namespace kova
