@@ -20,7 +20,7 @@ struct Digits {
 /// Of a text in scientific notation, as 1.25e+02.
 Digits digitsOf(const std::string& text) {
     const auto e = text.find('e');
-    int exponent = 0;
+    int exponent{};
     const char* sign = text.data() + e + 1;
     std::from_chars(*sign == '+' ? sign + 1 : sign, text.data() + text.size(), exponent);
     return {text[0] + (e > 1 ? text.substr(2, e - 2) : ""), exponent + 1};
