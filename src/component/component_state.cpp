@@ -77,7 +77,6 @@ void ComponentState::show(std::int32_t modality) {
     trappedCall("RicercaCliente.Show: ", CallKind::Opening, [&] {
         if (!dialog_)
             dialog_ = std::make_unique<frm_Drawer_Management>(process_, *this);
-        dialog_->setParentComponent(*this);
         dialog_->set_button_Drawer();
         dialog_->SetSwName(options_.SwName);
         if (options_.ActiveColorMetroStyle)

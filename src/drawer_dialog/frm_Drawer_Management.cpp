@@ -6,7 +6,7 @@
 namespace kova {
 
 frm_Drawer_Management::frm_Drawer_Management(ProcessState& process, ParentComponent& parent)
-    : process_(process), ParentComponent_(&parent), lifetime_(process) {}
+    : process_(process), ParentComponent_(parent), lifetime_(process) {}
 
 frm_Drawer_Management::~frm_Drawer_Management() {
     attempt([this] { Unload(); });

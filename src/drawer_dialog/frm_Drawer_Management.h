@@ -30,7 +30,6 @@ class frm_Drawer_Management {
     frm_Drawer_Management& operator=(const frm_Drawer_Management&) = delete;
 
     // What the component calls, in this order; the first loads the dialog.
-    void setParentComponent(ParentComponent& parent) { ParentComponent_ = &parent; }
     void set_button_Drawer();
     void SetSwName(const std::string& locSwName);
     void setColorMetroStyle();
@@ -146,12 +145,12 @@ class frm_Drawer_Management {
 
     /// Inside a handler those that it began with, whatever became of the dialog since; else the present ones.
     DrawerControls& controls();
-    [[nodiscard]] ParentComponent& parent() const { return *ParentComponent_; }
-    [[nodiscard]] const ComponentOptions& options() const { return ParentComponent_->options(); }
+    [[nodiscard]] ParentComponent& parent() const { return ParentComponent_; }
+    [[nodiscard]] const ComponentOptions& options() const { return ParentComponent_.options(); }
     [[nodiscard]] std::string text(LocalisedString entry) const;
 
     ProcessState& process_;
-    ParentComponent* ParentComponent_;
+    ParentComponent& ParentComponent_;
     WindowLifetime<DrawerControls> lifetime_;
     Handler* running_ = nullptr; ///< the innermost one of this dialog
     bool overtaken_ = false;     ///< another dialog changed the selection while a handler ran here

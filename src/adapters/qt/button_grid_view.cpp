@@ -133,10 +133,7 @@ void ButtonGridView::paintEvent(QPaintEvent* event) {
     if (model() == nullptr)
         return;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(look::toQt(model()->backColor()));
-    painter.drawRoundedRect(rect(), pixels(look::FaceRadius), pixels(look::FaceRadius));
+    paintBoard(painter, model()->backColor(), look::FaceRadius);
     if (cells().pans()) {
         paintPosition(painter);
         painter.setClipRect(look::toQt(cells().room()));

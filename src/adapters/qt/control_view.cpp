@@ -5,6 +5,7 @@
 #include "widgets/captioned_controls.h"
 #include "widgets/tab_control.h"
 
+#include <QPainter>
 #include <QWidget>
 
 #include <cmath>
@@ -42,6 +43,13 @@ void ControlView::detach() {
 
 const Scale& ControlView::scale() const {
     return frame_.scale();
+}
+
+void ControlView::paintBoard(QPainter& painter, Color color, double radius) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(look::toQt(color));
+    painter.drawRoundedRect(widget().rect(), pixels(radius), pixels(radius));
 }
 
 int ControlView::pixels(double design) const {

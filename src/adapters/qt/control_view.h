@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 
+class QPainter;
 class QWidget;
 
 namespace kova {
@@ -62,6 +63,8 @@ class ControlView : public AccessibleView {
     /// Pixels of a design length; of a line, which has one at least.
     [[nodiscard]] int pixels(double design) const;
     [[nodiscard]] int linePixels(double design) const { return std::max(1, pixels(design)); }
+    /// The rounded board that cells or keys lie on; leaves the painter smooth and without a pen.
+    void paintBoard(QPainter& painter, Color color, double radius);
     /// What lies behind the control: the background of its frame, page or window.
     [[nodiscard]] QColor backdrop() const;
     void run(const std::function<void()>& handler) const;

@@ -246,10 +246,7 @@ void OnScreenKeyboardView::paintEvent(QPaintEvent*) {
     if (model() == nullptr)
         return;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(look::toQt(model()->backColor()));
-    painter.drawRoundedRect(rect(), pixels(look::BoardRadius), pixels(look::BoardRadius));
+    paintBoard(painter, model()->backColor(), look::BoardRadius);
 }
 
 std::optional<TouchPoint> OnScreenKeyboardView::touchPoint(const std::optional<std::string>& part) {
