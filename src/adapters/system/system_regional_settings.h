@@ -23,7 +23,8 @@ void applyDateFormat(RegionalSettings& settings, std::string_view format);
 /// the category, LANG, the first that is not empty. Empty when none is.
 std::string localeName(const char* category);
 
-/// Not on Windows: language and region of a locale's name, without encoding and variant: it_IT of it_IT.UTF-8@euro.
+/// Not on Windows: language and region of a locale's name, without encoding and variant: it_IT of
+/// it_IT.UTF-8@euro.
 std::string_view localeRegion(std::string_view locale);
 
 } // namespace kova
