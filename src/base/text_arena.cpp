@@ -26,10 +26,10 @@ std::size_t hashOf(std::string_view text) {
 } // namespace
 
 TextArena::Place TextArena::keep(std::string_view text) {
-    constexpr std::size_t longestShort = 32;
+    constexpr std::size_t LongestShort = 32;
     if (text.empty())
         return Place::Empty;
-    if (text.size() > longestShort)
+    if (text.size() > LongestShort)
         return add(text);
     Place& recent = recent_[hashOf(text) % recent_.size()];
     if (at(recent) != text)

@@ -71,19 +71,19 @@ Variant show(Component& component, Arguments arguments) {
     return arguments.empty() ? component.Show() : component.Show(argument<std::int32_t>(arguments, 0));
 }
 
-constexpr Parameter dataOp[] = {{"DataOP", Type::String}};
-constexpr Parameter dataOperazione[] = {{"DataOperazione", Type::String}};
-constexpr Parameter movement[] = {{"idpagamento", Type::Int32}, {"importo", Type::Double},
-                                  {"Valuta", Type::String},     {"note", Type::String},
-                                  {"cassetto", Type::Int16},    {"tipoIncasso", Type::Int32},
-                                  {"isIncasso", Type::Boolean}};
-constexpr Parameter showMethod[] = {{"method", Type::Int32, true}};
-constexpr Parameter softwareName[] = {{"SwName", Type::String}};
-constexpr Parameter connectionString[] = {{"locConnString", Type::String}};
-constexpr Parameter hostConnection[] = {{"ConnessioneDB", Type::Connection}};
-constexpr Parameter booleanValue[] = {{"value", Type::Boolean}};
+constexpr Parameter DataOpParameter[] = {{"DataOP", Type::String}};
+constexpr Parameter DataOperazioneParameter[] = {{"DataOperazione", Type::String}};
+constexpr Parameter MovementParameters[] = {{"idpagamento", Type::Int32}, {"importo", Type::Double},
+                                            {"Valuta", Type::String},     {"note", Type::String},
+                                            {"cassetto", Type::Int16},    {"tipoIncasso", Type::Int32},
+                                            {"isIncasso", Type::Boolean}};
+constexpr Parameter ShowMethod[] = {{"method", Type::Int32, true}};
+constexpr Parameter SoftwareNameParameter[] = {{"SwName", Type::String}};
+constexpr Parameter ConnectionStringParameter[] = {{"locConnString", Type::String}};
+constexpr Parameter HostConnectionParameter[] = {{"ConnessioneDB", Type::Connection}};
+constexpr Parameter BooleanValue[] = {{"value", Type::Boolean}};
 constexpr Parameter int32Value[] = {{"value", Type::Int32}};
-constexpr Parameter stringValue[] = {{"value", Type::String}};
+constexpr Parameter StringValue[] = {{"value", Type::String}};
 
 struct MemberRow {
     Member member;
@@ -97,56 +97,56 @@ using C = Component;
 
 // clang-format off
 // Name, kind, slot, dispatch id, parameters, result: frozen.
-constexpr MemberRow memberRows[] = {
+constexpr MemberRow MemberRows[] = {
     {{"ApriCassetto", Method, 9, 16, {}}, calls<&C::ApriCassetto>},
-    {{"Stampa", Method, 0, 1, dataOp}, raisesText<&C::Stampa>},
-    {{"Anteprima", Method, 4, 6, dataOp}, raisesText<&C::Anteprima>},
-    {{"SalvaPagamento", Method, 1, 2, movement}, save},
-    {{"AttivaRecuperaFondoCassaPrecedente", Write, 29, 20, booleanValue}, writes<bool, &C::AttivaRecuperaFondoCassaPrecedente>},
-    {{"PredisponiInserimentoFondoCassaIniziale", Write, 30, 21, booleanValue}, writes<bool, &C::PredisponiInserimentoFondoCassaIniziale>},
-    {{"Show", Method, 2, 3, showMethod, Type::String}, show},
-    {{"SetSoftwareName", Method, 5, 7, softwareName}, writes<std::string, &C::SetSoftwareName>},
-    {{"AttivaVisualizzazionePrecontiDefinitivi", Write, 7, 8, booleanValue}, writes<bool, &C::AttivaVisualizzazionePrecontiDefinitivi>},
+    {{"Stampa", Method, 0, 1, DataOpParameter}, raisesText<&C::Stampa>},
+    {{"Anteprima", Method, 4, 6, DataOpParameter}, raisesText<&C::Anteprima>},
+    {{"SalvaPagamento", Method, 1, 2, MovementParameters}, save},
+    {{"AttivaRecuperaFondoCassaPrecedente", Write, 29, 20, BooleanValue}, writes<bool, &C::AttivaRecuperaFondoCassaPrecedente>},
+    {{"PredisponiInserimentoFondoCassaIniziale", Write, 30, 21, BooleanValue}, writes<bool, &C::PredisponiInserimentoFondoCassaIniziale>},
+    {{"Show", Method, 2, 3, ShowMethod, Type::String}, show},
+    {{"SetSoftwareName", Method, 5, 7, SoftwareNameParameter}, writes<std::string, &C::SetSoftwareName>},
+    {{"AttivaVisualizzazionePrecontiDefinitivi", Write, 7, 8, BooleanValue}, writes<bool, &C::AttivaVisualizzazionePrecontiDefinitivi>},
     {{"AttivaVisualizzazionePrecontiDefinitivi", Read, 10, 8, {}, Type::Boolean}, reads<bool, &C::AttivaVisualizzazionePrecontiDefinitivi>},
     {{"idCassa", Write, 8, 9, int32Value}, writes<std::int32_t, &C::idCassa>},
     {{"idCassa", Read, 11, 9, {}, Type::Int32}, reads<std::int32_t, &C::idCassa>},
-    {{"ChiusuraAutomatica", Write, 12, 15, booleanValue}, writes<bool, &C::ChiusuraAutomatica>},
+    {{"ChiusuraAutomatica", Write, 12, 15, BooleanValue}, writes<bool, &C::ChiusuraAutomatica>},
     {{"ChiusuraAutomatica", Read, 13, 15, {}, Type::Boolean}, reads<bool, &C::ChiusuraAutomatica>},
-    {{"InserimentoAutomatico", Write, 14, 14, booleanValue}, writes<bool, &C::InserimentoAutomatico>},
+    {{"InserimentoAutomatico", Write, 14, 14, BooleanValue}, writes<bool, &C::InserimentoAutomatico>},
     {{"InserimentoAutomatico", Read, 15, 14, {}, Type::Boolean}, reads<bool, &C::InserimentoAutomatico>},
-    {{"DoppioInserimentoObbligatorio", Write, 26, 18, booleanValue}, writes<bool, &C::DoppioInserimentoObbligatorio>},
+    {{"DoppioInserimentoObbligatorio", Write, 26, 18, BooleanValue}, writes<bool, &C::DoppioInserimentoObbligatorio>},
     {{"DoppioInserimentoObbligatorio", Read, 27, 18, {}, Type::Boolean}, reads<bool, &C::DoppioInserimentoObbligatorio>},
     {{"idPagamentoPredefinito", Write, 16, 13, int32Value}, writes<std::int32_t, &C::idPagamentoPredefinito>},
     {{"idPagamentoPredefinito", Read, 17, 13, {}, Type::Int32}, reads<std::int32_t, &C::idPagamentoPredefinito>},
     {{"idUtente", Write, 18, 12, int32Value}, writes<std::int32_t, &C::idUtente>},
     {{"idUtente", Read, 19, 12, {}, Type::Int32}, reads<std::int32_t, &C::idUtente>},
-    {{"UsaSoloValutaAziendale", Write, 20, 11, booleanValue}, writes<bool, &C::UsaSoloValutaAziendale>},
+    {{"UsaSoloValutaAziendale", Write, 20, 11, BooleanValue}, writes<bool, &C::UsaSoloValutaAziendale>},
     {{"UsaSoloValutaAziendale", Read, 21, 11, {}, Type::Boolean}, reads<bool, &C::UsaSoloValutaAziendale>},
-    {{"VisualizzaMovimentiUtenteLoggato", Write, 24, 17, booleanValue}, writes<bool, &C::VisualizzaMovimentiUtenteLoggato>},
+    {{"VisualizzaMovimentiUtenteLoggato", Write, 24, 17, BooleanValue}, writes<bool, &C::VisualizzaMovimentiUtenteLoggato>},
     {{"VisualizzaMovimentiUtenteLoggato", Read, 25, 17, {}, Type::Boolean}, reads<bool, &C::VisualizzaMovimentiUtenteLoggato>},
-    {{"ValutaAziendale", Write, 22, 10, stringValue}, writes<std::string, &C::ValutaAziendale>},
+    {{"ValutaAziendale", Write, 22, 10, StringValue}, writes<std::string, &C::ValutaAziendale>},
     {{"ValutaAziendale", Read, 23, 10, {}, Type::String}, readCurrency},
-    {{"InizializzaByConnString", Method, 31, 22, connectionString}, writes<std::string, &C::InizializzaByConnString>},
-    {{"Inizializza", Method, 3, 4, hostConnection}, writes<Connected, &C::Inizializza>},
-    {{"ActiveColorMetroStyle", Write, 6, 5, booleanValue}, writes<bool, &C::ActiveColorMetroStyle>},
+    {{"InizializzaByConnString", Method, 31, 22, ConnectionStringParameter}, writes<std::string, &C::InizializzaByConnString>},
+    {{"Inizializza", Method, 3, 4, HostConnectionParameter}, writes<Connected, &C::Inizializza>},
+    {{"ActiveColorMetroStyle", Write, 6, 5, BooleanValue}, writes<bool, &C::ActiveColorMetroStyle>},
     {{"DiscardForm", Method, 28, 19, {}}, calls<&C::DiscardForm>},
 };
 // clang-format on
 
-constexpr auto memberTable = [] {
-    std::array<Member, std::size(memberRows)> members{};
-    std::ranges::transform(memberRows, members.begin(), &MemberRow::member);
+constexpr auto MemberTable = [] {
+    std::array<Member, std::size(MemberRows)> members{};
+    std::ranges::transform(MemberRows, members.begin(), &MemberRow::member);
     return members;
 }();
 
-constexpr Event eventTable[] = {
-    {"SalvaPagamento", 1, movement},
-    {"Stampa", 2, dataOperazione},
-    {"Anteprima", 3, dataOperazione},
+constexpr Event EventTable[] = {
+    {"SalvaPagamento", 1, MovementParameters},
+    {"Stampa", 2, DataOperazioneParameter},
+    {"Anteprima", 3, DataOperazioneParameter},
     {"ApriCassetto", 4, {}},
 };
 
-constexpr EnumerationValue enumerationTable[] = {
+constexpr EnumerationValue EnumerationTable[] = {
     {"kDMTR_FondoCassaIniziale", static_cast<std::int32_t>(kDMTypeRow::kDMTR_FondoCassaIniziale)},
     {"kDMTR_AmmancoConteggioCassetto", static_cast<std::int32_t>(kDMTypeRow::kDMTR_AmmancoConteggioCassetto)},
     {"kDMTR_EsuberoConteggioCassetto", static_cast<std::int32_t>(kDMTypeRow::kDMTR_EsuberoConteggioCassetto)},
@@ -154,7 +154,7 @@ constexpr EnumerationValue enumerationTable[] = {
     {"kDMTR_FondoCassaFinale", static_cast<std::int32_t>(kDMTypeRow::kDMTR_FondoCassaFinale)},
 };
 
-constexpr Library theLibrary{
+constexpr Library TheLibrary{
     .name = "Kova_Drawer_Man",
     .version = "4.10",
     .identifier = "2A5E1F2E-93F4-432A-9759-8CBEFB240204",
@@ -227,13 +227,13 @@ Variant call(Component& component, const Member* member, Arguments arguments,
         throw wrongArgumentCount();
     for (std::size_t i = 0; i < arguments.size(); ++i)
         arguments[i] = coerced(arguments[i], parameters[i].type, regional);
-    return memberRows[member - memberTable.data()].implementation(component, arguments);
+    return MemberRows[member - MemberTable.data()].implementation(component, arguments);
 }
 
 template <class Condition>
 const Member* findIf(Condition condition) {
-    const auto* const found = std::ranges::find_if(memberTable, condition);
-    return found == memberTable.end() ? nullptr : found;
+    const auto* const found = std::ranges::find_if(MemberTable, condition);
+    return found == MemberTable.end() ? nullptr : found;
 }
 
 } // namespace
@@ -241,19 +241,19 @@ const Member* findIf(Condition condition) {
 namespace type_description {
 
 const Library& library() {
-    return theLibrary;
+    return TheLibrary;
 }
 
 std::span<const Member> members() {
-    return memberTable;
+    return MemberTable;
 }
 
 std::span<const Event> events() {
-    return eventTable;
+    return EventTable;
 }
 
 std::span<const EnumerationValue> enumeration() {
-    return enumerationTable;
+    return EnumerationTable;
 }
 
 const Member* find(std::string_view name, MemberKind kind) {

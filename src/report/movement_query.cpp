@@ -96,11 +96,11 @@ void relabelInGerman(std::string& cell) {
     struct Label {
         std::string_view italian, german;
     };
-    static constexpr std::array<Label, 4> labels{{{"scontrini incassati", "Empfangen Gesammelt"},
+    static constexpr std::array<Label, 4> Labels{{{"scontrini incassati", "Empfangen Gesammelt"},
                                                   {"fatture incassate", "Rechnungen Gesammelt"},
                                                   {"ricevute incassate", "Quittungen Gesammelt"},
                                                   {"non fiscale", "Nicht-Steuer"}}};
-    for (const auto& label : labels) {
+    for (const auto& label : Labels) {
         if (equalIgnoringCase(cell, label.italian)) {
             cell = label.german;
             return;

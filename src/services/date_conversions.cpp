@@ -197,11 +197,11 @@ std::string generalDate(DateTime time, const RegionalSettings& regional) {
 
 std::string SqlDateFormatter::FormatSqlDate(const std::string& text) const {
     using namespace std::chrono;
-    constexpr std::string_view endOfDay = " 23:59.59";
+    constexpr std::string_view EndOfDay = " 23:59.59";
     std::string_view dateText = text;
-    const bool lastSecond = dateText.ends_with(endOfDay);
+    const bool lastSecond = dateText.ends_with(EndOfDay);
     if (lastSecond)
-        dateText.remove_suffix(endOfDay.size());
+        dateText.remove_suffix(EndOfDay.size());
     const auto parsed = parseDate(dateText, regional_);
     if (!parsed)
         throw typeMismatch();

@@ -126,8 +126,8 @@ class NumberParser {
 /// The plain numbers that most texts are, as -12,5: exact, since a double holds 15 digits and powers of ten
 /// up to 10^22. Nothing for any other text.
 std::optional<double> parsePlain(std::string_view text, const RegionalSettings& regional) {
-    constexpr std::size_t mostDigits = std::numeric_limits<double>::digits10;
-    static constexpr std::array<double, mostDigits + 1> powers{1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+    constexpr std::size_t MostDigits = std::numeric_limits<double>::digits10;
+    static constexpr std::array<double, MostDigits + 1> powers{1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                                1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
     const bool negative = text.starts_with('-');
     text.remove_prefix(negative ? 1 : 0);
@@ -135,7 +135,7 @@ std::optional<double> parsePlain(std::string_view text, const RegionalSettings& 
     std::size_t count = 0, decimals = 0;
     bool inFraction = false;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] >= '0' && text[i] <= '9' && count < mostDigits) {
+        if (text[i] >= '0' && text[i] <= '9' && count < MostDigits) {
             digits = digits * 10 + (text[i] - '0');
             ++count;
             decimals += inFraction ? 1 : 0;
@@ -215,17 +215,17 @@ std::int32_t keyToId(std::string_view key, const RegionalSettings& regional) {
 
 std::string toText(double number, const RegionalSettings& regional) {
     // Most amounts have up to four decimals, and are written much faster as what they are.
-    constexpr double moneyUnits = 1e4;
-    constexpr std::uint8_t moneyScale = 4;
-    constexpr double largest = 1e11; // 15 digits
-    const double units = std::round(number * moneyUnits);
-    if (std::fabs(number) < largest && units / moneyUnits == number)
-        return toText(Decimal{static_cast<std::int64_t>(units), moneyScale}, regional);
+    constexpr double MoneyUnits = 1e4;
+    constexpr std::uint8_t MoneyScale = 4;
+    constexpr double Largest = 1e11; // 15 digits
+    const double units = std::round(number * MoneyUnits);
+    if (std::fabs(number) < Largest && units / MoneyUnits == number)
+        return toText(Decimal{static_cast<std::int64_t>(units), MoneyScale}, regional);
 
-    constexpr int significantDigits = 15;
+    constexpr int SignificantDigits = 15;
     std::array<char, 64> buffer{};
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
-                                   std::chars_format::general, significantDigits)
+                                   std::chars_format::general, SignificantDigits)
                          .ptr;
     std::string text(buffer.data(), end);
     std::ranges::replace(text, 'e', 'E');

@@ -85,11 +85,11 @@ std::string NumberFormat::FormatAmount(const double& value, const std::int16_t& 
 }
 
 std::string NumberFormat::FormatExactly(const double& value) const {
-    constexpr int mostPlaces = 20;
+    constexpr int MostPlaces = 20;
     std::string text = scientific(value);
     const Digits number = digitsOf(text);
     const int needed = static_cast<int>(number.digits.size()) - number.beforePoint;
-    if (number.beforePoint <= SignificantDigits && needed <= mostPlaces)
+    if (number.beforePoint <= SignificantDigits && needed <= MostPlaces)
         return grouped(number, std::max<int>(needed, std::clamp<int>(amountDecimals_, 0, MostDecimals)),
                        value < 0, regional_);
     if (const auto point = text.find('.'); point != std::string::npos)
@@ -109,13 +109,13 @@ std::string NumberFormat::formatAsNeeded(double value, int mostDecimals) const {
 }
 
 std::string NumberFormat::FormatValue(const double& value) const {
-    constexpr int smallestCoinDecimals = 2;
-    return formatAsNeeded(value, smallestCoinDecimals);
+    constexpr int SmallestCoinDecimals = 2;
+    return formatAsNeeded(value, SmallestCoinDecimals);
 }
 
 std::string NumberFormat::FormatSum(const double& value) const {
-    constexpr int moneyDecimals = 4;
-    return formatAsNeeded(value, moneyDecimals);
+    constexpr int MoneyDecimals = 4;
+    return formatAsNeeded(value, MoneyDecimals);
 }
 
 } // namespace kova

@@ -42,7 +42,7 @@ void ProcessState::logError(std::string_view label, const std::string& message) 
 }
 
 std::string getDbValue(ProcessState& process, const std::string& key, const std::string& fallback) {
-    constexpr std::string_view label = "getDbValue";
+    constexpr std::string_view Procedure = "getDbValue";
     std::string result;
     try {
         const Recordset rows =
@@ -52,11 +52,11 @@ std::string getDbValue(ProcessState& process, const std::string& key, const std:
         else
             result = asText(NullToDefault(rows.field("valore"), fallback), process.platform.regional);
     } catch (const Error& failure) {
-        process.logError(label, std::to_string(failure.number()) + "-" + failure.what());
+        process.logError(Procedure, std::to_string(failure.number()) + "-" + failure.what());
     } catch (const std::exception& failure) {
-        process.logError(label, std::to_string(DatabaseError::Unspecified) + "-" + failure.what());
+        process.logError(Procedure, std::to_string(DatabaseError::Unspecified) + "-" + failure.what());
     } catch (...) {
-        process.logError(label, std::to_string(DatabaseError::Unspecified) + "-Unknown error");
+        process.logError(Procedure, std::to_string(DatabaseError::Unspecified) + "-Unknown error");
     }
     return result;
 }

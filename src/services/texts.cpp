@@ -14,7 +14,7 @@ struct Translations {
     std::string_view italian, german, english;
 };
 
-constexpr Translations dictionary[] = {
+constexpr Translations Dictionary[] = {
     {Word::In, "Entrata", "Eingang", "In"},
     {Word::Out, "Uscita", "Ausgang", "Out"},
     {Word::NoNumber, "Non è un numero", "Keine Zahl", "Not a number"},
@@ -48,9 +48,9 @@ constexpr std::size_t rowOf(Word word) {
     return static_cast<std::size_t>(word);
 }
 
-static_assert(std::size(dictionary) == rowOf(Word::ListCutShort) + 1);
-static_assert(std::ranges::all_of(dictionary, [](const Translations& one) {
-    return &one == &dictionary[rowOf(one.word)];
+static_assert(std::size(Dictionary) == rowOf(Word::ListCutShort) + 1);
+static_assert(std::ranges::all_of(Dictionary, [](const Translations& one) {
+    return &one == &Dictionary[rowOf(one.word)];
 }));
 
 /// A text of either table; nothing for a language that there is none of.
@@ -72,7 +72,7 @@ constexpr bool isComplete(const auto& entry) {
     return std::ranges::none_of(SupportedLanguages(),
                                 [&](std::int32_t id) { return in(id, entry).value_or("").empty(); });
 }
-static_assert(std::ranges::all_of(dictionary, [](const auto& word) { return isComplete(word); }));
+static_assert(std::ranges::all_of(Dictionary, [](const auto& word) { return isComplete(word); }));
 static_assert(std::ranges::all_of(stringTable, [](const auto& entry) { return isComplete(entry); }));
 
 } // namespace
@@ -115,7 +115,7 @@ std::string GetLocalizedString(const ProcessState& process, LocalisedString entr
 }
 
 std::string_view inWords(Word word, std::int32_t languageId) {
-    const Translations& found = dictionary[rowOf(word)];
+    const Translations& found = Dictionary[rowOf(word)];
     return in(languageId, found).value_or(found.italian);
 }
 

@@ -134,7 +134,7 @@ TEST_F(OdbcFailures, ALinkThatDiedUnnoticedIsReplacedUnnoticed) {
 
 TEST_F(OdbcFailures, AtTheBeginningAreRecorded) {
     server.setLogIns(LogIns::Refuse);
-    EXPECT_EQ(databaseErrorOf([&] { openOdbc(server.connectionString()); }).number(), logInRefused);
+    EXPECT_EQ(databaseErrorOf([&] { openOdbc(server.connectionString()); }).number(), LogInRefused);
     connect();
     EXPECT_EQ(world.takeLog(), (Log{{"InizializzaByConnString: ", logInRefusal}}));
     world.show();

@@ -13,11 +13,11 @@
 namespace kova {
 namespace {
 
-constexpr SQLULEN longestBoundText = 4000; ///< characters; longer columns are nvarchar(max) and the like
-constexpr std::size_t pieceSize = 8192;    ///< characters fetched at a time of a text of any length
+constexpr SQLULEN LongestBoundText = 4000; ///< characters; longer columns are nvarchar(max) and the like
+constexpr std::size_t PieceSize = 8192;    ///< characters fetched at a time of a text of any length
 
 // Types of SQL Server alone.
-constexpr SQLSMALLINT timeOfServer = -154, timeWithOffset = -155;
+constexpr SQLSMALLINT TimeOfServer = -154, TimeWithOffset = -155;
 
 /// Fractions are cut off, as the seconds that the component shows are: nothing moves into the next day.
 DateTime dateTimeOf(const SQL_TIMESTAMP_STRUCT& time) {
@@ -48,7 +48,7 @@ double withoutNoise(float number) {
     return result;
 }
 
-constexpr std::size_t largestScale = 18;
+constexpr std::size_t LargestScale = 18;
 
 bool allDigits(std::string_view text) {
     return text.find_first_not_of("0123456789") == std::string_view::npos;
@@ -69,12 +69,12 @@ ColumnBuffer::ColumnBuffer(const OdbcStatementHandle& statement, SQLUSMALLINT po
         capacity_ = sizeof characters_;
     } else if (kind_ != Kind::Text) {
         capacity_ = sizeof fixed_;
-    } else if (size > 0 && size <= longestBoundText) {
+    } else if (size > 0 && size <= LongestBoundText) {
         // Bytes that are no text arrive as two characters each.
         wide_.resize(2 * size + 1);
         capacity_ = static_cast<SQLLEN>(wide_.size() * sizeof(char16_t));
     } else {
-        wide_.resize(pieceSize);
+        wide_.resize(PieceSize);
     }
 }
 
@@ -102,9 +102,9 @@ ColumnBuffer::Kind ColumnBuffer::kindOf(SQLSMALLINT sqlType) {
         return Kind::Time;
     case SQL_TYPE_TIME:
     case SQL_TIME:
-    case timeOfServer:
+    case TimeOfServer:
         return Kind::TimeOfDay;
-    case timeWithOffset:
+    case TimeWithOffset:
         return Kind::OffsetTime;
     default:
         return Kind::Text;
@@ -234,14 +234,14 @@ Value decimalFromText(std::string_view text) {
         return text;
     if (!allDigits(whole) || !allDigits(fraction))
         return text;
-    while (fraction.size() > largestScale && fraction.ends_with('0'))
+    while (fraction.size() > LargestScale && fraction.ends_with('0'))
         fraction.remove_suffix(1);
     std::string digits = negative ? "-" : "";
     digits.append(whole).append(fraction);
 
     std::int64_t unscaled = 0;
     const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), unscaled);
-    if (read.ec != std::errc() || fraction.size() > largestScale)
+    if (read.ec != std::errc() || fraction.size() > LargestScale)
         return LongDecimal{negative ? text : number};
     return Decimal{unscaled, static_cast<std::uint8_t>(fraction.size())};
 }

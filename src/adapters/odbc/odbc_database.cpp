@@ -11,7 +11,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::milliseconds bearableWait{500}; ///< of a cashier, several times in a row
+constexpr std::chrono::milliseconds BearableWait{500}; ///< of a cashier, several times in a row
 
 class SharedConnection final : public DatabaseConnection {
   public:
@@ -56,7 +56,7 @@ void OwnConnection::connect() {
         lastFailure_.reset();
     } catch (const DatabaseError& error) {
         const auto duration = Clock::now() - start;
-        nextAttempt_ = Clock::now() + (duration < bearableWait ? Clock::duration::zero() : duration);
+        nextAttempt_ = Clock::now() + (duration < BearableWait ? Clock::duration::zero() : duration);
         lastFailure_ = error;
         throw;
     }
@@ -64,7 +64,7 @@ void OwnConnection::connect() {
 
 /// After a time-out the server may still be about to answer, so that the connection is as good as lost.
 void OwnConnection::dropIfUnusable(const DatabaseError& error) {
-    if (isConnectionFailure(error) || error.number() == queryTimedOut || isDead(session_->get()))
+    if (isConnectionFailure(error) || error.number() == QueryTimedOut || isDead(session_->get()))
         session_.reset();
 }
 
@@ -83,7 +83,7 @@ std::unique_ptr<OdbcStatement> OwnConnection::sendOnOldLink(const Query& query) 
     try {
         return send(query);
     } catch (const DatabaseError& error) {
-        if (session_ || error.number() == queryTimedOut)
+        if (session_ || error.number() == QueryTimedOut)
             throw;
         return nullptr;
     }

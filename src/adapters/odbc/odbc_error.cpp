@@ -67,14 +67,14 @@ std::string currentState(std::string state) {
 }
 
 std::int32_t numberFor(std::string_view state, std::int32_t native) {
-    constexpr std::int32_t logInFailed = 18456; // of the server; FreeTDS takes it for a refused command
+    constexpr std::int32_t LogInFailed = 18456; // of the server; FreeTDS takes it for a refused command
     const auto kind = state.substr(0, 2);
     if (kind == "08")
         return DatabaseError::NotConnected;
-    if (kind == "28" || native == logInFailed)
-        return logInRefused;
+    if (kind == "28" || native == LogInFailed)
+        return LogInRefused;
     if (isTimeOut(state))
-        return queryTimedOut;
+        return QueryTimedOut;
     // States that are about the command: cardinality, data, integrity, deadlock, syntax, parameters.
     for (const char* const about : {"07", "21", "22", "23", "40", "42", "44"})
         if (kind == about)

@@ -41,11 +41,11 @@ OdbcStatement::OdbcStatement(SQLHDBC connection, std::optional<std::chrono::seco
 
 /// A date as a date, not as text that the server would read by its own order of day and month.
 void OdbcStatement::bindParameter(const DateParameter& parameter) {
-    constexpr SQLULEN dateCharacters = 10;
+    constexpr SQLULEN DateCharacters = 10;
     dates_.push_back(dateOf(parameter.value));
     const auto position = static_cast<SQLUSMALLINT>(dates_.size());
     handle_.require(SQLBindParameter(handle_.get(), position, SQL_PARAM_INPUT, SQL_C_TYPE_DATE, SQL_TYPE_DATE,
-                                     dateCharacters, 0, &dates_.back(), sizeof(SQL_DATE_STRUCT), &dateSize_));
+                                     DateCharacters, 0, &dates_.back(), sizeof(SQL_DATE_STRUCT), &dateSize_));
 }
 
 void OdbcStatement::execute(const Query& query) {

@@ -5,8 +5,8 @@
 namespace kova {
 namespace {
 
-constexpr char32_t firstOfPairs = 0x10000;
-constexpr char32_t replacement = 0xFFFD;
+constexpr char32_t FirstOfPairs = 0x10000;
+constexpr char32_t Replacement = 0xFFFD;
 
 bool isFirstHalf(char16_t unit) {
     return unit >= 0xD800 && unit < 0xDC00;
@@ -22,11 +22,11 @@ std::u16string toUtf16(std::string_view text) {
     std::u16string result;
     result.reserve(text.size());
     for (const char32_t character : fromUtf8(text)) {
-        if (character < firstOfPairs) {
+        if (character < FirstOfPairs) {
             result += static_cast<char16_t>(character);
             continue;
         }
-        const char32_t offset = character - firstOfPairs;
+        const char32_t offset = character - FirstOfPairs;
         result += static_cast<char16_t>(0xD800 + (offset >> 10));
         result += static_cast<char16_t>(0xDC00 + (offset & 0x3FF));
     }
@@ -40,9 +40,9 @@ void appendUtf16(std::string& utf8, std::u16string_view text) {
             utf8 += static_cast<char>(unit);
         } else if (isFirstHalf(unit) && i + 1 < text.size() && isSecondHalf(text[i + 1])) {
             ++i;
-            appendUtf8(utf8, firstOfPairs + ((unit - 0xD800u) << 10) + (text[i] - 0xDC00u));
+            appendUtf8(utf8, FirstOfPairs + ((unit - 0xD800u) << 10) + (text[i] - 0xDC00u));
         } else {
-            appendUtf8(utf8, isFirstHalf(unit) || isSecondHalf(unit) ? replacement : unit);
+            appendUtf8(utf8, isFirstHalf(unit) || isSecondHalf(unit) ? Replacement : unit);
         }
     }
 }

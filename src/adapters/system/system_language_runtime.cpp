@@ -15,7 +15,7 @@ struct Language {
 };
 
 // The component has texts for the first three. English stands for all its regions, hence the neutral id.
-constexpr std::array<Language, 8> languages{{{"it", 1040, "Italiano"},
+constexpr std::array<Language, 8> Languages{{{"it", 1040, "Italiano"},
                                              {"de", 1031, "Deutsch"},
                                              {"en", 9, "English"},
                                              {"es", 3082, "Español"},
@@ -26,8 +26,8 @@ constexpr std::array<Language, 8> languages{{{"it", 1040, "Italiano"},
 
 const Language* findLanguage(std::string_view locale) {
     const auto code = locale.substr(0, locale.find_first_of("_.@-"));
-    const auto* const found = std::ranges::find(languages, code, &Language::code);
-    return found == languages.end() ? nullptr : found;
+    const auto* const found = std::ranges::find(Languages, code, &Language::code);
+    return found == Languages.end() ? nullptr : found;
 }
 
 } // namespace
