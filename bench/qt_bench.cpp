@@ -9,7 +9,7 @@ namespace {
 
 // From the host's call to the first frame of the dialog drawn, on a 1280 × 800 surface.
 void showToFirstFrame(benchmark::State& state) {
-    QtEventLoop loop(QtEventLoop::Time::Live);
+    QtEventLoop loop;
     const RegionalSettings regional;
     QtUserInterface userInterface(loop, regional, QSize(1280, 800));
     Shop shop(loop, userInterface);

@@ -31,7 +31,7 @@ struct QtDay {
     /// Into a picture that stays, as a window's does: no allocation is timed.
     void paint() { userInterface.frame(*dialogOf(shop.component())->window())->render(&picture); }
 
-    QtEventLoop loop{QtEventLoop::Time::Live};
+    QtEventLoop loop;
     const RegionalSettings regional;
     QtUserInterface userInterface{loop, regional, QSize(1280, 800)};
     Shop shop{loop, userInterface};

@@ -2,6 +2,7 @@
 // backing store, from Show to the first frame, and what memory the process holds after many dialogs.
 #include "adapters/qt/user_interface.h"
 #include "adapters/qt/window_frame.h"
+#include "player/qt/pointing.h"
 #include "shop.h"
 
 #include <QApplication>
@@ -71,7 +72,7 @@ struct Screen {
             .toImage();
     }
 
-    QtEventLoop loop{QtEventLoop::Time::Live};
+    QtEventLoop loop;
     const RegionalSettings regional;
     QtUserInterface userInterface;
     Shop shop{loop, userInterface};
@@ -92,7 +93,7 @@ void touch(Screen& screen, QPointingDevice& finger, const QSize& surface, const 
     QWidget& shown = screen.userInterface.view(*screen.window().find(result))->widget();
     std::vector<double> down, up;
     for (std::size_t i = 0; i < Touches; ++i) {
-        const auto place = screen.userInterface.touchPoint(*screen.window().find(control), parts[i % 2]);
+        const auto place = touchPoint(screen.userInterface, *screen.window().find(control), parts[i % 2]);
         const QPoint point = place->widget->mapTo(&frame, place->point.toPoint());
         screen.loop.settle();
         QTest::qSleep(2); // event times have milliseconds

@@ -1,5 +1,7 @@
 #include "player/script_database.h"
 
+#include "player/breaking_snapshot.h"
+
 namespace kova {
 namespace {
 
@@ -7,18 +9,6 @@ constexpr std::string_view ScriptsOwnDatabase = "Data Source=:host:";
 
 DatabaseError failure(const QueryWatch::FailRule& rule) {
     return {DatabaseError::CommandFailed, rule.message, "42000"};
-}
-
-std::shared_ptr<const Snapshot> copied(Recordset records) {
-    auto copy = std::make_shared<Snapshot>();
-    for (std::size_t column = 0; column < records.fieldCount(); ++column)
-        copy->addColumn(records.fieldName(column));
-    for (; !records.endOfFile(); records.moveNext()) {
-        for (std::size_t column = 0; column < records.fieldCount(); ++column)
-            copy->add(records.field(column));
-        copy->endRow();
-    }
-    return copy;
 }
 
 } // namespace
@@ -37,8 +27,9 @@ Recordset QueryWatch::run(DatabaseConnection& connection, const Query& query) {
     auto records = connection.query(query);
     if (breaking == nullptr)
         return records;
-    return Recordset(copied(std::move(records)),
-                     Recordset::Interruption{*breaking->afterRows, failure(*breaking)});
+    auto broken = std::make_shared<BreakingSnapshot>(*breaking->afterRows, failure(*breaking));
+    broken->copy(std::move(records));
+    return Recordset(std::move(broken));
 }
 
 std::shared_ptr<DatabaseConnection> ScriptDatabases::open(const std::string& connectionString) {

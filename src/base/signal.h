@@ -32,11 +32,6 @@ class Signal {
         return Connection(std::shared_ptr<bool>(slot, &slot->connected));
     }
 
-    [[nodiscard]] std::size_t connectedSlots() const {
-        return static_cast<std::size_t>(
-            std::ranges::count_if(slots_, [](const auto& slot) { return slot->connected; }));
-    }
-
     /// Nothing of the signal is touched after the copy, so that a slot may destroy it.
     void operator()(Args... args) const {
         const auto present = slots_;

@@ -63,7 +63,7 @@ class LibraryProcess final : public HostCalls, public std::enable_shared_from_th
     int events_ = 0; ///< of these, requests to the host
     std::function<void()> ended_;
     // In order of dependence: the Qt application, which the event loop may own, goes last.
-    QtEventLoop eventLoop_{QtEventLoop::Time::Live};
+    QtEventLoop eventLoop_;
     RegionalSettings regional_;
     QtUserInterface userInterface_{eventLoop_, regional_};
     SystemClock clock_;

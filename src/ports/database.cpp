@@ -71,8 +71,6 @@ void Recordset::requireRow() const {
     if (endOfFile())
         throw DatabaseError(3021, "Either BOF or EOF is True, or the current record has been deleted.",
                             "HY109");
-    if (interruption_ && row_ >= interruption_->afterRows)
-        throw interruption_->error;
 }
 
 Value Recordset::field(std::string_view name) const {

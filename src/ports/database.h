@@ -46,14 +46,16 @@ class Snapshot {
     Snapshot() = default;
     Snapshot(const Snapshot&) = delete;
     Snapshot& operator=(const Snapshot&) = delete;
+    virtual ~Snapshot() = default;
 
     [[nodiscard]] std::size_t rowCount() const { return rowCount_; }
     [[nodiscard]] std::size_t columnCount() const { return columnNames_.size(); }
     [[nodiscard]] const std::string& columnName(std::size_t column) const { return columnNames_.at(column); }
     /// First column of that name, letter case aside; nothing when there is none.
     [[nodiscard]] std::optional<std::size_t> findColumn(std::string_view name) const;
-    /// Row and column must exist.
-    [[nodiscard]] Value at(std::size_t row, std::size_t column) const;
+    /// Row and column must exist. A provider that fetches cells when they are asked for may throw
+    /// DatabaseError.
+    [[nodiscard]] virtual Value at(std::size_t row, std::size_t column) const;
     /// Bytes held by cells and texts.
     [[nodiscard]] std::size_t memoryUse() const {
         return bits_.memoryUse() + meanings_.memoryUse() + texts_.memoryUse();
@@ -81,14 +83,7 @@ class Snapshot {
 /// A forward cursor over a snapshot. Copies share the snapshot and move on their own.
 class Recordset {
   public:
-    /// Where reading breaks off although the record count is known, as when a connection dies under a cursor.
-    struct Interruption {
-        std::size_t afterRows;
-        DatabaseError error;
-    };
-    explicit Recordset(std::shared_ptr<const Snapshot> snapshot,
-                       std::optional<Interruption> interruption = {})
-        : snapshot_(std::move(snapshot)), interruption_(std::move(interruption)) {}
+    explicit Recordset(std::shared_ptr<const Snapshot> snapshot) : snapshot_(std::move(snapshot)) {}
 
     [[nodiscard]] bool endOfFile() const { return row_ >= snapshot_->rowCount(); }
     [[nodiscard]] std::int32_t recordCount() const {
@@ -100,14 +95,13 @@ class Recordset {
     }
     /// Does nothing at the end.
     void moveNext() { row_ += endOfFile() ? 0 : 1; }
-    /// Throws DatabaseError at the end, for a name or index that is no field, or where reading broke off.
+    /// Throws DatabaseError at the end, for a name or index that is no field, or where reading breaks off.
     [[nodiscard]] Value field(std::string_view name) const;
     [[nodiscard]] Value field(std::size_t index) const;
 
   private:
     void requireRow() const;
     std::shared_ptr<const Snapshot> snapshot_;
-    std::optional<Interruption> interruption_;
     std::size_t row_ = 0;
 };
 

@@ -69,7 +69,7 @@ class DayDocumentTest : public testing::Test {
         for (const QString& words : all)
             EXPECT_TRUE(placeOf(page, words).isValid()) << words.toStdString();
     }
-    QtEventLoop application{QtEventLoop::Time::Stepped};
+    const QtEventLoop application;
 };
 
 TEST_F(DayDocumentTest, GoesOnOverPagesUnderRepeatedHeadings) {

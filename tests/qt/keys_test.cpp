@@ -158,7 +158,7 @@ TEST_F(PhysicalKeyboard, EntersWhatIsCountedWhereverTheFocusIs) {
         for (int i = 0; i < CoinCount::FieldCount; ++i) {
             auto& field = till.coin<TextBox>("txtValuta", i);
             const auto watch = field.gotFocus.connect([&] { touched = &field; });
-            const auto place = till.userInterface.touchPoint(field);
+            const auto place = touchPoint(till.userInterface, field);
             const QPoint onFrame = place->widget->mapTo(&frame, place->point.toPoint());
             QWidget* const seen = frame.childAt(onFrame); // perhaps what stands in front of it
             QTest::mouseClick(seen, Qt::LeftButton, {}, seen->mapFrom(&frame, onFrame));

@@ -1,6 +1,8 @@
 // The movements list on a real window, driven by a real mouse's events.
 #include "text_paper.h"
 #include "till.h"
+
+#include "adapters/qt/report_grid_view.h"
 #include "unit/report_checks.h"
 
 #include <QAccessible>
@@ -44,7 +46,17 @@ class ReportGridWindow : public ShownTill {
         }
         grid.populate();
     }
-    QPointF at(const std::string& part) { return till.userInterface.touchPoint(grid, part).value().point; }
+    /// The group-by area, a column's header or its right border, or a row counted from the first in sight.
+    QPointF at(const std::string& part) {
+        const auto& view = dynamic_cast<ReportGridView&>(list);
+        const int number = std::atoi(part.c_str() + part.find(' ') + 1);
+        if (part.starts_with("row"))
+            return view.cell(list.findChild<QScrollBar*>()->value() + number, 0).center();
+        const QRectF header = view.cell(-1, number);
+        if (part == "group area")
+            return {header.center().x(), header.top() / 2};
+        return part.starts_with("border") ? QPointF(header.right(), header.center().y()) : header.center();
+    }
     void touch(const std::string& part, Qt::KeyboardModifiers keys = Qt::NoModifier) {
         QTest::mouseClick(&list, Qt::LeftButton, keys, at(part).toPoint());
     }

@@ -190,7 +190,7 @@ void Screens::use(Till& till) {
     till.control<TextBox>("txtNote").paste("RESTO");
     for (auto* button : till.frame().findChildren<QAbstractButton*>())
         button->setDown(true);
-    const auto touched = till.userInterface.touchPoint(*till.dialog().find("Pulsantiera_Pagamenti"), "1");
+    const auto touched = touchPoint(till.userInterface, *till.dialog().find("Pulsantiera_Pagamenti"), "1");
     QTest::mousePress(touched->widget, Qt::LeftButton, {}, touched->point.toPoint());
     lookAgain();
     QTest::mouseRelease(touched->widget, Qt::LeftButton, {}, QPoint(-1, -1));

@@ -25,10 +25,11 @@ MessageAnswer AttendedInterface::messageBox(const PlatformMessage& message) {
     return drawing_.messageBox(message);
 }
 
-QtScreen::QtScreen(const QSize& surface, QtEventLoop::Time time)
-    : loop(time), userInterface(loop, italian, surface) {}
+QtScreen::QtScreen(const QSize& surface, std::unique_ptr<QtEventLoop> eventLoop)
+    : ownLoop(std::move(eventLoop)), userInterface(loop, italian, surface) {}
 
-Till::Till(const QSize& surface, QtEventLoop::Time time) : QtScreen(surface, time), World(attended, loop) {
+Till::Till(const QSize& surface, std::unique_ptr<QtEventLoop> eventLoop)
+    : QtScreen(surface, std::move(eventLoop)), World(attended, loop) {
     attended.modalLoop = [this](Window& window) {
         loop.settle();
         passModal(window);

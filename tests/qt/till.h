@@ -1,6 +1,8 @@
 #pragma once
 #include "adapters/qt/user_interface.h"
 #include "adapters/qt/window_frame.h"
+#include "player/qt/pointing.h"
+#include "player/qt/stepped_event_loop.h"
 #include "unit/test_world.h"
 
 #include <QCoreApplication>
@@ -31,9 +33,10 @@ class AttendedInterface final : public UserInterface {
 
 /// Real windows of one size.
 struct QtScreen {
-    QtScreen(const QSize& surface, QtEventLoop::Time time);
+    QtScreen(const QSize& surface, std::unique_ptr<QtEventLoop> eventLoop);
     const RegionalSettings italian;
-    QtEventLoop loop;
+    const std::unique_ptr<QtEventLoop> ownLoop;
+    QtEventLoop& loop = *ownLoop;
     QtUserInterface userInterface;
     AttendedInterface attended{userInterface};
 };
@@ -42,7 +45,8 @@ struct QtScreen {
 /// recorded.
 class Till : public QtScreen, public World {
   public:
-    explicit Till(const QSize& surface = {1280, 800}, QtEventLoop::Time time = QtEventLoop::Time::Stepped);
+    explicit Till(const QSize& surface = {1280, 800},
+                  std::unique_ptr<QtEventLoop> eventLoop = std::make_unique<SteppedEventLoop>());
     ~Till();
     Till(const Till&) = delete;
     Till& operator=(const Till&) = delete;
@@ -54,8 +58,10 @@ class Till : public QtScreen, public World {
     QWidget& widget(const std::string& name, std::optional<int> index = {}) {
         return userInterface.view(*dialog().find(name, index))->widget();
     }
+    /// For the usual loop only.
+    SteppedEventLoop& time() { return dynamic_cast<SteppedEventLoop&>(loop); }
     void wait(int milliseconds) {
-        loop.advance(std::chrono::milliseconds(milliseconds));
+        time().advance(std::chrono::milliseconds(milliseconds));
         loop.settle();
     }
     /// Fills in everything that a single movement needs but the amount.

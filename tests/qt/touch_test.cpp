@@ -21,10 +21,11 @@ using Part = std::optional<std::string>;
 
 class TouchScreen : public testing::Test {
   protected:
-    explicit TouchScreen(QtEventLoop::Time time = QtEventLoop::Time::Stepped) : till({1280, 800}, time) {}
+    TouchScreen() = default;
+    explicit TouchScreen(std::unique_ptr<QtEventLoop> loop) : till({1280, 800}, std::move(loop)) {}
     /// In the window, of a control or a part of it.
     QPoint at(Control& control, const Part& part = {}) {
-        const auto place = till.userInterface.touchPoint(control, part);
+        const auto place = touchPoint(till.userInterface, control, part);
         return place->widget->mapTo(till.userInterface.frame(control.window()), place->point.toPoint());
     }
     QPoint at(const char* name, const Part& part = {}) { return at(*till.dialog().find(name), part); }
@@ -149,7 +150,7 @@ TEST_F(TouchScreen, PansAGridOfManyButtons) {
 /// In the clock's time.
 class WholeDay : public TouchScreen {
   protected:
-    WholeDay() : TouchScreen(QtEventLoop::Time::Live) {
+    WholeDay() : TouchScreen(std::make_unique<QtEventLoop>()) {
         till.insideModal = [this](Window& window) {
             tap(*window.find(window.name() == "frmMsgBox" ? "cmd1" : "CMD_Annulla"));
         };
@@ -157,9 +158,9 @@ class WholeDay : public TouchScreen {
     /// What lives in the process on behalf of dialogs, by class or kind. An object that nothing holds is a
     /// leak checker's to find.
     std::map<std::string, std::ptrdiff_t> holdings() {
-        till.wait(50);
-        std::map<std::string, std::ptrdiff_t> held{
-            {"slots", till.process.platform.languageRuntime.languageChanged.connectedSlots()}};
+        QTest::qWait(50);
+        till.loop.settle();
+        std::map<std::string, std::ptrdiff_t> held;
         QObjectList objects = qApp->findChildren<QObject*>() << qApp;
         for (QWidget* const window : QApplication::topLevelWidgets())
             objects << window << window->findChildren<QObject*>();

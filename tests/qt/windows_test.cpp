@@ -34,7 +34,7 @@ class DrawnAids : public test::ShownTill {
     QWidget& part(const char* name) { return *till.frame().findChild<QWidget*>(name); }
     QImage picture(const char* name) { return part(name).grab().toImage(); }
     QWidget& key(const char* control, const char* key) {
-        return *till.userInterface.touchPoint(*till.dialog().find(control), key)->widget;
+        return *touchPoint(till.userInterface, *till.dialog().find(control), key)->widget;
     }
     void save() {
         till.composeMovement();
@@ -107,7 +107,7 @@ TEST_F(DrawnAids, ButtonsOfAMessageFollowTheLanguage) {
 
 TEST_F(DrawnAids, LetNoTouchThroughToABlockedWindow) {
     auto& confirm = till.control<PushButton>("cmdConferma");
-    const auto place = *till.userInterface.touchPoint(confirm);
+    const auto place = *touchPoint(till.userInterface, confirm);
     const auto click = [&] { QTest::mouseClick(place.widget, Qt::LeftButton, {}, place.point.toPoint()); };
     int presses = 0;
     const auto pressed = confirm.pressed.connect([&] { ++presses; });
@@ -157,7 +157,7 @@ TEST(AccessibleChanges, TellAtOnceOfMarksAndOfTheAmountAsItIsKeyedIn) {
 }
 
 TEST(LiveTime, EndsAModalWindowWhoseTimerFails) {
-    QtEventLoop loop(QtEventLoop::Time::Live);
+    QtEventLoop loop;
     const RegionalSettings regional;
     QtUserInterface userInterface(loop, regional);
     WindowStack stack;
@@ -186,7 +186,7 @@ TEST(RandomWalkOnWindows, ShowsWhatTheModelsShow) {
         HeadlessCashier hands(world.loop);
         test::walkAtRandom({world, hands, {}, &expected}, seed, steps, onModels);
         Till till;
-        QtCashier fingers(till.userInterface);
+        QtCashier fingers(till.time(), till.userInterface);
         test::walkAtRandom({till, fingers, {}, &seen}, seed, steps, onWindows);
     }
     const auto [first, other] = std::ranges::mismatch(expected, seen);
@@ -199,7 +199,7 @@ TEST(RandomWalkOnWindows, ShowsWhatTheModelsShow) {
 }
 
 TEST(Captions, LoseNothingThatTheyDoNotMarkAsCut) {
-    const QtEventLoop loop(QtEventLoop::Time::Stepped);
+    const QtEventLoop loop;
     const QString text = "Bar-Einzahlung auf das Donaudampfschifffahrtsgesellschaftskasse 12/2026";
     int whole = 0;
     for (int width = 12; width < 200; width += 4)

@@ -1,5 +1,7 @@
 #include "test_world.h"
 
+#include "player/breaking_snapshot.h"
+
 namespace kova::test {
 
 void ScriptedDatabase::table(const std::string& piece, std::vector<std::string> columns,
@@ -22,18 +24,23 @@ void ScriptedDatabase::setting(const std::string& key, const Value& value) {
 
 Recordset ScriptedDatabase::query(const Query& query) {
     texts.push_back(query.text);
-    std::optional<Recordset::Interruption> interruption;
+    std::shared_ptr<BreakingSnapshot> broken;
     for (const auto& failure : failures) {
         if (query.text.find(failure.piece) == std::string::npos)
             continue;
         const DatabaseError error(DatabaseError::CommandFailed, "injected", "42000");
         if (!failure.afterRows)
             throw error;
-        interruption = {*failure.afterRows, error};
+        broken = std::make_shared<BreakingSnapshot>(*failure.afterRows, error);
     }
-    for (const auto& [piece, snapshot] : tables_)
-        if (query.text.find(piece) != std::string::npos)
-            return Recordset(snapshot, interruption);
+    for (const auto& [piece, snapshot] : tables_) {
+        if (query.text.find(piece) == std::string::npos)
+            continue;
+        if (!broken)
+            return Recordset(snapshot);
+        broken->copy(Recordset(snapshot));
+        return Recordset(std::move(broken));
+    }
     return Recordset(std::make_shared<Snapshot>());
 }
 

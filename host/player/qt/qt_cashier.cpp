@@ -1,13 +1,14 @@
 #include "player/qt/qt_cashier.h"
 
-#include "adapters/qt/event_loop.h"
 #include "adapters/qt/user_interface.h"
 #include "adapters/qt/window_frame.h"
 #include "adapters/system/machine.h"
 #include "base/error.h"
 #include "base/utf8.h"
 #include "host_options.h"
+#include "player/qt/pointing.h"
 #include "player/qt/recording.h"
+#include "player/qt/stepped_event_loop.h"
 #include "widgets/button_grid.h"
 #include "widgets/captioned_controls.h"
 #include "widgets/keyboards.h"
@@ -70,10 +71,10 @@ class QtStage final : public Stage {
     Cashier& cashier() override { return cashier_; }
 
   private:
-    QtEventLoop loop_{QtEventLoop::Time::Stepped};
+    SteppedEventLoop loop_;
     QtUserInterface userInterface_;
     std::unique_ptr<Recording> recording_;
-    QtCashier cashier_{userInterface_, recording_.get()};
+    QtCashier cashier_{loop_, userInterface_, recording_.get()};
 };
 
 } // namespace
@@ -96,12 +97,11 @@ void QtCashier::touchWidget(const TouchPoint& place) {
 /// One gesture: afterwards what it left waiting is handled and a handler's failure is thrown on.
 template <class Body>
 void QtCashier::carryOut(Body body) {
-    QtEventLoop::Caller caller(userInterface_.loop());
+    QtEventLoop::Caller caller(loop_);
     body();
-    userInterface_.loop().settle();
+    loop_.settle();
     if (recording_ != nullptr)
-        userInterface_.loop().advance(FingerDown +
-                                      AfterGesture); // what fades by itself is to fade on film too
+        loop_.advance(FingerDown + AfterGesture); // what fades by itself is to fade on film too
     record(AfterGesture);
     caller.rethrow();
 }
@@ -112,7 +112,7 @@ Gesture QtCashier::touchPart(Control& control, const std::optional<std::string>&
     const Gesture reached = control.reach();
     if (reached != Gesture::Done)
         return reached;
-    const auto place = userInterface_.touchPoint(control, part);
+    const auto place = touchPoint(userInterface_, control, part);
     if (!place)
         return touchModel();
     carryOut([&] { touchWidget(*place); });
@@ -142,7 +142,7 @@ Gesture QtCashier::selectTab(TabControl& tabs, int index) {
 
 Gesture QtCashier::focus(Control& control) {
     Gesture reached = Gesture::Done;
-    if (const auto place = userInterface_.touchPoint(control))
+    if (const auto place = touchPoint(userInterface_, control))
         record(FingerDown, &*place);
     carryOut([&] { reached = control.window().moveFocus(control); });
     return reached;
@@ -192,8 +192,8 @@ void QtCashier::requestClose(Window& window) {
 
 void QtCashier::wait(std::chrono::milliseconds time) {
     record(time);
-    userInterface_.loop().advance(time);
-    userInterface_.loop().settle();
+    loop_.advance(time);
+    loop_.settle();
 }
 
 void QtCashier::screenshot(Window& window, const std::string& file) {

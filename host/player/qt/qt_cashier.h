@@ -10,6 +10,7 @@ namespace kova {
 
 class QtUserInterface;
 class Recording;
+class SteppedEventLoop;
 struct TouchPoint;
 
 /// A cashier in front of real windows: touches are mouse events at the place where the widget is drawn, keys
@@ -17,8 +18,8 @@ struct TouchPoint;
 class QtCashier final : public Cashier {
   public:
     /// What is seen meanwhile goes to `recording`, if there is one.
-    explicit QtCashier(QtUserInterface& userInterface, Recording* recording = nullptr)
-        : userInterface_(userInterface), recording_(recording) {}
+    QtCashier(SteppedEventLoop& loop, QtUserInterface& userInterface, Recording* recording = nullptr)
+        : loop_(loop), userInterface_(userInterface), recording_(recording) {}
 
     Gesture press(PushButton& button) override;
     Gesture touch(ButtonGrid& grid, const std::string& key) override;
@@ -39,6 +40,7 @@ class QtCashier final : public Cashier {
     void carryOut(Body body);
     void touchWidget(const TouchPoint& place);
     void record(std::chrono::milliseconds time, const TouchPoint* finger = nullptr);
+    SteppedEventLoop& loop_;
     QtUserInterface& userInterface_;
     Recording* recording_;
 };

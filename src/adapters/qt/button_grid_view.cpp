@@ -55,20 +55,6 @@ void ButtonGridView::arrange() {
         touch_.arrange(*model(), {double(width()), double(height())}, scale());
 }
 
-std::optional<TouchPoint> ButtonGridView::touchPoint(const std::optional<std::string>& part) {
-    if (!part)
-        return ControlView::touchPoint(part);
-    if (model() == nullptr || size().isEmpty())
-        return std::nullopt;
-    const auto& buttons = model()->buttons();
-    const auto found = std::ranges::find(buttons, *part, &ButtonGrid::Button::key);
-    if (found == buttons.end())
-        return std::nullopt;
-    const int index = static_cast<int>(found - buttons.begin());
-    show(index);
-    return TouchPoint{this, look::toQt(cells().cell(index)).center()};
-}
-
 void ButtonGridView::layOut() {
     ControlView::layOut();
     arrange();
@@ -88,7 +74,7 @@ void ButtonGridView::showProperty(Property property) {
     ControlView::showProperty(property);
 }
 
-void ButtonGridView::show(int index) {
+void ButtonGridView::scrollTo(int index) {
     touch_.show(index);
     update();
 }

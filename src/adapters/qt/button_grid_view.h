@@ -12,9 +12,6 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
   public:
     ButtonGridView(ButtonGrid& grid, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
-    /// Brings the button into sight.
-    std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
-
     QAccessibleInterface* makeAccessible() override;
 
     // For assistive technology.
@@ -24,6 +21,7 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
     [[nodiscard]] QRectF face(int index) const { return look::toQt(cells().face(index)); }
     [[nodiscard]] int currentCell() const { return touch_.current(); } ///< that the keyboard touches
     void touchCell(int index);
+    void scrollTo(int index); ///< until the cell is in sight
 
   protected:
     void layOut() override;
@@ -41,7 +39,6 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
 
   private:
     void arrange();
-    void show(int index);
     void showMarked();
     /// Draws the cells that came under the finger, or no longer are there.
     void showDown();

@@ -123,12 +123,6 @@ bool KeyButton::takeTouch(const QTouchEvent& event) {
     return true;
 }
 
-std::optional<TouchPoint> KeyButton::touchPoint() {
-    if (size().isEmpty())
-        return std::nullopt;
-    return TouchPoint{this, QRectF(rect()).center()};
-}
-
 namespace {
 
 constexpr double IconSize = 16;    // design pixels

@@ -51,7 +51,6 @@ class KeyButton final : public FaceButton {
     /// `key` tells it from the others of the board; `spoken` is what assistive technology calls it.
     KeyButton(QWidget& board, std::string key, const QString& spoken);
     [[nodiscard]] const std::string& key() const { return key_; }
-    [[nodiscard]] std::optional<TouchPoint> touchPoint();
 
   protected:
     bool event(QEvent* event) override;

@@ -84,12 +84,6 @@ void ControlView::showSpokenName(const QString& name) {
     widget().setAccessibleName(name);
 }
 
-std::optional<TouchPoint> ControlView::touchPoint(const std::optional<std::string>& part) {
-    if (part || widget().size().isEmpty())
-        return std::nullopt;
-    return TouchPoint{&widget(), QRectF(widget().rect()).center()};
-}
-
 void ControlView::layOut() {
     widget().setGeometry(frame_.pixels(*control_));
 }

@@ -18,12 +18,6 @@ namespace kova {
 
 class WindowFrame;
 
-/// Where on the screen a finger goes.
-struct TouchPoint {
-    QWidget* widget;
-    QPointF point;
-};
-
 /// The drawing of one control. It observes the model and hands gestures to it; it decides nothing. Once
 /// detached it no longer knows its model. Its widget is deleted with the frame's, when no handler runs, so
 /// that a view may be used after it ran a handler.
@@ -36,9 +30,6 @@ class ControlView : public AccessibleView {
     virtual QWidget& widget() = 0;
     /// What has the keyboard when the control has the focus.
     virtual QWidget& keyboardWidget() { return widget(); }
-    /// Where to touch the control, or the part of it with that key: a button's key, a keypad's text, a
-    /// keyboard's character, a tab's number. Nothing when no such part is drawn.
-    virtual std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part);
     /// Brings the whole view in line with its model, after making and whenever the scale changed.
     void showAll();
     /// Another control was moved, shown or hidden.

@@ -12,34 +12,23 @@ namespace kova {
 
 using namespace std::chrono_literals;
 
-/// Counts a handler as running; when the outermost ends, deletes what was to be deleted after them.
-class QtEventLoop::Handler {
-  public:
-    explicit Handler(QtEventLoop& loop) : loop_(loop) { ++loop_.runningHandlers_; }
-    Handler(const Handler&) = delete;
-    Handler& operator=(const Handler&) = delete;
-    ~Handler() {
-        if (--loop_.runningHandlers_ > 0)
-            return;
-        for (const auto& object : std::exchange(loop_.toDelete_, {}))
-            if (object)
-                object->deleteLater();
-        if (loop_.deferred_)
-            QMetaObject::invokeMethod(
-                qApp,
-                [&loop = loop_, alive = QPointer<QTimer>(loop_.alarm_.get())] {
-                    if (alive)
-                        loop.runDeferred();
-                },
-                Qt::QueuedConnection);
-    }
+QtEventLoop::Handler::~Handler() {
+    if (--loop_.runningHandlers_ > 0)
+        return;
+    for (const auto& object : std::exchange(loop_.toDelete_, {}))
+        if (object)
+            object->deleteLater();
+    if (loop_.deferred_)
+        QMetaObject::invokeMethod(
+            qApp,
+            [&loop = loop_, alive = QPointer<QTimer>(loop_.alarm_.get())] {
+                if (alive)
+                    loop.runDeferred();
+            },
+            Qt::QueuedConnection);
+}
 
-  private:
-    QtEventLoop& loop_;
-};
-
-QtEventLoop::QtEventLoop(Time time)
-    : application_(makeApplication()), time_(time), alarm_(std::make_unique<QTimer>()) {
+QtEventLoop::QtEventLoop() : application_(makeApplication()), alarm_(std::make_unique<QTimer>()) {
     clock_.start();
     alarm_->setSingleShot(true);
     alarm_->setTimerType(Qt::PreciseTimer);
@@ -75,21 +64,6 @@ void QtEventLoop::processPendingEvents() {
     caller.rethrow();
 }
 
-void QtEventLoop::advance(Milliseconds time) {
-    if (time_ == Time::Live) {
-        waitForQt(time);
-        return;
-    }
-    const auto target = timers_.now() + time;
-    do {
-        const auto left = std::max(target - timers_.now(), 0ms);
-        const auto piece = std::min(timers_.untilNext().value_or(left), left);
-        if (piece > 0ms)
-            waitForQt(piece);
-        timers_.advance(std::clamp(target - timers_.now(), 0ms, piece));
-    } while (timers_.now() < target);
-}
-
 void QtEventLoop::endApplication() {
     alarm_.reset();
     application_.reset();
@@ -100,14 +74,6 @@ void QtEventLoop::settle() {
     // With no Qt loop running nobody else carries out deleteLater.
     if (runningHandlers_ == 0)
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-void QtEventLoop::waitForQt(Milliseconds time) {
-    QEventLoop loop;
-    Caller caller(*this, &loop);
-    QTimer::singleShot(time, Qt::PreciseTimer, &loop, &QEventLoop::quit);
-    loop.exec();
-    caller.rethrow();
 }
 
 void QtEventLoop::runHandler(const std::function<void()>& handler) noexcept {
@@ -168,7 +134,7 @@ void QtEventLoop::Caller::rethrow() {
         std::rethrow_exception(std::move(failure));
 }
 
-// Live time. The queue's time line stands still while a handler keeps Qt from its timers: ticks come late
+// The queue's time line stands still while a handler keeps Qt from its timers: ticks come late
 // then, but never early and never in a burst.
 
 QtEventLoop::Milliseconds QtEventLoop::wall() const {
@@ -176,8 +142,6 @@ QtEventLoop::Milliseconds QtEventLoop::wall() const {
 }
 
 void QtEventLoop::alignWithWall() {
-    if (time_ != Time::Live)
-        return;
     auto step = wall() - timers_.now();
     if (const auto next = timers_.untilNext())
         step = std::min(step, *next - 1ms); // a timer may be due already; it ticks from Qt's loop, not here
@@ -187,7 +151,7 @@ void QtEventLoop::alignWithWall() {
 }
 
 void QtEventLoop::arm() {
-    if (time_ != Time::Live || !alarm_)
+    if (!alarm_)
         return;
     const auto next = timers_.untilNext();
     if (next)

@@ -21,15 +21,9 @@ namespace kova {
 ///
 /// Exceptions cannot pass through Qt. Views therefore run every operation of a model through `runHandler`,
 /// and whoever waits for Qt (a modal loop, a gesture, a pause) is a `Caller` and throws on what was kept.
-class QtEventLoop final : public EventLoop {
+class QtEventLoop : public EventLoop {
   public:
-    enum class Time {
-        Live,   ///< timers follow real time
-        Stepped ///< time passes inside `advance` alone, which really takes that long: ticks come in the same
-                ///< order and at the same milliseconds as on virtual time, however slow the machine
-    };
-
-    explicit QtEventLoop(Time time);
+    QtEventLoop();
     QtEventLoop(const QtEventLoop&) = delete;
     QtEventLoop& operator=(const QtEventLoop&) = delete;
     ~QtEventLoop() override;
@@ -38,9 +32,7 @@ class QtEventLoop final : public EventLoop {
     void stopTimer(TimerId id) override;
     void processPendingEvents() override;
 
-    /// Waits while handling events; timers that fall due tick in order.
-    void advance(std::chrono::milliseconds time);
-    /// Handles what Qt has waiting (painting, focus, deletion); stepped time stands still.
+    /// Handles what Qt has waiting (painting, focus, deletion).
     void settle();
 
     /// Ends the QApplication, if it is this object's. No window may be left, and none can be shown
@@ -73,19 +65,29 @@ class QtEventLoop final : public EventLoop {
         QtEventLoop& owner_;
     };
 
-  private:
-    class Handler;
+  protected:
     using Milliseconds = std::chrono::milliseconds;
+    /// Counts a handler as running; when the outermost ends, deletes what was to be deleted after them.
+    class Handler {
+      public:
+        explicit Handler(QtEventLoop& loop) : loop_(loop) { ++loop_.runningHandlers_; }
+        Handler(const Handler&) = delete;
+        Handler& operator=(const Handler&) = delete;
+        ~Handler();
+
+      private:
+        QtEventLoop& loop_;
+    };
+
+  private:
     void runDeferred();
     void keepFailure(std::exception_ptr failure);
-    void waitForQt(Milliseconds time);
     [[nodiscard]] Milliseconds wall() const;
     void alignWithWall();
     void arm();
     void onAlarm();
 
     std::unique_ptr<QApplication> application_; ///< null when the host has its own
-    Time time_;
     TimerQueue timers_;
     QElapsedTimer clock_;
     Milliseconds slip_{0}; ///< how far the queue's time line lies behind the clock

@@ -104,16 +104,6 @@ void NumericKeypadView::showReadBack() {
         readBack_->show(model()->readBack()->content(), QRectF(0, 0, width(), keysTop_).toRect(), scale());
 }
 
-std::optional<TouchPoint> NumericKeypadView::touchPoint(const std::optional<std::string>& part) {
-    if (!part)
-        return ControlView::touchPoint(part);
-    for (const auto& row : rows_)
-        for (KeyButton* key : row)
-            if (key->key() == *part)
-                return key->touchPoint();
-    return std::nullopt;
-}
-
 namespace {
 
 const Font Letter{.points = 14, .bold = true};
@@ -247,17 +237,6 @@ void OnScreenKeyboardView::paintEvent(QPaintEvent*) {
         return;
     QPainter painter(this);
     paintBoard(painter, model()->backColor(), look::BoardRadius);
-}
-
-std::optional<TouchPoint> OnScreenKeyboardView::touchPoint(const std::optional<std::string>& part) {
-    if (!part)
-        return ControlView::touchPoint(part);
-    const std::u32string wanted = fromUtf8(std::string_view(*part));
-    for (const auto& row : rows_)
-        for (const Key& key : row)
-            if (key.character != CapsLock && wanted.size() == 1 && key.character == lowerCase(wanted.front()))
-                return key.button->touchPoint();
-    return std::nullopt;
 }
 
 } // namespace kova

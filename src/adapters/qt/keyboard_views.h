@@ -16,7 +16,6 @@ class NumericKeypadView final : public QWidget, public ModelView<NumericKeypad> 
     NumericKeypadView(NumericKeypad& keypad, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
     QAccessibleInterface* makeAccessible() override;
-    std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
 
     void detach() override;
     void showWords() override { nameKeys(); }
@@ -43,8 +42,6 @@ class OnScreenKeyboardView final : public QWidget, public ModelView<OnScreenKeyb
     OnScreenKeyboardView(OnScreenKeyboard& keyboard, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
     QAccessibleInterface* makeAccessible() override;
-    /// The key of a character in either letter case.
-    std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
     void showWords() override;
 
   protected:

@@ -74,24 +74,6 @@ ReportGridLayout ReportGridView::layout() const {
             needs_,   static_cast<std::size_t>(scrollBar_.value())};
 }
 
-std::optional<TouchPoint> ReportGridView::touchPoint(const std::optional<std::string>& part) {
-    if (!part || model() == nullptr)
-        return ControlView::touchPoint(part);
-    const ReportGridLayout parts = layout();
-    const auto blank = part->find(' ');
-    const QString number = QString::fromStdString(part->substr(blank + 1));
-    const auto index = static_cast<std::size_t>(number.toUInt());
-    if (*part == "group area")
-        return TouchPoint{this, parts.groupArea.center()};
-    if (part->starts_with("row "))
-        return TouchPoint{this, parts.row(index + static_cast<std::size_t>(scrollBar_.value())).center()};
-    if (index >= model()->columns().size())
-        return std::nullopt;
-    const QRectF header = parts.header(index);
-    return TouchPoint{this, part->starts_with("border ") ? QPointF(header.right(), header.center().y())
-                                                         : header.center()};
-}
-
 QAccessibleInterface* ReportGridView::makeAccessible() {
     return makeAccessibleReportGrid(*this);
 }

@@ -18,9 +18,6 @@ class ReportGridView final : public QWidget, public ModelView<ReportGrid> {
   public:
     ReportGridView(ReportGrid& grid, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
-    /// Parts are `group area`, `header N`, `border N` (the right one of column N), `row N` (counted from the
-    /// first in sight).
-    std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
     QAccessibleInterface* makeAccessible() override;
 
     // For assistive technology. Row -1 has the column headers.

@@ -171,15 +171,6 @@ void TabControlView::showProperty(Property property) {
     ControlView::showProperty(property);
 }
 
-std::optional<TouchPoint> TabControlView::touchPoint(const std::optional<std::string>& part) {
-    if (!part)
-        return ControlView::touchPoint(part);
-    for (int index = 0; index < bar_->count(); ++index)
-        if (std::to_string(index) == *part && bar_->tabAt(bar_->tabRect(index).center()) == index)
-            return TouchPoint{bar_, QPointF(bar_->tabRect(index).center())};
-    return std::nullopt;
-}
-
 TabPageView::TabPageView(TabPage& page, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(page, frame) {
     setAttribute(Qt::WA_OpaquePaintEvent);

@@ -37,7 +37,6 @@ class TabControlView final : public QWidget, public ModelView<TabControl> {
     TabControlView(TabControl& tabs, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
     QWidget& keyboardWidget() override { return *bar_; }
-    std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override;
     void detach() override;
     QAccessibleInterface* makeAccessible() override;
 

@@ -84,11 +84,6 @@ class NoteEditView final : public EditorView<QPlainTextEdit> {
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         followEditor();
     }
-    std::optional<TouchPoint> touchPoint(const std::optional<std::string>& part) override {
-        if (part || viewport()->size().isEmpty())
-            return std::nullopt;
-        return TouchPoint{viewport(), QRectF(viewport()->rect()).center()};
-    }
 
   protected:
     // Not toPlainText, which turns hard blanks into ordinary ones.

@@ -159,10 +159,4 @@ ControlView* QtUserInterface::view(Control& control) const {
     return drawn == nullptr ? nullptr : drawn->view(control);
 }
 
-std::optional<TouchPoint> QtUserInterface::touchPoint(Control& control,
-                                                      const std::optional<std::string>& part) const {
-    ControlView* const drawn = view(control);
-    return drawn == nullptr ? std::nullopt : drawn->touchPoint(part);
-}
-
 } // namespace kova

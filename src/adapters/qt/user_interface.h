@@ -38,9 +38,6 @@ class QtUserInterface final : public UserInterface {
     [[nodiscard]] WindowFrame* frame(const Window& window) const;
     /// Null when nothing draws the control.
     [[nodiscard]] ControlView* view(Control& control) const;
-    /// Where to touch a control, or the part of it with that key; nothing when it is not drawn.
-    [[nodiscard]] std::optional<TouchPoint> touchPoint(Control& control,
-                                                       const std::optional<std::string>& part = {}) const;
 
   private:
     class FrameView;

@@ -108,11 +108,6 @@ void FileErrorLogger::LogError(const std::string& procedure, const std::string& 
     flush();
 }
 
-std::size_t FileErrorLogger::waiting() const {
-    const std::lock_guard lock(mutex_);
-    return waiting_.size();
-}
-
 std::string FileErrorLogger::record(const std::string& procedure, const std::string& message,
                                     const char* object, std::int32_t number, const std::string& text) const {
     return timeStamp(clock_.now()) + '\t' + field(application_) + '\t' + field(procedure) + '\t' +

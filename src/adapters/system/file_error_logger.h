@@ -32,7 +32,6 @@ class FileErrorLogger : public ErrorLogger {
     void SetLogFile(const std::string& path) override;
     void LogError(const std::string& procedure, const std::string& message, const char* object,
                   std::int32_t number, const std::string& text) override;
-    [[nodiscard]] std::size_t waiting() const;
 
   private:
     [[nodiscard]] std::string record(const std::string& procedure, const std::string& message,
@@ -40,7 +39,7 @@ class FileErrorLogger : public ErrorLogger {
     void flush();
     std::string flushTo(std::size_t place, const std::string& why);
     const Clock& clock_;
-    mutable std::mutex mutex_; ///< of all below
+    std::mutex mutex_; ///< of all below
     std::string application_;
     std::vector<LogPlace> places_; ///< the file first; without a `write` until there is one
     std::size_t used_ = 0;         ///< the place that took the last record
