@@ -11,7 +11,7 @@ struct StringTableEntry {
 };
 
 // clang-format off
-inline constexpr StringTableEntry stringTable[] = {
+inline constexpr StringTableEntry StringTable[] = {
     {1, "Gestione cassetto", "Schublade-management", "Drawer management"},
     {2, "Stampa", "Drucken", "Print"},
     {3, "Chiudi", "Schließen", "Close"},

@@ -1,7 +1,5 @@
 #include "player/script_database.h"
 
-#include "player/breaking_snapshot.h"
-
 namespace kova {
 namespace {
 

@@ -1,6 +1,8 @@
 #pragma once
 #include "ports/database.h"
 
+#include <cstddef>
+#include <exception>
 #include <memory>
 #include <optional>
 #include <string>
@@ -8,6 +10,33 @@
 #include <vector>
 
 namespace kova {
+
+/// A result whose connection dies under the cursor: the record count is known, but no cell can be read from
+/// some row on.
+class BreakingSnapshot final : public Snapshot {
+  public:
+    BreakingSnapshot(std::size_t readableRows, const DatabaseError& error)
+        : readableRows_(readableRows), error_(std::make_exception_ptr(error)) {}
+    [[nodiscard]] Value at(std::size_t row, std::size_t column) const override {
+        if (row >= readableRows_)
+            std::rethrow_exception(error_);
+        return Snapshot::at(row, column);
+    }
+    /// Takes over the rest of what another result has.
+    void copy(Recordset records) {
+        for (std::size_t column = 0; column < records.fieldCount(); ++column)
+            addColumn(records.fieldName(column));
+        for (; !records.endOfFile(); records.moveNext()) {
+            for (std::size_t column = 0; column < records.fieldCount(); ++column)
+                add(records.field(column));
+            endRow();
+        }
+    }
+
+  private:
+    std::size_t readableRows_;
+    std::exception_ptr error_;
+};
 
 /// Watches every query of the component: keeps its text, and lets it fail where a script says so.
 class QueryWatch {

@@ -82,7 +82,7 @@ constexpr Parameter SoftwareNameParameter[] = {{"SwName", Type::String}};
 constexpr Parameter ConnectionStringParameter[] = {{"locConnString", Type::String}};
 constexpr Parameter HostConnectionParameter[] = {{"ConnessioneDB", Type::Connection}};
 constexpr Parameter BooleanValue[] = {{"value", Type::Boolean}};
-constexpr Parameter int32Value[] = {{"value", Type::Int32}};
+constexpr Parameter Int32Value[] = {{"value", Type::Int32}};
 constexpr Parameter StringValue[] = {{"value", Type::String}};
 
 struct MemberRow {
@@ -108,7 +108,7 @@ constexpr MemberRow MemberRows[] = {
     {{"SetSoftwareName", Method, 5, 7, SoftwareNameParameter}, writes<std::string, &C::SetSoftwareName>},
     {{"AttivaVisualizzazionePrecontiDefinitivi", Write, 7, 8, BooleanValue}, writes<bool, &C::AttivaVisualizzazionePrecontiDefinitivi>},
     {{"AttivaVisualizzazionePrecontiDefinitivi", Read, 10, 8, {}, Type::Boolean}, reads<bool, &C::AttivaVisualizzazionePrecontiDefinitivi>},
-    {{"idCassa", Write, 8, 9, int32Value}, writes<std::int32_t, &C::idCassa>},
+    {{"idCassa", Write, 8, 9, Int32Value}, writes<std::int32_t, &C::idCassa>},
     {{"idCassa", Read, 11, 9, {}, Type::Int32}, reads<std::int32_t, &C::idCassa>},
     {{"ChiusuraAutomatica", Write, 12, 15, BooleanValue}, writes<bool, &C::ChiusuraAutomatica>},
     {{"ChiusuraAutomatica", Read, 13, 15, {}, Type::Boolean}, reads<bool, &C::ChiusuraAutomatica>},
@@ -116,9 +116,9 @@ constexpr MemberRow MemberRows[] = {
     {{"InserimentoAutomatico", Read, 15, 14, {}, Type::Boolean}, reads<bool, &C::InserimentoAutomatico>},
     {{"DoppioInserimentoObbligatorio", Write, 26, 18, BooleanValue}, writes<bool, &C::DoppioInserimentoObbligatorio>},
     {{"DoppioInserimentoObbligatorio", Read, 27, 18, {}, Type::Boolean}, reads<bool, &C::DoppioInserimentoObbligatorio>},
-    {{"idPagamentoPredefinito", Write, 16, 13, int32Value}, writes<std::int32_t, &C::idPagamentoPredefinito>},
+    {{"idPagamentoPredefinito", Write, 16, 13, Int32Value}, writes<std::int32_t, &C::idPagamentoPredefinito>},
     {{"idPagamentoPredefinito", Read, 17, 13, {}, Type::Int32}, reads<std::int32_t, &C::idPagamentoPredefinito>},
-    {{"idUtente", Write, 18, 12, int32Value}, writes<std::int32_t, &C::idUtente>},
+    {{"idUtente", Write, 18, 12, Int32Value}, writes<std::int32_t, &C::idUtente>},
     {{"idUtente", Read, 19, 12, {}, Type::Int32}, reads<std::int32_t, &C::idUtente>},
     {{"UsaSoloValutaAziendale", Write, 20, 11, BooleanValue}, writes<bool, &C::UsaSoloValutaAziendale>},
     {{"UsaSoloValutaAziendale", Read, 21, 11, {}, Type::Boolean}, reads<bool, &C::UsaSoloValutaAziendale>},

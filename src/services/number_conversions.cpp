@@ -127,7 +127,7 @@ class NumberParser {
 /// up to 10^22. Nothing for any other text.
 std::optional<double> parsePlain(std::string_view text, const RegionalSettings& regional) {
     constexpr std::size_t MostDigits = std::numeric_limits<double>::digits10;
-    static constexpr std::array<double, MostDigits + 1> powers{1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+    static constexpr std::array<double, MostDigits + 1> Powers{1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                                1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
     const bool negative = text.starts_with('-');
     text.remove_prefix(negative ? 1 : 0);
@@ -147,7 +147,7 @@ std::optional<double> parsePlain(std::string_view text, const RegionalSettings& 
     }
     if (count == 0)
         return std::nullopt;
-    const double number = static_cast<double>(digits) / powers[decimals];
+    const double number = static_cast<double>(digits) / Powers[decimals];
     return negative ? -number : number;
 }
 

@@ -73,15 +73,15 @@ constexpr bool isComplete(const auto& entry) {
                                 [&](std::int32_t id) { return in(id, entry).value_or("").empty(); });
 }
 static_assert(std::ranges::all_of(Dictionary, [](const auto& word) { return isComplete(word); }));
-static_assert(std::ranges::all_of(stringTable, [](const auto& entry) { return isComplete(entry); }));
+static_assert(std::ranges::all_of(StringTable, [](const auto& entry) { return isComplete(entry); }));
 
 } // namespace
 
 std::string StringSource::GetString(std::int32_t id, std::int32_t languageId) const {
     if (!bound_)
         return {};
-    const auto entry = std::ranges::find(stringTable, id, &StringTableEntry::id);
-    if (entry == std::end(stringTable))
+    const auto entry = std::ranges::find(StringTable, id, &StringTableEntry::id);
+    if (entry == std::end(StringTable))
         return {};
     return std::string(in(languageId, *entry).value_or(""));
 }

@@ -44,8 +44,8 @@ constexpr std::array<std::int32_t, 3> SupportedLanguages() {
 class LocalisedString {
   public:
     consteval LocalisedString(std::int32_t id, std::string_view italian) : id_(id) {
-        const auto* const entry = std::ranges::find(stringTable, id, &StringTableEntry::id);
-        if (entry == std::end(stringTable) || entry->italian != italian)
+        const auto* const entry = std::ranges::find(StringTable, id, &StringTableEntry::id);
+        if (entry == std::end(StringTable) || entry->italian != italian)
             throw "no such entry of the string table";
     }
     [[nodiscard]] std::int32_t id() const { return id_; }

@@ -1,6 +1,6 @@
 #include "test_world.h"
 
-#include "player/breaking_snapshot.h"
+#include "player/script_database.h"
 
 namespace kova::test {
 
