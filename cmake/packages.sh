@@ -13,7 +13,7 @@ packages_odbc="unixodbc unixodbc-dev odbcinst tdsodbc" # the driver manager, and
 packages_tests="libgtest-dev clang-format"
 packages_pictures="imagemagick" # joins the film of examples/record.sh
 packages_all="clang clang-tidy libbenchmark-dev"
-packages_windows="g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth tcl dpkg-dev googletest"
+packages_windows="g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth tcl dpkg-dev googletest zip unzip nsis"
 
 installed() { dpkg-query -W -f '${db:Status-Abbrev}' "$1" 2>/dev/null | grep -q '^ii'; }
 
@@ -40,8 +40,7 @@ need_packages() {
   "${asroot[@]}" apt-get update >"$log" 2>&1 || true
   if ! "${asroot[@]}" env DEBIAN_FRONTEND=noninteractive \
     apt-get install -y --no-install-recommends "${missing[@]}" >>"$log" 2>&1; then
-    tail -n 20 "$log" >&2
-    fail "could not install ${missing[*]} (log: $log)"
+    fail "could not install ${missing[*]}: $(sed -n 's/^E: //p' "$log" | head -n 1) (log: $log)"
   fi
   rm -f "$log"
 }

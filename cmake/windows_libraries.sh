@@ -10,7 +10,9 @@ cpu=${1:?usage: windows_libraries.sh x86_64|i686}
 compiler=$cpu-w64-mingw32
 qt_version=$(dpkg-query -W -f '${source:Version}' qt6-base-dev)
 sqlite_version=$(dpkg-query -W -f '${source:Version}' libsqlite3-dev)
-key=$({ cat "$0"; echo "$qt_version $sqlite_version"; "$compiler-g++-posix" --version; } | sha256sum | cut -c1-16)
+# What builds them is part of the key; the rest of this file may change without a new build.
+key=$({ sed -n '/^build_/,/^}/p' "$0"; echo "$qt_version $sqlite_version"; "$compiler-g++-posix" --version; } |
+  sha256sum | cut -c1-16)
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/kova
 prefix=$cache/windows-$cpu-$key
 if [ -e "$prefix/complete" ]; then
@@ -74,7 +76,16 @@ build_qt() {
 
 say "building SQLite and Qt for Windows ($cpu) once for this machine, into $prefix" >&2
 log=$cache/windows-$cpu.log
-trap 'tail -n 20 "$log" >&2; fail "could not build the libraries for Windows (log: $log)"' ERR
+exec 3>&2
+# Without the network one line, and the end of the log where a build has failed.
+stopped() {
+  [ "$BASH_SUBSHELL" = 0 ] || exit 1
+  local reason
+  reason=$(sed -nE 's/^[EW]: (Failed to fetch)/: \1/p' "$log" | head -n 1)
+  [ -n "$reason" ] || tail -n 20 "$log" >&3
+  fail "could not build the libraries for Windows$reason (log: $log)" 2>&3
+}
+trap stopped ERR
 set -E
 { build_sqlite; build_qt; } >"$log" 2>&1
 trap - ERR
