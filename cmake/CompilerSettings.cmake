@@ -8,7 +8,12 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 # Sums of money have the same last bits on every processor: no product is fused with the sum it goes into.
-add_compile_options(-ffp-contract=off)
+# MSVC does so by itself.
+if(MSVC)
+  add_compile_options(/utf-8 /permissive-)
+else()
+  add_compile_options(-ffp-contract=off)
+endif()
 
 if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE Release)
@@ -19,8 +24,10 @@ if(WIN32)
 endif()
 
 add_library(kova_warnings INTERFACE)
-target_compile_options(kova_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
-                                               $<$<BOOL:${KOVA_WERROR}>:-Werror>)
+if(NOT MSVC)
+  target_compile_options(kova_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                                                 $<$<BOOL:${KOVA_WERROR}>:-Werror>)
+endif()
 
 if(KOVA_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
