@@ -1,7 +1,7 @@
 #include "adapters/odbc/column_buffer.h"
 #include "adapters/odbc/odbc_connection_text.h"
 #include "adapters/odbc/odbc_error.h"
-#include "adapters/odbc/utf16.h"
+#include "base/utf16.h"
 #include "services/conversions.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "adapters/odbc/odbc_handles.h"
 
 #include "adapters/odbc/odbc_error.h"
-#include "adapters/odbc/utf16.h"
+#include "base/utf16.h"
 
 #include <algorithm>
 #include <sqlext.h>
