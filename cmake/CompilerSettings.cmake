@@ -9,6 +9,11 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 # Sums of money have the same last bits on every processor: no product is fused with the sum it goes into.
 add_compile_options(-ffp-contract=off)
+# Nor is any counted in the wider registers that processors of 32 bits have besides, whose precision a host may
+# have changed. What counts otherwise needs a stack that is aligned, which such hosts do not promise.
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "i[3-6]86")
+  add_compile_options(-msse2 -mfpmath=sse -mstackrealign)
+endif()
 
 if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE Release)
