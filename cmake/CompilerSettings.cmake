@@ -13,6 +13,11 @@ if(MSVC)
   add_compile_options(/utf-8 /permissive-)
 else()
   add_compile_options(-ffp-contract=off)
+  # Nor is any counted in the wider registers that processors of 32 bits have besides, whose precision a host may
+  # have changed. What counts otherwise needs a stack that is aligned, which such hosts do not promise.
+  if(CMAKE_SYSTEM_PROCESSOR MATCHES "i[3-6]86")
+    add_compile_options(-msse2 -mfpmath=sse -mstackrealign)
+  endif()
 endif()
 
 if(NOT CMAKE_BUILD_TYPE)

@@ -1,3 +1,4 @@
+#include "adapters/system/machine.h"
 #include "demonstration/demonstration.h"
 #include "host_options.h"
 #include "player/scenario_player.h"
@@ -25,8 +26,9 @@ int run(const kova::HostOptions& options) {
 
 int main(int count, char** arguments) {
     std::ios::sync_with_stdio(false);
+    const auto console = kova::utf8Console();
     try {
-        return run(kova::hostOptions({arguments + 1, arguments + count}));
+        return run(kova::hostOptions(kova::programArguments(count, arguments)));
     } catch (const kova::UsageError& error) {
         std::cerr << "kova-host: " << error.what() << "\n\n" << kova::usage();
     } catch (const std::exception& error) {

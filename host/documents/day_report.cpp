@@ -3,6 +3,7 @@
 #include "base/ascii_text.h"
 #include "base/numbered_errors.h"
 #include "services/conversions.h"
+#include "services/number_format.h"
 
 #include <algorithm>
 #include <cmath>
@@ -193,12 +194,7 @@ std::string moneyText(Decimal amount, const RegionalSettings& regional, Sign sig
     std::string text;
     if (amount.unscaled != 0 && (negative || sign == Sign::Always))
         text = negative ? "\u2212" : "+";
-    for (std::size_t i = 0; i < digits.size(); ++i) {
-        if (i > 0 && (digits.size() - i) % 3 == 0)
-            text += regional.groupSeparator;
-        text += digits[i];
-    }
-    return text + regional.decimalSeparator + decimals;
+    return text + groupedDigits(digits, regional) + regional.decimalSeparator + decimals;
 }
 
 std::string timeOfDayText(DateTime time, const RegionalSettings& regional) {
@@ -208,7 +204,8 @@ std::string timeOfDayText(DateTime time, const RegionalSettings& regional) {
     const std::string rest = regional.timeSeparator + twoDigits(clock.minutes().count());
     if (!regional.twelveHours)
         return twoDigits(hour) + rest;
-    return std::to_string(hour % 12 == 0 ? 12 : hour % 12) + rest + (hour < 12 ? " AM" : " PM");
+    return std::to_string(hour % 12 == 0 ? 12 : hour % 12) + rest + ' ' +
+           (hour < 12 ? regional.beforeNoon : regional.afterNoon);
 }
 
 } // namespace kova

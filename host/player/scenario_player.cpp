@@ -1,6 +1,7 @@
 #include "player/scenario_player.h"
 
 #include "adapters/databases/databases.h"
+#include "adapters/system/machine.h"
 #include "host_options.h"
 #include "player/cashier.h"
 #include "player/player_commands.h"
@@ -31,7 +32,7 @@ constexpr int CarriedOut = 0;
 std::string readScript(const std::string& file) {
     std::ifstream opened;
     if (file != "-") {
-        opened.open(file, std::ios::binary);
+        opened.open(pathOf(file), std::ios::binary);
         if (!opened)
             throw ScenarioError(file + ": cannot be opened");
     }

@@ -3,8 +3,6 @@
 namespace kova {
 namespace {
 
-constexpr char32_t Replacement = 0xFFFD;
-
 bool isContinuation(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
@@ -40,7 +38,7 @@ std::u32string fromUtf8(std::string_view text) {
                                    : lead >= 0xC0 ? 2
                                                   : 0;
         if (length == 0 || i + length > text.size()) {
-            result += Replacement;
+            result += ReplacementCharacter;
             ++i;
             continue;
         }
@@ -48,7 +46,7 @@ std::u32string fromUtf8(std::string_view text) {
         std::size_t used = 1;
         while (used < length && isContinuation(text[i + used]))
             c = (c << 6U) | (static_cast<unsigned char>(text[i + used++]) & 0x3FU);
-        result += used == length ? c : Replacement;
+        result += used == length ? c : ReplacementCharacter;
         i += used;
     }
     return result;

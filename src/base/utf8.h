@@ -4,6 +4,9 @@
 
 namespace kova {
 
+/// Stands for what is no character.
+inline constexpr char32_t ReplacementCharacter = 0xFFFD;
+
 /// Appends one character in UTF-8.
 void appendUtf8(std::string& text, char32_t character);
 /// The characters of a UTF-8 text; a byte that starts none gives U+FFFD.

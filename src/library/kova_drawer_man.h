@@ -64,7 +64,8 @@ KOVA_API void setLogFolder(const std::string& folder);
 
 // What a host needs to say dates and amounts as the dialog says them. Any thread may call these.
 
-/// How the region of this machine writes numbers, dates and times.
+/// How the region of this machine writes numbers, dates and times: as the user has set it now, or, while a
+/// dialog is open, had set it when that opened.
 [[nodiscard]] KOVA_API RegionalSettings regionalSettings();
 
 /// The date that a text of `Stampa` or `Anteprima` names, read as the dialog reads it: day and month in the

@@ -81,6 +81,8 @@ void LibraryProcess::enter(CallKind kind) {
         throw Error(InvalidCall, "Called from another thread than the user interface's");
     if (kind == CallKind::Opening && phase_ != Phase::Running)
         throw Error(InvalidCall, "The library has been shut down");
+    if (kind == CallKind::Opening)
+        followRegion();
     ++calls_;
     events_ += kind == CallKind::Event ? 1 : 0;
 }
@@ -93,6 +95,23 @@ void LibraryProcess::leave(CallKind kind) noexcept {
             if (calls_ == 0)
                 finish();
         });
+}
+
+// The user may set another region at any time. What stands on the screen was written in the one before, and
+// is read in no other: 1.500 may be a thousand times as much there.
+void LibraryProcess::followRegion() {
+    if (userInterface_.showsWindow())
+        return;
+    RegionalSettings present = systemRegionalSettings();
+    const std::lock_guard lock(regionalMutex_);
+    regional_ = std::move(present);
+}
+
+RegionalSettings LibraryProcess::regional() {
+    if (onItsThread())
+        followRegion();
+    const std::lock_guard lock(regionalMutex_);
+    return regional_;
 }
 
 bool LibraryProcess::unused() const {

@@ -40,7 +40,8 @@ class LibraryProcess final : public HostCalls, public std::enable_shared_from_th
 
     [[nodiscard]] std::shared_ptr<cls_Kova_Drawer_Man> createComponent();
     [[nodiscard]] SystemLanguageRuntime& language() { return language_; }
-    [[nodiscard]] const RegionalSettings& regional() const { return regional_; }
+    /// Of the moment; while a window shows, of when it opened. Any thread may ask.
+    [[nodiscard]] RegionalSettings regional();
     void useLogFolder(const std::string& folder);
     void setScreenAids(const ScreenAids& aids);
     void setDecimalKey(DecimalKey key);
@@ -54,6 +55,7 @@ class LibraryProcess final : public HostCalls, public std::enable_shared_from_th
     enum class Phase { Running, Ending, Ended };
     Platform platform();
     void release(cls_Kova_Drawer_Man* component);
+    void followRegion();
     void closeDialogs();
     void finish();
 
@@ -64,7 +66,8 @@ class LibraryProcess final : public HostCalls, public std::enable_shared_from_th
     std::function<void()> ended_;
     // In order of dependence: the Qt application, which the event loop may own, goes last.
     QtEventLoop eventLoop_;
-    RegionalSettings regional_;
+    RegionalSettings regional_; ///< only its thread writes
+    std::mutex regionalMutex_;  ///< of that writing, and of reading on other threads
     QtUserInterface userInterface_{eventLoop_, regional_};
     SystemClock clock_;
     SystemLanguageRuntime language_;

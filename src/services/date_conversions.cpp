@@ -101,8 +101,8 @@ std::optional<milliseconds> readTime(Reader& reader, const RegionalSettings& reg
     }
     int hour24 = *hourNumber;
     reader.blanks();
-    const bool afternoon = reader.take("PM") || reader.take("pm");
-    if (afternoon || reader.take("AM") || reader.take("am")) {
+    const bool afternoon = reader.take(regional.afterNoon) || reader.take("PM") || reader.take("pm");
+    if (afternoon || reader.take(regional.beforeNoon) || reader.take("AM") || reader.take("am")) {
         if (hour24 < 1 || hour24 > 12)
             return std::nullopt;
         hour24 = hour24 % 12 + (afternoon ? 12 : 0);
@@ -191,7 +191,7 @@ std::string generalDate(DateTime time, const RegionalSettings& regional) {
         appendNumber(text, part, true);
     }
     if (twelve)
-        text += hour < 12 ? " AM" : " PM";
+        text += ' ' + (hour < 12 ? regional.beforeNoon : regional.afterNoon);
     return text;
 }
 

@@ -7,6 +7,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 namespace kova {
 namespace {
@@ -70,20 +71,20 @@ class NumberParser {
         return count;
     }
 
-    /// Digits in one run, or in groups of three behind a first one of one to three that begins with no zero.
-    /// False for other groups: a group separator typed for a decimal one must not make an amount a hundred
-    /// or, as in 0.500, a thousand times as large.
+    /// Digits in one run, or in the region's groups, of which the first begins with no zero. False for other
+    /// groups: a group separator typed for a decimal one must not make an amount a hundred or, as in 0.500,
+    /// a thousand times as large.
     bool takeWhole() {
         const bool beginsWithZero = rest_.starts_with('0');
-        std::size_t group = takeDigits();
-        if (group > 3)
-            return !takeGroupSeparator();
-        while (group > 0 && takeGroupSeparator()) {
-            group = takeDigits();
-            if (beginsWithZero || group != 3)
+        std::vector<std::size_t> marks; ///< digits before each separator
+        while (takeDigits() > 0 && takeGroupSeparator())
+            marks.push_back(digits_);
+        if (marks.empty())
+            return true;
+        for (std::size_t i = 1; i <= digits_; ++i)
+            if (std::ranges::binary_search(marks, i) != (i < digits_ && regional_.separatesAt(digits_ - i)))
                 return false;
-        }
-        return true;
+        return !beginsWithZero;
     }
 
     bool takeGroupSeparator() {

@@ -66,18 +66,23 @@ std::string grouped(Digits number, int places, bool negative, const RegionalSett
     const bool zero = number.digits.find_first_not_of('0') == std::string::npos;
 
     const auto whole = static_cast<std::size_t>(number.beforePoint);
-    std::string result;
-    for (std::size_t i = 0; i < whole; ++i) {
-        if (i > 0 && (whole - i) % 3 == 0)
-            result += regional.groupSeparator;
-        result += number.digits[i];
-    }
+    std::string result = groupedDigits(std::string_view(number.digits).substr(0, whole), regional);
     if (places > 0)
         result += regional.decimalSeparator + number.digits.substr(whole);
     return (negative && !zero ? "-" : "") + result;
 }
 
 } // namespace
+
+std::string groupedDigits(std::string_view digits, const RegionalSettings& regional) {
+    std::string result;
+    for (std::size_t i = 0; i < digits.size(); ++i) {
+        if (i > 0 && regional.separatesAt(digits.size() - i))
+            result += regional.groupSeparator;
+        result += digits[i];
+    }
+    return result;
+}
 
 std::string NumberFormat::FormatAmount(const double& value, const std::int16_t& decimals) const {
     const int places = std::clamp<int>(decimals, 0, MostDecimals);

@@ -3,8 +3,12 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace kova {
+
+/// The digits of a whole number with the region's group separators.
+std::string groupedDigits(std::string_view digits, const RegionalSettings& regional);
 
 /// Formats amounts for people: grouped, with a fixed number of decimals, rounded half away from zero, in the
 /// user's regional settings.

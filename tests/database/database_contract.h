@@ -13,6 +13,7 @@ namespace kova {
 struct DatabaseAdapter {
     std::string name;
     std::shared_ptr<DatabaseConnection> (*open)(const ShopDatabase& host);
+    ShopDatabase (*begin)() = ShopDatabase::inMemory;
 };
 inline void PrintTo(const DatabaseAdapter& adapter, std::ostream* out) {
     *out << adapter.name;
@@ -24,7 +25,7 @@ class DatabaseContract : public testing::TestWithParam<DatabaseAdapter> {
     DatabaseContract() { host.createSchema(); }
     Recordset query(const std::string& text) { return connection->query(Query{text}); }
 
-    ShopDatabase host = ShopDatabase::inMemory();
+    ShopDatabase host = GetParam().begin();
     std::shared_ptr<DatabaseConnection> connection = GetParam().open(host);
 };
 

@@ -124,12 +124,22 @@ void wholeLife() {
     expect(newRecords() == 0, "nothing is left to discard");
 }
 
-/// In Italian, as LC_ALL names no region.
+/// In Italian, as LC_ALL names no region; in another one as soon as the user sets it and no dialog is open.
 void whatTheRegionWrites() {
     const auto day = kova::parseDate("16/11/2026");
     expect(day && kova::formatDate(*day) == "16/11/2026" && kova::formatAmount(-1234.565, 2) == "-1.234,57" &&
                !kova::parseDate("31/02/2026") && kova::regionalSettings().name == "it-IT",
            "a host reads and writes dates and amounts as the dialog does");
+    const auto component = shownComponent();
+    setenv("LC_ALL", "en_US", 1);
+    expect(kova::formatAmount(0.5, 1) == "0,5",
+           "what stands in a dialog is read in the region that it was written in");
+    component->DiscardForm();
+    expect(kova::formatAmount(0.5, 1) == "0.5", "the next conversion follows the user");
+    component->Show(0);
+    setenv("LC_ALL", "C.UTF-8", 1);
+    expect(kova::formatAmount(0.5, 1) == "0.5", "so does the next dialog");
+    component->DiscardForm();
 }
 
 /// A log folder of the host's, named before and after the first component.

@@ -1,7 +1,8 @@
 #include "adapters/odbc/column_buffer.h"
 #include "adapters/odbc/odbc_connection_text.h"
 #include "adapters/odbc/odbc_error.h"
-#include "adapters/odbc/utf16.h"
+#include "base/utf16.h"
+#include "served_shop.h"
 #include "services/conversions.h"
 
 #include <gtest/gtest.h>
@@ -59,6 +60,28 @@ TEST(OdbcTexts, AreReadAsTheTableSays) {
     for (std::string kind, text, read; table >> kind >> std::quoted(text) >> std::quoted(read); ++lines)
         EXPECT_EQ(readAs(kind, text), read) << kind << ' ' << text;
     EXPECT_EQ(lines, 47);
+}
+
+// A line of the table holds a type's name, the bytes of it and of two cells, as the server sends them, and
+// what a cashier in Italy reads of the first; the second is Null.
+TEST(OdbcTypes, EachTypeOfTheServerIsShownInTheRegionsForm) {
+    const ShopDatabase shop = test::beginServedShop();
+    const auto connection = test::openServedShop(shop);
+    const std::string anyLength = "e7ffff0904d00034 ffffffffffffffff "; // what follows is read in another way
+    std::ifstream table(KOVA_SERVER_TYPES);
+    int types = 0;
+    for (std::string name, type, cell, null, shown;
+         table >> name >> type >> cell >> null >> std::quoted(shown); ++types) {
+        const std::string columns = type + " " + cell + " " + type + " " + null;
+        for (const std::string& before : {std::string(), anyLength}) {
+            const Recordset row = connection->query({"SEND " + before + columns});
+            EXPECT_EQ(asText(row.field(row.fieldCount() - 2), RegionalSettings()), shown) << name;
+            EXPECT_EQ(row.field(row.fieldCount() - 1), Value(Null{})) << name;
+        }
+    }
+    EXPECT_EQ(types, 31);
+    const Recordset exact = connection->query({"SEND 6a11260a 1100ffffffff3f228a097ac4865aa84c3b4b"});
+    EXPECT_EQ(asDouble(exact.field(0), RegionalSettings()), -1e28);
 }
 
 } // namespace

@@ -28,7 +28,7 @@ ask() {
 # PIECE: the payments that a till shows now, or what it says of a failure, must hold it.
 played_holds() {
     printf '%s\n' "now 2026-11-16T10:05:00" "connect" "show 0" "dump grid Pulsantiera_Pagamenti" "tab 1" "dump log" |
-        sed '1i create' | "$host" --script - --connection "$(head -n 1 connection)" >played 2>>errors
+        sed '1i create' | ${KOVA_EMULATOR:-} "$host" --script - --connection "$(head -n 1 connection)" >played 2>>errors
     grep -qF -e "$1" played errors && return
     echo "not played: $1"
     cat played errors

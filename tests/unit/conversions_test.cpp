@@ -106,6 +106,23 @@ TEST(Conversions, GiveTheSameAsEver) {
     expectTrace("conversions", seen.str());
 }
 
+TEST(Conversions, FollowWhatAUserHasSet) {
+    RegionalSettings region = *regionalSettings("en-US");
+    region.beforeNoon = "πμ";
+    region.afterNoon = "μμ";
+    for (const char* const time : {"11/6/2026 12:05:00 πμ", "11/6/2026 2:05:00 μμ"})
+        EXPECT_EQ(generalDate(parseDate(time, region).value(), region), time);
+    const std::tuple<std::size_t, std::size_t, const char*> groups[] = {
+        {3, 2, "12,34,567.5"}, {3, 0, "1234,567.5"}, {4, 4, "123,4567.5"}, {0, 0, "1234567.5"}};
+    for (const auto& [first, further, expected] : groups) {
+        region.groupSize = first;
+        region.furtherGroupSize = further;
+        EXPECT_EQ(NumberFormat(region).FormatAmount(1234567.5, 1), expected);
+        EXPECT_EQ(parseNumber(expected, region), 1234567.5);
+        EXPECT_EQ(parseNumber("1,234,567.5", region), std::nullopt) << expected;
+    }
+}
+
 /// What each key makes of "a€b", with the caret behind the € or the € selected.
 TEST(Texts, KeysEditAsEver) {
     const auto bar = [](std::string text, std::size_t at) { return traced(text.insert(at, "|")); };

@@ -1,5 +1,5 @@
 #pragma once
-#include "adapters/odbc/utf16.h"
+#include "base/utf16.h"
 
 #include <bit>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "adapters/odbc/column_buffer.h"
 
-#include "adapters/odbc/utf16.h"
 #include "base/iso_date_time.h"
+#include "base/utf16.h"
 
 #include <array>
 #include <charconv>

@@ -1,6 +1,6 @@
 #include "adapters/odbc/odbc_error.h"
 
-#include "adapters/odbc/utf16.h"
+#include "base/utf16.h"
 
 #include <optional>
 #include <sqlext.h>

@@ -1,9 +1,9 @@
 #include "adapters/odbc/odbc_handles.h"
 
 #include "adapters/odbc/odbc_error.h"
-#include "adapters/odbc/utf16.h"
+#include "base/utf16.h"
 
-#include <algorithm>
+#include <set>
 #include <sqlext.h>
 #include <sqlucode.h>
 
@@ -33,16 +33,19 @@ DatabaseError openingFailure(const DatabaseError& error, const std::string& driv
 std::string serverDriver() {
     const OdbcHandle environment(SQL_HANDLE_ENV, SQL_NULL_HANDLE);
     declareVersion(environment.get());
-    std::string best = "FreeTDS";
+    std::set<std::string> drivers;
     SQLCHAR name[256] = {};
     SQLCHAR attributes[1] = {};
     for (SQLUSMALLINT which = SQL_FETCH_FIRST; succeeded(SQLDrivers(
              environment.get(), which, name, sizeof name, nullptr, attributes, sizeof attributes, nullptr));
-         which = SQL_FETCH_NEXT) {
-        const std::string found(reinterpret_cast<const char*>(name));
+         which = SQL_FETCH_NEXT)
+        drivers.insert(reinterpret_cast<const char*>(name));
+    // Windows comes with an old one of its own.
+    std::string best =
+        drivers.contains("SQL Server") && !drivers.contains("FreeTDS") ? "SQL Server" : "FreeTDS";
+    for (const std::string& found : drivers)
         if (found.starts_with("ODBC Driver ") && found.ends_with(" for SQL Server"))
-            best = best == "FreeTDS" ? found : std::max(best, found); // 17, 18: two digits
-    }
+            best = found; // the newest is the last: 17, 18
     return best;
 }
 

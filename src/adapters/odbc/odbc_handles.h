@@ -44,7 +44,7 @@ SQLPOINTER attributeNumber(std::uintptr_t value);
 bool isDead(SQLHDBC connection);
 
 /// The installed ODBC driver for SQL Server to use where none is named: Microsoft's newest, otherwise
-/// FreeTDS.
+/// FreeTDS; where that is not installed either, the one that Windows comes with.
 std::string serverDriver();
 
 /// A connection to a server for as long as it lives.

@@ -1,7 +1,7 @@
 #include "adapters/odbc/odbc_statement.h"
 
 #include "adapters/odbc/column_buffer.h"
-#include "adapters/odbc/utf16.h"
+#include "base/utf16.h"
 
 #include <sqlext.h>
 #include <sqlucode.h>

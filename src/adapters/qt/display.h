@@ -1,4 +1,5 @@
 #pragma once
+#include <QString>
 
 namespace kova {
 
@@ -6,5 +7,8 @@ namespace kova {
 /// use cannot be opened. Opens and closes it to see. What Qt draws on without a display, and what cannot be
 /// tried, is no error.
 void requireDisplay();
+
+/// A font family to draw with when none that the design knows is installed.
+QString standInFamily();
 
 } // namespace kova

@@ -92,4 +92,8 @@ void requireDisplay() {
         throw Error(5, "No display can be opened");
 }
 
+QString standInFamily() {
+    return "DejaVu Sans";
+}
+
 } // namespace kova

@@ -1,5 +1,7 @@
 #include "adapters/qt/look.h"
 
+#include "adapters/qt/display.h"
+
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QHash>
@@ -19,12 +21,12 @@ constexpr double LeastCommon = 11;
 constexpr double LeastRegular = 10;
 constexpr qsizetype LeastPiece = 3; // letters before a hyphen
 
-// Condensed DejaVu runs as wide as Tahoma, for which captions and widths were chosen.
+// Windows has Tahoma, for which captions and widths were chosen; condensed DejaVu runs as wide.
 QString installedFamily(const QString& wanted) {
     for (const QString& one : {wanted, QString("DejaVu Sans Condensed"), QString("Noto Sans")})
         if (QFontDatabase::hasFamily(one))
             return one;
-    return "DejaVu Sans";
+    return standInFamily();
 }
 
 // Asking the font database takes longer than drawing the text does.

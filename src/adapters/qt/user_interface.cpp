@@ -148,6 +148,10 @@ MessageAnswer QtUserInterface::messageBox(const PlatformMessage& message) {
     return pressed == QMessageBox::No ? MessageAnswer::No : MessageAnswer::Yes;
 }
 
+bool QtUserInterface::showsWindow() const {
+    return std::ranges::any_of(frames_, [](const WindowFrame* frame) { return frame->isVisible(); });
+}
+
 WindowFrame* QtUserInterface::frame(const Window& window) const {
     const auto found =
         std::ranges::find_if(frames_, [&](const WindowFrame* frame) { return frame->model() == &window; });

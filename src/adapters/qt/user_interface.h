@@ -34,6 +34,7 @@ class QtUserInterface final : public UserInterface {
     void setLanguage(std::int32_t id) override { words_.setLanguage(id); }
 
     [[nodiscard]] QtEventLoop& loop() const { return loop_; }
+    [[nodiscard]] bool showsWindow() const;
     /// The widget that draws the window; null when nothing does.
     [[nodiscard]] WindowFrame* frame(const Window& window) const;
     /// Null when nothing draws the control.

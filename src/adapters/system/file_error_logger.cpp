@@ -4,9 +4,7 @@
 
 #include "base/iso_date_time.h"
 
-#include <cerrno>
 #include <filesystem>
-#include <fstream>
 #include <system_error>
 
 namespace kova {
@@ -64,14 +62,7 @@ std::vector<LogPlace> otherPlaces(LogPlace last) {
 } // namespace
 
 LogPlace logFile(const std::string& path) {
-    return {path, [path](const std::string& record) -> std::string {
-                errno = 0;
-                std::ofstream file(pathOf(path), std::ios::app | std::ios::binary);
-                file << record << std::flush;
-                if (file)
-                    return {};
-                return errno == 0 ? "cannot be written" : std::generic_category().message(errno);
-            }};
+    return {path, [path](const std::string& record) { return appendToFile(path, record); }};
 }
 
 FileErrorLogger::FileErrorLogger(const Clock& clock, std::vector<LogPlace> elsewhere)

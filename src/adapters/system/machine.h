@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kova {
 
@@ -20,6 +21,13 @@ class SystemClock final : public Clock {
 /// Folder of the file (shared library or program) that this code was linked into, absolute and without a
 /// separator at its end; "." when the system cannot tell.
 std::string ownFolder();
+
+/// The words behind the program's name, of what main was given; where that has lost characters, of what the
+/// system knows.
+std::vector<std::string> programArguments(int count, char** arguments);
+
+/// While the result is kept, a console on standard output shows UTF-8.
+std::shared_ptr<void> utf8Console();
 
 /// Empty when there is none.
 std::string environmentVariable(const std::string& name);
@@ -42,6 +50,10 @@ bool hasScreen();
 
 /// Whether the process ends with this thread. False where the system does not tell.
 bool onMainThread();
+
+/// Appends to a file, which is begun when there is none. Other processes may read, append to, rename and
+/// delete it at any time. Returns why it could not be written, empty when it was.
+std::string appendToFile(const std::string& path, const std::string& text);
 
 /// Hands a record to the system's log: syslog(3), or the event log of Windows. Returns why it did not take
 /// it, empty when it did.

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <ctime>
+#include <fstream>
 #include <system_error>
 
 namespace kova {
@@ -31,6 +32,14 @@ std::string ownFolder() {
     std::error_code failed;
     const auto file = std::filesystem::canonical(info.dli_fname, failed);
     return failed ? "." : file.parent_path().string();
+}
+
+std::vector<std::string> programArguments(int count, char** arguments) {
+    return {arguments + 1, arguments + count};
+}
+
+std::shared_ptr<void> utf8Console() {
+    return {}; // it does anyway
 }
 
 std::string environmentVariable(const std::string& name) {
@@ -61,6 +70,15 @@ bool hasScreen() {
 
 bool onMainThread() {
     return gettid() == getpid();
+}
+
+std::string appendToFile(const std::string& path, const std::string& text) {
+    errno = 0;
+    std::ofstream file(path, std::ios::app | std::ios::binary);
+    file << text << std::flush;
+    if (file)
+        return {};
+    return errno == 0 ? "cannot be written" : std::generic_category().message(errno);
 }
 
 std::string writeToSystemLog(const std::string& record) {

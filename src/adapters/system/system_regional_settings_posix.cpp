@@ -1,6 +1,7 @@
 #include "adapters/system/system_regional_settings.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
 #include <langinfo.h>
 #include <locale.h>
@@ -35,6 +36,15 @@ RegionalSettings settingsOf(const InstalledLocale& locale, std::string tag) {
         settings.currencySymbol = currency.substr(1); // the first character says where it stands
     settings.listSeparator = std::string(1, settings.decimalSeparator == "," ? ';' : ',');
     applyDateFormat(settings, locale.text(D_FMT));
+    if (const auto beforeNoon = locale.text(AM_STR), afterNoon = locale.text(PM_STR);
+        !beforeNoon.empty() && !afterNoon.empty())
+        settings.beforeNoon = beforeNoon, settings.afterNoon = afterNoon;
+    const auto sizes = locale.text(GROUPING); // a byte each, the last one for all further groups
+    const auto sizeOf = [](char size) {
+        return size > 0 && size < CHAR_MAX ? static_cast<std::size_t>(size) : 0;
+    };
+    settings.groupSize = sizes.empty() ? 0 : sizeOf(sizes[0]);
+    settings.furtherGroupSize = sizes.size() < 2 ? settings.groupSize : sizeOf(sizes[1]);
     const auto time = locale.text(T_FMT);
     settings.twelveHours = time == "%r" || time.find("%I") != std::string::npos;
     return settings;

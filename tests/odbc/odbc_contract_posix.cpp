@@ -1,9 +1,6 @@
 #include "../database/database_contract.h"
 #include "odbc_shop.h"
-#include "services/conversions.h"
-
-#include <fstream>
-#include <iomanip>
+#include "served_shop.h"
 
 namespace kova {
 namespace {
@@ -50,29 +47,15 @@ TEST(OdbcVersions, QueriesArriveAsWrittenAndADayAsADate) {
     }
 }
 
-// A line of the table holds a type's name, the bytes of it and of two cells, as the server sends them, and
-// what a cashier in Italy reads of the first; the second is Null.
-TEST(OdbcTypes, EachTypeOfTheServerIsShownInTheRegionsForm) {
-    OdbcShop shop;
-    const auto connection = shop.open();
-    const std::string anyLength = "e7ffff0904d00034 ffffffffffffffff "; // what follows is read in another way
-    std::ifstream table(KOVA_SERVER_TYPES);
-    int types = 0;
-    for (std::string name, type, cell, null, shown;
-         table >> name >> type >> cell >> null >> std::quoted(shown); ++types) {
-        const std::string columns = type + " " + cell + " " + type + " " + null;
-        for (const std::string& before : {std::string(), anyLength}) {
-            const Recordset row = connection->query({"SEND " + before + columns});
-            EXPECT_EQ(asText(row.field(row.fieldCount() - 2), RegionalSettings()), shown) << name;
-            EXPECT_EQ(row.field(row.fieldCount() - 1), Value(Null{})) << name;
-        }
-    }
-    EXPECT_EQ(types, 31);
-    const Recordset exact = connection->query({"SEND 6a11260a 1100ffffffff3f228a097ac4865aa84c3b4b"});
-    EXPECT_EQ(asDouble(exact.field(0), RegionalSettings()), -1e28);
+} // namespace
+
+ShopDatabase test::beginServedShop() {
+    return ShopDatabase::inMemory();
 }
 
-} // namespace
+std::shared_ptr<DatabaseConnection> test::openServedShop(const ShopDatabase& host) {
+    return openServed<'4'>(host);
+}
 
 INSTANTIATE_TEST_SUITE_P(Odbc, DatabaseContract,
                          testing::Values(DatabaseAdapter{"Tds71", openServed<'1'>},

@@ -1,4 +1,4 @@
-#include "adapters/odbc/utf16.h"
+#include "base/utf16.h"
 
 #include "base/utf8.h"
 
@@ -6,7 +6,6 @@ namespace kova {
 namespace {
 
 constexpr char32_t FirstOfPairs = 0x10000;
-constexpr char32_t Replacement = 0xFFFD;
 
 bool isFirstHalf(char16_t unit) {
     return unit >= 0xD800 && unit < 0xDC00;
@@ -42,7 +41,7 @@ void appendUtf16(std::string& utf8, std::u16string_view text) {
             ++i;
             appendUtf8(utf8, FirstOfPairs + ((unit - 0xD800u) << 10) + (text[i] - 0xDC00u));
         } else {
-            appendUtf8(utf8, isFirstHalf(unit) || isSecondHalf(unit) ? Replacement : unit);
+            appendUtf8(utf8, isFirstHalf(unit) || isSecondHalf(unit) ? ReplacementCharacter : unit);
         }
     }
 }
