@@ -3,6 +3,7 @@
 #include "host_options.h"
 #include "player/scenario_player.h"
 
+#include <cstdlib>
 #include <iostream>
 
 namespace {
@@ -15,6 +16,11 @@ int run(const kova::HostOptions& options) {
     if (options.script)
         return kova::runScript(options, std::cout, std::cerr);
 #ifdef KOVA_WITH_QT
+    // Qt itself would end the process, with a message for programmers.
+    if (!kova::hasScreen() && std::getenv("QT_QPA_PLATFORM") == nullptr) {
+        std::cerr << "kova-host: there is no display; use --script\n";
+        return kova::NotCarriedOut;
+    }
     return kova::runDemonstration(options);
 #else
     std::cerr << "kova-host: this build has no windows; use --script\n";
