@@ -45,14 +45,12 @@ void shutDownQuietly() {
 
 /// Ends the library with the thread that uses it. The objects of a thread go before the static ones of the
 /// process, among them those that Qt needs, and a component may be one of these.
-struct EndOfThread {
-    ~EndOfThread() {
-        if (const auto process = presentProcess(); process && process->onItsThread() && process->unused())
-            shutDownQuietly();
-        if (onMainThread())
-            LibraryProcess::exitBegins();
-    }
-};
+void threadEnds(bool processToo) {
+    if (const auto process = presentProcess(); process && process->onItsThread() && process->unused())
+        shutDownQuietly();
+    if (processToo)
+        LibraryProcess::exitBegins();
+}
 
 std::shared_ptr<LibraryProcess> process() {
     auto& [mutex, process] = present();
@@ -62,8 +60,7 @@ std::shared_ptr<LibraryProcess> process() {
         process = std::make_shared<LibraryProcess>();
         if (hostHasQt)
             qAddPostRoutine(shutDownQuietly);
-        static thread_local const EndOfThread watch;
-        (void)watch;
+        atEndOfThread(threadEnds);
     }
     return process;
 }

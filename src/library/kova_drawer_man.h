@@ -90,6 +90,8 @@ KOVA_API void processEvents();
 /// the host still holds may be released afterwards; their `Show` is one record of the error log. Inside an
 /// event it takes effect when the outermost event has returned. The library calls it itself when the process
 /// exits, and before a Qt application of the host's ends.
+/// On Windows a host calls it before its user-interface thread ends while the process goes on; nobody else
+/// does.
 KOVA_API void shutDown();
 
 } // namespace kova

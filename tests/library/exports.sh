@@ -1,10 +1,25 @@
 #!/bin/sh
-# The library exports the classes and functions of its public header, all of them, and nothing else.
+# The library exports the classes and functions of its public header, all of them, and nothing else. What is built
+# for Windows imports nothing but Windows.
 #
 #   exports.sh libKova_Drawer_Man.so
+#   exports.sh Kova_Drawer_Man.dll OBJDUMP
 set -u
-exported=$(nm -gDC --defined-only "$1" | cut -d ' ' -f 3-) || exit 1
 wrong=0
+case $1 in
+*.dll)
+    headers=$("$2" -p "$1") || exit 1
+    exported=$(printf '%s\n' "$headers" | sed -nE 's/^.*\[ *[0-9]+\] (\+base\[ *[0-9]+\] +[0-9a-f]+ )?([A-Za-z_]\w*)$/\2/p' | c++filt |
+        grep -vx qt_startup_hook) # Qt marks it in every build of its own
+    system='advapi32|authz|comdlg32|d3d9|d3d11|dwmapi|dxgi|gdi32|imm32|kernel32|msvcrt|netapi32|odbc32|ole32|oleaut32|shcore|shell32|shlwapi|user32|userenv|uxtheme|version|winmm|ws2_32|wtsapi32|api-ms-win-core-[a-z0-9-]*'
+    foreign=$(printf '%s\n' "$headers" | sed -n 's/^.*DLL Name: //p' | tr 'A-Z\r' 'a-z ' | grep -vE "^($system)\.dll *$")
+    if [ -n "$foreign" ]; then
+        printf 'imported beyond the system:\n%s\n' "$foreign"
+        wrong=1
+    fi
+    ;;
+*) exported=$(nm -gDC --defined-only "$1" | cut -d ' ' -f 3-) || exit 1 ;;
+esac
 
 classes='cls_Kova_Drawer_Man|EventSink|Error|DatabaseError'
 functions='createComponent|openDatabase|hostOdbcConnection|setLanguage|languageId|setLogFolder|regionalSettings|parseDate|formatDate|formatAmount|fontFamily|setScreenAids|setDecimalKey|processEvents|shutDown|type_description::(library|members|events|enumeration|find)'

@@ -1,7 +1,7 @@
 // A host of the shared library: plays the part that its first argument names, with a Qt application of its
 // own (second argument "with-qt") or without one. Each part is a process of its own, and has to end as such.
 
-#include "kova_drawer_man.h"
+#include "host.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -9,77 +9,14 @@
 #include <QTabBar>
 #include <QTimer>
 
-#include <sqlite3.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <functional>
-#include <iostream>
 #include <map>
 #include <memory>
-#include <sstream>
-#include <string>
 #include <thread>
 
 namespace {
 
-struct Host final : kova::EventSink {
-    void SalvaPagamento(std::int32_t&, double&, std::string&, std::string&, std::int16_t&, std::int32_t&,
-                        bool&) override {}
-    void Stampa(std::string&) override {}
-    void Anteprima(std::string&) override { onEvent(); }
-    void ApriCassetto() override { onEvent(); }
-    std::function<void()> onEvent = [] {};
-};
-
-/// A shop that has all tables and no rows; its file goes with the last connection.
-std::shared_ptr<kova::DatabaseConnection> emptyShop() {
-    const auto file = std::filesystem::temp_directory_path() / ("kova_shop_" + std::to_string(getpid()));
-    std::stringstream schema;
-    schema << std::ifstream(KOVA_SCHEMA).rdbuf();
-    sqlite3* shop = nullptr;
-    sqlite3_open(file.c_str(), &shop);
-    sqlite3_exec(shop, schema.str().c_str(), nullptr, nullptr, nullptr);
-    sqlite3_close(shop);
-    auto opened = kova::openDatabase("Data Source=" + file.string());
-    std::filesystem::remove(file);
-    return opened;
-}
-
-int failures = 0;
-
-void expect(bool holds, const char* what) {
-    if (holds)
-        return;
-    std::cout << "does not hold: " << what << std::endl;
-    ++failures;
-}
-
-template <class Failure = kova::Error>
-bool throws(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const Failure&) {
-        return true;
-    }
-    return false;
-}
-
-const std::filesystem::path logFile =
-    std::filesystem::temp_directory_path() / ("kova_library_" + std::to_string(getpid()) + ".log");
-
-/// How many records the log has got since the last time.
-int newRecords() {
-    static int known = 0;
-    int count = 0;
-    std::ifstream file(logFile);
-    for (std::string line; std::getline(file, line);)
-        ++count;
-    return count - std::exchange(known, count);
-}
+using namespace kova::test;
 
 /// How many dialogs are on the screen in that language.
 int dialogs(const char* title = "Gestione cassetto") {
@@ -92,7 +29,7 @@ int dialogs(const char* title = "Gestione cassetto") {
 
 std::shared_ptr<kova::cls_Kova_Drawer_Man> shownComponent() {
     auto component = kova::createComponent();
-    component->Inizializza(emptyShop());
+    component->Inizializza(shop());
     component->Show(0);
     kova::processEvents();
     return component;

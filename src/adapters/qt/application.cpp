@@ -17,12 +17,10 @@ std::unique_ptr<QApplication> makeApplication() {
             throw Error(5, "The process has a Qt application on another thread");
         return nullptr;
     }
-    requireDisplay();
-    // Qt keeps references to both for as long as the application lives.
     static int count = 1;
     static char name[] = "kova";
     static char* arguments[] = {name, nullptr};
-    auto application = std::make_unique<QApplication>(count, arguments);
+    auto application = openApplication(count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
     if (QStyle* style = QStyleFactory::create("Fusion"))
         QApplication::setStyle(style);

@@ -1,12 +1,46 @@
 #pragma once
 #include <QString>
 
+#include <memory>
+
+class QApplication;
+class QWidget;
+
 namespace kova {
 
-/// Throws Error when Qt would end the process instead of making an application: the display that it would
-/// use cannot be opened. Opens and closes it to see. What Qt draws on without a display, and what cannot be
-/// tried, is no error.
-void requireDisplay();
+/// The Qt application of a process whose host knows nothing of Qt. Throws Error when Qt would end the process
+/// instead of making one, or make one that does not work: the display that it would use cannot be opened (it
+/// is tried; what Qt draws on without a display, and what cannot be tried, is no error), or this thread
+/// cannot have windows of Qt's. Qt keeps references to both arguments. Changes nothing of the process that
+/// the host may have settled, and from then on the library's code stays loaded.
+std::unique_ptr<QApplication> openApplication(int& count, char** arguments);
+
+/// Lives while Qt handles this thread's messages in the host's stead. The request to end the host's own
+/// message loop, which Qt would swallow, is handed on at the end of it. Does nothing on systems without such
+/// a request.
+class HostLoop {
+  public:
+    HostLoop();
+    HostLoop(const HostLoop&) = delete;
+    HostLoop& operator=(const HostLoop&) = delete;
+    ~HostLoop();
+};
+
+/// The host's own windows behind a modal window of Qt's, which on its own account blocks windows of Qt alone.
+/// They take no input from here on until the modal window is hidden or this ends; then the keyboard is where
+/// it was. Does nothing on systems where nobody may block windows that another toolkit has made.
+class HostWindows {
+  public:
+    /// `modal` is about to be shown.
+    explicit HostWindows(QWidget& modal);
+    HostWindows(const HostWindows&) = delete;
+    HostWindows& operator=(const HostWindows&) = delete;
+    ~HostWindows();
+
+  private:
+    struct Blocked;
+    std::unique_ptr<Blocked> blocked_;
+};
 
 /// A font family to draw with when none that the design knows is installed.
 QString standInFamily();

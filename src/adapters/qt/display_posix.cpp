@@ -1,7 +1,7 @@
 #include "adapters/qt/display.h"
 #include "base/error.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QString>
 #include <QStringList>
@@ -87,13 +87,21 @@ bool canShow(const QString& platform) {
 
 } // namespace
 
-void requireDisplay() {
+std::unique_ptr<QApplication> openApplication(int& count, char** arguments) {
     if (!std::ranges::any_of(platforms(), canShow))
         throw Error(5, "No display can be opened");
+    return std::make_unique<QApplication>(count, arguments);
 }
 
 QString standInFamily() {
     return "DejaVu Sans";
 }
+
+HostLoop::HostLoop() = default;
+HostLoop::~HostLoop() = default;
+
+struct HostWindows::Blocked {};
+HostWindows::HostWindows(QWidget&) {}
+HostWindows::~HostWindows() = default;
 
 } // namespace kova

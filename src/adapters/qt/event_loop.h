@@ -1,4 +1,5 @@
 #pragma once
+#include "adapters/qt/display.h"
 #include "ports/event_loop.h"
 #include "ports/timers.h"
 
@@ -63,6 +64,7 @@ class QtEventLoop : public EventLoop {
 
       private:
         QtEventLoop& owner_;
+        HostLoop hostLoop_;
     };
 
   protected:

@@ -90,6 +90,8 @@ void QtUserInterface::runModal(Window& window) {
         return;
     QEventLoop loop;
     QtEventLoop::Caller caller(loop_, &loop);
+    const auto hostWindows =
+        frame(window)->takeHostWindows(); // it may stay on the screen when a handler fails
     const Connection closing = window.changed.connect([&](Property property) {
         if (property == Property::Visible && !window.visible())
             loop.quit();
@@ -141,6 +143,7 @@ MessageAnswer QtUserInterface::messageBox(const PlatformMessage& message) {
     box.winId(); // makes the native window, so that it can be told which one it stands in front of
     if (const QWidget* const below = QApplication::activeWindow())
         box.windowHandle()->setTransientParent(below->window()->windowHandle());
+    const HostWindows hostWindows(box);
     const int pressed = box.exec();
     caller.rethrow();
     if (!asksYesNo(message))

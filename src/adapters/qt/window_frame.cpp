@@ -185,6 +185,8 @@ void WindowFrame::showOrHide() {
     winId(); // makes the native window, so that it can be told which one it stands in front of
     if (const QWidget* const below = QApplication::activeWindow(); below != nullptr && below != this)
         windowHandle()->setTransientParent(below->window()->windowHandle());
+    if (window_->modal())
+        hostWindows_ = std::make_unique<HostWindows>(*this);
     QWidget::show();
     followFocus();
 }

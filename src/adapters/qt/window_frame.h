@@ -1,5 +1,6 @@
 #pragma once
 #include "adapters/qt/control_view.h"
+#include "adapters/qt/display.h"
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/look.h"
 #include "ports/regional_settings.h"
@@ -44,6 +45,10 @@ class WindowFrame final : public QWidget, public AccessibleView {
     /// The same of any place on `parent`, which may be the window itself.
     [[nodiscard]] QRect pixels(const Control& parent, const Rect& bounds) const;
 
+    /// The host's windows, which a modal frame blocks from when it is shown; null otherwise. For who waits
+    /// for it.
+    [[nodiscard]] std::unique_ptr<HostWindows> takeHostWindows() { return std::move(hostWindows_); }
+
     /// Gives the keyboard to the control that has the model's focus, as soon as it can take it.
     void followFocus();
     /// The tabulator key: the next control, in order of creation, that can be reached.
@@ -79,6 +84,7 @@ class WindowFrame final : public QWidget, public AccessibleView {
     std::map<const Control*, ControlView*> views_; ///< each owned by its parent widget
     PageNoticeView* notice_ = nullptr;             ///< null where the window has none
     std::vector<Connection> connections_;
+    std::unique_ptr<HostWindows> hostWindows_;
     bool complete_ = false; ///< all views are made
 };
 

@@ -48,8 +48,10 @@ std::unique_ptr<SettingsStore> machineSettings();
 /// Whether there is a screen to show windows on.
 bool hasScreen();
 
-/// Whether the process ends with this thread. False where the system does not tell.
-bool onMainThread();
+/// Calls `action` when this thread ends, with whether the process ends with it, while the process's static
+/// objects are still there. Never on Windows: static objects of a library go first there, and nobody may wait
+/// for another thread by then.
+void atEndOfThread(void (*action)(bool processToo));
 
 /// Appends to a file, which is begun when there is none. Other processes may read, append to, rename and
 /// delete it at any time. Returns why it could not be written, empty when it was.

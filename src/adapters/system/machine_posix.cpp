@@ -68,8 +68,13 @@ bool hasScreen() {
     return !environmentVariable("DISPLAY").empty() || !environmentVariable("WAYLAND_DISPLAY").empty();
 }
 
-bool onMainThread() {
-    return gettid() == getpid();
+void atEndOfThread(void (*action)(bool processToo)) {
+    struct End {
+        void (*action)(bool);
+        ~End() { action(gettid() == getpid()); }
+    };
+    static thread_local const End end{action};
+    (void)end;
 }
 
 std::string appendToFile(const std::string& path, const std::string& text) {

@@ -143,9 +143,7 @@ bool hasScreen() {
     return true;
 }
 
-bool onMainThread() {
-    return false;
-}
+void atEndOfThread(void (*)(bool)) {}
 
 std::string appendToFile(const std::string& path, const std::string& text) {
     const HANDLE file = CreateFileW(wide(path).c_str(), FILE_APPEND_DATA,

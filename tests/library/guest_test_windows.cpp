@@ -1,0 +1,309 @@
+// What a guest may do in a foreign process: plays the part that its first argument names, each in a process
+// of its own, which has to end as such.
+
+#include "till_windows.h"
+
+#include <windows.h>
+
+#include <ole2.h>
+#include <psapi.h>
+#include <shellscalingapi.h>
+#include <winternl.h>
+
+#include <xmmintrin.h>
+
+#include <cfenv>
+#include <clocale>
+#include <map>
+
+namespace {
+
+using namespace kova::test;
+
+void modeless() {
+    Till till;
+    till.begin();
+    std::atomic<double> paid = 0;
+    till.sink.onPayment = [&](double amount) { paid = amount; };
+    till.drawer->Show(0);
+    const Cashier cashier([&] {
+        expect(open(1) && comes([] { return colors(front()) > 20; }), "the dialog is painted");
+        expect(comes([&, since = till.ticks.load()] { return till.ticks > since + 20; }),
+               "the till's clock goes on");
+        expect(till.takesInput(), "the till takes input");
+        touch(0.26, 0.17); // the payment
+        touch(0.19, 0.5);  // 3
+        touch(0.43, 0.17); // the activity, whose timer confirms
+        expect(comes([&] { return paid == 3; }), "touches and the dialog's timers arrive");
+        press(VK_ESCAPE);
+        expect(open(0), "a key closes the dialog");
+    });
+    handleMessages(cashier);
+}
+
+void modal() {
+    Till till;
+    till.begin();
+    const auto order = shownWindows(false);
+    const Cashier cashier([&] {
+        expect(open(1) && comes([&] { return till.takesNone(); }), "the till's windows are blocked");
+        const HWND dialog = front();
+        expect(comes([&] { return GetWindow(dialog, GW_OWNER) == till.window; }),
+               "the dialog belongs to the till");
+        expect(comes([&, since = till.ticks.load()] { return till.ticks > since + 3; }),
+               "the till's clock goes on");
+        std::this_thread::sleep_for(300ms);
+        touch(0.04, 0.145); // the coin count
+        expect(open(2) && till.takesNone(), "a coin count is open in front");
+        touch(0.21, 0.93); // cancels it
+        expect(open(1) && till.takesNone(), "after it the till's windows stay blocked");
+        touch(0.81, 0.945); // confirmation of nothing
+        expect(open(2) && till.takesNone(), "a message is open in front");
+        press(VK_RETURN);
+        expect(open(1) && till.takesNone(), "after it the till's windows stay blocked");
+        std::this_thread::sleep_for(300ms);
+        press(VK_ESCAPE);
+    });
+    till.drawer->Show();
+    expect(till.takesInput(), "exactly what was blocked takes input again");
+    expect(GetFocus() == till.entry && GetForegroundWindow() == till.window, "the focus is where it was");
+    expect(shownWindows(false) == order, "the windows stand as they stood");
+    handleMessages(cashier);
+}
+
+/// The till ends while a message stands in front of a modal dialog.
+void quit() {
+    Till till;
+    till.begin();
+    const Cashier cashier([&] {
+        expect(open(1), "the dialog is open");
+        std::this_thread::sleep_for(300ms);
+        touch(0.81, 0.945);
+        expect(open(2), "a message is open in front");
+        till.exitCode = 7;
+    });
+    till.drawer->Show();
+    expect(till.handleMessages(20) == 7 && till.takesInput(), "the till ends, and nothing is left blocked");
+    till.drawer->Show(0);
+    PostQuitMessage(8);
+    kova::processEvents();
+    expect(till.handleMessages(20) == 8, "handling events does not swallow the end");
+}
+
+LONG WINAPI ownFilter(EXCEPTION_POINTERS*) {
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
+/// What belongs to the process and its thread, in words.
+std::vector<std::string> belongings() {
+    PROCESS_DPI_AWARENESS awareness{};
+    GetProcessDpiAwareness(nullptr, &awareness);
+    std::string environment;
+    for (char** variable = _environ; *variable != nullptr; ++variable)
+        environment += *variable;
+    const LPTOP_LEVEL_EXCEPTION_FILTER filter = SetUnhandledExceptionFilter(ownFilter);
+    std::fenv_t arithmetic{};
+    std::fegetenv(&arithmetic);
+    return {"screen " + std::to_string(awareness),
+            "screen of the thread " +
+                std::to_string(GetAwarenessFromDpiAwarenessContext(GetThreadDpiAwarenessContext())),
+            std::string("locale ") + std::setlocale(LC_ALL, nullptr),
+            "locale of the thread " + std::to_string(GetThreadLocale()),
+            "floating point " + std::to_string(arithmetic.__control_word) + ' ' +
+                std::to_string(_mm_getcsr() & ~0x3fU),
+            "folder " + std::filesystem::current_path().string(),
+            std::string("filter ") + (filter == ownFilter ? "own" : "other"),
+            "error mode " + std::to_string(GetErrorMode()),
+            "environment " + std::to_string(std::hash<std::string>()(environment))};
+}
+
+/// Brings the library's calls of a function of the system here.
+void redirect(const std::string& function, const void* here) {
+    auto* const library = reinterpret_cast<unsigned char*>(GetModuleHandleW(L"Kova_Drawer_Man.dll"));
+    const auto* const headers =
+        reinterpret_cast<IMAGE_NT_HEADERS*>(library + reinterpret_cast<IMAGE_DOS_HEADER*>(library)->e_lfanew);
+    const auto imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    auto* from = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(library + imports);
+    int found = 0;
+    for (; from->Name != 0; ++from) {
+        const auto* name = reinterpret_cast<IMAGE_THUNK_DATA*>(library + from->OriginalFirstThunk);
+        auto* call = reinterpret_cast<IMAGE_THUNK_DATA*>(library + from->FirstThunk);
+        for (; name->u1.AddressOfData != 0; ++name, ++call) {
+            if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal) ||
+                function != reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(library + name->u1.AddressOfData)->Name)
+                continue;
+            DWORD protection = 0;
+            VirtualProtect(call, sizeof(*call), PAGE_READWRITE, &protection);
+            call->u1.Function = reinterpret_cast<std::uintptr_t>(here);
+            ++found;
+        }
+    }
+    expect(found == 1, "the library calls " + function);
+}
+
+int callsAboutTheScreen = 0;
+int countCall() {
+    ++callsAboutTheScreen;
+    return 0;
+}
+
+void process() {
+    std::thread([] {
+        CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+        expect(throws([] { (void)kova::createComponent(); }) && newRecords() == 1,
+               "no windows on such a thread");
+        CoUninitialize();
+    }).join();
+    // Wine has no process that may still decide on it, so that only the attempt can be seen.
+    for (const char* const function : {"SetProcessDpiAwareness", "SetProcessDpiAwarenessContext"})
+        redirect(function, reinterpret_cast<const void*>(countCall));
+    SetUnhandledExceptionFilter(ownFilter);
+    std::fesetround(FE_DOWNWARD);
+    std::setlocale(LC_ALL, "German_Germany.1252");
+    SetThreadLocale(MAKELCID(MAKELANGID(LANG_FRENCH, SUBLANG_DEFAULT), SORT_DEFAULT));
+    const auto before = belongings();
+    {
+        // Before the host has any window, since these settle how the process sees the screen.
+        const auto first = kova::createComponent();
+        Till till;
+        till.begin();
+        till.drawer->Show(0);
+        till.handleMessages(10);
+        kova::shutDown();
+    }
+    expect(callsAboutTheScreen == 0, "how the process sees the screen is left to the host");
+    const auto after = belongings();
+    for (std::size_t i = 0; i < before.size(); ++i)
+        expect(after[i] == before[i], before[i] + " is " + after[i]);
+}
+
+DWORD handles() {
+    std::vector<unsigned char> all(1 << 20);
+    NtQuerySystemInformation(SystemProcessInformation, all.data(), static_cast<ULONG>(all.size()), nullptr);
+    const auto* process = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION*>(all.data());
+    while (process->UniqueProcessId != reinterpret_cast<HANDLE>(std::uintptr_t{GetCurrentProcessId()}))
+        process = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION*>(
+            reinterpret_cast<const unsigned char*>(process) + process->NextEntryOffset);
+    return process->HandleCount;
+}
+
+/// What a process may lose. Wine's own count of graphics and user objects is always 0.
+std::map<std::string, std::size_t> resources() {
+    PROCESS_MEMORY_COUNTERS memory{};
+    GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof(memory));
+    std::size_t windows = 0;
+    EnumThreadWindows(
+        GetCurrentThreadId(),
+        [](HWND, LPARAM count) { return ++*reinterpret_cast<std::size_t*>(count), TRUE; },
+        reinterpret_cast<LPARAM>(&windows));
+    return {{"user objects", GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS)},
+            {"graphics objects", GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)},
+            {"windows", windows},
+            {"handles", handles()},
+            {"megabytes", memory.PagefileUsage >> 20}};
+}
+
+void growth() {
+    Till till;
+    till.begin();
+    std::map<std::string, std::size_t> before;
+    for (int shows = -20; shows < 100; ++shows) {
+        if (shows == 0)
+            before = resources();
+        till.discardFrom = till.ticks + 1;
+        till.drawer->Show(shows % 2);
+        till.drawer->DiscardForm();
+        till.handleMessages(1);
+    }
+    for (const auto& [name, count] : resources()) {
+        std::cout << name << ": " << before[name] << ", after 100 shows " << count << std::endl;
+        expect(count <= before[name] + 8, "no growth of " + name);
+    }
+}
+
+/// The example, a process of its own, which ends while its dialog is open.
+void example() {
+    _wputenv_s(L"KOVA_LOG", L"NUL"); // it has no shop
+    STARTUPINFOW start{};
+    start.cb = sizeof(start);
+    PROCESS_INFORMATION till{};
+    wchar_t command[] = L"win32_till.exe none.db";
+    expect(CreateProcessW(nullptr, command, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &till) != 0,
+           "it starts");
+    const auto window = [] { return FindWindowW(L"Till", L"Till"); };
+    expect(comes([&] { return window() != nullptr && IsWindowVisible(window()) != 0; }),
+           "the till has a window");
+    const auto clock = [&] {
+        std::array<wchar_t, 32> text{};
+        SendMessageW(FindWindowExW(window(), nullptr, L"STATIC", nullptr), WM_GETTEXT, text.size(),
+                     reinterpret_cast<LPARAM>(text.data()));
+        return std::wstring(text.data());
+    };
+    PostMessageW(FindWindowExW(window(), nullptr, L"BUTTON", L"Cash drawer, beside the till"), BM_CLICK, 0,
+                 0);
+    expect(comes([&] { return !shownWindows(true, till.dwProcessId).empty(); }), "the dialog is open");
+    expect(comes([&, then = clock()] { return clock() != then; }), "the clock goes on");
+    PostMessageW(window(), WM_CLOSE, 0, 0);
+    DWORD code = EXIT_FAILURE;
+    expect(WaitForSingleObject(till.hProcess, 20'000) == WAIT_OBJECT_0 &&
+               GetExitCodeProcess(till.hProcess, &code) != 0 && code == EXIT_SUCCESS,
+           "the till ends");
+}
+
+/// Dialogs that are open when the process ends, in all ways.
+void endByReturning() {
+    static Till till;
+    till.begin();
+    till.drawer->Show(0);
+}
+
+void endByExiting() {
+    static Till till;
+    till.begin();
+    till.sink.onEvent = [] { std::exit(failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE); };
+    till.drawer->Show(0);
+    till.drawer->ApriCassetto();
+}
+
+void endAtOnce() {
+    static Till till;
+    till.begin();
+    till.drawer->Show(0);
+    ExitProcess(failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE);
+}
+
+void endOfTheThread() {
+    std::thread([] {
+        auto* const till = new Till;
+        till->begin();
+        till->drawer->Show(0);
+    }).join();
+}
+
+LONG WINAPI crash(EXCEPTION_POINTERS* failure) {
+    if (failure->ExceptionRecord->ExceptionCode == EXCEPTION_ACCESS_VIOLATION)
+        TerminateProcess(GetCurrentProcess(), 99);
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
+const std::map<std::string, void (*)()> parts{{"modeless", modeless},
+                                              {"modal", modal},
+                                              {"end-of-the-loop", quit},
+                                              {"example", example},
+                                              {"left-alone", process},
+                                              {"100-shows", growth},
+                                              {"exit-by-returning", endByReturning},
+                                              {"exit-inside-an-event", endByExiting},
+                                              {"exit-at-once", endAtOnce},
+                                              {"exit-of-the-thread", endOfTheThread}};
+
+} // namespace
+
+int main(int, char** arguments) {
+    AddVectoredExceptionHandler(1, crash);
+    _wputenv_s(L"KOVA_LOG", logFile.c_str());
+    parts.at(arguments[1])();
+    expect(newRecords() == 0, "nothing of all this is a failure");
+    std::filesystem::remove(logFile);
+    return failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+}

@@ -1,0 +1,188 @@
+#pragma once
+#include "host.h"
+
+#include <windows.h>
+
+#include <array>
+#include <atomic>
+#include <climits>
+#include <memory>
+#include <optional>
+#include <set>
+#include <thread>
+#include <vector>
+
+namespace kova::test {
+
+using namespace std::chrono_literals;
+
+/// The visible windows of a process, from the front to the back.
+inline std::vector<HWND> shownWindows(bool ofQt, DWORD of = GetCurrentProcessId()) {
+    std::vector<HWND> all;
+    for (HWND window = GetTopWindow(nullptr); window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        std::array<char, 64> kind{};
+        GetClassNameA(window, kind.data(), kind.size());
+        if (process == of && IsWindowVisible(window) != 0 &&
+            (std::string(kind.data()).rfind("Qt", 0) == 0) == ofQt)
+            all.push_back(window);
+    }
+    return all;
+}
+
+inline HWND front() {
+    const auto all = shownWindows(true);
+    return all.empty() ? nullptr : all.front();
+}
+
+/// Whether it does so in ten seconds.
+inline bool comes(const std::function<bool()>& state) {
+    for (int i = 0; i < 500; ++i, std::this_thread::sleep_for(20ms))
+        if (state())
+            return true;
+    return false;
+}
+
+/// Whether so many windows of Qt are open before long.
+inline bool open(std::size_t windows) {
+    return comes([&] { return shownWindows(true).size() == windows; });
+}
+
+/// Touches the front window at a place that its width and height are parted by.
+inline void touch(double x, double y) {
+    RECT area;
+    GetClientRect(front(), &area);
+    POINT at{static_cast<LONG>(x * area.right), static_cast<LONG>(y * area.bottom)};
+    ClientToScreen(front(), &at);
+    SetCursorPos(at.x, at.y);
+    for (const DWORD change : {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
+        INPUT input{};
+        input.type = INPUT_MOUSE;
+        input.mi.dwFlags = change;
+        SendInput(1, &input, sizeof(input));
+        std::this_thread::sleep_for(60ms);
+    }
+}
+
+inline void press(WORD key) {
+    for (const DWORD change : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}}) {
+        INPUT input{};
+        input.type = INPUT_KEYBOARD;
+        input.ki.wVk = key;
+        input.ki.dwFlags = change;
+        SendInput(1, &input, sizeof(input));
+    }
+}
+
+/// How many colours are painted in it.
+inline std::size_t colors(HWND window) {
+    RECT area;
+    GetClientRect(window, &area);
+    std::set<COLORREF> seen;
+    const HDC drawing = GetDC(window);
+    for (int x = 0; x < area.right; x += 9)
+        for (int y = 0; y < area.bottom; y += 9)
+            seen.insert(GetPixel(drawing, x, y));
+    ReleaseDC(window, drawing);
+    return seen.size();
+}
+
+/// Returns the exit code when the host is to end.
+inline std::optional<WPARAM> handleMessage() {
+    MSG message;
+    if (GetMessageW(&message, nullptr, 0, 0) <= 0)
+        return message.wParam;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+    return {};
+}
+
+/// A host of plain Windows with four windows: no Qt, its own message loop and clock.
+struct Till {
+    std::atomic<int> ticks = 0;
+    std::atomic<int> exitCode = 0; ///< of the end that the till's clock is to ask for
+    int discardFrom = INT_MAX;     ///< by the till's clock
+    HWND window = frame(L"Till", WS_VISIBLE);
+    HWND entry = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_BORDER, 10, 10, 200, 30, window,
+                                 nullptr, nullptr, nullptr);
+    HWND beside = frame(L"Beside", WS_VISIBLE);
+    HWND disabled = frame(L"Disabled", WS_VISIBLE | WS_DISABLED);
+    HWND hidden = frame(L"Hidden", 0);
+    Host sink;
+    std::shared_ptr<cls_Kova_Drawer_Man> drawer;
+    Connection connection;
+
+    Till() {
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        SetTimer(window, 1, 50, [](HWND of, UINT, UINT_PTR, DWORD) {
+            reinterpret_cast<Till*>(GetWindowLongPtrW(of, GWLP_USERDATA))->tick();
+        });
+        // The window manager has its own ideas of which new window is to be in front, and takes its time.
+        handleMessages(20);
+        SetForegroundWindow(window);
+        SetFocus(entry);
+    }
+    ~Till() { KillTimer(window, 1); }
+    Till(const Till&) = delete;
+    Till& operator=(const Till&) = delete;
+    void tick() {
+        if (++ticks >= discardFrom)
+            drawer->DiscardForm();
+        if (exitCode != 0)
+            PostQuitMessage(exitCode.exchange(0));
+    }
+    /// The host's message loop, for so many ticks of its clock. Returns the exit code when the host is to
+    /// end.
+    std::optional<WPARAM> handleMessages(int forTicks) {
+        std::optional<WPARAM> ended;
+        for (const int until = ticks + forTicks; ticks < until && !ended;)
+            ended = handleMessage();
+        return ended;
+    }
+    void begin() {
+        drawer = createComponent();
+        connection = drawer->connect(sink);
+        drawer->Inizializza(shop("INSERT INTO tabActivityDrawer VALUES (2,'Prelievo',-1,4,1,20,1,0);"
+                                 "INSERT INTO tabPagamenti VALUES (1,'Contanti',1,'E',10);"));
+        drawer->InserimentoAutomatico(true);
+    }
+    static HWND frame(const wchar_t* title, DWORD style) {
+        WNDCLASSW kind{};
+        kind.lpfnWndProc = DefWindowProcW;
+        kind.lpszClassName = L"Till";
+        RegisterClassW(&kind);
+        return CreateWindowExW(0, L"Till", title, WS_OVERLAPPEDWINDOW | style, 20, 20, 340, 420, nullptr,
+                               nullptr, nullptr, nullptr);
+    }
+    /// Whether its windows are as it made them, and whether those that a cashier could use are blocked.
+    [[nodiscard]] bool takesInput() const { return enabled(window) && enabled(beside) && othersAsMade(); }
+    [[nodiscard]] bool takesNone() const { return !enabled(window) && !enabled(beside) && othersAsMade(); }
+    [[nodiscard]] bool othersAsMade() const { return !enabled(disabled) && enabled(hidden); }
+    static bool enabled(HWND window) { return IsWindowEnabled(window) != 0; }
+};
+
+/// Works with the screen from outside, on a thread of its own.
+class Cashier {
+  public:
+    explicit Cashier(const std::function<void()>& work)
+        : thread_([this, work] {
+              work();
+              gone = true;
+          }) {}
+    ~Cashier() { thread_.join(); }
+    Cashier(const Cashier&) = delete;
+    Cashier& operator=(const Cashier&) = delete;
+    std::atomic<bool> gone = false;
+
+  private:
+    std::thread thread_;
+};
+
+/// The host's message loop, as long as the cashier works.
+inline void handleMessages(const Cashier& cashier) {
+    while (!cashier.gone)
+        handleMessage();
+}
+
+} // namespace kova::test
