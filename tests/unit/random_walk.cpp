@@ -7,11 +7,17 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numeric>
 #include <random>
 #include <sstream>
 
 namespace kova::test {
 namespace {
+
+const std::u32string characters = U"7,a\b\n.";
+const std::array languages{1040, 1031, 9, 1033};
+const std::array waits{1, 10, 49, 50, 60}; // ms
+const std::vector<std::string> softwareNames{"Kova", "CASSA", "MIRANTE"};
 
 /// Does anything that a cashier, a host or the surroundings may do, in any order, and watches what must
 /// always hold: no movement without its validations, no more movements than one confirmation may send, a
@@ -52,6 +58,16 @@ class RandomWalk {
         return *std::next(std::begin(range), any(static_cast<int>(std::size(range))));
     }
 
+    /// One of them, each as often as it says.
+    void doOne(const std::vector<std::pair<int, std::function<void()>>>& choices) {
+        int number = any(std::accumulate(choices.begin(), choices.end(), 0,
+                                         [](int sum, const auto& choice) { return sum + choice.first; }));
+        std::ranges::find_if(choices, [&](const auto& choice) {
+            return (number -= choice.first) < 0;
+        })->second();
+    }
+    Gesture press(const std::string& name) { return cashier_.press(world_.control<PushButton>(name)); }
+
     void step() {
         --stepsLeft_;
         if (!dialogOf(*world_.component) || !dialogOf(*world_.component)->loaded())
@@ -60,10 +76,9 @@ class RandomWalk {
             hostStep();
         else
             cashierStep();
-        if (depth_ == 0 && dialogOf(*world_.component)->loaded()) {
-            EXPECT_TRUE(world_.control<PushButton>("cmdConferma").enabled());
-        }
         if (depth_ == 0) {
+            EXPECT_TRUE(!dialogOf(*world_.component)->loaded() ||
+                        world_.control<PushButton>("cmdConferma").enabled());
             EXPECT_EQ(world_.process.coinDialog, nullptr) << "a count outlived its opening";
         }
         if (stepsLeft_ % 40 == 0)
@@ -109,37 +124,29 @@ class RandomWalk {
                                                        "ActiveColorMetroStyle",
                                                        "AttivaRecuperaFondoCassaPrecedente",
                                                        "PredisponiInserimentoFondoCassaIniziale"};
-        switch (any(8)) {
-        case 0:
-        case 1:
-            component.set(pick(switches), Variant(!oneIn(3)));
-            break;
-        case 2:
-            component.idPagamentoPredefinito(any(4) - 1);
-            break;
-        case 3:
-            component.SetSoftwareName(pick(std::array{"Kova", "CASSA", "MIRANTE"}));
-            break;
-        case 4:
-            world_.runtime.change(pick(std::array{1040, 1031, 9, 1033}));
-            break;
-        case 5:
-            world_.database().failures.clear();
-            if (oneIn(3))
-                world_.database().failures.push_back(
-                    {pick(std::array{"tabPagamenti", "tabActivityDrawer", "tabValute", "WHERE id",
-                                     "Operation"}),
-                     oneIn(2) ? std::nullopt : std::optional<std::size_t>(static_cast<std::size_t>(any(3)))});
-            break;
-        case 6:
-            oneIn(3) ? world_.connect() : static_cast<void>(component.Show(any(3) - 1));
-            break;
-        default:
-            if (oneIn(4))
-                component.DiscardForm();
-            else if (ground_.post)
-                ground_.post([this] { cashierStep(); });
-        }
+        doOne({{2, [&] { component.set(pick(switches), Variant(!oneIn(3))); }},
+               {1, [&] { component.idPagamentoPredefinito(any(4) - 1); }},
+               {1, [&] { component.SetSoftwareName(pick(softwareNames)); }},
+               {1, [&] { world_.runtime.change(pick(languages)); }},
+               {1, [&] { failQueries(); }},
+               {1, [&] { oneIn(3) ? world_.connect() : static_cast<void>(component.Show(any(3) - 1)); }},
+               {1, [&] { discardOrPost(); }}});
+    }
+
+    void discardOrPost() {
+        if (oneIn(4))
+            world_.component->DiscardForm();
+        else if (ground_.post)
+            ground_.post([this] { cashierStep(); });
+    }
+
+    void failQueries() {
+        auto& failures = world_.database().failures;
+        failures.clear();
+        if (oneIn(3))
+            failures.push_back(
+                {pick(std::array{"tabPagamenti", "tabActivityDrawer", "tabValute", "WHERE id", "Operation"}),
+                 oneIn(2) ? std::nullopt : std::optional<std::size_t>(static_cast<std::size_t>(any(3)))});
     }
 
     /// Anything in the coin count, wherever it stands among the windows.
@@ -151,30 +158,15 @@ class RandomWalk {
                                                       "CMD_cancella", "CMD_Annulla", "CMD_CaricaMoneta"};
         static const std::vector<std::string> keys{"1", "0", "5", ".", "*", "BACKSPACE"};
         static const std::vector<std::string> counts{"3", "2,5", "-1", "abc", "", "1e3", "1e308"};
-        switch (any(7)) {
-        case 0:
-        case 1:
-            cashier_.touchKey(world_.coin<NumericKeypad>("Virtual_KeyPAD"), pick(keys));
-            break;
-        case 2:
-            cashier_.focus(world_.coin<TextBox>("txtValuta", any(CoinCount::FieldCount)));
-            break;
-        case 3:
-            cashier_.type(*window, pick(std::u32string(U"7,a\b\n.")));
-            break;
-        case 4:
-            if (oneIn(3))
-                world_.coin<TextBox>("txtValuta", any(CoinCount::FieldCount)).paste(pick(counts));
-            else if (oneIn(4))
-                cashier_.focus(world_.coin<TextBox>("FlatEdit", any(3)));
-            break;
-        case 5:
-            if (oneIn(30))
-                cashier_.requestClose(*window);
-            break;
-        default:
-            pressInCount(pick(buttons));
-        }
+        const auto field = [this] { return &world_.coin<TextBox>("txtValuta", any(CoinCount::FieldCount)); };
+        doOne({{60, [&] { cashier_.touchKey(world_.coin<NumericKeypad>("Virtual_KeyPAD"), pick(keys)); }},
+               {30, [&] { cashier_.focus(*field()); }},
+               {30, [&] { cashier_.type(*window, pick(characters)); }},
+               {10, [&] { field()->paste(pick(counts)); }},
+               {5, [&] { cashier_.focus(world_.coin<TextBox>("FlatEdit", any(3))); }},
+               {1, [&] { cashier_.requestClose(*window); }},
+               {15 + 29, [] {}},
+               {30, [&] { pressInCount(pick(buttons)); }}});
     }
 
     /// What a confirmed count comes to is computed here in another way: in hundredths.
@@ -200,64 +192,36 @@ class RandomWalk {
     }
 
     void cashierStep() {
-        if (world_.process.coinDialog && !oneIn(5)) {
-            coinStep();
-            return;
-        }
+        if (world_.process.coinDialog && !oneIn(5))
+            return coinStep();
         if (!dialogOf(*world_.component)->loaded())
             return;
-        if (world_.control<TabControl>("TabControl").selected() == 1 && oneIn(3)) {
-            listStep();
-            return;
-        }
+        auto& tabs = world_.control<TabControl>("TabControl");
+        if (tabs.selected() == 1 && oneIn(3))
+            return listStep();
         static const std::vector<std::string> grids{"Pulsantiera_Attivita", "Pulsantiera_Pagamenti",
                                                     "Pulsantiera_Pagamenti_Versamenti", "Pulsantiera_Valuta"};
         static const std::vector<std::string> buttons{"cmdNascondiTastiera", "cmdAnnulla", "cmdAnteprima",
                                                       "cmd_print", "PushButton1"};
         static const std::vector<std::string> keys{"1", "0", "5", ".", "*", "BACKSPACE", ","};
-        switch (any(13)) {
-        case 0:
-        case 1:
-        case 2: {
-            auto& grid = world_.control<ButtonGrid>(pick(grids));
-            if (!grid.buttons().empty())
-                cashier_.touch(grid, std::string(pick(grid.buttons()).key));
-            break;
-        }
-        case 3:
-            cashier_.touchKey(world_.control<NumericKeypad>("Virtual_KeyPAD"), pick(keys));
-            break;
-        case 4:
-            cashier_.touchKey(world_.control<OnScreenKeyboard>("Virtual_Keyboard"), U'x');
-            break;
-        case 5:
-            cashier_.focus(world_.control<TextBox>(oneIn(2) ? "txtNote" : "txtVisore"));
-            break;
-        case 6:
-            cashier_.type(world_.dialog(), pick(std::u32string(U"7,a\b\n.")));
-            break;
-        case 7:
-            cashier_.press(world_.control<PushButton>("cmdCassetto", 1 + any(4)));
-            break;
-        case 8:
-            wait(pick(std::array{1, 10, 49, 50, 60}));
-            break;
-        case 9:
-            load([&] { return cashier_.selectTab(world_.control<TabControl>("TabControl"), any(2)); });
-            break;
-        case 10:
-            if (oneIn(4))
-                cashier_.press(world_.control<PushButton>(pick(buttons)));
-            break;
-        case 11:
-            if (oneIn(20))
-                cashier_.requestClose(world_.dialog());
-            else if (oneIn(4))
-                cashier_.press(world_.control<PushButton>("CMD_CaricaMoneta"));
-            break;
-        default:
-            cashier_.press(world_.control<PushButton>("cmdConferma"));
-        }
+        doOne({{60, [&] { touchAny(world_.control<ButtonGrid>(pick(grids))); }},
+               {20, [&] { cashier_.touchKey(world_.control<NumericKeypad>("Virtual_KeyPAD"), pick(keys)); }},
+               {20, [&] { cashier_.touchKey(world_.control<OnScreenKeyboard>("Virtual_Keyboard"), U'x'); }},
+               {20, [&] { cashier_.focus(world_.control<TextBox>(oneIn(2) ? "txtNote" : "txtVisore")); }},
+               {20, [&] { cashier_.type(world_.dialog(), pick(characters)); }},
+               {20, [&] { cashier_.press(world_.control<PushButton>("cmdCassetto", 1 + any(4))); }},
+               {20, [&] { wait(pick(waits)); }},
+               {20, [&] { load([&] { return cashier_.selectTab(tabs, any(2)); }); }},
+               {5, [&] { press(pick(buttons)); }},
+               {1, [&] { cashier_.requestClose(world_.dialog()); }},
+               {5, [&] { press("CMD_CaricaMoneta"); }},
+               {15 + 14, [] {}},
+               {20, [&] { press("cmdConferma"); }}});
+    }
+
+    void touchAny(ButtonGrid& grid) {
+        if (!grid.buttons().empty())
+            cashier_.touch(grid, std::string(pick(grid.buttons()).key));
     }
 
     /// Anything on the movements page.
@@ -267,38 +231,19 @@ class RandomWalk {
         const auto row = static_cast<std::size_t>(any(static_cast<int>(list.rows().size()) + 1));
         const auto extent = pick(
             std::array{ReportGrid::Extent::Single, ReportGrid::Extent::Toggle, ReportGrid::Extent::UpTo});
-        switch (any(12)) {
-        case 0:
-        case 1:
-            list.touchHeader(column);
-            break;
-        case 2:
-            list.groupBy(column);
-            break;
-        case 3:
-            oneIn(3) ? list.ungroup() : list.selectAll();
-            break;
-        case 4:
-            list.resizeColumn(column, any(60) - 10);
-            break;
-        case 5:
-        case 6:
-        case 7:
-            touchRow(list, row, extent);
-            break;
-        case 8:
-            world_.control<DateField>("comboData")
-                .paste(pick(
-                    std::array{"16/11/2026", "16/11/2026", "15/11/26", "16/11/2026 10:00", "domani", ""}));
-            break;
-        case 9:
-            requestDocument(oneIn(2) ? "cmd_print" : "cmdAnteprima");
-            return; // a handler may have closed the dialog
-        default:
-            load([&] { return cashier_.press(world_.control<PushButton>("cmdCaricaMovimenti")); });
-            return;
-        }
-        expectConsistent(list, world_.regional);
+        static const std::vector<std::string> days{"16/11/2026",       "16/11/2026", "15/11/26",
+                                                   "16/11/2026 10:00", "domani",     ""};
+        bool changes = true; // where a handler may not close the dialog
+        doOne({{2, [&] { list.touchHeader(column); }},
+               {1, [&] { list.groupBy(column); }},
+               {1, [&] { oneIn(3) ? list.ungroup() : list.selectAll(); }},
+               {1, [&] { list.resizeColumn(column, any(60) - 10); }},
+               {3, [&] { touchRow(list, row, extent); }},
+               {1, [&] { world_.control<DateField>("comboData").paste(pick(days)); }},
+               {1, [&] { requestDocument(oneIn(2) ? "cmd_print" : "cmdAnteprima"), changes = false; }},
+               {2, [&] { load([&] { return press("cmdCaricaMovimenti"); }), changes = false; }}});
+        if (changes)
+            expectConsistent(list, world_.regional);
     }
 
     static void touchRow(ReportGrid& list, std::size_t row, ReportGrid::Extent extent) {
@@ -315,7 +260,7 @@ class RandomWalk {
     void requestDocument(const std::string& button) {
         const std::string day = world_.control<DateField>("comboData").text();
         const std::size_t before = world_.sink.days.size();
-        if (cashier_.press(world_.control<PushButton>(button)) != Gesture::Done)
+        if (press(button) != Gesture::Done)
             return;
         ASSERT_GT(world_.sink.days.size(), before);
         EXPECT_EQ(world_.sink.days[before], day);
