@@ -22,11 +22,10 @@ using namespace kova::test;
 
 void modeless() {
     Till till;
-    till.begin();
     std::atomic<double> paid = 0;
     till.sink.onPayment = [&](double amount) { paid = amount; };
     till.drawer->Show(0);
-    const Cashier cashier([&] {
+    const auto cashier = std::async(std::launch::async, [&] {
         expect(open(1) && comes([] { return colors(front()) > 20; }), "the dialog is painted");
         expect(comes([&, since = till.ticks.load()] { return till.ticks > since + 20; }),
                "the till's clock goes on");
@@ -43,25 +42,26 @@ void modeless() {
 
 void modal() {
     Till till;
-    till.begin();
     const auto order = shownWindows(false);
-    const Cashier cashier([&] {
-        expect(open(1) && comes([&] { return till.takesNone(); }), "the till's windows are blocked");
-        const HWND dialog = front();
-        expect(comes([&] { return GetWindow(dialog, GW_OWNER) == till.window; }),
+    const auto cashier = std::async(std::launch::async, [&] {
+        expect(open(1) && comes([&] { return till.blocked(); }), "the till's windows are blocked");
+        expect(comes([&] { return GetWindow(front(), GW_OWNER) == till.window; }),
                "the dialog belongs to the till");
         expect(comes([&, since = till.ticks.load()] { return till.ticks > since + 3; }),
                "the till's clock goes on");
-        std::this_thread::sleep_for(300ms);
-        touch(0.04, 0.145); // the coin count
-        expect(open(2) && till.takesNone(), "a coin count is open in front");
+        const auto showsInFront = [&](std::size_t windows, const std::string& what) {
+            expect(open(windows) && till.blocked(), what + ", and the till's windows are blocked");
+            std::this_thread::sleep_for(300ms);
+        };
+        showsInFront(1, "the dialog");
+        touch(0.04, 0.145);
+        showsInFront(2, "a coin count");
         touch(0.21, 0.93); // cancels it
-        expect(open(1) && till.takesNone(), "after it the till's windows stay blocked");
+        showsInFront(1, "the dialog after the coin count");
         touch(0.81, 0.945); // confirmation of nothing
-        expect(open(2) && till.takesNone(), "a message is open in front");
+        showsInFront(2, "a message");
         press(VK_RETURN);
-        expect(open(1) && till.takesNone(), "after it the till's windows stay blocked");
-        std::this_thread::sleep_for(300ms);
+        showsInFront(1, "the dialog after the message");
         press(VK_ESCAPE);
     });
     till.drawer->Show();
@@ -74,8 +74,7 @@ void modal() {
 /// The till ends while a message stands in front of a modal dialog.
 void quit() {
     Till till;
-    till.begin();
-    const Cashier cashier([&] {
+    const auto cashier = std::async(std::launch::async, [&] {
         expect(open(1), "the dialog is open");
         std::this_thread::sleep_for(300ms);
         touch(0.81, 0.945);
@@ -142,10 +141,6 @@ void redirect(const std::string& function, const void* here) {
 }
 
 int callsAboutTheScreen = 0;
-int countCall() {
-    ++callsAboutTheScreen;
-    return 0;
-}
 
 void process() {
     std::thread([] {
@@ -156,7 +151,7 @@ void process() {
     }).join();
     // Wine has no process that may still decide on it, so that only the attempt can be seen.
     for (const char* const function : {"SetProcessDpiAwareness", "SetProcessDpiAwarenessContext"})
-        redirect(function, reinterpret_cast<const void*>(countCall));
+        redirect(function, reinterpret_cast<const void*>(+[] { return ++callsAboutTheScreen, 0; }));
     SetUnhandledExceptionFilter(ownFilter);
     std::fesetround(FE_DOWNWARD);
     std::setlocale(LC_ALL, "German_Germany.1252");
@@ -166,7 +161,6 @@ void process() {
         // Before the host has any window, since these settle how the process sees the screen.
         const auto first = kova::createComponent();
         Till till;
-        till.begin();
         till.drawer->Show(0);
         till.handleMessages(10);
         kova::shutDown();
@@ -205,7 +199,6 @@ std::map<std::string, std::size_t> resources() {
 
 void growth() {
     Till till;
-    till.begin();
     std::map<std::string, std::size_t> before;
     for (int shows = -20; shows < 100; ++shows) {
         if (shows == 0)
@@ -228,16 +221,15 @@ void example() {
     start.cb = sizeof(start);
     PROCESS_INFORMATION till{};
     wchar_t command[] = L"win32_till.exe none.db";
-    expect(CreateProcessW(nullptr, command, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &till) != 0,
-           "it starts");
+    CreateProcessW(nullptr, command, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &till);
     const auto window = [] { return FindWindowW(L"Till", L"Till"); };
     expect(comes([&] { return window() != nullptr && IsWindowVisible(window()) != 0; }),
            "the till has a window");
     const auto clock = [&] {
-        std::array<wchar_t, 32> text{};
+        std::wstring text(32, L'\0');
         SendMessageW(FindWindowExW(window(), nullptr, L"STATIC", nullptr), WM_GETTEXT, text.size(),
                      reinterpret_cast<LPARAM>(text.data()));
-        return std::wstring(text.data());
+        return text;
     };
     PostMessageW(FindWindowExW(window(), nullptr, L"BUTTON", L"Cash drawer, beside the till"), BM_CLICK, 0,
                  0);
@@ -250,34 +242,21 @@ void example() {
            "the till ends");
 }
 
-/// Dialogs that are open when the process ends, in all ways.
-void endByReturning() {
-    static Till till;
-    till.begin();
-    till.drawer->Show(0);
+int status() {
+    return failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
-void endByExiting() {
+/// Whose dialog is open when the process ends.
+Till& lastTill() {
     static Till till;
-    till.begin();
-    till.sink.onEvent = [] { std::exit(failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE); };
     till.drawer->Show(0);
+    return till;
+}
+
+void exitInsideAnEvent() {
+    Till& till = lastTill();
+    till.sink.onEvent = [] { std::exit(status()); };
     till.drawer->ApriCassetto();
-}
-
-void endAtOnce() {
-    static Till till;
-    till.begin();
-    till.drawer->Show(0);
-    ExitProcess(failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE);
-}
-
-void endOfTheThread() {
-    std::thread([] {
-        auto* const till = new Till;
-        till->begin();
-        till->drawer->Show(0);
-    }).join();
 }
 
 LONG WINAPI crash(EXCEPTION_POINTERS* failure) {
@@ -286,16 +265,17 @@ LONG WINAPI crash(EXCEPTION_POINTERS* failure) {
     return EXCEPTION_CONTINUE_SEARCH;
 }
 
-const std::map<std::string, void (*)()> parts{{"modeless", modeless},
-                                              {"modal", modal},
-                                              {"end-of-the-loop", quit},
-                                              {"example", example},
-                                              {"left-alone", process},
-                                              {"100-shows", growth},
-                                              {"exit-by-returning", endByReturning},
-                                              {"exit-inside-an-event", endByExiting},
-                                              {"exit-at-once", endAtOnce},
-                                              {"exit-of-the-thread", endOfTheThread}};
+const std::map<std::string, void (*)()> parts{
+    {"modeless", modeless},
+    {"modal", modal},
+    {"end-of-the-loop", quit},
+    {"example", example},
+    {"left-alone", process},
+    {"100-shows", growth},
+    {"exit-by-returning", [] { lastTill(); }},
+    {"exit-inside-an-event", exitInsideAnEvent},
+    {"exit-at-once", [] { lastTill(), ExitProcess(status()); }},
+    {"exit-of-the-thread", [] { std::thread([] { (new Till)->drawer->Show(0); }).join(); }}};
 
 } // namespace
 
@@ -305,5 +285,5 @@ int main(int, char** arguments) {
     parts.at(arguments[1])();
     expect(newRecords() == 0, "nothing of all this is a failure");
     std::filesystem::remove(logFile);
-    return failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    return status();
 }

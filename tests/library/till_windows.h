@@ -6,6 +6,7 @@
 #include <array>
 #include <atomic>
 #include <climits>
+#include <future>
 #include <memory>
 #include <optional>
 #include <set>
@@ -49,6 +50,12 @@ inline bool open(std::size_t windows) {
     return comes([&] { return shownWindows(true).size() == windows; });
 }
 
+inline void send(const INPUT& input) {
+    INPUT sent = input;
+    SendInput(1, &sent, sizeof(sent));
+    std::this_thread::sleep_for(60ms);
+}
+
 /// Touches the front window at a place that its width and height are parted by.
 inline void touch(double x, double y) {
     RECT area;
@@ -56,23 +63,13 @@ inline void touch(double x, double y) {
     POINT at{static_cast<LONG>(x * area.right), static_cast<LONG>(y * area.bottom)};
     ClientToScreen(front(), &at);
     SetCursorPos(at.x, at.y);
-    for (const DWORD change : {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
-        INPUT input{};
-        input.type = INPUT_MOUSE;
-        input.mi.dwFlags = change;
-        SendInput(1, &input, sizeof(input));
-        std::this_thread::sleep_for(60ms);
-    }
+    for (const DWORD change : {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP})
+        send({.type = INPUT_MOUSE, .mi = {0, 0, 0, change, 0, 0}});
 }
 
 inline void press(WORD key) {
-    for (const DWORD change : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}}) {
-        INPUT input{};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = key;
-        input.ki.dwFlags = change;
-        SendInput(1, &input, sizeof(input));
-    }
+    for (const DWORD change : {0, KEYEVENTF_KEYUP})
+        send({.type = INPUT_KEYBOARD, .ki = {key, 0, change, 0, 0}});
 }
 
 /// How many colours are painted in it.
@@ -88,13 +85,13 @@ inline std::size_t colors(HWND window) {
     return seen.size();
 }
 
-/// Returns the exit code when the host is to end.
-inline std::optional<WPARAM> handleMessage() {
-    MSG message;
-    if (GetMessageW(&message, nullptr, 0, 0) <= 0)
-        return message.wParam;
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
+/// The host's message loop, until then. Returns the exit code when the host is to end.
+inline std::optional<WPARAM> handleMessages(const std::function<bool()>& until) {
+    for (MSG message; !until(); DispatchMessageW(&message)) {
+        if (GetMessageW(&message, nullptr, 0, 0) <= 0)
+            return message.wParam;
+        TranslateMessage(&message);
+    }
     return {};
 }
 
@@ -110,8 +107,8 @@ struct Till {
     HWND disabled = frame(L"Disabled", WS_VISIBLE | WS_DISABLED);
     HWND hidden = frame(L"Hidden", 0);
     Host sink;
-    std::shared_ptr<cls_Kova_Drawer_Man> drawer;
-    Connection connection;
+    std::shared_ptr<cls_Kova_Drawer_Man> drawer = createComponent();
+    Connection connection = drawer->connect(sink);
 
     Till() {
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -122,6 +119,9 @@ struct Till {
         handleMessages(20);
         SetForegroundWindow(window);
         SetFocus(entry);
+        drawer->Inizializza(shop("INSERT INTO tabActivityDrawer VALUES (2,'Prelievo',-1,4,1,20,1,0);"
+                                 "INSERT INTO tabPagamenti VALUES (1,'Contanti',1,'E',10);"));
+        drawer->InserimentoAutomatico(true);
     }
     ~Till() { KillTimer(window, 1); }
     Till(const Till&) = delete;
@@ -132,20 +132,9 @@ struct Till {
         if (exitCode != 0)
             PostQuitMessage(exitCode.exchange(0));
     }
-    /// The host's message loop, for so many ticks of its clock. Returns the exit code when the host is to
-    /// end.
+    /// For so many ticks of its clock.
     std::optional<WPARAM> handleMessages(int forTicks) {
-        std::optional<WPARAM> ended;
-        for (const int until = ticks + forTicks; ticks < until && !ended;)
-            ended = handleMessage();
-        return ended;
-    }
-    void begin() {
-        drawer = createComponent();
-        connection = drawer->connect(sink);
-        drawer->Inizializza(shop("INSERT INTO tabActivityDrawer VALUES (2,'Prelievo',-1,4,1,20,1,0);"
-                                 "INSERT INTO tabPagamenti VALUES (1,'Contanti',1,'E',10);"));
-        drawer->InserimentoAutomatico(true);
+        return test::handleMessages([this, end = ticks + forTicks] { return ticks >= end; });
     }
     static HWND frame(const wchar_t* title, DWORD style) {
         WNDCLASSW kind{};
@@ -155,34 +144,17 @@ struct Till {
         return CreateWindowExW(0, L"Till", title, WS_OVERLAPPEDWINDOW | style, 20, 20, 340, 420, nullptr,
                                nullptr, nullptr, nullptr);
     }
-    /// Whether its windows are as it made them, and whether those that a cashier could use are blocked.
-    [[nodiscard]] bool takesInput() const { return enabled(window) && enabled(beside) && othersAsMade(); }
-    [[nodiscard]] bool takesNone() const { return !enabled(window) && !enabled(beside) && othersAsMade(); }
-    [[nodiscard]] bool othersAsMade() const { return !enabled(disabled) && enabled(hidden); }
-    static bool enabled(HWND window) { return IsWindowEnabled(window) != 0; }
+    /// Whether its windows are as it made them, but blocked where a cashier could use them.
+    [[nodiscard]] bool blocked(bool whole = true) const {
+        const auto enabled = [](HWND of) { return IsWindowEnabled(of) != 0; };
+        return enabled(window) != whole && enabled(beside) != whole && !enabled(disabled) && enabled(hidden);
+    }
+    [[nodiscard]] bool takesInput() const { return blocked(false); }
 };
 
-/// Works with the screen from outside, on a thread of its own.
-class Cashier {
-  public:
-    explicit Cashier(const std::function<void()>& work)
-        : thread_([this, work] {
-              work();
-              gone = true;
-          }) {}
-    ~Cashier() { thread_.join(); }
-    Cashier(const Cashier&) = delete;
-    Cashier& operator=(const Cashier&) = delete;
-    std::atomic<bool> gone = false;
-
-  private:
-    std::thread thread_;
-};
-
-/// The host's message loop, as long as the cashier works.
-inline void handleMessages(const Cashier& cashier) {
-    while (!cashier.gone)
-        handleMessage();
+/// The host's message loop, while someone works with the screen from outside, on a thread of their own.
+inline void handleMessages(const std::future<void>& cashier) {
+    handleMessages([&] { return cashier.wait_for(0s) == std::future_status::ready; });
 }
 
 } // namespace kova::test
