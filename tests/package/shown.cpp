@@ -19,48 +19,40 @@ struct Host : kova::EventSink {
 
 int failures = 0;
 
-template <class Value>
-void expect(const Value& seen, const Value& wanted, std::string_view what) {
-    if (seen == wanted)
+void expect(bool holds, std::string_view what) {
+    if (holds)
         return;
-    std::cout << what << " is " << seen << " instead of " << wanted << std::endl;
+    std::cout << "does not hold: " << what << std::endl;
     ++failures;
 }
 
-/// Early bound what is set, late bound what is read by name and by id.
-template <class Value>
-void setAndRead(kova::cls_Kova_Drawer_Man& component, std::string_view name, const Value& value,
-                void (kova::cls_Kova_Drawer_Man::*set)(const Value&)) {
-    (component.*set)(value);
-    expect(std::get<Value>(component.get(name)), value, name);
-    const int id = td::find(name, td::MemberKind::PropertyRead)->dispatchId;
-    expect(std::get<Value>(component.get(id)), value, name);
-    component.set(id, kova::Variant(Value()));
-    expect(std::get<Value>(component.get(name)), Value(), name);
-    component.set(name, kova::Variant(value));
-}
-
+/// Sets each early bound; sets and reads it late bound, by name and by id; reads each early bound.
 void setAndReadOptions(kova::cls_Kova_Drawer_Man& c) {
-    using C = kova::cls_Kova_Drawer_Man;
-    setAndRead(c, "idCassa", 7, &C::idCassa);
-    setAndRead(c, "idUtente", 8, &C::idUtente);
-    setAndRead(c, "idPagamentoPredefinito", 9, &C::idPagamentoPredefinito);
-    setAndRead(c, "ValutaAziendale", std::string("a currency of more than sixteen bytes"),
-               &C::ValutaAziendale);
-    setAndRead(c, "ChiusuraAutomatica", true, &C::ChiusuraAutomatica);
-    setAndRead(c, "InserimentoAutomatico", true, &C::InserimentoAutomatico);
-    setAndRead(c, "DoppioInserimentoObbligatorio", true, &C::DoppioInserimentoObbligatorio);
-    setAndRead(c, "UsaSoloValutaAziendale", true, &C::UsaSoloValutaAziendale);
-    setAndRead(c, "VisualizzaMovimentiUtenteLoggato", true, &C::VisualizzaMovimentiUtenteLoggato);
-    setAndRead(c, "AttivaVisualizzazionePrecontiDefinitivi", true,
-               &C::AttivaVisualizzazionePrecontiDefinitivi);
-    // None of them lies on another one.
-    expect(c.idCassa() + c.idUtente() + c.idPagamentoPredefinito(), 24, "the sum of the ids");
-    expect(c.ValutaAziendale().size(), std::size_t{37}, "the currency's length");
-    expect(c.ChiusuraAutomatica() && c.InserimentoAutomatico() && c.DoppioInserimentoObbligatorio() &&
-               c.UsaSoloValutaAziendale() && c.VisualizzaMovimentiUtenteLoggato() &&
-               c.AttivaVisualizzazionePrecontiDefinitivi(),
-           true, "every flag");
+    c.idCassa(7);
+    c.idUtente(8);
+    c.idPagamentoPredefinito(9);
+    c.ValutaAziendale("a currency of more than sixteen bytes");
+    c.ChiusuraAutomatica(true);
+    c.InserimentoAutomatico(true);
+    c.DoppioInserimentoObbligatorio(true);
+    c.UsaSoloValutaAziendale(true);
+    c.VisualizzaMovimentiUtenteLoggato(true);
+    c.AttivaVisualizzazionePrecontiDefinitivi(true);
+    for (const auto& option : td::members()) {
+        if (option.kind != td::MemberKind::PropertyRead)
+            continue;
+        const kova::Variant value = c.get(option.name);
+        const auto none = std::visit([](auto held) { return kova::Variant(decltype(held)()); }, value);
+        expect(value != none && c.get(option.dispatchId) == value, option.name);
+        c.set(option.dispatchId, none);
+        expect(c.get(option.name) == none, option.name);
+        c.set(option.name, value);
+    }
+    expect(c.idCassa() == 7 && c.idUtente() == 8 && c.idPagamentoPredefinito() == 9 &&
+               c.ValutaAziendale() == "a currency of more than sixteen bytes" && c.ChiusuraAutomatica() &&
+               c.InserimentoAutomatico() && c.DoppioInserimentoObbligatorio() && c.UsaSoloValutaAziendale() &&
+               c.VisualizzaMovimentiUtenteLoggato() && c.AttivaVisualizzazionePrecontiDefinitivi(),
+           "no option lies on another one");
 }
 
 } // namespace
@@ -75,14 +67,14 @@ int main() {
         component->invoke("Stampa", {&day, 1});
     }
     component->invoke("Stampa", {&day, 1});
-    expect(std::get<std::string>(day), std::string("today!"), "the day that the sink wrote, connected once");
+    expect(day == kova::Variant("today!"), "the day that the sink wrote, connected once");
     component->Show(0);
     kova::processEvents();
     try {
         (void)component->get("Version");
-        ++failures;
+        expect(false, "there is no such member");
     } catch (const kova::Error& failure) {
-        expect(failure.number(), 438, "the error of a member that does not exist");
+        expect(failure.number() == 438, "the error of a member that does not exist");
     }
     return failures == 0 ? 0 : 1;
 }
