@@ -10,41 +10,30 @@ namespace {
 
 using Calls = std::vector<int>;
 
-TEST(Signal, SlotsMayChangeTheConnectionsDuringAnEmission) {
+TEST(Signal, SlotsMayChangeTheConnectionsEmitAgainAndThrow) {
     Signal<> signal;
     Calls calls;
+    bool failing = false;
     Connection self, later, added;
     self = signal.connect([&] {
         calls.push_back(1);
         self.disconnect();
         later.disconnect();
         added = signal.connect([&] { calls.push_back(3); });
+        signal();
     });
     later = signal.connect([&] { calls.push_back(2); });
+    const auto throwing = signal.connect([&] { failing ? throw std::runtime_error("slot") : void(); });
+    auto last = signal.connect([&] { calls.push_back(8); });
+    last = signal.connect([&] { calls.push_back(9); }); // replaces that one
     signal();
-    EXPECT_EQ(calls, Calls({1})) << "one disconnected is not called, one connected waits";
-    signal();
-    EXPECT_EQ(calls, Calls({1, 3}));
-}
-
-TEST(Signal, SlotsMayEmitAgainAndThrow) {
-    Signal<> signal;
-    Calls calls;
-    const auto nesting = signal.connect([&] {
-        calls.push_back(1);
-        if (calls.size() == 1)
-            signal();
-    });
-    const auto throwing = signal.connect([&] {
-        calls.push_back(2);
-        if (calls.size() > 3)
-            throw std::runtime_error("slot");
-    });
-    const auto last = signal.connect([&] { calls.push_back(3); });
+    EXPECT_EQ(calls, Calls({1, 9, 3, 9})) << "one disconnected is not called, one connected waits";
+    failing = true;
     EXPECT_THROW(signal(), std::runtime_error);
-    EXPECT_EQ(calls, Calls({1, 1, 2, 3, 2}));
-    EXPECT_THROW(signal(), std::runtime_error) << "the signal is usable after a slot threw";
-    EXPECT_EQ(calls, Calls({1, 1, 2, 3, 2, 1, 2}));
+    failing = false;
+    { const auto gone = std::move(last); }
+    signal();
+    EXPECT_EQ(calls, Calls({1, 9, 3, 9, 3})) << "the signal is usable after a slot threw";
 }
 
 TEST(Signal, ASlotMayDestroyTheSignal) {
@@ -58,17 +47,6 @@ TEST(Signal, ASlotMayDestroyTheSignal) {
     (*signal)();
     EXPECT_EQ(calls, Calls({1})) << "slots of a destroyed signal are not called";
     after.disconnect(); // outliving the signal is no error
-}
-
-TEST(Signal, AConnectionDisconnectsWhenItGoesOrIsReplaced) {
-    Signal<> signal;
-    Calls calls;
-    auto connection = signal.connect([&] { calls.push_back(1); });
-    connection = signal.connect([&] { calls.push_back(2); });
-    signal();
-    { const auto gone = std::move(connection); }
-    signal();
-    EXPECT_EQ(calls, Calls({2}));
 }
 
 } // namespace
