@@ -10,42 +10,12 @@
 
 #include <algorithm>
 #include <fstream>
-#include <memory>
 #include <sstream>
 #include <thread>
+#include <tuple>
 
 namespace kova {
 namespace {
-
-/// Sets a value of a key, in the view that programs of 64 bits have, and puts back what was there.
-class RegistryValue {
-  public:
-    RegistryValue(HKEY root, const wchar_t* key, const wchar_t* name, DWORD kind, const void* bytes,
-                  std::size_t size)
-        : name_(name) {
-        RegCreateKeyExW(root, key, 0, nullptr, 0, KEY_ALL_ACCESS | KEY_WOW64_64KEY, nullptr, &key_, nullptr);
-        kind_ = REG_NONE;
-        if (RegQueryValueExW(key_, name, nullptr, &kind_, before_, &size_) != ERROR_SUCCESS)
-            kind_ = REG_NONE;
-        RegSetValueExW(key_, name, 0, kind, static_cast<const BYTE*>(bytes), static_cast<DWORD>(size));
-    }
-    RegistryValue(HKEY root, const wchar_t* key, const wchar_t* name, const std::wstring& text)
-        : RegistryValue(root, key, name, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(wchar_t)) {}
-    RegistryValue(const RegistryValue&) = delete;
-    RegistryValue& operator=(const RegistryValue&) = delete;
-    ~RegistryValue() {
-        kind_ == REG_NONE ? RegDeleteValueW(key_, name_)
-                          : RegSetValueExW(key_, name_, 0, kind_, before_, size_);
-        RegCloseKey(key_);
-    }
-
-  private:
-    HKEY key_ = nullptr;
-    const wchar_t* name_;
-    BYTE before_[512]{};
-    DWORD size_ = sizeof before_;
-    DWORD kind_;
-};
 
 /// A folder that goes with the test.
 struct Folder {
@@ -69,16 +39,21 @@ TEST(WindowsSystem, SettingsComeFromTheMachineHive) {
         return store->read(std::string(SettingsStore::BaseKey), "Options", name);
     };
     const wchar_t* const key = L"SOFTWARE\\ZELT\\KOVA\\Options";
-    EXPECT_EQ(option("LanguageID"), std::nullopt);
-    const RegistryValue language(HKEY_LOCAL_MACHINE, key, L"LanguageID", L"1031");
-    const RegistryValue text(HKEY_LOCAL_MACHINE, key, L"Name", L"Z\u00fcrich \u03a9");
     const DWORD number = 1040;
-    const RegistryValue figure(HKEY_LOCAL_MACHINE, key, L"Number", REG_DWORD, &number, sizeof number);
-    const RegistryValue bytes(HKEY_LOCAL_MACHINE, key, L"Bytes", REG_BINARY, &number, sizeof number);
+    const std::tuple<const wchar_t*, DWORD, const void*, DWORD> values[] = {
+        {L"LanguageID", REG_SZ, L"1031", 10},
+        {L"Name", REG_SZ, L"Z\u00fcrich \u03a9", 18},
+        {L"Number", REG_DWORD, &number, sizeof number},
+        {L"Bytes", REG_BINARY, &number, sizeof number}};
+    ASSERT_EQ(option("LanguageID"), std::nullopt);
+    for (const auto& [name, kind, bytes, size] : values)
+        ASSERT_EQ(RegSetKeyValueW(HKEY_LOCAL_MACHINE, key, name, kind, bytes, size), ERROR_SUCCESS);
     EXPECT_EQ(option("languageid"), "1031") << "letter case aside";
     EXPECT_EQ(option("Name"), "Zürich Ω");
     EXPECT_EQ(option("Number"), "1040");
     EXPECT_EQ(option("Bytes"), std::nullopt);
+    for (const auto& value : values)
+        RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, key, std::get<0>(value));
 }
 
 /// The region with one of the user's settings changed for as long as it is looked at.
