@@ -29,18 +29,20 @@ class TouchScreen : public testing::Test {
         return place->widget->mapTo(till.userInterface.frame(control.window()), place->point.toPoint());
     }
     QPoint at(const char* name, const Part& part = {}) { return at(*till.dialog().find(name), part); }
+    /// In the window that is in front.
+    auto begin() {
+        front = till.userInterface.frame(*till.process.windows.active());
+        return QTest::touchEvent(front, screen.get());
+    }
     void down(const QPoint& point, int finger = 0) {
-        QTest::touchEvent(&till.frame(), screen.get()).press(finger, point, &till.frame()).commit();
-        fingers[finger] = point;
+        begin().press(finger, fingers[finger] = point, front).commit();
     }
     void move(const QPoint& point, int finger = 0) {
-        QTest::touchEvent(&till.frame(), screen.get()).move(finger, point, &till.frame()).commit();
-        fingers[finger] = point;
+        begin().move(finger, fingers[finger] = point, front).commit();
     }
     void up(int finger = 0) {
-        const QPoint point = fingers.extract(finger).mapped();
-        auto touch = QTest::touchEvent(&till.frame(), screen.get());
-        touch.release(finger, point, &till.frame());
+        auto touch = begin();
+        touch.release(finger, fingers.extract(finger).mapped(), front);
         for (const auto& [other, place] : fingers)
             touch.stationary(other);
         touch.commit();
@@ -61,6 +63,7 @@ class TouchScreen : public testing::Test {
     Till till;
     std::unique_ptr<QPointingDevice> screen{QTest::createTouchDevice()};
     std::map<int, QPoint> fingers;
+    WindowFrame* front = nullptr;
 };
 
 TEST_F(TouchScreen, ActsWhenTheFingerGoesUpInside) {
@@ -171,12 +174,10 @@ class WholeDay : public TouchScreen {
         return held;
     }
     void tap(Control& control, const Part& part = {}) {
-        WindowFrame& frame = *till.userInterface.frame(control.window());
         const QPoint point = at(control, part);
         if (point == std::exchange(last, point)) // else it would be a bounce
             rest();
-        QTest::touchEvent(&frame, screen.get()).press(0, point, &frame).commit();
-        QTest::touchEvent(&frame, screen.get()).release(0, point, &frame).commit();
+        touch(point);
         till.loop.settle();
     }
     void tap(const char* name, const Part& part = {}, std::optional<int> index = {}) {
