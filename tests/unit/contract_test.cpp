@@ -141,15 +141,12 @@ TEST(LateBinding, ARefusedCallIsOneRecordUnderItsName) {
 }
 
 TEST(Events, PassArgumentsByReferenceThroughEverySinkInOrder) {
-    struct Appending final : EventSink {
+    struct Appending final : RecordingSink {
         void SalvaPagamento(std::int32_t&, double& importo, std::string& Valuta, std::string&, std::int16_t&,
                             std::int32_t&, bool&) override {
             importo *= 2;
             Valuta += "!";
         }
-        void Stampa(std::string&) override {}
-        void Anteprima(std::string&) override {}
-        void ApriCassetto() override {}
     } first, second;
     World world;
     const auto one = world.component->connect(first);

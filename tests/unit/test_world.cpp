@@ -44,58 +44,12 @@ Recordset ScriptedDatabase::query(const Query& query) {
     return Recordset(std::make_shared<Snapshot>());
 }
 
-class World::FaultyLoop final : public EventLoop {
-  public:
-    explicit FaultyLoop(World& world) : world_(world) {}
-    TimerId startTimer(std::chrono::milliseconds interval, std::function<void()> tick) override {
-        if (world_.faults.startTimer)
-            throw Error(5, "no timer");
-        return world_.loop.startTimer(interval, std::move(tick));
-    }
-    void stopTimer(TimerId id) override { world_.loop.stopTimer(id); }
-    void processPendingEvents() override { world_.loop.processPendingEvents(); }
-
-  private:
-    World& world_;
-};
-
-class World::FaultyInterface final : public UserInterface {
-  public:
-    explicit FaultyInterface(World& world) : world_(world) {}
-    std::unique_ptr<WindowView> present(Window& window) override {
-        if (world_.faults.present)
-            throw Error(5, "no window");
-        if (world_.onPresent)
-            world_.onPresent(window);
-        return std::make_unique<View>(world_.views);
-    }
-    void runModal(Window& window) override {
-        if (world_.faults.runModal)
-            throw Error(5, "no loop");
-        world_.passModal(window);
-    }
-    MessageAnswer messageBox(const PlatformMessage& message) override {
-        if (world_.faults.messageBox)
-            throw Error(5, "no box");
-        world_.messages.push_back("!" + message.text);
-        if (world_.insideBox)
-            world_.insideBox();
-        return (message.buttons & PlatformMessage::YesNo) != 0 ? MessageAnswer::Yes : MessageAnswer::Ok;
-    }
-    void setLanguage(std::int32_t) override {}
-
-  private:
-    struct View final : WindowView {
-        explicit View(int& count) : open(++count) {}
-        View(const View&) = delete;
-        View& operator=(const View&) = delete;
-        ~View() override { --open; }
-        int& open;
-    };
-    World& world_;
-};
-
 namespace {
+
+void failIf(bool wanted, const char* reason) {
+    if (wanted)
+        throw Error(5, reason);
+}
 
 class RecordingLogger final : public ErrorLogger {
   public:
@@ -114,6 +68,53 @@ class RecordingLogger final : public ErrorLogger {
 };
 
 } // namespace
+
+class World::FaultyLoop final : public EventLoop {
+  public:
+    explicit FaultyLoop(World& world) : world_(world) {}
+    TimerId startTimer(std::chrono::milliseconds interval, std::function<void()> tick) override {
+        failIf(world_.faults.startTimer, "no timer");
+        return world_.loop.startTimer(interval, std::move(tick));
+    }
+    void stopTimer(TimerId id) override { world_.loop.stopTimer(id); }
+    void processPendingEvents() override { world_.loop.processPendingEvents(); }
+
+  private:
+    World& world_;
+};
+
+class World::FaultyInterface final : public UserInterface {
+  public:
+    explicit FaultyInterface(World& world) : world_(world) {}
+    std::unique_ptr<WindowView> present(Window& window) override {
+        failIf(world_.faults.present, "no window");
+        if (world_.onPresent)
+            world_.onPresent(window);
+        return std::make_unique<View>(world_.views);
+    }
+    void runModal(Window& window) override {
+        failIf(world_.faults.runModal, "no loop");
+        world_.passModal(window);
+    }
+    MessageAnswer messageBox(const PlatformMessage& message) override {
+        failIf(world_.faults.messageBox, "no box");
+        world_.messages.push_back("!" + message.text);
+        if (world_.insideBox)
+            world_.insideBox();
+        return (message.buttons & PlatformMessage::YesNo) != 0 ? MessageAnswer::Yes : MessageAnswer::Ok;
+    }
+    void setLanguage(std::int32_t) override {}
+
+  private:
+    struct View final : WindowView {
+        explicit View(int& count) : open(++count) {}
+        View(const View&) = delete;
+        View& operator=(const View&) = delete;
+        ~View() override { --open; }
+        int& open;
+    };
+    World& world_;
+};
 
 std::shared_ptr<DatabaseConnection> World::Provider::open(const std::string& text) {
     if (world.openDatabase)

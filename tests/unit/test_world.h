@@ -55,7 +55,7 @@ inline void PrintTo(const LogRecord& record, std::ostream* out) {
 }
 
 /// A sink that records and then does what the test says.
-class RecordingSink final : public EventSink {
+class RecordingSink : public EventSink {
   public:
     void SalvaPagamento(std::int32_t& idpagamento, double& importo, std::string& Valuta, std::string& note,
                         std::int16_t& cassetto, std::int32_t& tipoIncasso, bool& isIncasso) override {
