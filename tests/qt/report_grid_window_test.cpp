@@ -57,10 +57,12 @@ class ReportGridWindow : public ShownTill {
             return {header.center().x(), header.top() / 2};
         return part.starts_with("border") ? QPointF(header.right(), header.center().y()) : header.center();
     }
-    void touch(const std::string& part, Qt::KeyboardModifiers keys = Qt::NoModifier) {
+    /// Gestures give what is shown after them.
+    std::string touch(const std::string& part, Qt::KeyboardModifiers keys = Qt::NoModifier) {
         QTest::mouseClick(&list, Qt::LeftButton, keys, at(part).toPoint());
+        return shown();
     }
-    void drag(const std::string& from, const QPointF& to) {
+    std::string drag(const std::string& from, const QPointF& to) {
         const QPointF start = at(from);
         QTest::mousePress(&list, Qt::LeftButton, {}, start.toPoint());
         for (const double share : {0.3, 0.7, 1.0}) {
@@ -69,11 +71,13 @@ class ReportGridWindow : public ShownTill {
             QApplication::sendEvent(&list, &move);
         }
         QTest::mouseRelease(&list, Qt::LeftButton, {}, to.toPoint());
+        return shown();
     }
-    void longTouch(const std::string& part) {
+    std::string longTouch(const std::string& part) {
         QTest::mousePress(&list, Qt::LeftButton, {}, at(part).toPoint());
         till.wait(700);
         QTest::mouseRelease(&list, Qt::LeftButton, {}, at(part).toPoint());
+        return shown();
     }
     [[nodiscard]] std::string shown() const {
         std::string text;
@@ -88,22 +92,15 @@ class ReportGridWindow : public ShownTill {
 };
 
 TEST_F(ReportGridWindow, SortsGroupsAndUngroupsUnderAFinger) {
-    touch("header 1");
-    EXPECT_EQ(shown(), "210");
-    touch("header 1");
-    EXPECT_EQ(shown(), "012");
-    drag("header 0", at("group area"));
-    EXPECT_EQ(shown(), "[A]02[B]1") << "dragged into the area";
-    touch("row 0");
-    EXPECT_EQ(shown(), "[A][B]1") << "collapsed";
-    touch("group area");
-    EXPECT_EQ(shown(), "012");
-    longTouch("header 0");
-    EXPECT_EQ(shown(), "[A]02[B]1") << "a long touch sends the header there";
+    EXPECT_EQ(touch("header 1"), "210");
+    EXPECT_EQ(touch("header 1"), "012");
+    EXPECT_EQ(drag("header 0", at("group area")), "[A]02[B]1") << "dragged into the area";
+    EXPECT_EQ(touch("row 0"), "[A][B]1") << "collapsed";
+    EXPECT_EQ(touch("group area"), "012");
+    EXPECT_EQ(longTouch("header 0"), "[A]02[B]1") << "a long touch sends the header there";
     EXPECT_EQ(grid.sortColumn(), 1U) << "and sorts nothing";
     touch("group area");
-    drag("header 0", at("row 2"));
-    EXPECT_EQ(shown(), "012") << "a header let go elsewhere changes nothing";
+    EXPECT_EQ(drag("header 0", at("row 2")), "012") << "a header let go elsewhere changes nothing";
 }
 
 TEST_F(ReportGridWindow, GivesColumnsTheRoomOfTheirTextsUntilABorderMoves) {

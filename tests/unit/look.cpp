@@ -32,6 +32,9 @@ class Look : public ControlVisitor {
     }
     void visit(NumericKeypad& pad) override { line_.with("decimalMark", pad.decimalMark()); }
 
+  protected:
+    TraceLine& line_;
+
   private:
     void font(std::string_view name, const Font& font) {
         line_.with(name, font.face).then(font.points).then(font.bold);
@@ -40,15 +43,14 @@ class Look : public ControlVisitor {
         font("font", control.font());
         line_.with("alignment", static_cast<int>(control.alignment()));
     }
-    TraceLine& line_;
 };
 
-/// What changes while a window is used, and no trace prints.
-class Contents : public ControlVisitor {
+/// And what changes while a window is used, which no trace prints.
+class LookAndContents : public Look {
   public:
-    explicit Contents(TraceLine& line) : line_(line) {}
-    using ControlVisitor::visit;
+    using Look::Look, Look::visit;
     void visit(ReportGrid& list) override {
+        Look::visit(list);
         for (const auto& column : list.columns())
             line_.then(column.caption).then(column.width);
         for (const auto& row : list.rows())
@@ -59,32 +61,27 @@ class Contents : public ControlVisitor {
         line_.then(static_cast<int>(list.sortDirection())).then(list.brokenOff());
     }
     void visit(ButtonGrid& grid) override {
+        Look::visit(grid);
         line_.then(grid.columns()).then(grid.rows());
         for (const auto& button : grid.buttons())
             line_.then(button.key).then(button.caption).then(button.marked);
     }
     void visit(TabControl& tabs) override { line_.then(tabs.selected()); }
     void visit(OnScreenKeyboard& keyboard) override { line_.then(keyboard.capsLock()); }
-
-  private:
-    TraceLine& line_;
 };
 
-std::string lookAndContents(Control& control) {
+template <class Visitor>
+TraceLine printed(Control& control) {
     TraceLine line(describedControl(control));
-    Look look(line);
-    control.accept(look);
-    Contents contents(line);
-    control.accept(contents);
-    return line.text();
+    Visitor visitor(line);
+    control.accept(visitor);
+    return line;
 }
 
 } // namespace
 
 std::string look(Control& control) {
-    TraceLine line(describedControl(control));
-    Look look(line);
-    control.accept(look);
+    TraceLine line = printed<Look>(control);
     if (const auto* const box = dynamic_cast<TextBox*>(&control))
         line.with("tabStop", box->tabStop());
     if (const auto* const grid = dynamic_cast<ButtonGrid*>(&control))
@@ -94,7 +91,9 @@ std::string look(Control& control) {
 
 Drawn::Drawn(Window& window) : window_(window) {
     for (Control* const control : window.controls()) {
-        const auto draw = [&drawn = looks_[control], control] { drawn = lookAndContents(*control); };
+        const auto draw = [&drawn = looks_[control], control] {
+            drawn = printed<LookAndContents>(*control).text();
+        };
         draw();
         connections_.push_back(control->changed.connect([draw](Property) { draw(); }));
     }
@@ -102,7 +101,8 @@ Drawn::Drawn(Window& window) : window_(window) {
 
 void Drawn::expectUpToDate() {
     for (const auto& [control, drawn] : looks_)
-        EXPECT_EQ(lookAndContents(*control), drawn) << "a change without announcement in " << window_.name();
+        EXPECT_EQ(printed<LookAndContents>(*control).text(), drawn)
+            << "a change without announcement in " << window_.name();
 }
 
 } // namespace kova::test
