@@ -47,9 +47,7 @@ struct Till {
         touchActivity();
         world.control<PushButton>("cmdConferma").press();
         EXPECT_EQ(world.takeLog(), Log{});
-        ASSERT_EQ(world.sink.movements.size(), 1u);
-        EXPECT_EQ(world.sink.movements[0].importo, 12.5);
-        EXPECT_EQ(world.sink.movements[0].tipoIncasso, 3);
+        EXPECT_EQ(world.sink.movements, (std::vector<Movement>{{1, 12.5, "€", "RESTO", 0, 3, false}}));
     }
 
     OdbcShop shop;
@@ -102,11 +100,6 @@ TEST(OdbcFailure, CostsNothingThatWasTypedAndPasses) {
         EXPECT_EQ(world.takeLog(), (Log{{"AggiornaVariabiliSelezioneAttivita", failure.text},
                                         {"carica_Movimenti_Giornata", failure.text}}));
         EXPECT_EQ(till.movementsListed(), 0u);
-        EXPECT_TRUE(world.dialog().visible());
-        EXPECT_EQ(world.control<TextBox>("txtVisore").text(), "12,5");
-        EXPECT_EQ(world.control<TextBox>("txtNote").text(), "RESTO");
-        EXPECT_EQ(world.process.selection.idPagamento, 1);
-        EXPECT_TRUE(world.sink.movements.empty());
         till.shop.server.recover();
         world.control<PushButton>("cmdCaricaMovimenti").press();
         EXPECT_GT(till.movementsListed(), 0u);

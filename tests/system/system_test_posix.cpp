@@ -99,7 +99,7 @@ TEST_F(SystemAdapter, ShortDatesTakeOrderSeparatorAndWidthFromTheFormat) {
     }
 }
 
-TEST_F(SystemAdapter, TheClockShowsLocalTime) {
+TEST_F(SystemAdapter, TellsLocalTimeAndTheFolderOfThisProgram) {
     using namespace std::chrono;
     const auto ahead = [&](const char* zone) {
         set("TZ", zone);
@@ -110,6 +110,7 @@ TEST_F(SystemAdapter, TheClockShowsLocalTime) {
     EXPECT_EQ(ahead("UTC0"), 0min);
     EXPECT_EQ(ahead("XXX-5:45"), 345min) << "a zone east of Greenwich";
     EXPECT_EQ(ahead("XXX3"), -180min);
+    EXPECT_EQ(ownFolder(), std::filesystem::read_symlink("/proc/self/exe").parent_path().string());
 }
 
 TEST_F(SystemAdapter, RecordsGoToTheFirstPlaceThatTakesThemAndTheFirstOneSaysWhy) {
@@ -148,11 +149,6 @@ TEST_F(SystemAdapter, RecordsGoToTheFirstPlaceThatTakesThemAndTheFirstOneSaysWhy
     taken = true;
     homeless.SetLogFile("/dev/null/logfile.log");
     EXPECT_EQ(std::ranges::count(last, '\n'), 3) << last;
-}
-
-TEST_F(SystemAdapter, TheOwnFolderIsTheOneOfThisProgram) {
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
-    EXPECT_EQ(ownFolder(), program.parent_path().string());
 }
 
 } // namespace
