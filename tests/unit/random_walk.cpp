@@ -176,19 +176,16 @@ class RandomWalk {
         double hundredths = 0;
         if (name == "CMD_CaricaMoneta" && button.reach() == Gesture::Done)
             for (int i = 0; i < CoinCount::FirstOfSecondCurrency; ++i) {
-                const std::string& count = world_.coin<TextBox>("txtValuta", i).text();
-                if (isNumeric(count, world_.regional))
-                    hundredths += toDouble(count, world_.regional) * std::round(coinValue(i) * 100);
+                const double coin =
+                    std::round(CoinCount::Denominations.at(static_cast<std::size_t>(i)) * 100);
+                const auto count = parseNumber(world_.coin<TextBox>("txtValuta", i).text(), world_.regional);
+                hundredths += count.value_or(0) * coin;
             }
         const bool pressed = cashier_.press(button) == Gesture::Done;
         if (pressed && name == "CMD_CaricaMoneta" && std::fabs(hundredths) < 1e12) {
             ++tally_.counted;
             EXPECT_NEAR(coins->getImportoPrimaValuta(), hundredths / 100, 1e-3);
         }
-    }
-
-    [[nodiscard]] double coinValue(int index) const {
-        return CoinCount::Denominations.at(static_cast<std::size_t>(index));
     }
 
     void cashierStep() {
