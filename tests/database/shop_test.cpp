@@ -138,15 +138,10 @@ TEST(ServerScript, MakesTheSameShopAsTheEmbeddedSample) {
             result.push_back(records.fieldName(i));
         return result;
     };
-    const std::string everything = "SELECT * FROM dbo.";
-    for (const std::string& text :
-         {everything + "tabImpostazioni", everything + "tabActivityDrawer", everything + "tabPagamenti",
-          everything + "tabValute", everything + "tabUtenti", everything + "Report_Drawer_Operation",
-          everything + "Report_Drawer_Daily_Operation", everything + "Report_NonFiscale_Operation",
-          std::string(
-              "SELECT id, DataOperazione, TipoOperazione, idpagamento, Coefficiente, ImportoIncassato,"
-              " Valuta, Note, Cassetto, idCassa, idutente, idTestata"
-              " FROM tabPagamentiScontriniBackoffice")}) {
+    for (const std::string table : {"tabImpostazioni", "tabActivityDrawer", "tabPagamenti", "tabValute",
+                                    "tabUtenti", "Report_Drawer_Operation", "Report_Drawer_Daily_Operation",
+                                    "Report_NonFiscale_Operation", "tabPagamentiScontriniBackoffice"}) {
+        const std::string text = "SELECT * FROM dbo." + table;
         EXPECT_EQ(rows(server, text), rows(embedded, text)) << text;
         EXPECT_GT(rowsOf(server.connection()->query({text})).size(), 2u) << text;
     }

@@ -50,9 +50,8 @@ inline bool open(std::size_t windows) {
     return comes([&] { return shownWindows(true).size() == windows; });
 }
 
-inline void send(const INPUT& input) {
-    INPUT sent = input;
-    SendInput(1, &sent, sizeof(sent));
+inline void send(INPUT input) {
+    SendInput(1, &input, sizeof(input));
     std::this_thread::sleep_for(60ms);
 }
 
