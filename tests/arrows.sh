@@ -11,14 +11,19 @@ screen               base ports widgets services
 coin_count           base ports widgets services
 report               base ports widgets services
 drawer_dialog        base ports widgets services report coin_count
+com                  base
 component            base ports widgets services drawer_dialog
 adapters/headless    base ports widgets
 adapters/system      base ports
 adapters/sqlite      base ports
 adapters/odbc        base ports
+adapters/ado         base ports com
 adapters/databases   base ports adapters/sqlite adapters/odbc
 adapters/qt          base ports widgets services screen
 library              base ports widgets services component adapters/system adapters/databases adapters/qt
+
+automation           base com component library adapters/ado
+automation/type_library component
 
 scenario             base component
 shop                 ports services adapters/sqlite

@@ -15,6 +15,7 @@
 namespace kova {
 namespace {
 
+using type_description::Alias;
 using type_description::EnumerationValue;
 using type_description::Event;
 using type_description::Library;
@@ -154,6 +155,19 @@ constexpr EnumerationValue EnumerationTable[] = {
     {"kDMTR_FondoCassaFinale", static_cast<std::int32_t>(kDMTypeRow::kDMTR_FondoCassaFinale)},
 };
 
+constexpr Alias AliasTable[] = {
+    {"_cls_Kova_Drawer_Man_v1", "4AB2FAE7-13AA-4370-AC1D-36640DD71B2C"},
+    {"_cls_Kova_Drawer_Man_v2", "A7F4810B-D677-4969-A78B-63A2AC797F76"},
+    {"_cls_Kova_Drawer_Man_v3", "A10574DE-B127-487A-B6FE-75034719045C"},
+    {"_cls_Kova_Drawer_Man_v4", "E07906E1-3115-4373-AF55-AF60EF6881A5"},
+    {"_cls_Kova_Drawer_Man_v5", "028C71C4-5841-4692-AD3E-B0D6C8B0CC54"},
+    {"_cls_Kova_Drawer_Man_v6", "E10FCC42-64F7-434A-8F58-207ED1F3E1F5"},
+    {"_cls_Kova_Drawer_Man_v7", "4CD37477-880E-4F38-A9F5-BA0C5FEB2024"},
+    {"_cls_Kova_Drawer_Man_v8", "22D0341C-EFB9-4B9E-B18B-5C9F23926155"},
+    {"_cls_Kova_Drawer_Man_v9", "A1F04A71-7269-4097-9281-2A18FA498056"},
+    {"_cls_Kova_Drawer_Man_v10", "FD045276-69F2-4B1F-820E-F777C1F92B7C"},
+};
+
 constexpr Library TheLibrary{
     .name = "Kova_Drawer_Man",
     .version = "4.10",
@@ -167,6 +181,8 @@ constexpr Library TheLibrary{
     .eventInterfaceName = "__cls_Kova_Drawer_Man",
     .eventInterfaceIdentifier = "7FB8BCEC-157A-4CEE-8FC2-CB7A3539810F",
     .enumerationName = "kDMTypeRow",
+    .enumerationIdentifier = "04657BE0-8AD8-4D72-96A8-DF5DC9220E95",
+    .aliases = AliasTable,
 };
 
 std::string asString(const Variant& value, const RegionalSettings& regional) {

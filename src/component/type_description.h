@@ -41,13 +41,19 @@ struct EnumerationValue {
     std::int32_t value;
 };
 
+/// Another name of the interface, for hosts built against an earlier version.
+struct Alias {
+    std::string_view name, identifier;
+};
+
 struct Library {
     std::string_view name, version, identifier;
     int locale;
     std::string_view coclass, programmaticId, coclassIdentifier;
     std::string_view interfaceName, interfaceIdentifier;
     std::string_view eventInterfaceName, eventInterfaceIdentifier;
-    std::string_view enumerationName;
+    std::string_view enumerationName, enumerationIdentifier;
+    std::span<const Alias> aliases;
 };
 
 KOVA_API const Library& library();
