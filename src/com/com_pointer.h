@@ -1,5 +1,5 @@
 #pragma once
-#include <unknwn.h>
+#include "com/com_headers.h"
 
 #include <utility>
 

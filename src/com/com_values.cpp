@@ -1,6 +1,7 @@
 #include "com/com_values.h"
 
 #include <new>
+#include <utility>
 
 namespace kova::com {
 
@@ -32,6 +33,14 @@ BSTR makeBstr(std::string_view text) {
     if (result == nullptr)
         throw std::bad_alloc();
     return result;
+}
+
+ReferredText::~ReferredText() {
+    if (text == before_)
+        return;
+    const std::wstring characters = wide(text);
+    if (BSTR changed = SysAllocStringLen(characters.data(), static_cast<UINT>(characters.size())))
+        SysFreeString(std::exchange(variable_, changed));
 }
 
 } // namespace kova::com

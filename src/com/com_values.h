@@ -1,6 +1,5 @@
 #pragma once
-#include <oleauto.h>
-#include <windows.h>
+#include "com/com_headers.h"
 
 #include <string>
 #include <string_view>
@@ -15,6 +14,20 @@ std::string narrow(std::wstring_view text);
 std::string narrow(BSTR text);
 /// A BSTR that the caller frees. Throws std::bad_alloc.
 BSTR makeBstr(std::string_view text);
+
+/// The UTF-8 of a BSTR that is somebody else's variable, which gets what became of the text in the end.
+class ReferredText {
+  public:
+    explicit ReferredText(BSTR& variable) : text(narrow(variable)), variable_(variable), before_(text) {}
+    ReferredText(const ReferredText&) = delete;
+    ReferredText& operator=(const ReferredText&) = delete;
+    ~ReferredText();
+    std::string text;
+
+  private:
+    BSTR& variable_;
+    const std::string before_;
+};
 
 /// A VARIANT that is cleared in the end.
 class Value {

@@ -1,0 +1,114 @@
+#include "automation/registration.h"
+
+#include "automation/server_module.h"
+#include "com/com_values.h"
+#include "component/type_description.h"
+
+#include <string>
+
+namespace kova::automation {
+namespace {
+
+using type_description::library;
+
+const std::wstring Classes = L"Software\\Classes\\";
+
+HKEY rootOf(Hive hive) {
+    return hive == Hive::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+}
+
+std::wstring braced(std::string_view identifier) {
+    return L'{' + com::wide(identifier) + L'}';
+}
+
+std::wstring classKey() {
+    return Classes + L"CLSID\\" + braced(library().coclassIdentifier);
+}
+
+std::wstring nameKey() {
+    return Classes + com::wide(library().programmaticId);
+}
+
+std::wstring libraryKey() {
+    return Classes + L"TypeLib\\" + braced(library().identifier);
+}
+
+std::wstring interfaceKey(std::string_view identifier) {
+    return Classes + L"Interface\\" + braced(identifier);
+}
+
+/// Hands on the first failure.
+class Writer {
+  public:
+    explicit Writer(Hive hive) : root_(rootOf(hive)) {}
+    void set(const std::wstring& key, const std::wstring& value, const wchar_t* name = nullptr) {
+        if (result == ERROR_SUCCESS)
+            result = RegSetKeyValueW(root_, key.c_str(), name, REG_SZ, value.c_str(),
+                                     static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
+    }
+    LSTATUS result = ERROR_SUCCESS;
+
+  private:
+    HKEY root_;
+};
+
+void writeClass(Writer& registry) {
+    const std::wstring name = com::wide(library().programmaticId);
+    registry.set(classKey(), name);
+    registry.set(classKey() + L"\\InprocServer32", moduleFile());
+    registry.set(classKey() + L"\\InprocServer32", L"Apartment", L"ThreadingModel");
+    registry.set(classKey() + L"\\ProgID", name);
+    registry.set(classKey() + L"\\TypeLib", braced(library().identifier));
+    registry.set(classKey() + L"\\VERSION", com::wide(library().version));
+    registry.set(classKey() + L"\\Programmable", L"");
+    registry.set(nameKey(), name);
+    registry.set(nameKey() + L"\\CLSID", braced(library().coclassIdentifier));
+}
+
+/// Windows' own function writes the machine's view, or the user's as the case may be; written here, it is the
+/// same for both.
+void writeTypeLibrary(Writer& registry) {
+    const std::wstring file = moduleFile();
+    const std::wstring version = libraryKey() + L"\\4.a"; // in hexadecimal digits
+    registry.set(version, L"Kova Drawer Man");
+    registry.set(version + (sizeof(void*) == 8 ? L"\\409\\win64" : L"\\409\\win32"), file);
+    registry.set(version + L"\\FLAGS", L"0");
+    registry.set(version + L"\\HELPDIR", file.substr(0, file.find_last_of(L'\\')));
+}
+
+/// Calls from other apartments are carried by Windows' own marshaller, which asks the type library.
+void writeInterface(Writer& registry, std::string_view name, std::string_view identifier,
+                    const wchar_t* marshaller) {
+    const std::wstring key = interfaceKey(identifier);
+    registry.set(key, com::wide(name));
+    registry.set(key + L"\\ProxyStubClsid32", marshaller);
+    registry.set(key + L"\\TypeLib", braced(library().identifier));
+    registry.set(key + L"\\TypeLib", com::wide(library().version), L"Version");
+}
+
+} // namespace
+
+HRESULT registerServer(Hive hive) {
+    Writer registry(hive);
+    writeClass(registry);
+    writeTypeLibrary(registry);
+    if (registry.result != ERROR_SUCCESS)
+        return SELFREG_E_CLASS;
+    writeInterface(registry, library().interfaceName, library().interfaceIdentifier,
+                   L"{00020424-0000-0000-C000-000000000046}");
+    writeInterface(registry, library().eventInterfaceName, library().eventInterfaceIdentifier,
+                   L"{00020420-0000-0000-C000-000000000046}");
+    return registry.result == ERROR_SUCCESS ? S_OK : SELFREG_E_TYPELIB;
+}
+
+HRESULT unregisterServer(Hive hive) {
+    bool gone = true;
+    for (const auto& key : {classKey(), nameKey(), libraryKey(), interfaceKey(library().interfaceIdentifier),
+                            interfaceKey(library().eventInterfaceIdentifier)}) {
+        const LSTATUS result = RegDeleteTreeW(rootOf(hive), key.c_str());
+        gone = gone && (result == ERROR_SUCCESS || result == ERROR_FILE_NOT_FOUND);
+    }
+    return gone ? S_OK : SELFREG_E_CLASS;
+}
+
+} // namespace kova::automation
