@@ -13,7 +13,7 @@ packages_odbc="unixodbc unixodbc-dev odbcinst tdsodbc" # the driver manager, and
 packages_tests="libgtest-dev clang-format"
 packages_pictures="imagemagick" # joins the film of examples/record.sh
 packages_all="clang clang-tidy libbenchmark-dev"
-packages_windows="g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth openbox tcl dpkg-dev googletest zip unzip nsis"
+packages_windows="g++-mingw-w64-x86-64-posix wine wine64 libwine-dev mingw-w64-tools xvfb xauth openbox tcl dpkg-dev googletest zip unzip nsis"
 packages_windows_32="g++-mingw-w64-i686-posix"
 
 installed() { dpkg-query -W -f '${db:Status-Abbrev}' "$1" 2>/dev/null | grep -q '^ii'; }

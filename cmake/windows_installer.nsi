@@ -49,6 +49,9 @@ LangString InUse ${LANG_ENGLISH} "A program is using Kova_Drawer_Man in $INSTDIR
 LangString OlderStays ${LANG_ITALIAN} "Non è stato possibile rimuovere la versione installata in $0."
 LangString OlderStays ${LANG_GERMAN} "Die in $0 installierte Version lässt sich nicht entfernen."
 LangString OlderStays ${LANG_ENGLISH} "The version installed in $0 cannot be removed."
+LangString NotRegistered ${LANG_ITALIAN} "Non è stato possibile registrare Kova_Drawer_Man.dll."
+LangString NotRegistered ${LANG_GERMAN} "Kova_Drawer_Man.dll lässt sich nicht registrieren."
+LangString NotRegistered ${LANG_ENGLISH} "Kova_Drawer_Man.dll cannot be registered."
 
 ; Windows lets nobody write into a program or library that is running.
 !macro ABORT_IF_IN_USE FILE
@@ -103,6 +106,15 @@ Function un.onInit
   !insertmacro MULTIUSER_UNINIT
 FunctionEnd
 
+; Registers the component for automation, for whom it is installed, or with "/u " takes that back; $0 is 0 then.
+!macro REGISTER HOW
+  ${If} $MultiUser.InstallMode == AllUsers
+    ExecWait '"$SYSDIR\regsvr32.exe" /s ${HOW}"$INSTDIR\bin\Kova_Drawer_Man.dll"' $0
+  ${Else}
+    ExecWait '"$SYSDIR\regsvr32.exe" /s ${HOW}/n /i:user "$INSTDIR\bin\Kova_Drawer_Man.dll"' $0
+  ${EndIf}
+!macroend
+
 Section
   !insertmacro ABORT_IF_ANY_IN_USE
 
@@ -122,7 +134,11 @@ Section
   !insertmacro PutFiles
   SetOutPath "$INSTDIR\bin"
   CreateShortCut "$SMPROGRAMS\Kova_Drawer_Man.lnk" "$INSTDIR\bin\kova-host.exe"
-  ; What registers the library for other programs belongs here.
+  !insertmacro REGISTER ""
+  ${If} $0 != 0
+    SetErrorLevel 2
+    Abort "$(NotRegistered)"
+  ${EndIf}
 
   WriteUninstaller "$INSTDIR\uninstall.exe"
   WriteRegStr SHCTX "${KEY}" DisplayName Kova_Drawer_Man
@@ -140,7 +156,7 @@ SectionEnd
 ; Removes what was installed. What else lies in the folder stays: a till's files, and the log, which may tell of money.
 Section un.Uninstall
   !insertmacro ABORT_IF_ANY_IN_USE
-  ; What takes the registration back belongs here, while the library is still there.
+  !insertmacro REGISTER "/u "
   Delete "$SMPROGRAMS\Kova_Drawer_Man.lnk"
   !insertmacro DeleteFiles
   Delete "$INSTDIR\uninstall.exe"

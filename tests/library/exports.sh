@@ -10,7 +10,8 @@ case $1 in
 *.dll)
     headers=$("$2" -p "$1") || exit 1
     exported=$(printf '%s\n' "$headers" | sed '1,/\[Ordinal\/Name Pointer\] Table/d; /^ *$/q' | sed -nE 's/^.*\[ *[0-9]+\] (\+base\[ *[0-9]+\] +[0-9a-f]+ )?([A-Za-z_]\w*)$/\2/p' | c++filt |
-        grep -vx qt_startup_hook) # Qt marks it in every build of its own
+        grep -vxE 'qt_startup_hook|Dll(GetClassObject|CanUnloadNow|RegisterServer|UnregisterServer|Install)')
+    # The first is marked in every build of Qt's own; the others are what Windows asks of an automation class.
     system='advapi32|authz|comdlg32|d3d9|d3d11|dwmapi|dxgi|gdi32|imm32|kernel32|msvcrt|netapi32|odbc32|ole32|oleaut32|shcore|shell32|shlwapi|user32|userenv|uxtheme|version|winmm|ws2_32|wtsapi32|api-ms-win-core-[a-z0-9-]*'
     foreign=$(printf '%s\n' "$headers" | sed -n 's/^.*DLL Name: //p' | tr 'A-Z\r' 'a-z ' | grep -vE "^($system)\.dll *$")
     if [ -n "$foreign" ]; then
