@@ -18,7 +18,7 @@ adapters/system      base ports
 adapters/sqlite      base ports
 adapters/odbc        base ports
 adapters/ado         base ports com
-adapters/databases   base ports adapters/sqlite adapters/odbc
+adapters/databases   base ports adapters/sqlite adapters/odbc adapters/ado
 adapters/qt          base ports widgets services screen
 library              base ports widgets services component adapters/system adapters/databases adapters/qt
 

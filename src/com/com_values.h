@@ -1,8 +1,12 @@
 #pragma once
+#include "base/date_time.h"
 #include "com/com_headers.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace kova::com {
 
@@ -29,6 +33,12 @@ class ReferredText {
     const std::string before_;
 };
 
+/// The time to the millisecond, fractions of it cut off; nothing for a number that is no date.
+std::optional<DateTime> dateTimeOf(DATE date);
+
+/// An argument that the caller leaves out.
+struct LeftOut {};
+
 /// A VARIANT that is cleared in the end.
 class Value {
   public:
@@ -37,6 +47,23 @@ class Value {
         variant_.vt = VT_BSTR;
         variant_.bstrVal = makeBstr(text);
     }
+    explicit Value(std::int32_t number) : Value() {
+        variant_.vt = VT_I4;
+        variant_.lVal = number;
+    }
+    /// Adds a reference.
+    explicit Value(IDispatch* object) : Value() {
+        variant_.vt = VT_DISPATCH;
+        variant_.pdispVal = object;
+        if (object != nullptr)
+            object->AddRef();
+    }
+    explicit Value(DateTime time);
+    explicit Value(LeftOut /*argument*/) : Value() {
+        variant_.vt = VT_ERROR;
+        variant_.scode = DISP_E_PARAMNOTFOUND;
+    }
+    Value(Value&& other) noexcept : variant_(std::exchange(other.variant_, VARIANT{})) {}
     Value(const Value&) = delete;
     Value& operator=(const Value&) = delete;
     ~Value() { VariantClear(&variant_); }

@@ -8,6 +8,37 @@
 #include <stdexcept>
 
 namespace kova {
+namespace {
+
+bool isTimeOut(std::string_view state) {
+    return state == "HYT00" || state == "HYT01";
+}
+
+/// The state as ODBC 3 has it; hosts with connections of ODBC 2 get that one's.
+std::string currentState(std::string state) {
+    for (const auto& [old, current] : {std::pair("S0", "42S"), std::pair("S1", "HY"), std::pair("37", "42")})
+        if (state.starts_with(old))
+            return current + state.substr(current[2] == 'S' ? 3 : 2);
+    return state;
+}
+
+std::int32_t numberFor(std::string_view state, std::int32_t native) {
+    constexpr std::int32_t LogInFailed = 18456; // of the server; FreeTDS takes it for a refused command
+    const auto kind = state.substr(0, 2);
+    if (kind == "08")
+        return DatabaseError::NotConnected;
+    if (kind == "28" || native == LogInFailed)
+        return LogInRefused;
+    if (isTimeOut(state))
+        return QueryTimedOut;
+    // States that are about the command: cardinality, data, integrity, deadlock, syntax, parameters.
+    for (const char* const about : {"07", "21", "22", "23", "40", "42", "44"})
+        if (kind == about)
+            return DatabaseError::CommandFailed;
+    return DatabaseError::Unspecified;
+}
+
+} // namespace
 
 std::optional<std::size_t> Snapshot::findColumn(std::string_view name) const {
     const auto found = std::find_if(columnNames_.begin(), columnNames_.end(),
@@ -86,6 +117,13 @@ Value Recordset::field(std::size_t index) const {
         throw DatabaseError(3265, "Item cannot be found in the collection: " + std::to_string(index),
                             "07009");
     return snapshot_->at(row_, index);
+}
+
+DatabaseError asDatabaseError(std::string state, std::int32_t native, std::string text) {
+    state = currentState(std::move(state));
+    text.append(" (SQLSTATE ").append(state).append(", native error ");
+    text.append(std::to_string(native)).append(")");
+    return {numberFor(state, native), text, state};
 }
 
 Recordset ClosedConnection::query(const Query&) {

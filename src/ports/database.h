@@ -138,6 +138,14 @@ class DatabaseProvider {
     virtual std::shared_ptr<DatabaseConnection> open(const std::string& connectionString) = 0;
 };
 
+// Error numbers beside those of DatabaseError, as the shops' data access reports them.
+inline constexpr std::int32_t LogInRefused = -2147217843;
+inline constexpr std::int32_t QueryTimedOut = -2147217871;
+
+/// The error for a driver's SQLSTATE, of ODBC 3 or of ODBC 2, the server's own error number and the text. Its
+/// number tells the kind of failure, the description ends with SQLSTATE and the server's number.
+DatabaseError asDatabaseError(std::string state, std::int32_t native, std::string text);
+
 /// What stands in the connection slot after opening failed: every query fails with NotConnected.
 class ClosedConnection final : public DatabaseConnection {
   public:

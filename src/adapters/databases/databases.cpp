@@ -2,12 +2,21 @@
 
 #include "adapters/sqlite/sqlite_database.h"
 #ifdef KOVA_WITH_ODBC
+#include "adapters/odbc/odbc_connection_text.h"
 #include "adapters/odbc/odbc_database.h"
+#endif
+#ifdef KOVA_WITH_ADO
+#include "adapters/ado/ado_database.h"
 #endif
 
 namespace kova {
 
 std::shared_ptr<DatabaseConnection> Databases::open(const std::string& connectionString) {
+#ifdef KOVA_WITH_ADO
+    if (namesAdoProvider(connectionString))
+        if (auto connection = openAdo(connectionString))
+            return connection;
+#endif
 #ifdef KOVA_WITH_ODBC
     if (namesOdbc(connectionString))
         return openOdbc(connectionString);

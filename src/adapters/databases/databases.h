@@ -6,9 +6,9 @@
 
 namespace kova {
 
-/// Opens what a connection string names: a server through ODBC, where the build has it, with `Driver=…`,
-/// `DSN=…`, `FILEDSN=…` or in ADO's form; everything else the embedded database, which reads `Data
-/// Source=FILE`.
+/// Opens what a connection string names: with `Provider=…` what ADO opens, where Windows has it; a server
+/// through ODBC, where the build has it, with `Driver=…`, `DSN=…`, `FILEDSN=…` or in ADO's form; everything
+/// else the embedded database, which reads `Data Source=FILE`.
 class Databases final : public DatabaseProvider {
   public:
     std::shared_ptr<DatabaseConnection> open(const std::string& connectionString) override;

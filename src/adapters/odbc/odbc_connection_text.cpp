@@ -58,10 +58,13 @@ bool isAnyOf(std::string_view key, std::initializer_list<std::string_view> names
     return std::ranges::any_of(names, [&](std::string_view name) { return equalIgnoringCase(key, name); });
 }
 
+bool hasKey(std::string_view text, Form form, std::initializer_list<std::string_view> names) {
+    return std::ranges::any_of(pairsOf(text, form),
+                               [&](const Pair& pair) { return isAnyOf(pair.key, names); });
+}
+
 bool namesDriver(std::string_view text) {
-    return std::ranges::any_of(pairsOf(text, Form::Odbc), [](const Pair& pair) {
-        return isAnyOf(pair.key, {"driver", "dsn", "filedsn"});
-    });
+    return hasKey(text, Form::Odbc, {"driver", "dsn", "filedsn"});
 }
 
 std::string_view withoutBraces(std::string_view value) {
@@ -184,13 +187,14 @@ std::string translated(const Pair& pair, const std::string& driver) {
 } // namespace
 
 bool namesOdbc(std::string_view connectionString) {
-    if (namesDriver(connectionString))
-        return true;
-    return std::ranges::any_of(pairsOf(connectionString, Form::Ado), [](const Pair& pair) {
-        return isAnyOf(pair.key, {"provider", "server", "addr", "address", "network address",
-                                  "initial catalog", "database", "user id", "uid", "user", "password", "pwd",
-                                  "integrated security", "trusted_connection"});
-    });
+    return namesDriver(connectionString) ||
+           hasKey(connectionString, Form::Ado,
+                  {"provider", "server", "addr", "address", "network address", "initial catalog", "database",
+                   "user id", "uid", "user", "password", "pwd", "integrated security", "trusted_connection"});
+}
+
+bool namesAdoProvider(std::string_view connectionString) {
+    return hasKey(connectionString, Form::Ado, {"provider"}) && !namesDriver(connectionString);
 }
 
 OdbcConnectionText parseOdbcConnectionText(std::string_view connectionString,

@@ -17,6 +17,9 @@ struct OdbcConnectionText {
 /// or the form that ADO takes (`Provider=…`, or `Data Source=SERVER` with any other key of a server).
 bool namesOdbc(std::string_view connectionString);
 
+/// Names a provider of ADO, and no driver or data source of ODBC.
+bool namesAdoProvider(std::string_view connectionString);
+
 /// Reads `Connection Timeout` (or `Connect Timeout`) and `Query Timeout` (or `Command Timeout`), in seconds;
 /// names in any letter case, values in braces or not. Of a text that names a driver or data source everything
 /// else stays byte for byte. One in ADO's form is translated for `defaultDriver`, the name of an installed

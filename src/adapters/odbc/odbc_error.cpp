@@ -54,46 +54,11 @@ Record tellingRecord(SQLSMALLINT kind, SQLHANDLE handle) {
     return first.value_or(Record{"HY000", 0, "The driver gives no reason"});
 }
 
-bool isTimeOut(std::string_view state) {
-    return state == "HYT00" || state == "HYT01";
-}
-
-/// The state as ODBC 3 has it; hosts with connections of ODBC 2 get that one's.
-std::string currentState(std::string state) {
-    for (const auto& [old, current] : {std::pair("S0", "42S"), std::pair("S1", "HY"), std::pair("37", "42")})
-        if (state.starts_with(old))
-            return current + state.substr(current[2] == 'S' ? 3 : 2);
-    return state;
-}
-
-std::int32_t numberFor(std::string_view state, std::int32_t native) {
-    constexpr std::int32_t LogInFailed = 18456; // of the server; FreeTDS takes it for a refused command
-    const auto kind = state.substr(0, 2);
-    if (kind == "08")
-        return DatabaseError::NotConnected;
-    if (kind == "28" || native == LogInFailed)
-        return LogInRefused;
-    if (isTimeOut(state))
-        return QueryTimedOut;
-    // States that are about the command: cardinality, data, integrity, deadlock, syntax, parameters.
-    for (const char* const about : {"07", "21", "22", "23", "40", "42", "44"})
-        if (kind == about)
-            return DatabaseError::CommandFailed;
-    return DatabaseError::Unspecified;
-}
-
 DatabaseError asError(const Record& record) {
     return asDatabaseError(record.state, record.native, record.text);
 }
 
 } // namespace
-
-DatabaseError asDatabaseError(std::string state, std::int32_t native, std::string text) {
-    state = currentState(std::move(state));
-    text.append(" (SQLSTATE ").append(state).append(", native error ");
-    text.append(std::to_string(native)).append(")");
-    return {numberFor(state, native), text, state};
-}
 
 DatabaseError odbcError(SQLSMALLINT handleKind, SQLHANDLE handle) {
     return asError(tellingRecord(handleKind, handle));
@@ -101,7 +66,7 @@ DatabaseError odbcError(SQLSMALLINT handleKind, SQLHANDLE handle) {
 
 DatabaseError lostConnectionError(SQLSMALLINT handleKind, SQLHANDLE handle) {
     Record record = tellingRecord(handleKind, handle);
-    if (!record.state.starts_with("08") && !isTimeOut(currentState(record.state)))
+    if (!record.state.starts_with("08") && asError(record).number() != QueryTimedOut)
         record.state = "08S01";
     return asError(record);
 }

@@ -1,0 +1,45 @@
+#pragma once
+#include "com/late_bound.h"
+#include "ports/database.h"
+
+#include <memory>
+
+namespace kova {
+
+/// The ids of members, for each of ADO's classes that are called.
+struct AdoIds {
+    com::MemberIds connection = com::noMemberIds(), records = com::noMemberIds(), fields = com::noMemberIds(),
+                   field = com::noMemberIds(), command = com::noMemberIds(), parameters = com::noMemberIds(),
+                   parameter = com::noMemberIds(), errors = com::noMemberIds(), error = com::noMemberIds();
+};
+
+/// The property `State` of a connection or record set.
+bool isOpen(const com::LateBound& object);
+
+/// The query as a record set of its own, which is closed in the end. Operations throw com::CallFailure, and
+/// DatabaseError for what is no failed call.
+class AdoRecords {
+  public:
+    AdoRecords(const com::LateBound& connection, const Query& query, AdoIds& ids);
+    AdoRecords(const AdoRecords&) = delete;
+    AdoRecords& operator=(const AdoRecords&) = delete;
+    ~AdoRecords();
+    /// Reads forward to the end.
+    std::shared_ptr<const Snapshot> readAll();
+
+  private:
+    void open(const com::LateBound& connection, const Query& query);
+    void close() noexcept;
+    void skipToRows();
+    AdoIds& ids_;
+    com::LateBound records_;
+};
+
+/// Adds a cell as ADO gives it. Throws DatabaseError for what no cell holds.
+void addCell(Snapshot& snapshot, VARIANT& cell);
+
+/// The error for a call that failed while the connection was in use: with the number, state and text of the
+/// provider's, where it reported one.
+DatabaseError adoError(const com::CallFailure& failure, const com::LateBound& connection, AdoIds& ids);
+
+} // namespace kova
