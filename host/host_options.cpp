@@ -26,7 +26,7 @@ SurfaceSize sizeFrom(const std::string& word) {
 
 HostOptions hostOptions(const std::vector<std::string>& words) {
     HostOptions options;
-    std::optional<std::string> userInterface, database, size;
+    std::optional<std::string> userInterface, database, size, through;
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string& name = words[i];
         if (name == "--help" || name == "-h") {
@@ -34,7 +34,7 @@ HostOptions hostOptions(const std::vector<std::string>& words) {
             return options;
         }
         if (name != "--script" && name != "--ui" && name != "--database" && name != "--connection" &&
-            name != "--log-folder" && name != "--size" && name != "--pictures")
+            name != "--log-folder" && name != "--size" && name != "--pictures" && name != "--through")
             throw UsageError("unknown option: " + name);
         if (++i == words.size())
             throw UsageError("a value is missing behind " + name);
@@ -43,6 +43,7 @@ HostOptions hostOptions(const std::vector<std::string>& words) {
                        : name == "--database"   ? database
                        : name == "--connection" ? options.connection
                        : name == "--size"       ? size
+                       : name == "--through"    ? through
                        : name == "--pictures"   ? options.pictures
                                                 : options.logFolder;
         target = words[i];
@@ -51,6 +52,9 @@ HostOptions hostOptions(const std::vector<std::string>& words) {
         throw UsageError("--database and --connection exclude each other");
     options.userInterface = interfaceNamed(userInterface.value_or(options.script ? "headless" : "qt"));
     options.database = database.value_or(options.script ? "empty" : "sample");
+    if (through && *through != "automation")
+        throw UsageError("not automation: " + *through);
+    options.throughAutomation = through.has_value();
     if (size)
         options.size = sizeFrom(*size);
     return options;
@@ -59,7 +63,7 @@ HostOptions hostOptions(const std::vector<std::string>& words) {
 std::string_view usage() {
     return "usage: kova-host [--script FILE] [--ui headless|qt] [--database empty|sample|FILE]\n"
            "                 [--connection TEXT] [--log-folder DIR] [--size WIDTHxHEIGHT]\n"
-           "                 [--pictures DIR]\n"
+           "                 [--pictures DIR] [--through automation]\n"
            "\n"
            "Without --script a window opens in which a cashier can work with the component.\n"
            "\n"
@@ -72,6 +76,8 @@ std::string_view usage() {
            "                     writes none\n"
            "  --size WxH         pixels of the windows that a script draws where there is no\n"
            "                     screen; their design size without it\n"
+           "  --through automation  a script's host talks to the component as Windows' automation\n"
+           "                     hosts do, by its registered name\n"
            "  --pictures DIR     with --ui qt, what is seen at each touch, as pictures\n"
            "\n"
            "Exit status: 0 when all went well, 2 when something could not be carried out.\n";

@@ -25,6 +25,7 @@ struct HostOptions {
     std::optional<std::string> logFolder;
     /// Of a script's largest window; its design size without it.
     std::optional<SurfaceSize> size;
+    bool throughAutomation = false;      ///< how a script's host talks to its components
     std::optional<std::string> pictures; ///< folder for those of a played scenario
     bool help = false;
 };

@@ -30,7 +30,7 @@ shop                 ports services adapters/sqlite
 documents            base ports services
 documents/qt         base services documents demonstration adapters/qt
 demonstration        library shop documents documents/qt
-player               base ports widgets services component drawer_dialog coin_count scenario shop adapters/databases adapters/headless adapters/system
+player               com automation base ports widgets services component drawer_dialog coin_count scenario shop adapters/databases adapters/headless adapters/system
 player/qt            base widgets player adapters/qt adapters/system
 '
 [ -d "$1" ] && [ -d "$2" ] || exit 1

@@ -1,7 +1,7 @@
 #!/bin/sh
 # Plays one scenario and compares what a person outside sees with what is expected.
 #
-#   play_scenario.sh KOVA_HOST NAME.scenario headless|qt FOLDER [server]
+#   play_scenario.sh KOVA_HOST NAME.scenario headless|qt FOLDER [server|automation]
 #
 # Beside NAME.scenario lie
 #   NAME.trace   the expected standard output, byte for byte
@@ -11,16 +11,18 @@
 #   NAME.err     lines of which each must occur in standard error (optional)
 #   NAME.embedded  why the scenario makes sense on the embedded database alone (optional)
 #
-# With "server" the error texts in the log may be those of a SQL Server.
+# With "server" the error texts in the log may be those of a SQL Server. With "automation" the host talks to the component
+# through Windows' automation.
 set -u
 host=$1 scenario=$2 interface=$3 database=${5:-embedded}
 base=${scenario%.scenario}
 scenarios=$(dirname "$scenario")
-output=$4/$(basename "$base")-$interface
+output=$4/$(basename "$base")-$interface-$database
 rm -rf "$output" && mkdir -p "$output" && cd "$output" || exit 1
 
 set --
 [ ! -f "$base.args" ] || eval "set -- $(cat "$base.args")"
+[ "$database" != automation ] || set -- "$@" --through automation
 ${KOVA_EMULATOR:-} "$host" --script "$scenario" --ui "$interface" "$@" >printed 2>errors
 status=$?
 tr -d '\r' <printed >trace

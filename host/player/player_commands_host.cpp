@@ -59,14 +59,14 @@ void failSql(Scene& scene, const Arguments& arguments) {
 }
 
 using type_description::MemberKind;
-using ComponentPointer = std::shared_ptr<cls_Kova_Drawer_Man>;
+using DoorPointer = std::shared_ptr<ComponentDoor>;
 
 constexpr std::int32_t NotOffered = 438; ///< error number of a member that the interface does not have
 constexpr const char* DefaultName = "a";
 
 /// The current component, kept alive for the call.
-ComponentPointer current(Scene& scene) {
-    return scene.host.current().component();
+DoorPointer current(Scene& scene) {
+    return scene.host.current().door();
 }
 
 Variant invoke(Scene& scene, std::string_view method, Variant argument) {

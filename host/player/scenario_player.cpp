@@ -82,7 +82,8 @@ std::optional<ScenarioPlayer::Failure> play(const HostOptions& options, std::vec
                           .componentFolder = options.logFolder.value_or(".")});
     MovementStore store(embedded, world.clock);
     EventHandlers handlers;
-    ScriptHost host(process, {trace, handlers, store});
+    ScriptHost host(process, options.throughAutomation ? openAutomationDoor : openDoor,
+                    {trace, handlers, store});
     Scene scene{trace, world,         queries,         databases, embedded, store, handlers,
                 host,  userInterface, stage.cashier(), time,      process,  player};
     return player.play(scene);

@@ -53,7 +53,7 @@ void EventHandlers::clear(const std::string& event) {
     actions_.at(position(event)).clear();
 }
 
-void EventHandlers::run(std::string_view event, cls_Kova_Drawer_Man& component,
+void EventHandlers::run(std::string_view event, ComponentDoor& component,
                         std::span<const EventArgument> arguments) {
     auto& defined = actions_.at(position(event));
     for (auto& action : defined)
@@ -85,23 +85,24 @@ void MovementStore::switchOn(bool on) {
     on_ = on;
 }
 
-void MovementStore::save(const Movement& movement, const cls_Kova_Drawer_Man& component) {
+void MovementStore::save(const Movement& movement, ComponentDoor& component) {
     if (on_)
-        database_->storeMovement({clock_.now(), component.idCassa(), component.idUtente(), movement});
+        database_->storeMovement({clock_.now(), std::get<std::int32_t>(component.get("idCassa")),
+                                  std::get<std::int32_t>(component.get("idUtente")), movement});
 }
 
-HostedComponent::HostedComponent(std::string name, std::shared_ptr<cls_Kova_Drawer_Man> component,
-                                 SinkServices& services)
-    : name_(std::move(name)), held_(std::move(component)), component_(held_), services_(services) {
+HostedComponent::HostedComponent(std::string name, const std::shared_ptr<cls_Kova_Drawer_Man>& component,
+                                 std::shared_ptr<ComponentDoor> door, SinkServices& services)
+    : name_(std::move(name)), held_(std::move(door)), door_(held_), component_(component),
+      services_(services) {
     connectSink(true);
 }
 
 void HostedComponent::connectSink(bool on) {
-    if (on && !sinkConnected_)
+    if (on && sink_.use_count() == 0)
         sink_ = held_->connect(*this);
     else if (!on)
-        sink_.disconnect();
-    sinkConnected_ = on;
+        sink_.reset();
 }
 
 void HostedComponent::release() {
@@ -152,7 +153,7 @@ void HostedComponent::ApriCassetto() {
 
 HostedComponent* ScriptHost::find(const std::string& name) const {
     for (const auto& component : components_)
-        if (component->component() && component->name() == name)
+        if (component->door() && component->name() == name)
             return component.get();
     return nullptr;
 }
@@ -168,7 +169,8 @@ void ScriptHost::create(const std::string& name) {
     if (find(name) != nullptr)
         throw ScenarioError("a component of this name exists: " + name);
     auto component = ComponentState::createComponent(process_);
-    components_.push_back(std::make_unique<HostedComponent>(name, std::move(component), services_));
+    auto door = openDoor_(component);
+    components_.push_back(std::make_unique<HostedComponent>(name, component, std::move(door), services_));
     current_ = components_.back().get();
 }
 

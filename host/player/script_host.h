@@ -1,6 +1,6 @@
 #pragma once
-#include "component/cls_Kova_Drawer_Man.h"
 #include "component/type_description.h"
+#include "player/component_door.h"
 #include "player/trace.h"
 #include "ports/platform.h"
 #include "shop/shop_database.h"
@@ -35,8 +35,7 @@ class EventHandlers {
 
     /// Does what was defined for an event of `component`; `arguments` as in the type description. A failure
     /// told by the script is thrown as std::runtime_error.
-    void run(std::string_view event, cls_Kova_Drawer_Man& component,
-             std::span<const EventArgument> arguments);
+    void run(std::string_view event, ComponentDoor& component, std::span<const EventArgument> arguments);
 
   private:
     enum class Kind { Write, Fail, Discard, Show };
@@ -62,7 +61,7 @@ class MovementStore {
     /// Throws ScenarioError without a database.
     void switchOn(bool on);
     /// Committed when it returns. Throws DatabaseError.
-    void save(const Movement& movement, const cls_Kova_Drawer_Man& component);
+    void save(const Movement& movement, ComponentDoor& component);
 
   private:
     ShopDatabase* database_;
@@ -80,14 +79,17 @@ struct SinkServices {
 /// One component as its host holds it, with the host's event sink.
 class HostedComponent final : public EventSink {
   public:
-    HostedComponent(std::string name, std::shared_ptr<cls_Kova_Drawer_Man> component, SinkServices& services);
+    HostedComponent(std::string name, const std::shared_ptr<cls_Kova_Drawer_Man>& component,
+                    std::shared_ptr<ComponentDoor> door, SinkServices& services);
 
     /// Empty after the release.
     [[nodiscard]] const std::string& name() const { return name_; }
     /// Not after the release. Holding what it returns keeps the component alive during a call.
-    [[nodiscard]] std::shared_ptr<cls_Kova_Drawer_Man> component() const { return held_; }
+    [[nodiscard]] std::shared_ptr<ComponentDoor> door() const { return held_; }
     /// Null when it is gone; a released component lives on while its modal dialog is open.
-    [[nodiscard]] std::shared_ptr<cls_Kova_Drawer_Man> living() const { return component_.lock(); }
+    [[nodiscard]] std::shared_ptr<ComponentDoor> living() const { return door_.lock(); }
+    /// What is behind the door, for those who look at its dialog; null when it is gone.
+    [[nodiscard]] std::shared_ptr<cls_Kova_Drawer_Man> component() const { return component_.lock(); }
     void connectSink(bool on);
     void release();
 
@@ -100,18 +102,20 @@ class HostedComponent final : public EventSink {
   private:
     void handle(std::string_view event, std::span<const EventArgument> arguments);
     std::string name_;
-    std::shared_ptr<cls_Kova_Drawer_Man> held_;
+    std::shared_ptr<ComponentDoor> held_;
+    std::weak_ptr<ComponentDoor> door_;
     std::weak_ptr<cls_Kova_Drawer_Man> component_;
     SinkServices& services_;
-    Connection sink_;
-    bool sinkConnected_ = false;
+    std::shared_ptr<void> sink_;
 };
 
 /// The components that a script creates, one of which may be the current one.
 class ScriptHost {
   public:
-    /// Both outlive the host.
-    ScriptHost(ProcessState& process, SinkServices services) : process_(process), services_(services) {}
+    using Doors = std::shared_ptr<ComponentDoor> (*)(std::shared_ptr<cls_Kova_Drawer_Man>);
+    /// The process outlives the host.
+    ScriptHost(ProcessState& process, Doors doors, SinkServices services)
+        : process_(process), openDoor_(doors), services_(services) {}
 
     // These throw ScenarioError for a name that does not exist, or exists already.
     void create(const std::string& name);
@@ -127,6 +131,7 @@ class ScriptHost {
     [[nodiscard]] HostedComponent* find(const std::string& name) const;
     [[nodiscard]] HostedComponent& named(const std::string& name) const;
     ProcessState& process_;
+    Doors openDoor_;
     SinkServices services_;
     std::vector<std::unique_ptr<HostedComponent>> components_; ///< the released ones too: their sinks stay
     HostedComponent* current_ = nullptr;

@@ -2,7 +2,6 @@
 
 #include "automation/arguments.h"
 #include "component/type_description.h"
-#include "library/kova_drawer_man.h"
 
 #include <utility>
 
@@ -47,8 +46,8 @@ HRESULT copyTypeInfo(const GUID& id, ITypeInfo** info) {
 
 } // namespace
 
-com::Pointer<ComponentObject> ComponentObject::create() {
-    return com::Pointer<ComponentObject>::adopt(new ComponentObject(createComponent()));
+com::Pointer<ComponentObject> ComponentObject::create(std::shared_ptr<cls_Kova_Drawer_Man> component) {
+    return com::Pointer<ComponentObject>::adopt(new ComponentObject(std::move(component)));
 }
 
 ComponentObject::ComponentObject(std::shared_ptr<cls_Kova_Drawer_Man> component)

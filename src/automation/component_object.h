@@ -21,8 +21,8 @@ class ComponentObject final : public _cls_Kova_Drawer_Man,
                               public IProvideClassInfo2,
                               public ISupportErrorInfo {
   public:
-    /// With one reference, the caller's. Throws Error when the component cannot be made.
-    static com::Pointer<ComponentObject> create();
+    /// Shares the component with whoever made it.
+    static com::Pointer<ComponentObject> create(std::shared_ptr<cls_Kova_Drawer_Man> component);
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** found) override;
     ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
