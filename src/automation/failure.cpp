@@ -8,24 +8,19 @@
 namespace kova::automation {
 namespace {
 
-constexpr HRESULT NumberedErrors = static_cast<HRESULT>(0x800A0000); ///< of scripts and old languages
 constexpr std::int32_t MostNumbers = 0xFFFF;
 constexpr const char* OwnSource = "Kova_Drawer_Man";
 
-std::int32_t numberOf(HRESULT code) {
-    return (code & ~MostNumbers) == NumberedErrors ? code & MostNumbers : code;
-}
-
 HRESULT codeOf(std::int32_t number) {
     if (number > 0 && number <= MostNumbers)
-        return NumberedErrors | number;
+        return com::NumberedErrors | number;
     return number < 0 ? number : E_FAIL;
 }
 
 } // namespace
 
 Failure::Failure(HRESULT code, std::string source, const std::string& description)
-    : Error(numberOf(code), description), code_(code), source_(std::move(source)) {}
+    : Error(com::errorNumber(code), description), code_(code), source_(std::move(source)) {}
 
 Outcome currentOutcome() noexcept {
     try {

@@ -10,6 +10,13 @@
 
 namespace kova::com {
 
+/// Failures that scripts and old languages know by a number of 16 bits, which is the lower half of the code.
+inline constexpr HRESULT NumberedErrors = static_cast<HRESULT>(0x800A0000);
+/// The number of one of those, or the code of any other failure.
+inline std::int32_t errorNumber(HRESULT code) {
+    return (code & ~0xFFFF) == NumberedErrors ? code & 0xFFFF : code;
+}
+
 /// UTF-16 of a UTF-8 text; a byte that is no UTF-8 gives U+FFFD.
 std::wstring wide(std::string_view text);
 /// UTF-8 of a UTF-16 text; half of a pair without its other half gives U+FFFD.

@@ -42,7 +42,6 @@ CallFailure failureOf(const wchar_t* member, HRESULT code, std::string descripti
 }
 
 CallFailure failureOf(const wchar_t* member, HRESULT code, Details& details) {
-    constexpr HRESULT OldNumbers = static_cast<HRESULT>(0x800A0000);
     if (code != DISP_E_EXCEPTION)
         return failureOf(member, code, threadDescription());
     if (details.pfnDeferredFillIn != nullptr)
@@ -50,7 +49,7 @@ CallFailure failureOf(const wchar_t* member, HRESULT code, Details& details) {
     if (FAILED(details.scode))
         code = details.scode;
     else if (details.wCode != 0)
-        code = OldNumbers | details.wCode;
+        code = NumberedErrors | details.wCode;
     return failureOf(member, code, narrow(details.bstrDescription));
 }
 

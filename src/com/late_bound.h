@@ -37,7 +37,7 @@ class CallFailure : public std::runtime_error {
     HRESULT code_;
 };
 
-/// The ids of the members of one class by their names, each asked for once.
+/// The ids of the members of one class by their names, which are literals; each is asked for once.
 using MemberIds = std::map<const wchar_t*, DISPID, bool (*)(const wchar_t*, const wchar_t*)>;
 MemberIds noMemberIds();
 

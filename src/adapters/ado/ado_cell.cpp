@@ -1,8 +1,8 @@
 #include "adapters/ado/ado_objects.h"
+#include "base/single_precision.h"
 
-#include <array>
-#include <charconv>
 #include <limits>
+#include <span>
 #include <string>
 
 namespace kova {
@@ -10,15 +10,6 @@ namespace {
 
 constexpr std::uint8_t LargestScale = 18;
 constexpr std::uint64_t LargestInteger = std::numeric_limits<std::int64_t>::max();
-
-/// A server's real, which has seven digits, is not shown with the noise of the ninth.
-double withoutNoise(float number) {
-    std::array<char, 32> digits{};
-    const auto* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    double result = 0;
-    std::from_chars(digits.data(), end, result);
-    return result;
-}
 
 /// As Windows writes it, whatever the region.
 std::string textOf(VARIANT& cell) {

@@ -13,11 +13,9 @@ bool isGone(HRESULT code) {
            code == CO_E_OBJNOTCONNECTED || code == HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE);
 }
 
-/// ADO's own failures have numbers as old languages show them.
 std::int32_t numberOf(HRESULT code) {
-    constexpr HRESULT OldNumbers = static_cast<HRESULT>(0x800A0000);
     constexpr std::int32_t ObjectIsClosed = 3704;
-    const std::int32_t number = (code & ~0xFFFF) == OldNumbers ? code & 0xFFFF : code;
+    const std::int32_t number = com::errorNumber(code);
     return number == ObjectIsClosed ? DatabaseError::NotConnected : number;
 }
 

@@ -1,9 +1,9 @@
 #include "adapters/odbc/column_buffer.h"
 
 #include "base/iso_date_time.h"
+#include "base/single_precision.h"
 #include "base/utf16.h"
 
-#include <array>
 #include <charconv>
 #include <cstdio>
 #include <sqlext.h>
@@ -37,15 +37,6 @@ Value localTimeOf(const char* text) {
     constexpr std::size_t UpToSeconds = 19;
     const auto time = parseIsoDateTime(std::string_view(text).substr(0, UpToSeconds));
     return time ? Value(*time) : std::string_view(text);
-}
-
-/// A server's real, which has seven digits, is not shown with the noise of the ninth.
-double withoutNoise(float number) {
-    std::array<char, 32> digits{};
-    const auto* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    double result = 0;
-    std::from_chars(digits.data(), end, result);
-    return result;
 }
 
 constexpr std::size_t LargestScale = 18;
