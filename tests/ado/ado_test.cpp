@@ -1,5 +1,6 @@
 #include "../database/database_contract.h"
 #include "adapters/ado/ado_database.h"
+#include "adapters/databases/databases.h"
 #include "ado_stand_in.h"
 
 #include <limits>
@@ -18,15 +19,11 @@ struct Shop {
     std::shared_ptr<DatabaseConnection> connection;
 };
 
-std::shared_ptr<DatabaseConnection> shared(const ShopDatabase& host) {
+template <bool Own>
+std::shared_ptr<DatabaseConnection> open(const ShopDatabase& host) {
     const auto shop = std::make_shared<Shop>(host);
-    shop->connection = shareAdo(shop->ado.connection().get());
-    return {shop, shop->connection.get()};
-}
-
-std::shared_ptr<DatabaseConnection> opened(const ShopDatabase& host) {
-    const auto shop = std::make_shared<Shop>(host);
-    shop->connection = openAdo("Provider=SQLOLEDB;Data Source=shop");
+    shop->connection =
+        Own ? openAdo("Provider=SQLOLEDB;Data Source=shop") : shareAdo(shop->ado.connection().get());
     return {shop, shop->connection.get()};
 }
 
@@ -157,6 +154,10 @@ TEST_F(Ado, FailuresHaveNumberStateAndText) {
               std::string::npos);
     ado.refuseCall(2, Refusal::Explained);
     EXPECT_EQ(failure().number(), QueryTimedOut) << "of the provider, behind an older error";
+    ado.rowCounts = 2;
+    EXPECT_EQ(rowsOf(connection->query(plain)).size(), 2u) << "behind counts of rows";
+    ado.noRows = true;
+    EXPECT_EQ(failure().sqlState(), "24000");
     ado.connectionState = 0;
     EXPECT_EQ(failure().number(), DatabaseError::NotConnected);
     for (const auto& [code, number] : {std::pair(HRESULT(0x800A0E7D), DatabaseError::NotConnected),
@@ -172,16 +173,10 @@ TEST_F(Ado, FailuresHaveNumberStateAndText) {
     EXPECT_EQ(shareAdo(nullptr), nullptr);
 }
 
-TEST_F(Ado, RowCountsAreNoRows) {
-    ado.rowCounts = 2;
-    EXPECT_EQ(rowsOf(connection->query(plain)).size(), 2u);
-    ado.noRows = true;
-    EXPECT_EQ(failure().sqlState(), "24000");
-}
-
 TEST_F(Ado, OpensWithTheTextAsItIsOrLeavesItToOthers) {
     const std::string text = " Provider=SQLOLEDB;Password=\"a;'b\"";
-    EXPECT_NE(openAdo(text), nullptr);
+    EXPECT_NE(Databases().open(text), nullptr);
+    EXPECT_THROW(Databases().open("Provider=MSDASQL;Driver={none}"), DatabaseError);
     EXPECT_EQ(ado.log, (Lines{"ConnectionString|" + text, "Open||||-1"}));
     ado.opening = E_NOTIMPL;
     EXPECT_EQ(openAdo(text), nullptr);
@@ -193,8 +188,8 @@ TEST_F(Ado, OpensWithTheTextAsItIsOrLeavesItToOthers) {
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Ado, DatabaseContract,
-                         testing::Values(DatabaseAdapter{"Shared", shared},
-                                         DatabaseAdapter{"Opened", opened}),
+                         testing::Values(DatabaseAdapter{"Shared", open<false>},
+                                         DatabaseAdapter{"Opened", open<true>}),
                          [](const auto& adapter) { return adapter.param.name; });
 
 } // namespace kova
