@@ -5,6 +5,7 @@
 #include "base/numbered_errors.h"
 #include "base/overloaded.h"
 #include "com/com_values.h"
+#include "com/dispatch_object.h"
 
 #include <deque>
 #include <utility>
@@ -92,31 +93,9 @@ class Variables {
 };
 
 /// The host's sink, as the component's connection point sees it.
-class DispatchSink final : public IDispatch {
+class DispatchSink final : public com::DispatchObject {
   public:
     explicit DispatchSink(EventSink& sink) : sink_(sink) {}
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** found) override {
-        *found = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
-        if (*found == nullptr)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0)
-            delete this;
-        return left;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return E_NOTIMPL;
-    }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* given, VARIANT*,
                                      EXCEPINFO* details, UINT*) override {
         return automation::tellCaller(automation::outcomeOf([&] { handle(id, given->rgvarg); }), details);
@@ -153,7 +132,6 @@ class DispatchSink final : public IDispatch {
         takeBack();
     }
     EventSink& sink_;
-    ULONG references_ = 1;
 };
 
 Pointer<IConnectionPoint> eventsOf(IDispatch* object) {

@@ -6,6 +6,7 @@
 // functions that are named by the prefix and the event's name.
 #include "com/com_pointer.h"
 #include "com/com_values.h"
+#include "com/dispatch_object.h"
 
 #include <initguid.h> // defines the identifiers of the engine's interfaces
 
@@ -27,35 +28,12 @@ int errors = 0;
 int runningHandlers = 0;
 EXCEPINFO failedHandler{}; ///< what the engine said of the last failure inside one
 
-/// Objects that live as long as the program, without types.
-template <class... Interfaces>
-class Immortal : public Interfaces... {
-  public:
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-};
-class Dispatch : public Immortal<IDispatch> {
-  public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** found) override {
-        *found = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
-        return *found != nullptr ? S_OK : E_NOINTERFACE;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-};
-
 /// The engine writes back through references to VARIANTs alone: each argument by reference gets one, whose
 /// value goes back into the component's own variable afterwards.
-class Sink final : public Dispatch {
+class Sink final : public kova::com::DispatchObject {
   public:
     Sink(std::wstring prefix, Pointer<ITypeInfo> events)
         : prefix_(std::move(prefix)), events_(std::move(events)) {}
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return E_NOTIMPL;
-    }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD, DISPPARAMS* given, VARIANT* result,
                                      EXCEPINFO* details, UINT* wrong) override {
         BSTR name = nullptr;
@@ -133,7 +111,7 @@ std::wstring text(VARIANT& value) {
     return std::wstring(result->bstrVal, SysStringLen(result->bstrVal));
 }
 
-class ScriptEnvironment final : public Dispatch {
+class ScriptEnvironment final : public kova::com::DispatchObject {
   public:
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
         ids[0] = _wcsicmp(names[0], L"Echo") == 0 ? 1 : _wcsicmp(names[0], L"CreateObject") == 0 ? 2 : -1;
@@ -167,8 +145,10 @@ class ScriptEnvironment final : public Dispatch {
     }
 };
 
-class Site final : public Immortal<IActiveScriptSite> {
+class Site final : public IActiveScriptSite {
   public:
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** found) override {
         *found = id == IID_IUnknown || id == IID_IActiveScriptSite ? this : nullptr;
         return *found != nullptr ? S_OK : E_NOINTERFACE;
@@ -178,9 +158,9 @@ class Site final : public Immortal<IActiveScriptSite> {
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetItemInfo(LPCOLESTR, DWORD, IUnknown** item, ITypeInfo**) override {
-        static ScriptEnvironment environment;
+        static auto* const environment = new ScriptEnvironment;
         if (item != nullptr)
-            *item = &environment;
+            (*item = environment)->AddRef();
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetDocVersionString(BSTR*) override { return E_NOTIMPL; }
