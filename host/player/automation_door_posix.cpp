@@ -3,7 +3,7 @@
 
 namespace kova {
 
-std::shared_ptr<ComponentDoor> openAutomationDoor(std::shared_ptr<cls_Kova_Drawer_Man>) {
+std::shared_ptr<ComponentDoor> openAutomationDoor(const std::shared_ptr<cls_Kova_Drawer_Man>&) {
     throw Error(429, "There is no automation on this system");
 }
 

@@ -197,7 +197,7 @@ class AutomationDoor final : public ComponentDoor, public std::enable_shared_fro
 
 } // namespace
 
-std::shared_ptr<ComponentDoor> openAutomationDoor(std::shared_ptr<cls_Kova_Drawer_Man> component) {
+std::shared_ptr<ComponentDoor> openAutomationDoor(const std::shared_ptr<cls_Kova_Drawer_Man>& component) {
     static const HRESULT begun = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     (void)begun; // it may have been already
     CLSID id{};

@@ -23,8 +23,8 @@ class DirectDoor final : public ComponentDoor {
 
 } // namespace
 
-std::shared_ptr<ComponentDoor> openDoor(std::shared_ptr<cls_Kova_Drawer_Man> component) {
-    return std::make_shared<DirectDoor>(std::move(component));
+std::shared_ptr<ComponentDoor> openDoor(const std::shared_ptr<cls_Kova_Drawer_Man>& component) {
+    return std::make_shared<DirectDoor>(component);
 }
 
 } // namespace kova

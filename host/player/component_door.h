@@ -20,12 +20,12 @@ class ComponentDoor {
 };
 
 /// As a host in C++ does.
-std::shared_ptr<ComponentDoor> openDoor(std::shared_ptr<cls_Kova_Drawer_Man> component);
+std::shared_ptr<ComponentDoor> openDoor(const std::shared_ptr<cls_Kova_Drawer_Man>& component);
 
 /// As a host does that knows nothing but Windows' automation: the component is created by its registered
 /// name, and called and heard through dispatch interfaces alone. Only a connection to a database, which a
 /// script has no automation object of, is handed over directly. Throws Error where there is no automation or
 /// the class is not registered.
-std::shared_ptr<ComponentDoor> openAutomationDoor(std::shared_ptr<cls_Kova_Drawer_Man> component);
+std::shared_ptr<ComponentDoor> openAutomationDoor(const std::shared_ptr<cls_Kova_Drawer_Man>& component);
 
 } // namespace kova

@@ -112,7 +112,7 @@ class HostedComponent final : public EventSink {
 /// The components that a script creates, one of which may be the current one.
 class ScriptHost {
   public:
-    using Doors = std::shared_ptr<ComponentDoor> (*)(std::shared_ptr<cls_Kova_Drawer_Man>);
+    using Doors = std::shared_ptr<ComponentDoor> (*)(const std::shared_ptr<cls_Kova_Drawer_Man>&);
     /// The process outlives the host.
     ScriptHost(ProcessState& process, Doors doors, SinkServices services)
         : process_(process), openDoor_(doors), services_(services) {}

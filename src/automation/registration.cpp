@@ -86,6 +86,19 @@ void writeInterface(Writer& registry, std::string_view name, std::string_view id
     registry.set(key + L"\\TypeLib", com::wide(library().version), L"Version");
 }
 
+/// A user need not have had any class of his own.
+void deleteIfEmpty(HKEY root, const std::wstring& key) {
+    DWORD keys = 1, values = 1;
+    HKEY opened = nullptr;
+    if (RegOpenKeyExW(root, key.c_str(), 0, KEY_READ, &opened) != ERROR_SUCCESS)
+        return;
+    RegQueryInfoKeyW(opened, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr, nullptr,
+                     nullptr, nullptr);
+    RegCloseKey(opened);
+    if (keys == 0 && values == 0)
+        RegDeleteKeyW(root, key.c_str());
+}
+
 } // namespace
 
 HRESULT registerServer(Hive hive) {
@@ -108,6 +121,8 @@ HRESULT unregisterServer(Hive hive) {
         const LSTATUS result = RegDeleteTreeW(rootOf(hive), key.c_str());
         gone = gone && (result == ERROR_SUCCESS || result == ERROR_FILE_NOT_FOUND);
     }
+    for (const wchar_t* folder : {L"CLSID", L"TypeLib", L"Interface"})
+        deleteIfEmpty(rootOf(hive), Classes + folder);
     return gone ? S_OK : SELFREG_E_CLASS;
 }
 

@@ -98,7 +98,7 @@ QString standInFamily() {
 }
 
 HostLoop::HostLoop() = default;
-HostLoop::~HostLoop() = default;
+HostLoop::~HostLoop() {}
 
 struct HostWindows::Blocked {};
 HostWindows::HostWindows(QWidget&) {}
