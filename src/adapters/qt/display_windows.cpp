@@ -87,6 +87,10 @@ HostLoop::~HostLoop() {
 struct HostWindows::Blocked final : QObject {
     explicit Blocked(QWidget& modal);
     void block(HWND window);
+    static BOOL CALLBACK blockEach(HWND window, LPARAM self) {
+        reinterpret_cast<Blocked*>(self)->block(window);
+        return TRUE;
+    }
     void end();
 
     HWND modal;
@@ -97,13 +101,7 @@ struct HostWindows::Blocked final : QObject {
 
 HostWindows::Blocked::Blocked(QWidget& widget)
     : modal(reinterpret_cast<HWND>(widget.winId())), active(GetActiveWindow()), focus(GetFocus()) {
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM self) {
-            reinterpret_cast<Blocked*>(self)->block(window);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(this));
+    EnumThreadWindows(GetCurrentThreadId(), blockEach, reinterpret_cast<LPARAM>(this));
     if (active == nullptr && !windows.empty())
         active = windows.front();
     if (active == nullptr || ofQt(active))
