@@ -55,11 +55,11 @@ hosts() {
 check "hosts compiled against the zip" hosts
 
 # snapshot NAME: the files of the system and its settings, without what Wine itself writes at each start and the copy
-# that deletes an uninstaller, which Windows removes when it starts.
+# that deletes an uninstaller, which Windows removes when it starts. Each user of Windows has an empty list of classes.
 snapshot() {
     wineserver -w
     (cd "$WINEPREFIX/drive_c" && find . -not -path '*/Temp/*' -not -path '*/AppData/Local/Programs' | sort) >"$work/$1-files"
-    awk '/^\[/ { sub(/ [0-9]+$/, ""); shown = /^\[Software/ && !/NetworkCards/ } shown && !/^#time/' \
+    awk '/^\[/ { sub(/ [0-9]+$/, ""); shown = /^\[Software/ && !/NetworkCards/ && !/^\[Software\\\\Classes\]/ } shown && !/^#time/' \
         "$WINEPREFIX/system.reg" "$WINEPREFIX/user.reg" >"$work/$1-settings"
 }
 # install STATUS ARGUMENT...: the silent installer, and the exit status that it should have.
