@@ -43,7 +43,7 @@ VARTYPE variantType(Type type) {
     return VT_EMPTY;
 }
 
-/// A connection object of the host's; Nothing is one that is closed.
+/// A connection object of the host's; Nothing leaves the component without one.
 HRESULT readConnection(VARIANT& value, Variant& result) {
     if (value.vt != VT_DISPATCH && value.vt != VT_UNKNOWN)
         return DISP_E_TYPEMISMATCH;

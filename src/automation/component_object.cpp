@@ -36,7 +36,7 @@ Variant carriedOut(cls_Kova_Drawer_Man& component, const type_description::Membe
     return component.invoke(member.dispatchId, values);
 }
 
-/// The type of the component's own interface, read once; whoever asks gets a reference.
+/// The description of a type; whoever asks gets a reference.
 HRESULT copyTypeInfo(const GUID& id, ITypeInfo** info) {
     if (info == nullptr)
         return E_POINTER;

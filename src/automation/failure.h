@@ -12,7 +12,7 @@ namespace kova::automation {
 /// whoever raised the event.
 class Failure : public Error {
   public:
-    /// `number` is an automation error code; one of a script or of an old language becomes its own number.
+    /// `code` is one of automation's; one of a script or of an old language becomes its own number.
     Failure(HRESULT code, std::string source, const std::string& description);
     [[nodiscard]] HRESULT code() const { return code_; }
     [[nodiscard]] const std::string& source() const { return source_; }
