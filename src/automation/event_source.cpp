@@ -2,11 +2,11 @@
 
 #include "automation/failure.h"
 #include "com/com_values.h"
+#include "com/dispatch_object.h"
 #include "kova_drawer_man_automation.h"
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <utility>
 
 namespace kova::automation {
@@ -38,26 +38,10 @@ VARIANT reference(VARTYPE type, Value* value) {
 
 /// A list of what is connected, or of the one point, as it was when it was asked for.
 template <class Enumeration, class Item, class Given>
-class Enumerator final : public Enumeration {
+class Enumerator final : public com::CountedObject<Enumeration> {
   public:
     Enumerator(const IID& id, std::vector<Item> items, std::size_t next = 0)
-        : id_(id), items_(std::move(items)), next_(next) {}
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** found) override {
-        if (found == nullptr)
-            return E_POINTER;
-        *found = id == IID_IUnknown || id == id_ ? this : nullptr;
-        if (*found == nullptr)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0)
-            delete this;
-        return left;
-    }
+        : com::CountedObject<Enumeration>(id), items_(std::move(items)), next_(next) {}
     HRESULT STDMETHODCALLTYPE Next(ULONG count, Given* given, ULONG* fetched) override {
         if (given == nullptr || (fetched == nullptr && count != 1))
             return E_POINTER;
@@ -81,14 +65,12 @@ class Enumerator final : public Enumeration {
         if (copy == nullptr)
             return E_POINTER;
         *copy = nullptr;
-        return outcomeOf([&] { *copy = new Enumerator(id_, items_, next_); }).code;
+        return outcomeOf([&] { *copy = new Enumerator(this->id_, items_, next_); }).code;
     }
 
   private:
-    const IID& id_;
     std::vector<Item> items_;
     std::size_t next_;
-    std::atomic<ULONG> references_ = 1;
 };
 
 struct ConnectedSink {

@@ -5,17 +5,18 @@
 
 namespace kova::com {
 
-/// An automation object that tells nothing of its types. It begins with one reference and deletes itself with
-/// the last.
-class DispatchObject : public IDispatch {
+/// An object with one interface. It begins with one reference and deletes itself with the last.
+template <class Interface>
+class CountedObject : public Interface {
   public:
-    DispatchObject() = default;
-    DispatchObject(const DispatchObject&) = delete;
-    DispatchObject& operator=(const DispatchObject&) = delete;
+    /// By the interface's identifier, which lasts as long as the program.
+    explicit CountedObject(const IID& id) : id_(id) {}
+    CountedObject(const CountedObject&) = delete;
+    CountedObject& operator=(const CountedObject&) = delete;
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** found) override {
         if (found == nullptr)
             return E_POINTER;
-        *found = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
+        *found = id == IID_IUnknown || id == id_ ? this : nullptr;
         if (*found == nullptr)
             return E_NOINTERFACE;
         AddRef();
@@ -28,6 +29,19 @@ class DispatchObject : public IDispatch {
             delete this;
         return left;
     }
+
+  protected:
+    virtual ~CountedObject() = default;
+    const IID& id_;
+
+  private:
+    std::atomic<ULONG> references_ = 1;
+};
+
+/// An automation object that tells nothing of its types.
+class DispatchObject : public CountedObject<IDispatch> {
+  public:
+    DispatchObject() : CountedObject(IID_IDispatch) {}
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         if (count == nullptr)
             return E_POINTER;
@@ -38,12 +52,6 @@ class DispatchObject : public IDispatch {
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
         return E_NOTIMPL;
     }
-
-  protected:
-    virtual ~DispatchObject() = default;
-
-  private:
-    std::atomic<ULONG> references_ = 1;
 };
 
 } // namespace kova::com

@@ -137,6 +137,13 @@ void misuse(_cls_Kova_Drawer_Man* drawer) {
                                 query<IProvideClassInfo2>(drawer, IID_IProvideClassInfo2).get(),
                                 IID_IUnknown);
     std::printf("one identity %d\n", first.get() == second.get());
+    Pointer<IEnumConnectionPoints> points, copy;
+    Pointer<IConnectionPoint> point;
+    query<IConnectionPointContainer>(drawer, IID_IConnectionPointContainer)
+        ->EnumConnectionPoints(points.put());
+    points->Clone(copy.put());
+    const HRESULT one = points->Next(1, point.put(), nullptr), none = points->Next(1, point.put(), nullptr);
+    std::printf("points %ld then %ld, of a copy %ld\n", one, none, copy->Next(1, point.put(), nullptr));
 }
 
 /// Many calls leave nothing behind.
