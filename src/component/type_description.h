@@ -67,5 +67,9 @@ KOVA_API std::span<const EnumerationValue> enumeration();
 KOVA_API const Member* find(std::string_view name, MemberKind kind);
 KOVA_API const Member* find(int dispatchId, MemberKind kind);
 
+/// What it is for, in English sentences; both halves of a property have the same.
+std::string_view summary(const Member& member);
+std::string_view summary(const Event& event);
+
 } // namespace type_description
 } // namespace kova

@@ -126,6 +126,11 @@ void setDecimalKey(DecimalKey key) {
     call("setDecimalKey", CallKind::Operation, process, [&](LibraryProcess& all) { all.setDecimalKey(key); });
 }
 
+void setParentWindow(std::uint64_t window) {
+    call("setParentWindow", CallKind::Operation, process,
+         [&](LibraryProcess& all) { all.setParentWindow(window); });
+}
+
 void setLogFolder(const std::string& folder) {
     if (presentProcess())
         call("setLogFolder", CallKind::Operation, presentProcess,

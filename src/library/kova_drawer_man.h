@@ -57,6 +57,10 @@ KOVA_API void setScreenAids(const ScreenAids& aids);
 /// comma. The machine's settings, where they say so, decide instead.
 KOVA_API void setDecimalKey(DecimalKey key);
 
+/// The host's window that dialogs stand in front of when they open from now on: an X11 window id or an HWND; 0,
+/// as at first, for none. An id that is no window's is no error. A host with Qt need not say it.
+KOVA_API void setParentWindow(std::uint64_t window);
+
 /// Writes `logfile.log` into this folder from now on instead of beside the library's file, unless KOVA_LOG
 /// names a file. May be called before the first component, so that its records are there too. A folder that
 /// cannot be written is no error: records then go where they always go when the file cannot be written.

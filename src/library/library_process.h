@@ -45,6 +45,7 @@ class LibraryProcess final : public HostCalls, public std::enable_shared_from_th
     void useLogFolder(const std::string& folder);
     void setScreenAids(const ScreenAids& aids);
     void setDecimalKey(DecimalKey key);
+    void setParentWindow(std::uint64_t window) { userInterface_.setHostWindow(static_cast<WId>(window)); }
     void processEvents() { eventLoop_.processPendingEvents(); }
     /// Closes all dialogs, at once or when the outermost event has returned, and ends the Qt application, if
     /// it is the library's, when also all other calls have; then calls `ended`. Components may be released

@@ -19,11 +19,21 @@ case $1 in
         wrong=1
     fi
     ;;
-*) exported=$(nm -gDC --defined-only "$1" | cut -d ' ' -f 3-) || exit 1 ;;
+*) exported=$(nm -gD --defined-only "$1" | cut -d ' ' -f 3- | c++filt) || exit 1 ;;
 esac
 
+# Hosts of the C interface were built against these and their version, which Windows has no place for: names are
+# added, none goes.
+in_c=$(printf '%s\n' "$exported" | grep '^kova_' | LC_ALL=C sort)
+known=$(case $1 in *.dll) sed 's/@@.*//' "${0%exports.sh}c_symbols.txt" ;; *) cat "${0%exports.sh}c_symbols.txt" ;; esac)
+if [ "$in_c" != "$known" ]; then
+    printf 'exported for C, where c_symbols.txt has others:\n%s\n' "$in_c"
+    wrong=1
+fi
+exported=$(printf '%s\n' "$exported" | grep -v '^kova_')
+
 classes='cls_Kova_Drawer_Man|EventSink|Error|DatabaseError'
-functions='createComponent|openDatabase|hostOdbcConnection|setLanguage|languageId|setLogFolder|regionalSettings|parseDate|formatDate|formatAmount|fontFamily|setScreenAids|setDecimalKey|processEvents|shutDown|type_description::(library|members|events|enumeration|find)'
+functions='createComponent|openDatabase|hostOdbcConnection|setLanguage|languageId|setLogFolder|regionalSettings|parseDate|formatDate|formatAmount|fontFamily|setScreenAids|setDecimalKey|setParentWindow|processEvents|shutDown|type_description::(library|members|events|enumeration|find)'
 surplus=$(printf '%s\n' "$exported" | grep -vE "^KOVA_4\b" |
     grep -vE "^((vtable|typeinfo|typeinfo name) for )?kova::(($classes)(::.*|@.*)?|($functions)(\[.*)?\(.*)$")
 if [ -n "$surplus" ]; then

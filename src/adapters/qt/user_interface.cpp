@@ -72,7 +72,7 @@ QSize QtUserInterface::surface() const {
 }
 
 std::unique_ptr<WindowView> QtUserInterface::present(Window& window) {
-    auto frame = std::make_unique<WindowFrame>(window, loop_, regional_, words_, surface());
+    auto frame = std::make_unique<WindowFrame>(window, loop_, regional_, words_, surface(), hostWindow_);
     auto view = std::make_unique<FrameView>(*this, *frame);
     frames_.push_back(frame.get());
     frame.release(); // NOLINT: its view retires it
