@@ -4,6 +4,7 @@
 //   kova-write-bindings LANGUAGE FILE
 #include "bindings.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <map>
@@ -23,6 +24,18 @@ std::vector<TypedFunction> typedFunctions() {
     return functions;
 }
 
+std::vector<const Member*> distinctMembers() {
+    std::vector<const Member*> distinct;
+    for (const auto& member : members())
+        if (distinct.empty() || distinct.back()->name != member.name)
+            distinct.push_back(&member);
+    return distinct;
+}
+
+bool raisesEvent(const Member& member) {
+    return std::ranges::find(events(), member.name, &Event::name) != events().end();
+}
+
 std::vector<std::string> wrapped(std::string_view words, std::size_t width) {
     std::vector<std::string> lines;
     while (words.size() > width) {
@@ -39,7 +52,9 @@ std::vector<std::string> wrapped(std::string_view words, std::size_t width) {
 } // namespace kova::bindings
 
 int main(int count, char** arguments) {
-    const std::map<std::string, void (*)(std::ostream&)> writers{{"c", kova::bindings::writeC}};
+    const std::map<std::string, void (*)(std::ostream&)> writers{{"c", kova::bindings::writeC},
+                                                                 {"pascal", kova::bindings::writePascal},
+                                                                 {"python", kova::bindings::writePython}};
     const auto writer = writers.find(count == 3 ? arguments[1] : "");
     if (writer == writers.end()) {
         std::cerr << "usage: kova-write-bindings LANGUAGE FILE\nlanguages:";
