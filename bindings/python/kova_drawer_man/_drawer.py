@@ -13,7 +13,7 @@ import warnings
 import weakref
 from typing import Any, Callable, Dict, NamedTuple, Optional, Tuple
 
-from ._library import Refusal, Text, call, calling, in_range, in_text, keep, library, log, out_int, out_text
+from ._library import Refusal, Text, call, call_handling, calling, in_range, in_text, keep, library, log, out_int, out_text
 from ._members import Events, Members, Movement
 
 _FAILED = 513  # the number of a failure that has none of its own
@@ -171,7 +171,7 @@ class Sink:
         """The handler is called no more. Disconnecting again does nothing."""
         if self._sink:
             sink, self._sink = self._sink, _handle()
-            call("kova_disconnect", sink)
+            call_handling("kova_disconnect", sink)
 
 
 class DrawerMan(Members):
@@ -215,7 +215,7 @@ class DrawerMan(Members):
         """Ends the component and closes its dialog. Closing again does nothing."""
         if self._handle:
             handle, self._handle = self._handle, _handle()
-            call("kova_release", handle)
+            call_handling("kova_release", handle)
             for sink in self._sinks:
                 sink.disconnect()
 
@@ -227,7 +227,7 @@ class DrawerMan(Members):
 
     def __del__(self) -> None:
         if getattr(self, "_sinks", None) and self._handle and not sys.is_finalizing():
-            warnings.warn("a DrawerMan was not closed", ResourceWarning, source=self)
+            warnings.warn("a DrawerMan was not closed", ResourceWarning, stacklevel=2)
             if threading.get_ident() == self._thread:
                 self.close()
 
@@ -273,12 +273,12 @@ def set_log_folder(folder: str) -> None:
 
 def shut_down() -> None:
     """Closes open dialogs and ends what all components share. The interpreter's end does it, too."""
-    call("kova_shut_down")
+    call_handling("kova_shut_down")
 
 
 def process_events() -> None:
     """Handles the events that wait, and returns: for hosts with a loop of their own."""
-    call("kova_process_events")
+    call_handling("kova_process_events")
 
 
 def event_descriptor() -> int:

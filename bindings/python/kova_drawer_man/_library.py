@@ -70,7 +70,11 @@ class _Thread(threading.local):
 
 
 _thread = _Thread()
-_SIGNALS: Tuple[int, ...] = tuple(signal.valid_signals())
+_SIGNALS = [
+    getattr(signal, name)
+    for name in ("SIGINT", "SIGTERM", "SIGHUP", "SIGQUIT", "SIGBREAK", "SIGALRM", "SIGUSR1", "SIGUSR2", "SIGCHLD")
+    if hasattr(signal, name)
+]
 
 
 def calling() -> bool:
@@ -104,7 +108,14 @@ def _signals_wait() -> Iterator[None]:
 
 
 def call(name: str, *arguments: Any) -> None:
-    """Calls a function of the library and raises what its status says."""
+    """Calls a function of the library, one that calls nobody back, and raises what its status says."""
+    failure = _failure(getattr(library, name)(*arguments))
+    if failure is not None:
+        raise failure
+
+
+def call_handling(name: str, *arguments: Any) -> None:
+    """The same for one that may call handlers, and raises what they raised, too."""
     with _signals_wait():
         before, _thread.raised = _thread.raised, None
         _thread.calls += 1
@@ -209,7 +220,7 @@ class Component:
     _handle = ctypes.c_void_p()
 
     def _call(self, name: str, *arguments: Any) -> None:
-        call(name, self._handle, *arguments)
+        call_handling(name, self._handle, *arguments)
 
     def _out_int(self, name: str, *arguments: Any) -> int:
         return out_int(name, self._handle, *arguments)
@@ -218,7 +229,9 @@ class Component:
         return out_int(name, self._handle, *arguments) != 0
 
     def _out_text(self, name: str, *arguments: Any) -> str:
-        return out_text(name, self._handle, *arguments)
+        result = ctypes.c_char_p()
+        self._call(name, *arguments, ctypes.byref(result))
+        return (result.value or b"").decode()
 
     def _in_int(self, value: int) -> ctypes.c_int32:
         return ctypes.c_int32(in_range(value, 32))
