@@ -74,7 +74,8 @@ int main() {
         component->invoke("Stampa", day);
     }
     component->invoke("Stampa", day);
-    expect(day.front() == kova::Variant(std::string("today!")), "the day that the sink wrote, connected once");
+    expect(day.front() == kova::Variant(std::string("today!")),
+           "the day that the sink wrote, connected once");
     component->Show(0);
     kova::processEvents();
     try {
