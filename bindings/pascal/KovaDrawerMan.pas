@@ -108,6 +108,8 @@ function KovaParseDate(const text: UTF8String): TDateTime;
 { As the dialog writes them. }
 function KovaFormatDate(day: TDateTime): UTF8String;
 function KovaFormatAmount(amount: Double; decimals: LongInt = 2): UTF8String;
+{ What the dialog is drawn with, for windows of the host's beside it. }
+function KovaFontFamily: UTF8String;
 
 implementation
 
@@ -175,6 +177,7 @@ function kova_parse_date(text: PAnsiChar; year, month, day: PLongInt): LongInt; 
 function kova_format_date(year, month, day: LongInt; text: PPAnsiChar): LongInt; cdecl; external KovaLibrary;
 function kova_format_amount(amount: Double; decimals: LongInt; text: PPAnsiChar): LongInt; cdecl;
   external KovaLibrary;
+function kova_font_family(family: PPAnsiChar): LongInt; cdecl; external KovaLibrary;
 
 {$define KovaImports}{$I KovaDrawerManMembers.inc}{$undef KovaImports}
 function Copied(text: PAnsiChar): UTF8String;
@@ -504,6 +507,14 @@ var
   value: PAnsiChar;
 begin
   Check(kova_format_amount(amount, decimals, @value));
+  Result := Copied(value);
+end;
+
+function KovaFontFamily: UTF8String;
+var
+  value: PAnsiChar;
+begin
+  Check(kova_font_family(@value));
   Result := Copied(value);
 end;
 
