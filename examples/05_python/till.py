@@ -33,6 +33,13 @@ def tell(event: str, **values: object) -> None:
     print("event", event, *(f"{name}={shown(value)}" for name, value in values.items()))
 
 
+def day_of(text: str) -> date:
+    try:
+        return kova.parse_date(text)
+    except kova.KovaError as error:
+        raise kova.Refusal(f'"{text}" is no day') from error
+
+
 class Till(kova.Events):
     def __init__(self, journal: sqlite3.Connection) -> None:
         self.journal = journal
@@ -50,12 +57,12 @@ class Till(kova.Events):
 
     def Stampa(self, DataOperazione: kova.Text) -> None:
         tell("Stampa", DataOperazione=DataOperazione.value)
-        self.note("Stampa", kova.parse_date(DataOperazione.value))  # a text that is no day is refused
+        self.note("Stampa", day_of(DataOperazione.value))
         self.closed = True
 
     def Anteprima(self, DataOperazione: kova.Text) -> None:
         tell("Anteprima", DataOperazione=DataOperazione.value)
-        self.note("Anteprima", kova.parse_date(DataOperazione.value))
+        self.note("Anteprima", day_of(DataOperazione.value))
 
     def ApriCassetto(self) -> None:
         tell("ApriCassetto")

@@ -25,7 +25,7 @@ type
     FClosed: Boolean;
     procedure Prepare(const sql: string);
     procedure Run;
-    procedure Request(const event: string; const text: UTF8String = '');
+    procedure Request(const event: string; const day: string = '');
   public
     constructor Create(const journalFile: string);
     destructor Destroy; override;
@@ -95,26 +95,37 @@ begin
   Run;
 end;
 
-procedure TTill.Request(const event: string; const text: UTF8String);
+{ As the journal writes it. }
+function DayOf(const text: UTF8String): string;
+begin
+  try
+    Result := FormatDateTime('yyyy-mm-dd', KovaParseDate(text));
+  except
+    on E: EKovaError do
+      raise ERefusal.Create('"' + text + '" is no day');
+  end;
+end;
+
+procedure TTill.Request(const event: string; const day: string);
 begin
   Prepare('INSERT INTO requests VALUES (:event, :day)');
   FQuery.ParamByName('event').AsString := event;
-  if text <> '' then { raises EKovaError for a text that is no day; then nothing is printed }
-    FQuery.ParamByName('day').AsString := FormatDateTime('yyyy-mm-dd', KovaParseDate(text));
+  if day <> '' then
+    FQuery.ParamByName('day').AsString := day;
   Run;
 end;
 
 procedure TTill.Stampa(Sender: TObject; var DataOperazione: UTF8String);
 begin
   WriteLn('event Stampa DataOperazione="', DataOperazione, '"');
-  Request('Stampa', DataOperazione);
+  Request('Stampa', DayOf(DataOperazione));
   FClosed := True;
 end;
 
 procedure TTill.Anteprima(Sender: TObject; var DataOperazione: UTF8String);
 begin
   WriteLn('event Anteprima DataOperazione="', DataOperazione, '"');
-  Request('Anteprima', DataOperazione);
+  Request('Anteprima', DayOf(DataOperazione));
 end;
 
 procedure TTill.ApriCassetto(Sender: TObject);
