@@ -1,8 +1,11 @@
 // docs/reference.md: the members as the table has them, and the C header's functions with its own comments.
 #include "bindings.h"
 
+#include <algorithm>
 #include <fstream>
+#include <span>
 #include <stdexcept>
+#include <utility>
 
 namespace kova::bindings {
 namespace {
