@@ -21,5 +21,7 @@ std::vector<std::string> wrapped(std::string_view words, std::size_t width);
 
 /// What the C header includes.
 void writeC(std::ostream& header);
+/// docs/reference.md.
+void writeReference(std::ostream& page);
 
 } // namespace kova::bindings

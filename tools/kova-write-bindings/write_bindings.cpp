@@ -39,7 +39,8 @@ std::vector<std::string> wrapped(std::string_view words, std::size_t width) {
 } // namespace kova::bindings
 
 int main(int count, char** arguments) {
-    const std::map<std::string, void (*)(std::ostream&)> writers{{"c", kova::bindings::writeC}};
+    const std::map<std::string, void (*)(std::ostream&)> writers{
+        {"c", kova::bindings::writeC}, {"reference", kova::bindings::writeReference}};
     const auto writer = writers.find(count == 3 ? arguments[1] : "");
     if (writer == writers.end()) {
         std::cerr << "usage: kova-write-bindings LANGUAGE FILE\nlanguages:";
