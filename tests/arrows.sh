@@ -23,7 +23,7 @@ adapters/qt          base ports widgets services screen
 library              base ports widgets services component adapters/system adapters/databases adapters/qt
 
 automation           base com component library adapters/ado
-automation/type_library component
+automation/type_library automation component
 
 scenario             base component
 shop                 ports services adapters/sqlite
