@@ -122,6 +122,10 @@ kova_status kova_process_events() {
     return guarded([] { processEvents(); });
 }
 
+kova_status kova_event_descriptor(int32_t* descriptor) {
+    return guarded([&] { wanted(descriptor) = eventDescriptor(); });
+}
+
 kova_status kova_parse_date(const char* text, int32_t* year, int32_t* month, int32_t* day) {
     return guarded([&] {
         auto &y = wanted(year), &m = wanted(month), &d = wanted(day);

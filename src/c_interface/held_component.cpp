@@ -42,8 +42,8 @@ void HeldComponent::tellClosed() {
         eventLoop_.stopTimer(telling);
     else
         return;
-    if (handler_ != nullptr)
-        handler_(user_); // which may release this
+    if (handler_ != nullptr) // which may release this
+        onHostStack([handler = handler_, user = user_] { handler(user); });
 }
 
 Handles<kova_component, HeldComponent>& components() {

@@ -223,10 +223,16 @@ KOVA_C_API kova_status KOVA_CALL kova_shut_down(void);
 
 /* ---- Hosts with an event loop of their own ---- */
 
-/* Handles the events that wait, and returns. While a modeless dialog is open a host calls it whenever
- * something waits, which the system's own loop says on Windows and GLib's or Qt's on Linux; such hosts need
- * not call it. */
+/* Handles the events that wait, and always returns: where a message or the coin count opens, what waits for
+ * its answer goes on in a later call. A host with a loop of its own calls it while a modeless dialog is open,
+ * when kova_event_descriptor says so. Handlers of events are called on the host's own stack. Called inside an
+ * event it returns only when what it has opened is closed. On Windows, and where GLib or Qt runs the host's
+ * loop, the system's own loop handles the component's events, too, and nobody need call this. */
 KOVA_C_API kova_status KOVA_CALL kova_process_events(void);
+/* A file descriptor to wait for, with poll() or a library of events: it can be read when kova_process_events
+ * has something to do. It must not be read or closed, and is the same until kova_shut_down. -1 on Windows,
+ * where the thread's queue of messages says it (MsgWaitForMultipleObjects). Needs a component. */
+KOVA_C_API kova_status KOVA_CALL kova_event_descriptor(int32_t* descriptor);
 
 /* ---- Dates and amounts as the dialog writes them. Any thread. ---- */
 

@@ -1,5 +1,6 @@
 // The component's events as calls of a host's functions.
 #include "c_interface/held_component.h"
+#include "library/library_process.h"
 
 #include <utility>
 
@@ -14,7 +15,7 @@ class Sink final : public EventSink, public std::enable_shared_from_this<Sink> {
     Sink& operator=(const Sink&) = delete;
     ~Sink() override {
         if (handlers_.released != nullptr)
-            handlers_.released(handlers_.user);
+            onHostStack([&] { handlers_.released(handlers_.user); });
     }
     void connectTo(cls_Kova_Drawer_Man& component) { connection_ = component.connect(*this); }
     void disconnect() { connection_.disconnect(); }
@@ -42,7 +43,10 @@ class Sink final : public EventSink, public std::enable_shared_from_this<Sink> {
     std::int32_t deliver(Handler handler, Arguments... arguments) {
         const auto self = shared_from_this();
         setWordsOfFailure({});
-        return handler == nullptr ? 0 : handler(handlers_.user, arguments...);
+        std::int32_t failure = 0;
+        if (handler != nullptr)
+            onHostStack([&] { failure = handler(handlers_.user, arguments...); });
+        return failure;
     }
 
     static void throwOn(std::int32_t failure) {

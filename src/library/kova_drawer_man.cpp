@@ -168,6 +168,18 @@ void processEvents() {
          [](LibraryProcess& all) { all.processEvents(); });
 }
 
+int eventDescriptor() {
+    return call("eventDescriptor", CallKind::Operation, process,
+                [](LibraryProcess& all) { return all.eventDescriptor(); });
+}
+
+void onHostStack(const std::function<void()>& call) {
+    if (const auto present = presentProcess(); present && present->onItsThread())
+        present->onHostStack(call);
+    else
+        call();
+}
+
 void shutDown() {
     call("shutDown", CallKind::Operation, presentProcess,
          [](LibraryProcess& all) { all.end(forgetProcess); });

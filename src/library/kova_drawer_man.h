@@ -57,8 +57,8 @@ KOVA_API void setScreenAids(const ScreenAids& aids);
 /// comma. The machine's settings, where they say so, decide instead.
 KOVA_API void setDecimalKey(DecimalKey key);
 
-/// The host's window that dialogs stand in front of when they open from now on: an X11 window id or an HWND; 0,
-/// as at first, for none. An id that is no window's is no error. A host with Qt need not say it.
+/// The host's window that dialogs stand in front of when they open from now on: an X11 window id or an HWND;
+/// 0, as at first, for none. An id that is no window's is no error. A host with Qt need not say it.
 KOVA_API void setParentWindow(std::uint64_t window);
 
 /// Writes `logfile.log` into this folder from now on instead of beside the library's file, unless KOVA_LOG
@@ -86,9 +86,15 @@ KOVA_API void setLogFolder(const std::string& folder);
 /// process has no Qt application.
 [[nodiscard]] KOVA_API std::string fontFamily();
 
-/// Handles the events that wait. For hosts without an event loop of their own while a modeless dialog is
-/// open.
+/// Handles the events that wait, and returns, also where a message or the coin count opens: what waits for
+/// its answer goes on in a later call. For hosts whose event loop is not Qt's, GLib's or the system's, while
+/// a modeless dialog is open.
 KOVA_API void processEvents();
+
+/// A file descriptor that can be read when `processEvents` has something to do; the library's, and valid
+/// until `shutDown`. -1 on Windows, where the thread's queue of messages says it. Throws Error without a
+/// component.
+[[nodiscard]] KOVA_API int eventDescriptor();
 
 /// Closes open dialogs and ends what the first component began; the next one starts again. Components that
 /// the host still holds may be released afterwards; their `Show` is one record of the error log. Inside an

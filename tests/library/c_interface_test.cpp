@@ -3,6 +3,15 @@
 #include "host.h"
 #include "kova_drawer_man_c.h"
 
+#include <QAbstractButton>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QTabBar>
+#include <QTimer>
+
+#include <poll.h>
+
+#include <algorithm>
 #include <array>
 #include <map>
 #include <thread>
@@ -307,8 +316,100 @@ void dialog() {
            "what all components share is set");
 }
 
-const std::map<std::string, void (*)()> parts{
-    {"events", events}, {"misuse", misuse}, {"late-bound", lateBound}, {"dialog", dialog}};
+/// Touches a button from the event loop, as fingers do.
+void touch(const char* name) {
+    QTimer::singleShot(0, qApp, [name] {
+        for (const QWidget* const window : QApplication::topLevelWidgets())
+            if (auto* const button = window->findChild<QAbstractButton*>(name);
+                window->isVisible() && button != nullptr)
+                return button->click();
+        expect(false, std::string("there is a button ") + name);
+    });
+}
+
+void turnPage(int key) {
+    for (QWidget* const window : QApplication::topLevelWidgets())
+        if (auto* const tabs = window->findChild<QTabBar*>()) {
+            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+            QCoreApplication::sendEvent(tabs, &press);
+        }
+}
+
+int windows() {
+    return static_cast<int>(std::ranges::count_if(QApplication::topLevelWidgets(),
+                                                  [](const QWidget* window) { return window->isVisible(); }));
+}
+
+/// A loop of the host's own, on poll() alone; it ends when nothing has happened for a while. How often it
+/// woke.
+int hostLoop() {
+    pollfd waits{};
+    expect(kova_event_descriptor(&waits.fd) == KOVA_OK && waits.fd >= 0, "there is a descriptor");
+    waits.events = POLLIN;
+    int woken = 0;
+    while (woken < 1000 && poll(&waits, 1, 100) > 0) {
+        ++woken;
+        expect(kova_process_events() == KOVA_OK, "what waits is handled");
+    }
+    return woken;
+}
+
+void ownLoop() {
+    const kova_component component = created();
+    Till till;
+    connected(component, till);
+    shop(component);
+    kova_Show(component, 0, nullptr);
+    const int quiet = hostLoop();
+    expect(quiet > 0 && quiet < 200 && windows() == 1, "the host sleeps while nothing happens");
+    touch("cmdConferma");
+    hostLoop();
+    expect(windows() == 2, "a message is open, and the host goes on");
+    touch("cmd1");
+    hostLoop();
+    expect(windows() == 1, "it is answered in a later turn");
+
+    char here = 0;
+    std::ptrdiff_t distance = 0;
+    till.inside = [&] {
+        const char there = 0;
+        turnPage(Qt::Key_Left);
+        distance = std::abs(&there - &here);
+        touch("cmdConferma");
+        touch("cmd1");
+        kova_process_events();
+        expect(windows() == 1, "what opens inside an event closes there");
+        return kova_fail("no paper"), 513;
+    };
+    turnPage(Qt::Key_Right);
+    touch("cmd_print");
+    hostLoop();
+    expect(till.seen.size() == 1 && distance > 0 && distance < 1 << 20,
+           "a handler runs on the host's own stack");
+    expect(windows() == 1 && newRecords() == 1, "its failure comes where it belongs");
+
+    touch("CMD_CaricaMoneta");
+    hostLoop();
+    expect(windows() == 2 && kova_DiscardForm(component) == KOVA_OK && windows() == 0,
+           "a coin count is discarded");
+    hostLoop();
+    kova_Show(component, 0, nullptr);
+    touch("cmdConferma");
+    hostLoop();
+    expect(windows() == 2 && kova_release(component) == KOVA_OK && kova_shut_down() == KOVA_OK &&
+               windows() == 0,
+           "the end comes while a message waits");
+    const kova_component next = created();
+    shop(next);
+    expect(kova_Show(next, 0, nullptr) == KOVA_OK && hostLoop() > 0 && windows() == 1 && newRecords() == 0,
+           "and everything begins again");
+}
+
+const std::map<std::string, void (*)()> parts{{"own-loop", ownLoop},
+                                              {"events", events},
+                                              {"misuse", misuse},
+                                              {"late-bound", lateBound},
+                                              {"dialog", dialog}};
 
 } // namespace
 

@@ -33,7 +33,7 @@ fi
 exported=$(printf '%s\n' "$exported" | grep -v '^kova_')
 
 classes='cls_Kova_Drawer_Man|EventSink|Error|DatabaseError'
-functions='createComponent|openDatabase|hostOdbcConnection|setLanguage|languageId|setLogFolder|regionalSettings|parseDate|formatDate|formatAmount|fontFamily|setScreenAids|setDecimalKey|setParentWindow|processEvents|shutDown|type_description::(library|members|events|enumeration|find)'
+functions='createComponent|openDatabase|hostOdbcConnection|setLanguage|languageId|setLogFolder|regionalSettings|parseDate|formatDate|formatAmount|fontFamily|setScreenAids|setDecimalKey|setParentWindow|processEvents|eventDescriptor|shutDown|type_description::(library|members|events|enumeration|find)'
 surplus=$(printf '%s\n' "$exported" | grep -vE "^KOVA_4\b" |
     grep -vE "^((vtable|typeinfo|typeinfo name) for )?kova::(($classes)(::.*|@.*)?|($functions)(\[.*)?\(.*)$")
 if [ -n "$surplus" ]; then

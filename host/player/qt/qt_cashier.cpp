@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "base/utf8.h"
 #include "host_options.h"
+#include "player/qt/gestures.h"
 #include "player/qt/pointing.h"
 #include "player/qt/recording.h"
 #include "player/qt/stepped_event_loop.h"
@@ -16,8 +17,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPixmap>
 #include <QPointer>
 
@@ -25,36 +24,6 @@ namespace kova {
 namespace {
 
 constexpr std::chrono::milliseconds FingerDown(100), AfterGesture(120); // in a recording
-
-void sendMouse(QWidget& widget, QEvent::Type type, const QPointF& point, Qt::MouseButtons held) {
-    QMouseEvent event(type, point, widget.mapToGlobal(point), Qt::LeftButton, held, Qt::NoModifier);
-    QApplication::sendEvent(&widget, &event);
-}
-
-int keyOf(char32_t character) {
-    switch (character) {
-    case U'\b':
-        return Qt::Key_Backspace;
-    case U'\n':
-    case U'\r':
-        return Qt::Key_Return;
-    default:
-        break;
-    }
-    const char32_t upper = upperCase(character);
-    const bool latin = upper >= 0x20 && upper <= 0xFF && upper != 0x7F;
-    return latin ? static_cast<int>(upper) : static_cast<int>(Qt::Key_unknown); // Qt numbers Latin-1 keys so
-}
-
-void typeInto(QWidget& target, char32_t character) {
-    const QPointer<QWidget> widget = &target;
-    const QString text = QString::fromUcs4(&character, 1);
-    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QKeyEvent event(type, keyOf(character), Qt::NoModifier, text);
-        if (widget)
-            QApplication::sendEvent(widget, &event);
-    }
-}
 
 /// The screen's without it.
 QSize surfaceOf(const HostOptions& options) {
