@@ -10,6 +10,7 @@ packages_build="g++ cmake ninja-build pkg-config"
 packages_qt="qt6-base-dev libglib2.0-dev qt6-translations-l10n libgl-dev fonts-dejavu-core"
 packages_sqlite="libsqlite3-dev"
 packages_odbc="unixodbc unixodbc-dev odbcinst tdsodbc" # the driver manager, and FreeTDS as a driver
+packages_bindings="default-jdk-headless libjna-java libxerial-sqlite-jdbc-java mono-mcs mono-runtime libmono-sqlite4.0-cil" # hosts in other languages
 packages_tests="libgtest-dev clang-format"
 packages_pictures="imagemagick" # joins the film of examples/record.sh
 packages_all="clang clang-tidy libbenchmark-dev"
