@@ -178,6 +178,22 @@ static class BindingTest
         Expect(grown < 200000 && heapGrown < 200000, "memory grows");
     }
 
+    /// <summary>Components that nothing knows any more.</summary>
+    static List<WeakReference> Left()
+    {
+        var left = new List<WeakReference>();
+        for (int i = 0; i < 20; ++i)
+        {
+            using (var drawer = new DrawerMan())
+            {
+                GC.Collect();
+                drawer.RaiseApriCassetto();
+                left.Add(new WeakReference(drawer));
+            }
+        }
+        return left;
+    }
+
     static void Dialog(DrawerMan drawer, string shop)
     {
         int closed = 0;
@@ -204,6 +220,9 @@ static class BindingTest
                 Events(drawer);
                 ManyEvents(another);
                 Dialog(another, shop);
+                var left = Left();
+                Allocated();
+                Expect(left.Count(reference => reference.IsAlive) < 5, "components are let go"); // a stack may look so
                 var stray = new Thread(() => Expect(
                     Thrown<KovaException>(() => another.Show(0)).Status == KovaStatus.WrongThread,
                     "another thread is refused"));
