@@ -2,12 +2,9 @@ import java.math.BigDecimal;
 import java.sql.Connection;
 import java.sql.DriverManager;
 import java.sql.PreparedStatement;
-import java.sql.ResultSet;
 import java.sql.SQLException;
 import java.sql.Statement;
 import java.time.LocalDate;
-import java.time.LocalDateTime;
-import java.time.format.DateTimeFormatter;
 import java.util.Optional;
 import kova.drawer.Database;
 import kova.drawer.DrawerEvents;
@@ -17,20 +14,28 @@ import kova.drawer.KovaException;
 import kova.drawer.Movement;
 import kova.drawer.Text;
 
-/** A till of two cashiers, who work one after the other: it stores their movements in its database, books in francs,
- *  and once the day has been printed asks again before it takes more.
+/** A till in Java: two cashiers after each other, and a journal of what they did.
  *
- *  <pre>java -cp kova-drawer.jar:jna.jar:sqlite-jdbc.jar:. Till SHOP.db</pre> */
+ *  <pre>java -cp kova-drawer.jar:jna.jar:sqlite-jdbc.jar:. Till SHOP JOURNAL</pre>
+ *
+ *  SHOP is a file of the embedded database or a connection text; JOURNAL is an SQLite file of the till's own. */
 final class Till implements DrawerEvents {
-    private static final int NUMBER = 1;
-    private static final int PAID_IN = 30;
-    private static final DateTimeFormatter STORED_TIME = DateTimeFormatter.ofPattern("yyyy-MM-dd HH:mm:ss");
+    private static final String CURRENCY = "CHF"; // in which this till is booked, whatever the dialog proposed
+    private static final int ACTIVITY = 30; // under which its movements are booked
+    private static final String[] TABLES = {
+        "CREATE TABLE IF NOT EXISTS movements (idpagamento INTEGER, importo REAL, Valuta TEXT, note TEXT, "
+            + "cassetto INTEGER, tipoIncasso INTEGER, isIncasso INTEGER)",
+        "CREATE TABLE IF NOT EXISTS requests (event TEXT, day TEXT)"};
 
-    private final Connection database;
-    private boolean periodClosed;
+    private final Connection journal;
+    private boolean closed;
 
-    private Till(Connection database) {
-        this.database = database;
+    private Till(Connection journal) throws SQLException {
+        this.journal = journal;
+        try (Statement statement = journal.createStatement()) {
+            for (String table : TABLES)
+                statement.execute(table);
+        }
     }
 
     /** The cashier keeps what was entered and reads the message when this throws. */
@@ -40,78 +45,54 @@ final class Till implements DrawerEvents {
             + "tipoIncasso=%d isIncasso=%s%n", movement.getIdpagamento(), amount(movement.getImporto()),
             movement.getValuta(), movement.getNote(), movement.getCassetto(), movement.getTipoIncasso(),
             movement.isIncasso() ? "True" : "False");
-        movement.setValuta("CHF"); // stays chosen
-        movement.setTipoIncasso(PAID_IN);
-        if (periodClosed) {
-            periodClosed = false;
-            throw new Exception("Il periodo è chiuso");
+        movement.setValuta(CURRENCY); // what is written here reaches the dialog
+        movement.setTipoIncasso(ACTIVITY);
+        if (closed) {
+            closed = false; // the entry may be confirmed again
+            throw new Exception("The day is closed. Confirm again to enter this in the next one.");
         }
-        store(movement);
+        store("INSERT INTO movements VALUES (?,?,?,?,?,?,?)", movement.getIdpagamento(), movement.getImporto(),
+            movement.getValuta(), movement.getNote(), movement.getCassetto(), movement.getTipoIncasso(),
+            movement.isIncasso());
     }
 
     @Override
     public void stampa(Text day) throws SQLException {
         System.out.printf("event Stampa DataOperazione=\"%s\"%n", day);
-        print(day);
-        periodClosed = true;
+        request("Stampa", day);
+        closed = true;
     }
 
     @Override
     public void anteprima(Text day) throws SQLException {
         System.out.printf("event Anteprima DataOperazione=\"%s\"%n", day);
-        print(day);
+        request("Anteprima", day);
     }
 
     @Override
-    public void apriCassetto() {
+    public void apriCassetto() throws SQLException {
         System.out.println("event ApriCassetto");
+        store("INSERT INTO requests VALUES (?,?)", "ApriCassetto", null);
     }
 
+    /** The binding would log the whole exception. */
     @Override
     public void failed(String event, Throwable failure) {
         System.err.println(event + " refused: " + failure.getMessage());
     }
 
-    private void store(Movement movement) throws SQLException {
-        try (PreparedStatement insert = database.prepareStatement("INSERT INTO tabPagamentiScontriniBackoffice("
-                + "DataOperazione, TipoOperazione, idpagamento, Coefficiente, ImportoIncassato, Valuta, Note, Cassetto, "
-                + "idCassa) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)")) {
-            insert.setString(1, LocalDateTime.now().format(STORED_TIME));
-            insert.setInt(2, movement.getTipoIncasso());
-            insert.setInt(3, movement.getIdpagamento());
-            insert.setInt(4, movement.isIncasso() ? 1 : -1);
-            insert.setDouble(5, movement.getImporto());
-            insert.setString(6, movement.getValuta());
-            insert.setString(7, movement.getNote());
-            insert.setInt(8, movement.getCassetto());
-            insert.setInt(9, NUMBER);
-            insert.executeUpdate();
-        }
-    }
-
-    /** What the cashier left in the list's date field need not be a date. */
-    private void print(Text text) throws SQLException {
+    /** What the cashier left in the list's date field need not be a date: then nothing is printed. */
+    private void request(String event, Text text) throws SQLException {
         final Optional<LocalDate> day = Kova.parseDate(text.get());
-        if (day.isEmpty())
-            return;
-        try (PreparedStatement sums = database.prepareStatement("SELECT Valuta, count(*), "
-                + "sum(Coefficiente * ImportoIncassato) FROM tabPagamentiScontriniBackoffice "
-                + "WHERE date(DataOperazione) = ? AND idCassa = ? GROUP BY Valuta")) {
-            sums.setString(1, day.get().toString());
-            sums.setInt(2, NUMBER);
-            System.out.println("Till " + NUMBER + ", " + Kova.formatDate(day.get()));
-            for (ResultSet row = sums.executeQuery(); row.next();)
-                System.out.printf("%s %s (%d)%n", row.getString(1), Kova.formatAmount(row.getDouble(3), 2), row.getInt(2));
-        }
+        if (day.isPresent())
+            store("INSERT INTO requests VALUES (?,?)", event, day.get().toString());
     }
 
-    private void listStored() throws SQLException {
-        try (Statement query = database.createStatement();
-                ResultSet row = query.executeQuery("SELECT idpagamento, ImportoIncassato, Valuta, Note, Cassetto, "
-                    + "TipoOperazione, Coefficiente FROM tabPagamentiScontriniBackoffice ORDER BY id")) {
-            while (row.next())
-                System.out.printf("row %d %s %s %s %d %d %d%n", row.getInt(1), amount(row.getDouble(2)),
-                    row.getString(3), row.getString(4), row.getInt(5), row.getInt(6), row.getInt(7));
+    private void store(String statement, Object... values) throws SQLException {
+        try (PreparedStatement insert = journal.prepareStatement(statement)) {
+            for (int i = 0; i < values.length; ++i)
+                insert.setObject(i + 1, values[i]);
+            insert.executeUpdate();
         }
     }
 
@@ -120,24 +101,23 @@ final class Till implements DrawerEvents {
     }
 
     public static void main(String[] arguments) throws SQLException {
-        final String file = arguments[0];
-        // InizializzaByConnString would keep a failure to itself; a database of our own tells it.
-        try (Connection database = DriverManager.getConnection("jdbc:sqlite:" + file);
-                DrawerMan drawer = new DrawerMan();
-                Database catalogues = Database.open("Data Source=" + file)) {
-            final Till till = new Till(database);
-            drawer.connect(till);
-            drawer.inizializza(catalogues);
-            drawer.setIdCassa(NUMBER);
-
+        final String shop = arguments[0];
+        try (Connection journal = DriverManager.getConnection("jdbc:sqlite:" + arguments[1]);
+                DrawerMan drawer = new DrawerMan()) {
+            drawer.connect(new Till(journal));
+            // InizializzaByConnString would keep a failure to itself; a database of our own tells it.
+            try (Database database = Database.open(shop.contains("=") ? shop : "Data Source=" + shop)) {
+                drawer.inizializza(database);
+            }
+            drawer.setIdCassa(1);
             Kova.setLanguage(Kova.ITALIAN, "Italiano");
             drawer.show(); // returns when the first cashier has closed it
 
+            // The next cashier reads German, and pays elsewhere what is taken out here.
             Kova.setLanguage(Kova.GERMAN, "Deutsch");
             drawer.setSoftwareName("Cassa");
             drawer.setDoppioInserimentoObbligatorio(true);
             drawer.show();
-            till.listStored();
         } catch (KovaException failure) {
             System.err.println(failure.getMessage() + " (" + failure.getNumber() + ")");
             System.exit(1);

@@ -4,18 +4,24 @@ using System.Globalization;
 using Kova.Drawer;
 using Mono.Data.Sqlite;
 
-/// <summary>A till of two cashiers, who work one after the other: it stores their movements in its database, books in
-/// francs, and once the day has been printed asks again before it takes more. mono Till.exe SHOP.db</summary>
+/// <summary>A till in C#: two cashiers after each other, and a journal of what they did. mono Till.exe SHOP JOURNAL
+///
+/// SHOP is a file of the embedded database or a connection text; JOURNAL is an SQLite file of the till's own.</summary>
 sealed class Till
 {
-    const int Number = 1, PaidIn = 30;
+    const string Currency = "CHF"; // in which this till is booked, whatever the dialog proposed
+    const int Activity = 30; // under which its movements are booked
+    const string Tables = "CREATE TABLE IF NOT EXISTS movements (idpagamento INTEGER, importo REAL, Valuta TEXT, " +
+        "note TEXT, cassetto INTEGER, tipoIncasso INTEGER, isIncasso INTEGER);" +
+        "CREATE TABLE IF NOT EXISTS requests (event TEXT, day TEXT);";
 
-    readonly IDbConnection database;
-    bool periodClosed;
+    readonly IDbConnection journal;
+    bool closed;
 
-    Till(IDbConnection database)
+    Till(IDbConnection journal)
     {
-        this.database = database;
+        this.journal = journal;
+        Execute(Tables);
     }
 
     /// <summary>The cashier keeps what was entered and reads the message when this throws.</summary>
@@ -24,75 +30,58 @@ sealed class Till
         Console.WriteLine("event SalvaPagamento idpagamento={0} importo={1} Valuta=\"{2}\" note=\"{3}\" cassetto={4} " +
             "tipoIncasso={5} isIncasso={6}", movement.IdPagamento, Amount(movement.Importo), movement.Valuta,
             movement.Note, movement.Cassetto, movement.TipoIncasso, movement.IsIncasso);
-        movement.Valuta = "CHF"; // stays chosen
-        movement.TipoIncasso = PaidIn;
-        if (periodClosed)
+        movement.Valuta = Currency; // what is written here reaches the dialog
+        movement.TipoIncasso = Activity;
+        if (closed)
         {
-            periodClosed = false;
-            throw new InvalidOperationException("Il periodo è chiuso");
+            closed = false; // the entry may be confirmed again
+            throw new InvalidOperationException("The day is closed. Confirm again to enter this in the next one.");
         }
-        Store(movement);
+        Execute("INSERT INTO movements VALUES (?,?,?,?,?,?,?)", movement.IdPagamento, movement.Importo,
+            movement.Valuta, movement.Note, movement.Cassetto, movement.TipoIncasso, movement.IsIncasso);
     }
 
     void Print(object sender, DayEventArgs day)
     {
         Console.WriteLine("event Stampa DataOperazione=\"{0}\"", day.DataOperazione);
-        Print(day.DataOperazione);
-        periodClosed = true;
+        Request("Stampa", day);
+        closed = true;
     }
 
     void Preview(object sender, DayEventArgs day)
     {
         Console.WriteLine("event Anteprima DataOperazione=\"{0}\"", day.DataOperazione);
-        Print(day.DataOperazione);
+        Request("Anteprima", day);
     }
 
-    void Store(MovementEventArgs movement)
+    void OpenDrawer(object sender, EventArgs nothing)
     {
-        using (var insert = Command("INSERT INTO tabPagamentiScontriniBackoffice(DataOperazione, TipoOperazione, " +
-            "idpagamento, Coefficiente, ImportoIncassato, Valuta, Note, Cassetto, idCassa) VALUES (?, ?, ?, ?, ?, ?, ?, " +
-            "?, ?)", DateTime.Now.ToString("yyyy-MM-dd HH:mm:ss", CultureInfo.InvariantCulture), movement.TipoIncasso,
-            movement.IdPagamento, movement.IsIncasso ? 1 : -1, movement.Importo, movement.Valuta, movement.Note,
-            movement.Cassetto, Number))
-            insert.ExecuteNonQuery();
+        Console.WriteLine("event ApriCassetto");
+        Execute("INSERT INTO requests VALUES (?,?)", "ApriCassetto", null);
     }
 
-    /// <summary>What the cashier left in the list's date field need not be a date.</summary>
-    void Print(string text)
+    /// <summary>What the cashier left in the list's date field need not be a date: then nothing is printed.</summary>
+    void Request(string name, DayEventArgs args)
     {
-        DateTime? day = KovaLibrary.ParseDate(text);
-        if (day == null)
-            return;
-        Console.WriteLine("Till {0}, {1}", Number, KovaLibrary.FormatDate(day.Value));
-        using (var sums = Command("SELECT Valuta, count(*), sum(Coefficiente * ImportoIncassato) FROM " +
-            "tabPagamentiScontriniBackoffice WHERE date(DataOperazione) = ? AND idCassa = ? GROUP BY Valuta",
-            day.Value.ToString("yyyy-MM-dd", CultureInfo.InvariantCulture), Number))
-        using (var row = sums.ExecuteReader())
-            while (row.Read())
-                Console.WriteLine("{0} {1} ({2})", row[0], KovaLibrary.FormatAmount(Convert.ToDouble(row[2]), 2), row[1]);
+        DateTime? day = KovaLibrary.ParseDate(args.DataOperazione);
+        if (day != null)
+            Execute("INSERT INTO requests VALUES (?,?)", name,
+                day.Value.ToString("yyyy-MM-dd", CultureInfo.InvariantCulture));
     }
 
-    void ListStored()
+    void Execute(string statement, params object[] values)
     {
-        using (var query = Command("SELECT idpagamento, ImportoIncassato, Valuta, Note, Cassetto, TipoOperazione, " +
-            "Coefficiente FROM tabPagamentiScontriniBackoffice ORDER BY id"))
-        using (var row = query.ExecuteReader())
-            while (row.Read())
-                Console.WriteLine("row {0} {1} {2} {3} {4} {5} {6}", row[0], Amount(Convert.ToDouble(row[1])), row[2],
-                    row[3], row[4], row[5], row[6]);
-    }
-
-    IDbCommand Command(string text, params object[] values)
-    {
-        var command = database.CreateCommand();
-        command.CommandText = text;
-        foreach (var value in values)
+        using (var command = journal.CreateCommand())
         {
-            var parameter = command.CreateParameter();
-            parameter.Value = value;
-            command.Parameters.Add(parameter);
+            command.CommandText = statement;
+            foreach (var value in values)
+            {
+                var parameter = command.CreateParameter();
+                parameter.Value = value ?? DBNull.Value;
+                command.Parameters.Add(parameter);
+            }
+            command.ExecuteNonQuery();
         }
-        return command;
     }
 
     static string Amount(double amount)
@@ -102,32 +91,32 @@ sealed class Till
 
     static int Main(string[] arguments)
     {
+        string shop = arguments[0];
         try
         {
-            using (var database = new SqliteConnection("Data Source=" + arguments[0]))
+            using (var journal = new SqliteConnection("Data Source=" + arguments[1]))
             using (var drawer = new DrawerMan())
-            // InizializzaByConnString would keep a failure to itself; a database of our own tells it.
-            using (var catalogues = new Database("Data Source=" + arguments[0]))
             {
-                database.Open();
-                var till = new Till(database);
+                journal.Open();
+                var till = new Till(journal);
                 drawer.SalvaPagamento += till.Save;
                 drawer.Stampa += till.Print;
                 drawer.Anteprima += till.Preview;
-                drawer.ApriCassetto += (sender, nothing) => Console.WriteLine("event ApriCassetto");
+                drawer.ApriCassetto += till.OpenDrawer;
                 drawer.HandlerFailed += (sender, failed) =>
                     Console.Error.WriteLine("{0} refused: {1}", failed.EventName, failed.Exception.Message);
-                drawer.Inizializza(catalogues);
-                drawer.IdCassa = Number;
-
+                // InizializzaByConnString would keep a failure to itself; a database of our own tells it.
+                using (var database = new Database(shop.Contains("=") ? shop : "Data Source=" + shop))
+                    drawer.Inizializza(database);
+                drawer.IdCassa = 1;
                 KovaLibrary.SetLanguage(KovaLibrary.Italian, "Italiano");
                 drawer.Show(); // returns when the first cashier has closed it
 
+                // The next cashier reads German, and pays elsewhere what is taken out here.
                 KovaLibrary.SetLanguage(KovaLibrary.German, "Deutsch");
                 drawer.SetSoftwareName("Cassa");
                 drawer.DoppioInserimentoObbligatorio = true;
                 drawer.Show();
-                till.ListStored();
             }
             return 0;
         }

@@ -4,14 +4,16 @@
 #   play.sh KOVA_HOST DRIVER NAME.scenario FOLDER HOST [ARGUMENT...]
 #
 # The host runs in the empty folder, where the file shop.db has the scenario's shop, and does what the scenario's host
-# does. It prints a line for each event as the trace has it; what else it prints is its own affair. DRIVER is the folder
-# of the plugin "generic/libkovadriver.so". With NAME.rows beside the scenario, the host prints its stored rows, too,
-# each after "row ".
+# does. It prints a line for each event as the trace has it; what else it prints is its own affair. What it stores is
+# expected in NAME.rows: it is read from the SQLite file journal.db, or the host prints it in such lines. DRIVER is the
+# folder with the plugin generic/libkovadriver.so.
 set -u
 kova_host=$1 driver=$2 scenario=$3 folder=$4
 shift 4
 base=${scenario%.scenario}
-schema=$(cd "$(dirname "$0")/../../resources/database" && pwd)/schema.sql
+here=$(cd "$(dirname "$0")" && pwd)
+rows=$here/$(basename "$base").rows
+schema=$here/../../resources/database/schema.sql
 rm -rf "$folder" && mkdir -p "$folder" && cd "$folder" || exit 1
 
 {
@@ -26,10 +28,12 @@ rm -rf "$folder" && mkdir -p "$folder" && cd "$folder" || exit 1
 KOVA_LOG=$folder/log QT_PLUGIN_PATH=$driver QT_QPA_GENERIC_PLUGINS=kovadriver:$scenario "$@" >printed 2>errors
 status=$?
 
+[ ! -f journal.db ] || python3 "$here/rows.py" journal.db >>printed
+
 # Events, and of the looks the captions, which the driver has seen.
 expected() {
     sed -nE 's/^control ([A-Za-z]+) .* caption=("[^"]*") .*/caption \1 \2/; /^(event|caption) /p' "$base.trace"
-    [ ! -f "$base.rows" ] || cat "$base.rows"
+    [ ! -f "$rows" ] || cat "$rows"
 }
 expected | sort -s -k 1,1 >expected
 cat printed errors | grep -E '^(event|caption|row) ' | sort -s -k 1,1 >played

@@ -38,7 +38,7 @@ using namespace std::chrono_literals;
 constexpr auto Pace = 10ms;        // between gestures
 constexpr auto Slack = 30ms;       // by which the dialog's timers may be late
 constexpr auto ForTheHost = 30s;   // until it shows a dialog
-constexpr auto ForTheControl = 5s; // until it can be touched, in a dialog that is there
+constexpr auto ForTheControl = 3s; // until it can be touched, in a dialog that is there
 
 /// What a line does; empty as long as what it touches cannot be reached.
 using Gesture = std::function<void()>;
@@ -257,8 +257,8 @@ class Driver final : public QObject {
     const std::string file_;
     std::vector<std::string> lines_, words_;
     std::size_t next_ = 0;
-    bool shown_ = true; ///< so that the first look finds a change
-    QDeadlineTimer pause_, patience_;
+    bool shown_ = false;
+    QDeadlineTimer pause_, patience_{ForTheHost};
 };
 
 } // namespace

@@ -88,7 +88,7 @@ void writeC(std::ostream& header) {
     }
     header << "\n/* Their dispatch ids; the two halves of a property share one. */\nenum {\n";
     const char* separator = "";
-    for (const auto* member : namedMembers()) {
+    for (const Member* member : distinctMembers()) {
         header << separator << "    KOVA_ID_" << member->name << " = " << member->dispatchId;
         separator = ",\n";
     }

@@ -152,7 +152,7 @@ void writeCSharp(std::ostream& source) {
               "handler "
               "failed, with\n    /// the handler's exception inside.</summary>\n"
               "    public sealed partial class DrawerMan\n    {\n";
-    for (const auto* member : namedMembers()) {
+    for (const auto* member : distinctMembers()) {
         writeWords(source, summary(*member));
         if (member->kind != MemberKind::Method)
             writeProperty(source, *member);
@@ -164,7 +164,7 @@ void writeCSharp(std::ostream& source) {
     source.seekp(-1, std::ios::cur); // the last empty line
     source << "    }\n\n";
     writeNumbers(
-        source, "The dispatch ids of the members, for calls by id.", "Member", namedMembers(),
+        source, "The dispatch ids of the members, for calls by id.", "Member", distinctMembers(),
         [](const Member* member) { return capitalized(member->name); },
         [](const Member* member) { return member->dispatchId; });
     source << '\n';

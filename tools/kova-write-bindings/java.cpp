@@ -166,7 +166,7 @@ void writeJava(std::ostream& source) {
             writeMethod(source, function);
     }
     writeNumbers(
-        source, "The dispatch ids of the members, for calls by id.", "Member", namedMembers(),
+        source, "The dispatch ids of the members, for calls by id.", "Member", distinctMembers(),
         [](const Member* member) { return member->name; },
         [](const Member* member) { return member->dispatchId; });
     source << '\n';

@@ -26,6 +26,18 @@ std::vector<TypedFunction> typedFunctions() {
     return functions;
 }
 
+std::vector<const Member*> distinctMembers() {
+    std::vector<const Member*> distinct;
+    for (const auto& member : members())
+        if (distinct.empty() || distinct.back()->name != member.name)
+            distinct.push_back(&member);
+    return distinct;
+}
+
+bool raisesEvent(const Member& member) {
+    return std::ranges::find(events(), member.name, &Event::name) != events().end();
+}
+
 std::vector<std::string> wrapped(std::string_view words, std::size_t width) {
     std::vector<std::string> lines;
     while (words.size() > width) {
@@ -39,23 +51,11 @@ std::vector<std::string> wrapped(std::string_view words, std::size_t width) {
     return lines;
 }
 
-std::vector<const Member*> namedMembers() {
-    std::vector<const Member*> named;
-    for (const auto& member : members())
-        if (named.empty() || named.back()->name != member.name)
-            named.push_back(&member);
-    return named;
-}
-
 std::string joined(const std::vector<std::string>& words) {
     std::string line;
     for (const auto& word : words)
         line += (line.empty() ? "" : ", ") + word;
     return line;
-}
-
-bool raisesEvent(const Member& member) {
-    return std::ranges::find(events(), member.name, &Event::name) != events().end();
 }
 
 std::string capitalized(std::string_view name) {
@@ -76,7 +76,9 @@ std::string uncapitalized(std::string_view name) {
 int main(int count, char** arguments) {
     const std::map<std::string, void (*)(std::ostream&)> writers{{"c", kova::bindings::writeC},
                                                                  {"csharp", kova::bindings::writeCSharp},
-                                                                 {"java", kova::bindings::writeJava}};
+                                                                 {"java", kova::bindings::writeJava},
+                                                                 {"pascal", kova::bindings::writePascal},
+                                                                 {"python", kova::bindings::writePython}};
     const auto writer = writers.find(count == 3 ? arguments[1] : "");
     if (writer == writers.end()) {
         std::cerr << "usage: kova-write-bindings LANGUAGE FILE\nlanguages:";
