@@ -3,6 +3,7 @@ package kova.drawer;
 import com.sun.jna.Callback;
 import com.sun.jna.Library;
 import com.sun.jna.Native;
+import com.sun.jna.Platform;
 import com.sun.jna.Pointer;
 import com.sun.jna.Structure;
 import com.sun.jna.ptr.IntByReference;
@@ -12,7 +13,15 @@ import java.util.Map;
 /** The library's functions beside those of the members; see kova_drawer_man_c.h. Handles are numbers in the dress of
  *  a pointer, which are never followed. */
 interface CInterface extends DrawerMembers.Functions {
-    CInterface LIBRARY = Native.load("Kova_Drawer_Man", CInterface.class, Map.of(OPTION_STRING_ENCODING, "UTF-8"));
+    CInterface LIBRARY = load();
+
+    /** The file that the environment variable KOVA_LIBRARY names, or the one that the system finds. */
+    private static CInterface load() {
+        final String named = System.getenv("KOVA_LIBRARY");
+        final String usual = Platform.isWindows() ? "Kova_Drawer_Man" : "libKova_Drawer_Man.so.4";
+        return Native.load(named == null || named.isEmpty() ? usual : named, CInterface.class,
+            Map.of(OPTION_STRING_ENCODING, "UTF-8"));
+    }
 
     interface SaveHandler extends Callback {
         int call(Pointer user, Pointer idpagamento, Pointer importo, Pointer valuta, Pointer note, Pointer cassetto,
