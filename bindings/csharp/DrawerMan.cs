@@ -1,5 +1,4 @@
 using System;
-using System.Runtime.InteropServices;
 
 namespace Kova.Drawer
 {
@@ -17,8 +16,7 @@ namespace Kova.Drawer
         delegate int RaiseMovement(IntPtr component, ref int idpagamento, ref double importo, IntPtr valuta,
             IntPtr note, ref short cassetto, ref int tipoIncasso, ref int isIncasso);
 
-        IntPtr sink;
-        readonly Native.Notice closing; // the library has its address alone
+        readonly IntPtr sink;
 
         /// <summary>Throws KovaException when no windows can be shown.</summary>
         public DrawerMan()
@@ -26,8 +24,6 @@ namespace Kova.Drawer
             IntPtr created;
             KovaException.Check(Native.kova_create(out created));
             Handle = created;
-            closing = TellClosed;
-            Check(Native.kova_on_closed(Handle, Marshal.GetFunctionPointerForDelegate(closing), IntPtr.Zero));
             sink = Sink.Connect(this);
         }
 
@@ -107,6 +103,13 @@ namespace Kova.Drawer
                 handlers(this, EventArgs.Empty);
         }
 
+        internal void OnClosed()
+        {
+            var handlers = Closed;
+            if (handlers != null)
+                handlers(this, EventArgs.Empty);
+        }
+
         internal void OnHandlerFailed(string eventName, Exception exception)
         {
             var handlers = HandlerFailed;
@@ -114,20 +117,6 @@ namespace Kova.Drawer
                 handlers(this, new HandlerFailedEventArgs(eventName, exception));
             else
                 Console.Error.WriteLine("{0} failed: {1}", eventName, exception);
-        }
-
-        void TellClosed(IntPtr user)
-        {
-            try
-            {
-                var handlers = Closed;
-                if (handlers != null)
-                    handlers(this, EventArgs.Empty);
-            }
-            catch (Exception exception)
-            {
-                Sink.Tell(this, "Closed", exception);
-            }
         }
 
         static void Check(int status)

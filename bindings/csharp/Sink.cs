@@ -19,6 +19,8 @@ namespace Kova.Drawer
             Deliver("Anteprima", user, drawer => WithDay(day, drawer.OnAnteprima));
         static readonly Native.PlainHandler apriCassetto = user =>
             Deliver("ApriCassetto", user, drawer => drawer.OnApriCassetto());
+        static readonly Native.Notice closed = user =>
+            Deliver("Closed", user, drawer => drawer.OnClosed());
         static readonly Native.Notice released = user =>
         {
             lock (connected)
@@ -51,6 +53,8 @@ namespace Kova.Drawer
             if (status != 0)
                 released(handlers.User);
             KovaException.Check(status);
+            KovaException.Check(Native.kova_on_closed(drawer.Handle, Marshal.GetFunctionPointerForDelegate(closed),
+                handlers.User));
             return sink;
         }
 
@@ -84,24 +88,19 @@ namespace Kova.Drawer
             catch (Exception exception)
             {
                 thrown = exception;
-                Tell(drawer, eventName, exception);
+                try
+                {
+                    drawer.OnHandlerFailed(eventName, exception);
+                }
+                catch (Exception another)
+                {
+                    Console.Error.WriteLine(another);
+                }
                 string message = string.IsNullOrEmpty(exception.Message) ? exception.GetType().FullName
                                                                          : exception.Message;
                 Native.kova_fail(Utf8.Bytes(message));
                 var numbered = exception as KovaException;
                 return numbered == null || numbered.Number == 0 ? HandlerFailed : numbered.Number;
-            }
-        }
-
-        internal static void Tell(DrawerMan drawer, string eventName, Exception exception)
-        {
-            try
-            {
-                drawer.OnHandlerFailed(eventName, exception);
-            }
-            catch (Exception another)
-            {
-                Console.Error.WriteLine(another);
             }
         }
 

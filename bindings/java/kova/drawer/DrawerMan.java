@@ -6,15 +6,20 @@ import com.sun.jna.Pointer;
 import com.sun.jna.ptr.PointerByReference;
 import java.util.ArrayList;
 import java.util.List;
+import java.util.Map;
 import java.util.Objects;
+import java.util.concurrent.ConcurrentHashMap;
 
 /** The cash-drawer component. It is used on one thread, which made the first one of the process and on which its
  *  events come; calls on another thread are refused with {@link KovaException.Status#WRONG_THREAD}. It must be closed:
  *  the garbage collector works on a thread of its own and cannot do it. */
 public final class DrawerMan extends DrawerMembers implements AutoCloseable {
+    /** By handles, which the library never gives twice. */
+    private static final Map<Pointer, Runnable> closings = new ConcurrentHashMap<>();
+    private static final CInterface.Notice CLOSED = DrawerMan::tellClosed;
+
     private final List<Connection> connections = new ArrayList<>();
     private Pointer handle;
-    private CInterface.Notice closing; // the library has its address alone
 
     /** Throws {@link KovaException} when no windows can be shown. */
     public DrawerMan() {
@@ -46,16 +51,22 @@ public final class DrawerMan extends DrawerMembers implements AutoCloseable {
     /** Called each time the dialog has closed, whoever closed it: before a modal {@link #show} returns, else from the
      *  event loop. Null ends it. What it throws goes to the thread's handler of uncaught exceptions. */
     public void onClosed(Runnable handler) {
-        final CInterface.Notice notice = handler == null ? null : user -> {
-            try {
+        check(LIBRARY.kova_on_closed(handle, handler == null ? null : CLOSED, handle));
+        if (handler == null)
+            closings.remove(handle);
+        else
+            closings.put(handle, handler);
+    }
+
+    private static void tellClosed(Pointer component) {
+        try {
+            final Runnable handler = closings.get(component);
+            if (handler != null)
                 handler.run();
-            } catch (Throwable failure) {
-                final Thread thread = Thread.currentThread();
-                thread.getUncaughtExceptionHandler().uncaughtException(thread, failure);
-            }
-        };
-        check(LIBRARY.kova_on_closed(handle, notice, null));
-        closing = notice;
+        } catch (Throwable failure) {
+            final Thread thread = Thread.currentThread();
+            thread.getUncaughtExceptionHandler().uncaughtException(thread, failure);
+        }
     }
 
     /** Reads a property by name, letter case aside. */
@@ -95,8 +106,8 @@ public final class DrawerMan extends DrawerMembers implements AutoCloseable {
         if (handle == null)
             return;
         check(LIBRARY.kova_release(handle));
+        closings.remove(handle);
         handle = null;
-        closing = null;
         List.copyOf(connections).forEach(Connection::close);
     }
 }
