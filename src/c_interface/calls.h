@@ -1,6 +1,6 @@
 #pragma once
 #include "base/error.h"
-#include "c_interface/kova_drawer_man_c.h"
+#include "kova_drawer_man_c.h"
 
 #include <exception>
 #include <string>

@@ -1,6 +1,6 @@
 // Components, texts and databases come and go; what all components share.
 #include "c_interface/held_component.h"
-#include "library/kova_drawer_man.h"
+#include "library/library.h"
 
 #include <chrono>
 
@@ -124,6 +124,10 @@ kova_status kova_process_events() {
 
 kova_status kova_event_descriptor(int32_t* descriptor) {
     return guarded([&] { wanted(descriptor) = eventDescriptor(); });
+}
+
+kova_status kova_font_family(const char** family) {
+    return guarded([&] { wanted(family) = handedOut(fontFamily()); });
 }
 
 kova_status kova_parse_date(const char* text, int32_t* year, int32_t* month, int32_t* day) {

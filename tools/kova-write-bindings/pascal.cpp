@@ -184,7 +184,7 @@ void writeImplementation(std::ostream& include) {
         std::string arguments = "FHandle";
         for (const auto& parameter : member.parameters) {
             const std::string name(parameter.name);
-            arguments += ", " + (parameter.type == Type::String       ? "PAnsiChar(" + name + ")"
+            arguments += ", " + (parameter.type == Type::String       ? "Passed(" + name + ")"
                                  : parameter.type == Type::Boolean    ? "Ord(" + name + ")"
                                  : parameter.type == Type::Connection ? "HandleOf(" + name + ")"
                                                                       : name);

@@ -1,4 +1,4 @@
-#include "library/kova_drawer_man.h"
+#include "library/library.h"
 
 #include "adapters/databases/databases.h"
 #include "adapters/qt/look.h"

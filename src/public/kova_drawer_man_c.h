@@ -246,6 +246,10 @@ KOVA_C_API kova_status KOVA_CALL kova_format_date(int32_t year, int32_t month, i
 /* With the region's separators, rounded half away from zero to `decimals` [0-15]. */
 KOVA_C_API kova_status KOVA_CALL kova_format_amount(double amount, int32_t decimals, const char** text);
 
+/* The font family that the dialog is drawn with, for windows of the host's beside it; "" while the process
+ * has no Qt application. On the user-interface thread. */
+KOVA_C_API kova_status KOVA_CALL kova_font_family(const char** family);
+
 #ifdef __cplusplus
 }
 #endif
