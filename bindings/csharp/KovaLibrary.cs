@@ -74,7 +74,29 @@ namespace Kova.Drawer
             KovaException.Check(Native.kova_shut_down());
         }
 
-        /// <summary>Handles the events that wait, and returns: what a host calls every few milliseconds while a dialog
+        /// <summary>A file descriptor that can be read when ProcessEvents has something to do; -1 on Windows.</summary>
+        public static int EventDescriptor
+        {
+            get
+            {
+                int descriptor;
+                KovaException.Check(Native.kova_event_descriptor(out descriptor));
+                return descriptor;
+            }
+        }
+
+        /// <summary>The font family that the dialog is drawn with; empty before the first component.</summary>
+        public static string FontFamily
+        {
+            get
+            {
+                IntPtr family;
+                KovaException.Check(Native.kova_font_family(out family));
+                return Utf8.Text(family);
+            }
+        }
+
+        /// <summary>Handles the events that wait, and always returns: what a host calls every few milliseconds while a dialog
         /// that was shown by Show(0) is open.</summary>
         public static void ProcessEvents()
         {

@@ -97,11 +97,15 @@ namespace Kova.Drawer
         [DllImport(Library, CallingConvention = Cdecl)] internal static extern int kova_shut_down();
         [DllImport(Library, CallingConvention = Cdecl)] internal static extern int kova_process_events();
         [DllImport(Library, CallingConvention = Cdecl)]
+        internal static extern int kova_event_descriptor(out int descriptor);
+        [DllImport(Library, CallingConvention = Cdecl)]
         internal static extern int kova_parse_date(byte[] text, out int year, out int month, out int day);
         [DllImport(Library, CallingConvention = Cdecl)]
         internal static extern int kova_format_date(int year, int month, int day, out IntPtr text);
         [DllImport(Library, CallingConvention = Cdecl)]
         internal static extern int kova_format_amount(double amount, int decimals, out IntPtr text);
+        [DllImport(Library, CallingConvention = Cdecl)]
+        internal static extern int kova_font_family(out IntPtr family);
     }
 
     /// <summary>Texts as the library has them. Older runtimes marshal none of this kind by themselves.</summary>

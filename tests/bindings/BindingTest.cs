@@ -208,6 +208,7 @@ static class BindingTest
         while (closed == 0 && watch.ElapsedMilliseconds < 5000)
             KovaLibrary.ProcessEvents();
         Expect(!drawer.IsOpen && closed == 1, "and closes, which the host hears");
+        Expect(KovaLibrary.EventDescriptor >= 0 && KovaLibrary.FontFamily != "", "what hosts with a loop need");
     }
 
     static void Test(string shop)

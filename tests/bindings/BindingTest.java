@@ -263,6 +263,7 @@ final class BindingTest {
         drawer.show(0);
         expect(drawer.isOpen() && closes(drawer, closed) == 1 && drawer.isOpen() && closes(drawer, closed) == 11
             && !drawer.isOpen(), "the host hears of each closing");
+        expect(Kova.eventDescriptor() >= 0 && !Kova.fontFamily().isEmpty(), "what hosts with a loop need");
         drawer.onClosed(null);
     }
 

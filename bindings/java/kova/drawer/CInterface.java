@@ -97,7 +97,9 @@ interface CInterface extends DrawerMembers.Functions {
     int kova_set_log_folder(String folder);
     int kova_shut_down();
     int kova_process_events();
+    int kova_event_descriptor(IntByReference descriptor);
     int kova_parse_date(String text, IntByReference year, IntByReference month, IntByReference day);
     int kova_format_date(int year, int month, int day, PointerByReference text);
     int kova_format_amount(double amount, int decimals, PointerByReference text);
+    int kova_font_family(PointerByReference family);
 }

@@ -67,10 +67,18 @@ public final class Kova {
         check(LIBRARY.kova_shut_down());
     }
 
-    /** Handles the events that wait, and returns: what a host calls every few milliseconds while a dialog that was
+    /** Handles the events that wait, and always returns: what a host calls every few milliseconds while a dialog that was
      *  shown by {@code show(0)} is open. */
     public static void processEvents() {
         check(LIBRARY.kova_process_events());
+    }
+
+    /** A file descriptor that can be read when {@link #processEvents} has something to do, for hosts that wait in native
+     *  code; -1 on Windows. */
+    public static int eventDescriptor() {
+        final IntByReference descriptor = new IntByReference();
+        check(LIBRARY.kova_event_descriptor(descriptor));
+        return descriptor.getValue();
     }
 
     /** The date that a text of {@code stampa} or {@code anteprima} names; empty when it is none. Any thread. */
@@ -97,6 +105,13 @@ public final class Kova {
         final PointerByReference text = new PointerByReference();
         check(LIBRARY.kova_format_amount(amount, decimals, text));
         return string(text);
+    }
+
+    /** The font family that the dialog is drawn with; empty before the first component. */
+    public static String fontFamily() {
+        final PointerByReference family = new PointerByReference();
+        check(LIBRARY.kova_font_family(family));
+        return string(family);
     }
 
     /** What was handed out is the library's: it is copied. */
