@@ -73,7 +73,7 @@ void writeWords(std::ostream& source, std::string_view words) {
 
 /// What the host's value is for the native function.
 std::string argument(const Parameter& parameter) {
-    const std::string name = uncapitalized(parameter.name);
+    std::string name = uncapitalized(parameter.name);
     switch (parameter.type) {
     case Type::Boolean:
         return name + " ? 1 : 0";
