@@ -63,6 +63,7 @@ type
   private
     FHandle, FSink: TKovaHandle;
     FListener: TObject;
+    FNumber: LongInt;
     FOnSalvaPagamento: TSalvaPagamentoEvent;
     FOnStampa: TStampaEvent;
     FOnAnteprima: TAnteprimaEvent;
@@ -108,6 +109,8 @@ function KovaParseDate(const text: UTF8String): TDateTime;
 { As the dialog writes them. }
 function KovaFormatDate(day: TDateTime): UTF8String;
 function KovaFormatAmount(amount: Double; decimals: LongInt = 2): UTF8String;
+{ What the dialog is drawn with, for windows of the host's beside it. }
+function KovaFontFamily: UTF8String;
 
 implementation
 
@@ -118,24 +121,10 @@ const
   DatabaseFailed = 2;
   OutOfMemory = 6;
 
-type
-  TSaveHandler = function(user: Pointer; idpagamento: PLongInt; importo: PDouble; Valuta, note: TKovaHandle;
-    cassetto: PSmallInt; tipoIncasso, isIncasso: PLongInt): LongInt; cdecl;
-  TTextHandler = function(user: Pointer; text: TKovaHandle): LongInt; cdecl;
-  TPlainHandler = function(user: Pointer): LongInt; cdecl;
-  TEndHandler = procedure(user: Pointer); cdecl;
-{$push}{$packrecords c}
-  TKovaHandlers = record
-    Size: LongWord;
-    User: Pointer;
-    SalvaPagamento: TSaveHandler;
-    Stampa, Anteprima: TTextHandler;
-    ApriCassetto: TPlainHandler;
-    Released: TEndHandler;
-  end;
-{$pop}
-  PKovaHandlers = ^TKovaHandlers;
+{$I KovaDrawerManImports.inc}
+{$define KovaImports}{$I KovaDrawerManMembers.inc}{$undef KovaImports}
 
+type
   { What the library knows of a component's events; lives until the library releases it. }
   TListener = class
     Owner: TKovaDrawerMan; { nil once it is freed }
@@ -143,40 +132,6 @@ type
     function Failed(E: TObject; const event: string): LongInt;
   end;
 
-function kova_last_error: PAnsiChar; cdecl; external KovaLibrary;
-function kova_last_error_number: LongInt; cdecl; external KovaLibrary;
-function kova_last_sql_state: PAnsiChar; cdecl; external KovaLibrary;
-function kova_create(component: PPointer): LongInt; cdecl; external KovaLibrary;
-function kova_release(component: TKovaHandle): LongInt; cdecl; external KovaLibrary;
-function kova_is_open(component: TKovaHandle; open: PLongInt): LongInt; cdecl; external KovaLibrary;
-function kova_on_closed(component: TKovaHandle; handler: TEndHandler; user: Pointer): LongInt; cdecl;
-  external KovaLibrary;
-function kova_connect(component: TKovaHandle; handlers: PKovaHandlers; sink: PPointer): LongInt; cdecl;
-  external KovaLibrary;
-function kova_disconnect(sink: TKovaHandle): LongInt; cdecl; external KovaLibrary;
-function kova_fail(words: PAnsiChar): LongInt; cdecl; external KovaLibrary;
-function kova_text_create(content: PAnsiChar; text: PPointer): LongInt; cdecl; external KovaLibrary;
-function kova_text_release(text: TKovaHandle): LongInt; cdecl; external KovaLibrary;
-function kova_text_get(text: TKovaHandle; content: PPAnsiChar): LongInt; cdecl; external KovaLibrary;
-function kova_text_set(text: TKovaHandle; content: PAnsiChar): LongInt; cdecl; external KovaLibrary;
-function kova_database_open(connection: PAnsiChar; database: PPointer): LongInt; cdecl; external KovaLibrary;
-function kova_database_from_odbc(connection: Pointer; database: PPointer): LongInt; cdecl; external KovaLibrary;
-function kova_database_release(database: TKovaHandle): LongInt; cdecl; external KovaLibrary;
-function kova_set_language(id: LongInt; name: PAnsiChar): LongInt; cdecl; external KovaLibrary;
-function kova_get_language(id: PLongInt): LongInt; cdecl; external KovaLibrary;
-function kova_set_screen_aids(amount, direction, confirmation: LongInt): LongInt; cdecl; external KovaLibrary;
-function kova_set_parent_window(window: QWord): LongInt; cdecl; external KovaLibrary;
-function kova_set_decimal_key(key: LongInt): LongInt; cdecl; external KovaLibrary;
-function kova_set_log_folder(folder: PAnsiChar): LongInt; cdecl; external KovaLibrary;
-function kova_shut_down: LongInt; cdecl; external KovaLibrary;
-function kova_process_events: LongInt; cdecl; external KovaLibrary;
-function kova_event_descriptor(descriptor: PLongInt): LongInt; cdecl; external KovaLibrary;
-function kova_parse_date(text: PAnsiChar; year, month, day: PLongInt): LongInt; cdecl; external KovaLibrary;
-function kova_format_date(year, month, day: LongInt; text: PPAnsiChar): LongInt; cdecl; external KovaLibrary;
-function kova_format_amount(amount: Double; decimals: LongInt; text: PPAnsiChar): LongInt; cdecl;
-  external KovaLibrary;
-
-{$define KovaImports}{$I KovaDrawerManMembers.inc}{$undef KovaImports}
 function Copied(text: PAnsiChar): UTF8String;
 begin
   SetString(Result, text, StrLen(text));
@@ -436,76 +391,7 @@ begin
 end;
 
 {$define KovaImplementation}{$I KovaDrawerManMembers.inc}{$undef KovaImplementation}
-procedure KovaSetLanguage(id: LongInt; const name: UTF8String);
-begin
-  Check(kova_set_language(id, Passed(name)));
-end;
-
-function KovaGetLanguage: LongInt;
-begin
-  Check(kova_get_language(@Result));
-end;
-
-procedure KovaSetScreenAids(amountReadBack, direction, confirmation: Boolean);
-begin
-  Check(kova_set_screen_aids(Ord(amountReadBack), Ord(direction), Ord(confirmation)));
-end;
-
-procedure KovaSetParentWindow(window: QWord);
-begin
-  Check(kova_set_parent_window(window));
-end;
-
-procedure KovaSetDecimalKey(ofRegion: Boolean);
-begin
-  Check(kova_set_decimal_key(Ord(ofRegion)));
-end;
-
-procedure KovaSetLogFolder(const folder: UTF8String);
-begin
-  Check(kova_set_log_folder(Passed(folder)));
-end;
-
-procedure KovaShutDown;
-begin
-  Check(kova_shut_down);
-end;
-
-procedure KovaProcessEvents;
-begin
-  Check(kova_process_events);
-end;
-
-function KovaEventDescriptor: LongInt;
-begin
-  Check(kova_event_descriptor(@Result));
-end;
-
-function KovaParseDate(const text: UTF8String): TDateTime;
-var
-  year, month, day: LongInt;
-begin
-  Check(kova_parse_date(Passed(text), @year, @month, @day));
-  Result := EncodeDate(year, month, day);
-end;
-
-function KovaFormatDate(day: TDateTime): UTF8String;
-var
-  y, m, d: Word;
-  value: PAnsiChar;
-begin
-  DecodeDate(day, y, m, d);
-  Check(kova_format_date(y, m, d, @value));
-  Result := Copied(value);
-end;
-
-function KovaFormatAmount(amount: Double; decimals: LongInt): UTF8String;
-var
-  value: PAnsiChar;
-begin
-  Check(kova_format_amount(amount, decimals, @value));
-  Result := Copied(value);
-end;
+{$I KovaDrawerManShared.inc}
 
 initialization
   SetExceptionMask([exInvalidOp, exDenormalized, exZeroDivide, exOverflow, exUnderflow, exPrecision]);

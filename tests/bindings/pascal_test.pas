@@ -4,7 +4,7 @@ program pascal_test;
 {$mode objfpc}{$H+}{$codepage utf8}
 
 uses
-  cthreads, cwstring, Classes, SysUtils, KovaDrawerMan;
+  cthreads, cwstring, Classes, Math, SysUtils, KovaDrawerMan;
 
 const
   Euro: UTF8String = '€';
@@ -74,6 +74,7 @@ end;
 procedure THost.Leave(Sender: TObject);
 begin
   FreeAndNil(Drawer);
+  raise EConvertError.Create('a fault');
 end;
 
 procedure THost.Fault(Sender: TObject; E: Exception);
@@ -132,6 +133,7 @@ procedure Members(host: THost);
 var
   shower: TShower;
   number: LongInt;
+  zero: Double;
 begin
   with host.Drawer do
   begin
@@ -150,14 +152,16 @@ begin
       number := E.Number;
   end;
   Expect(number = 13, 'the number of an error');
+  zero := 0;
+  Expect(IsInfinite(1 / zero), 'no exception of floating-point numbers');
   Expect(KovaFormatDate(KovaParseDate('2026-11-16')) = '16/11/2026', 'dates');
   Expect(KovaFormatAmount(-1234.565) = '-1.234,57', 'amounts');
   try
-    TKovaDatabase.Create('Data Source=/nowhere/at/all.db').Free;
+    TKovaDatabase.Create('DSN=none').Free;
     Expect(False, 'a database that is not there');
   except
     on E: EKovaDatabaseError do
-      Expect(E.Message <> '', 'why not');
+      Expect(E.SqlState = 'IM002', 'the state of a database''s error');
   end;
   shower := TShower.Create(True);
   shower.Drawer := host.Drawer;
@@ -194,8 +198,14 @@ begin
     KovaProcessEvents;
     Sleep(1);
   end;
-  host.Drawer.ApriCassetto; { frees the component }
-  Expect(host.Drawer = nil, 'freed inside its event');
+  try
+    host.Drawer.ApriCassetto; { frees the component }
+    Expect(False, 'a handler that fails');
+  except
+    on E: EKovaError do
+      Expect((E.Message = 'a fault') and (host.Drawer = nil), 'freed inside its event');
+  end;
+  Expect(host.Faults = 1, 'nobody is told who is gone');
 end;
 
 function Resident: Int64;

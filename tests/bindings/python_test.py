@@ -68,7 +68,8 @@ def members() -> None:
         expect(isinstance(error, kova.KovaError) and error.number == 13, "the number of an error")
         expect(kova.format_date(kova.parse_date("2026-11-16")) == "16/11/2026", "dates")
         expect(kova.format_amount(-1234.565) == "-1.234,57", "amounts")
-        raised(kova.DatabaseError, lambda: kova.Database("Data Source=/nowhere/at/all.db"))
+        error = raised(kova.DatabaseError, lambda: kova.Database("DSN=none"))
+        expect(getattr(error, "sql_state") == "IM002", "the state of a database's error")
         errors: List[BaseException] = []
         thread = threading.Thread(target=lambda: errors.append(raised(kova.KovaError, drawer.Show)))
         thread.start()

@@ -1,11 +1,13 @@
 #include "bindings.h"
 
+#include <algorithm>
+
 namespace kova::bindings {
 namespace {
 
 using namespace type_description;
 
-constexpr std::size_t Width = 100;
+constexpr std::size_t Width = 110;
 
 const char* nameOf(Type type) {
     switch (type) {
@@ -70,9 +72,16 @@ std::string signature(const Member& member, const std::string& owner = {}) {
            (member.result != Type::None ? std::string(": ") + nameOf(member.result) : "") + ";";
 }
 
-void writeLine(std::ostream& include, const std::string& words, std::size_t indentation) {
+/// Breaks a long line, but not between a name and its type or value.
+void writeLine(std::ostream& include, std::string words, std::size_t indentation) {
+    constexpr char Glue = '\1';
+    for (const std::string_view joint : {": ", " = ", "var "})
+        for (auto at = words.find(joint); at != std::string::npos; at = words.find(joint, at + 1))
+            std::replace(words.begin() + static_cast<std::ptrdiff_t>(at),
+                         words.begin() + static_cast<std::ptrdiff_t>(at + joint.size()), ' ', Glue);
     std::string lead(indentation, ' ');
-    for (const auto& line : wrapped(words, Width - indentation - 4)) {
+    for (auto line : wrapped(words, Width - indentation - 4)) {
+        std::ranges::replace(line, Glue, ' ');
         include << lead << line << '\n';
         lead = std::string(indentation + 4, ' ');
     }
@@ -86,14 +95,16 @@ void writeTypes(std::ostream& include) {
     include << "{$ifdef KovaTypes}\ntype\n  { The kinds of activity, as in the column idTypeRow of "
                "tabActivityDrawer. }\n  "
             << library().enumerationName << " = (\n";
-    const char* separator = "";
-    for (const auto& value : enumeration()) {
-        include << separator << "    " << value.name << " = " << value.value;
-        separator = ",\n";
-    }
-    include << ");\n\nconst\n  { Dispatch ids. }\n";
+    std::string values, ids;
+    for (const auto& value : enumeration())
+        values +=
+            (values.empty() ? "" : ", ") + std::string(value.name) + " = " + std::to_string(value.value);
+    writeLine(include, values + ");", 4);
+    include << "\nconst\n  { Dispatch ids. }\n";
     for (const Member* member : distinctMembers())
-        include << "  KovaId_" << member->name << " = " << member->dispatchId << ";\n";
+        ids += (ids.empty() ? "" : " ") + std::string("KovaId_") + std::string(member->name) + " = " +
+               std::to_string(member->dispatchId) + ';';
+    writeLine(include, ids, 2);
     include << "\ntype\n";
     for (const auto& event : events()) {
         writeComment(include, summary(event), 2);
@@ -189,18 +200,16 @@ void writeImplementation(std::ostream& include) {
                                  : parameter.type == Type::Connection ? "HandleOf(" + name + ")"
                                                                       : name);
         }
-        const bool text = member.result == Type::String;
-        if (member.result != Type::None) {
-            include << "var\n  value: " << (text ? "PAnsiChar" : "LongInt") << ";\n";
-            arguments += ", @value";
-        }
+        const Type result = member.result;
+        if (result == Type::String)
+            include << "var\n  value: PAnsiChar;\n";
+        arguments += result == Type::String    ? ", @value"
+                     : result == Type::Boolean ? ", @FNumber"
+                     : result == Type::Int32   ? ", @Result"
+                                               : "";
         include << "begin\n  Check(" << function.name << '(' << arguments << "));\n";
-        if (member.result != Type::None)
-            include << "  Result := "
-                    << (text                             ? "Copied(value)"
-                        : member.result == Type::Boolean ? "value <> 0"
-                                                         : "value")
-                    << ";\n";
+        if (result == Type::String || result == Type::Boolean)
+            include << "  Result := " << (result == Type::String ? "Copied(value)" : "FNumber <> 0") << ";\n";
         include << "end;\n\n";
     }
     include << "{$endif}\n";

@@ -301,3 +301,8 @@ def format_date(day: datetime.date) -> str:
 def format_amount(amount: float, decimals: int = 2) -> str:
     """As the dialog writes it, with [0-15] decimals."""
     return out_text("kova_format_amount", ctypes.c_double(amount), ctypes.c_int32(in_range(decimals, 32)))
+
+
+def font_family() -> str:
+    """What the dialog is drawn with, for windows of the host's beside it."""
+    return out_text("kova_font_family")
