@@ -5,8 +5,6 @@ import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
 import java.util.Objects;
-import java.util.concurrent.ExecutorService;
-import java.util.concurrent.Executors;
 import kova.drawer.Connection;
 import kova.drawer.DatabaseException;
 import kova.drawer.DrawerEvents;
@@ -287,11 +285,20 @@ final class BindingTest {
         Kova.shutDown();
     }
 
+    /** The thread that uses the component ends before the process, as Java's main thread does, too. */
+    private static void threadEnds() {
+        try (DrawerMan drawer = new DrawerMan()) {
+            drawer.setIdCassa(1);
+        }
+        Kova.shutDown();
+    }
+
     public static void main(String[] arguments) throws Exception {
         expect(Native.POINTER_SIZE == 8, "64 bits");
-        final ExecutorService drawerThread = Executors.newSingleThreadExecutor();
-        drawerThread.submit(() -> test(arguments[0])).get();
-        drawerThread.shutdown();
+        final Thread drawerThread =
+            new Thread(arguments.length == 0 ? BindingTest::threadEnds : () -> test(arguments[0]));
+        drawerThread.start();
+        drawerThread.join();
         System.exit(failures == 0 ? 0 : 1);
     }
 }
