@@ -9,6 +9,8 @@ from __future__ import annotations
 
 import sqlite3
 import sys
+from datetime import date
+from typing import Optional
 
 import kova_drawer_man as kova
 
@@ -48,22 +50,20 @@ class Till(kova.Events):
 
     def Stampa(self, DataOperazione: kova.Text) -> None:
         tell("Stampa", DataOperazione=DataOperazione.value)
-        self.request("Stampa", DataOperazione)
+        self.note("Stampa", kova.parse_date(DataOperazione.value))  # a text that is no day is refused
         self.closed = True
 
     def Anteprima(self, DataOperazione: kova.Text) -> None:
         tell("Anteprima", DataOperazione=DataOperazione.value)
-        self.request("Anteprima", DataOperazione)
+        self.note("Anteprima", kova.parse_date(DataOperazione.value))
 
     def ApriCassetto(self) -> None:
         tell("ApriCassetto")
-        self.request("ApriCassetto")
+        self.note("ApriCassetto")
 
-    def request(self, event: str, text: kova.Text = kova.Text()) -> None:
-        """Raises KovaError for a text that is no day; then nothing is printed."""
-        day = kova.parse_date(text.value).isoformat() if text.value else None
+    def note(self, event: str, day: Optional[date] = None) -> None:
         with self.journal:
-            self.journal.execute("INSERT INTO requests VALUES (?,?)", (event, day))
+            self.journal.execute("INSERT INTO requests VALUES (?,?)", (event, day.isoformat() if day else None))
 
 
 def main(shop: str, journal_file: str) -> None:

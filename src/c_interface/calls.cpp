@@ -1,6 +1,7 @@
 #include "c_interface/calls.h"
 
 #include "base/utf8.h"
+#include "c_interface/thread_state.h"
 
 #include <cstring>
 #include <new>
@@ -11,21 +12,14 @@ namespace {
 
 constexpr std::int32_t OutOfMemory = 7;
 
-struct LastError {
-    std::int32_t number = 0;
-    std::string words, sqlState;
-};
-
-thread_local LastError lastError;
-thread_local std::string lastText;
-thread_local std::string wordsOfFailure;
-
 kova_status record(kova_status status, std::int32_t number, const char* words,
                    const std::string& sqlState = {}) noexcept {
     try {
-        lastError = {number, words, sqlState};
+        ThreadState& thread = threadState();
+        thread.errorNumber = number;
+        thread.errorWords = words;
+        thread.sqlState = sqlState;
     } catch (const std::bad_alloc&) {
-        lastError.words.clear();
         return KOVA_OUT_OF_MEMORY;
     }
     return status;
@@ -67,16 +61,15 @@ std::string textOf(const char* text) {
 }
 
 const char* handedOut(std::string text) {
-    lastText = std::move(text);
-    return lastText.c_str();
+    return (threadState().text = std::move(text)).c_str();
 }
 
 std::string takeWordsOfFailure() {
-    return std::exchange(wordsOfFailure, {});
+    return std::exchange(threadState().wordsOfFailure, {});
 }
 
 void setWordsOfFailure(std::string words) {
-    wordsOfFailure = std::move(words);
+    threadState().wordsOfFailure = std::move(words);
 }
 
 } // namespace kova::c_interface
@@ -84,15 +77,15 @@ void setWordsOfFailure(std::string words) {
 using namespace kova::c_interface;
 
 const char* kova_last_error() {
-    return lastError.words.c_str();
+    return threadState().errorWords.c_str();
 }
 
 int32_t kova_last_error_number() {
-    return lastError.number;
+    return threadState().errorNumber;
 }
 
 const char* kova_last_sql_state() {
-    return lastError.sqlState.c_str();
+    return threadState().sqlState.c_str();
 }
 
 int32_t kova_version() {

@@ -2,6 +2,7 @@
 #include "c_interface/held_component.h"
 
 #include "base/overloaded.h"
+#include "c_interface/thread_state.h"
 
 #include <span>
 #include <vector>
@@ -62,9 +63,6 @@ void assign(kova_value& value, const Variant& content, std::string& text) {
                content);
 }
 
-/// What the thread's last call handed out.
-thread_local std::vector<std::string> answers;
-
 template <class Member>
 kova_status read(kova_component component, const char* function, Member member, kova_value* value) {
     return call(component, function, [&](auto& drawer) {
@@ -73,7 +71,7 @@ kova_status read(kova_component component, const char* function, Member member, 
         result.database = nullptr;
         std::vector<std::string> texts(1);
         assign(result, content, texts.front());
-        answers = std::move(texts);
+        threadState().answers = std::move(texts);
     });
 }
 
@@ -100,7 +98,7 @@ kova_status invoke(kova_component component, const char* function, Member member
         const auto writeBack = [&](const std::vector<Variant>* changed) {
             for (std::size_t i = 0; i < given.size(); ++i)
                 assign(given[i], (*changed)[i], texts[i]);
-            answers = std::move(texts); // their characters stay where they are
+            threadState().answers = std::move(texts); // their characters stay where they are
         };
         const std::unique_ptr<const std::vector<Variant>, decltype(writeBack)> atEnd(&values, writeBack);
         const Variant answer = drawer.invoke(member, values);

@@ -39,18 +39,16 @@ class DatabaseError : public Error {
 
 namespace detail {
 
-/// What a handler of this program threw, for the program's own call that raised the event.
+/// What a handler threw, for the program's own call that raised the event; on the user-interface thread
+/// alone.
 inline std::exception_ptr& thrownByHandler() {
-    thread_local std::exception_ptr thrown;
+    static std::exception_ptr thrown;
     return thrown;
 }
 
 inline void check(kova_status status) {
     if (status == KOVA_OK)
         return;
-    const std::exception_ptr thrown = std::exchange(thrownByHandler(), nullptr);
-    if (status == KOVA_FAILED && thrown != nullptr)
-        std::rethrow_exception(thrown);
     if (status == KOVA_DATABASE_FAILED)
         throw DatabaseError(kova_last_error_number(), kova_last_error(), kova_last_sql_state());
     if (status == KOVA_OUT_OF_MEMORY)
@@ -58,11 +56,12 @@ inline void check(kova_status status) {
     throw Error(kova_last_error_number(), kova_last_error());
 }
 
-/// Of a call that raises an event.
-template <class Call>
-void raise(const Call& call) {
-    thrownByHandler() = nullptr;
-    check(call());
+/// Of a call that raised an event: what a handler threw goes on as what it is.
+inline void checkRaised(kova_status status) {
+    if (status == KOVA_FAILED)
+        if (const std::exception_ptr thrown = std::exchange(thrownByHandler(), nullptr))
+            std::rethrow_exception(thrown);
+    check(status);
 }
 
 /// A text of the program's that handlers may change.
@@ -208,7 +207,7 @@ Variant invoked(std::vector<Variant>& arguments, const Call& call) {
     if (status == KOVA_OK || status == KOVA_FAILED)
         for (std::size_t i = 0; i < values.size(); ++i)
             arguments[i] = variantOf(values[i], arguments[i]);
-    check(status);
+    checkRaised(status);
     return variantOf(result, {});
 }
 

@@ -106,22 +106,22 @@ class cls_Kova_Drawer_Man {
 
     // Raise the event of the same name; the host may call them too. A sink's exception reaches the caller.
     void ApriCassetto() {
-        detail::raise([&] { return kova_ApriCassetto(handle_); });
+        raise([&] { return kova_ApriCassetto(handle_); });
     }
     void Stampa(std::string& DataOP) {
         const detail::Text day(DataOP);
-        detail::raise([&] { return kova_Stampa(handle_, day.handle()); });
+        raise([&] { return kova_Stampa(handle_, day.handle()); });
     }
     void Anteprima(std::string& DataOP) {
         const detail::Text day(DataOP);
-        detail::raise([&] { return kova_Anteprima(handle_, day.handle()); });
+        raise([&] { return kova_Anteprima(handle_, day.handle()); });
     }
     void SalvaPagamento(std::int32_t& idpagamento, double& importo, std::string& Valuta, std::string& note,
                         std::int16_t& cassetto, std::int32_t& tipoIncasso, bool& isIncasso) {
         const detail::Text currency(Valuta), text(note);
         std::int32_t incoming = isIncasso ? 1 : 0;
         const detail::AtEnd takeBack{[&] { isIncasso = incoming != 0; }};
-        detail::raise([&] {
+        raise([&] {
             return kova_SalvaPagamento(handle_, &idpagamento, &importo, currency.handle(), text.handle(),
                                        &cassetto, &tipoIncasso, &incoming);
         });
@@ -230,6 +230,12 @@ class cls_Kova_Drawer_Man {
     }
 
   private:
+    template <class Call>
+    static void raise(const Call& call) {
+        detail::thrownByHandler() = nullptr;
+        detail::checkRaised(call());
+    }
+
     static EventSink& of(void* user) { return *static_cast<EventSink*>(user); }
 
     void write(kova_status(KOVA_CALL* function)(kova_component, std::int32_t), std::int32_t value) {

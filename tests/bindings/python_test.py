@@ -8,6 +8,7 @@ import logging
 import os
 import signal
 import sys
+import tempfile
 import threading
 import tracemalloc
 import warnings
@@ -197,6 +198,19 @@ def loop() -> None:
     with kova.DrawerMan() as drawer:
         asyncio.run(shift())
         expect(not drawer.is_open, "closed from the host's loop")
+
+
+def ending() -> None:
+    """The cashier, whose plugin lies in the folder of the second argument, prints; the handler ends the host."""
+    with tempfile.TemporaryDirectory() as folder:
+        os.environ["QT_PLUGIN_PATH"] = sys.argv[2]
+        os.environ["QT_QPA_GENERIC_PLUGINS"] = f"kovadriver:{folder}/print.scenario"
+        with open(f"{folder}/print.scenario", "w") as scenario:
+            scenario.write("tab 1\npress cmd_print\n")
+        with kova.DrawerMan() as drawer:
+            drawer.on_Stampa = lambda day: sys.exit(7)
+            expect(getattr(raised(SystemExit, drawer.Show), "code") == 7, "an end inside a modal dialog")
+            expect(not drawer.is_open and not records, "the dialog has closed")
 
 
 if __name__ == "__main__":

@@ -59,15 +59,8 @@ QWidget* reachable(const QString& name) {
     return found != nullptr && found->isVisible() && found->isEnabled() ? found : nullptr;
 }
 
-void touchAt(QWidget* target, const QPoint& point) {
-    const QPointer<QWidget> widget = target;
-    sendMouse(*widget, QEvent::MouseButtonPress, point, Qt::LeftButton);
-    if (widget)
-        sendMouse(*widget, QEvent::MouseButtonRelease, point, Qt::NoButton);
-}
-
 Gesture touch(QWidget* widget) {
-    return widget == nullptr ? Gesture() : [widget] { touchAt(widget, widget->rect().center()); };
+    return widget == nullptr ? Gesture() : [widget] { touchAt(*widget, widget->rect().center()); };
 }
 
 /// The name behind a command, of an element of an array too.
@@ -89,7 +82,7 @@ Gesture touchCell(const Arguments& arguments) {
         if (const auto* const cell = cells->child(i);
             cell->text(QAccessible::UserText).toStdString() == arguments.text(1) &&
             cell->state().offscreen == 0)
-            return [=, place = cell->rect()] { touchAt(grid, grid->mapFromGlobal(place.center())); };
+            return [=, place = cell->rect()] { touchAt(*grid, grid->mapFromGlobal(place.center())); };
     return {};
 }
 
@@ -146,7 +139,7 @@ Gesture tab(const Arguments& arguments) {
     auto* const bar = qobject_cast<QTabBar*>(reachable("TabControl_tabs"));
     const std::int32_t index = arguments.natural(0);
     return bar == nullptr || !bar->isTabVisible(index) ? Gesture()
-                                                       : [=] { touchAt(bar, bar->tabRect(index).center()); };
+                                                       : [=] { touchAt(*bar, bar->tabRect(index).center()); };
 }
 
 Gesture close(const Arguments&) {

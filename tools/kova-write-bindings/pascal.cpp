@@ -1,6 +1,7 @@
 #include "bindings.h"
 
 #include <algorithm>
+#include <sstream>
 
 namespace kova::bindings {
 namespace {
@@ -161,26 +162,26 @@ void writeImports(std::ostream& include) {
 
 /// What is by reference goes through variables of the library's types and comes back also after a failure.
 void writeRaising(std::ostream& include, const TypedFunction& function) {
-    std::string variables, before, after, arguments;
+    std::ostringstream variables, before, after;
+    std::string arguments;
     for (const auto& parameter : function.member->parameters) {
-        const std::string name(parameter.name);
-        if (parameter.type == Type::String) {
-            variables += "  in_" + name + ": TKovaHandle;\n";
-            before += "  in_" + name + " := NewText(" + name + ");\n";
-            after += "  TakeText(in_" + name + ", " + name + ");\n";
-            arguments += ", in_" + name;
-        } else if (parameter.type == Type::Boolean) {
-            variables += "  in_" + name + ": LongInt;\n";
-            before += "  in_" + name + " := Ord(" + name + ");\n";
-            after += "  " + name + " := in_" + name + " <> 0;\n";
-            arguments += ", @in_" + name;
-        } else {
-            arguments += ", @" + name;
+        const std::string_view name = parameter.name;
+        const bool text = parameter.type == Type::String;
+        const bool boolean = parameter.type == Type::Boolean;
+        if (text || boolean)
+            variables << "  in_" << name << (text ? ": TKovaHandle;\n" : ": LongInt;\n");
+        if (text) {
+            before << "  in_" << name << " := NewText(" << name << ");\n";
+            after << "  TakeText(in_" << name << ", " << name << ");\n";
+        } else if (boolean) {
+            before << "  in_" << name << " := Ord(" << name << ");\n";
+            after << "  " << name << " := in_" << name << " <> 0;\n";
         }
+        arguments.append(text ? ", in_" : boolean ? ", @in_" : ", @").append(name);
     }
-    include << "var\n  status: LongInt;\n" << variables << "begin\n" << before;
+    include << "var\n  status: LongInt;\n" << variables.str() << "begin\n" << before.str();
     writeLine(include, "status := " + function.name + "(FHandle" + arguments + ");", 2);
-    include << after << "  Check(status);\nend;\n\n";
+    include << after.str() << "  Check(status);\nend;\n\n";
 }
 
 void writeImplementation(std::ostream& include) {

@@ -25,11 +25,19 @@ int keyOf(char32_t character) {
     return latin ? static_cast<int>(upper) : static_cast<int>(Qt::Key_unknown); // Qt numbers Latin-1 keys so
 }
 
-} // namespace
-
 void sendMouse(QWidget& widget, QEvent::Type type, const QPointF& point, Qt::MouseButtons held) {
     QMouseEvent event(type, point, widget.mapToGlobal(point), Qt::LeftButton, held, Qt::NoModifier);
     QApplication::sendEvent(&widget, &event);
+}
+
+} // namespace
+
+void touchAt(QWidget& widget, const QPointF& point, const std::function<void()>& whileDown) {
+    const QPointer<QWidget> touched = &widget;
+    sendMouse(widget, QEvent::MouseButtonPress, point, Qt::LeftButton);
+    whileDown();
+    if (touched)
+        sendMouse(*touched, QEvent::MouseButtonRelease, point, Qt::NoButton);
 }
 
 void typeInto(QWidget& target, char32_t character) {

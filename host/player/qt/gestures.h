@@ -1,14 +1,15 @@
 #pragma once
-#include <QEvent>
 #include <QPointF>
 #include <QWidget>
 
+#include <functional>
 #include <string>
 
 namespace kova {
 
-/// A finger at that point of the widget; `held` are the buttons after the event.
-void sendMouse(QWidget& widget, QEvent::Type type, const QPointF& point, Qt::MouseButtons held);
+/// A finger that goes down and up at that point of the widget, which may be gone by then.
+void touchAt(
+    QWidget& widget, const QPointF& point, const std::function<void()>& whileDown = [] {});
 
 /// Presses and releases the key of a character, whatever becomes of the widget meanwhile.
 void typeInto(QWidget& target, char32_t character);

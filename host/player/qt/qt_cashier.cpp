@@ -18,7 +18,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QPixmap>
-#include <QPointer>
 
 namespace kova {
 namespace {
@@ -55,14 +54,6 @@ void QtCashier::record(std::chrono::milliseconds time, const TouchPoint* finger)
                                   : std::optional(finger->widget->mapToGlobal(finger->point.toPoint())));
 }
 
-void QtCashier::touchWidget(const TouchPoint& place) {
-    const QPointer<QWidget> widget = place.widget;
-    sendMouse(*widget, QEvent::MouseButtonPress, place.point, Qt::LeftButton);
-    record(FingerDown, &place);
-    if (widget)
-        sendMouse(*widget, QEvent::MouseButtonRelease, place.point, Qt::NoButton);
-}
-
 /// One gesture: afterwards what it left waiting is handled and a handler's failure is thrown on.
 template <class Body>
 void QtCashier::carryOut(Body body) {
@@ -84,7 +75,7 @@ Gesture QtCashier::touchPart(Control& control, const std::optional<std::string>&
     const auto place = touchPoint(userInterface_, control, part);
     if (!place)
         return touchModel();
-    carryOut([&] { touchWidget(*place); });
+    carryOut([&] { touchAt(*place->widget, place->point, [&] { record(FingerDown, &*place); }); });
     return reached;
 }
 

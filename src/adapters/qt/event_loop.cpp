@@ -68,7 +68,7 @@ void QtEventLoop::takeTurn() {
         processPendingEvents();
     else
         turns_.run([this] { processPendingEvents(); });
-    settle();
+    deleteLeft();
 }
 
 void QtEventLoop::finishTurns() {
@@ -111,7 +111,11 @@ void QtEventLoop::endApplication() {
 
 void QtEventLoop::settle() {
     QCoreApplication::processEvents();
-    // With no Qt loop running nobody else carries out deleteLater.
+    deleteLeft();
+}
+
+// With no Qt loop running nobody else carries out deleteLater.
+void QtEventLoop::deleteLeft() const {
     if (runningHandlers_ == 0)
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }

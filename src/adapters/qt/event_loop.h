@@ -114,6 +114,7 @@ class QtEventLoop : public EventLoop {
     };
 
   private:
+    void deleteLeft() const;
     void runDeferred();
     void keepFailure(std::exception_ptr failure);
     [[nodiscard]] Milliseconds wall() const;
