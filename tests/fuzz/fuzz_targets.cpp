@@ -94,7 +94,8 @@ void amounts(std::span<const std::uint8_t> bytes) {
     }
     try {
         const std::string literal = SqlDateFormatter(region).FormatSqlDate(text);
-        require(literal.find_first_of("';", 1) >= literal.size() - 1, "no literal ends before its end");
+        require(literal.size() == 43 && literal.find_first_not_of("0123456789-:T", 18) == 37,
+                "a literal holds a date alone");
     } catch (const Error& error) {
         require(error.number() == 13, "what is no date is error 13");
     }
