@@ -40,14 +40,6 @@ std::size_t longest(const std::vector<std::string>& words) {
     return size;
 }
 
-/// The members whose arguments a handler may change.
-bool raisesEvent(const Member& member) {
-    for (const auto& event : events())
-        if (event.name == member.name)
-            return true;
-    return false;
-}
-
 void writeComment(std::ostream& header, std::string_view words) {
     const char* lead = "/* ";
     for (const auto& line : wrapped(words, Width - 3)) {
@@ -95,13 +87,9 @@ void writeC(std::ostream& header) {
         writeFunction(header, function);
     }
     header << "\n/* Their dispatch ids; the two halves of a property share one. */\nenum {\n";
-    said = {};
     const char* separator = "";
-    for (const auto& member : members()) {
-        if (said == member.name)
-            continue;
-        said = member.name;
-        header << separator << "    KOVA_ID_" << member.name << " = " << member.dispatchId;
+    for (const Member* member : distinctMembers()) {
+        header << separator << "    KOVA_ID_" << member->name << " = " << member->dispatchId;
         separator = ",\n";
     }
     header

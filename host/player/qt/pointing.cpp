@@ -3,7 +3,7 @@
 #include "adapters/qt/button_grid_view.h"
 #include "adapters/qt/buttons.h"
 #include "adapters/qt/user_interface.h"
-#include "base/utf8.h"
+#include "player/qt/gestures.h"
 
 #include <QAbstractScrollArea>
 #include <QTabBar>
@@ -34,22 +34,10 @@ Place tab(QTabBar& bar, const std::string& number) {
     return std::nullopt;
 }
 
-/// What the key of a character is called on the on-screen keyboard.
-std::string keyOf(const std::string& character) {
-    if (character == "\b")
-        return "Backspace";
-    if (character == "\n")
-        return "Enter";
-    if (character == " ")
-        return "Space";
-    const std::u32string letters = fromUtf8(character);
-    return letters.size() == 1 ? toUtf8(std::u32string(1, lowerCase(letters.front()))) : character;
-}
-
 Place key(const QWidget& board, const std::string& wanted) {
     for (QObject* const child : board.children())
         if (auto* const button = dynamic_cast<KeyButton*>(child);
-            button != nullptr && (button->key() == wanted || button->key() == keyOf(wanted)))
+            button != nullptr && (button->key() == wanted || button->key() == keyNamed(wanted)))
             return middle(*button);
     return std::nullopt;
 }

@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "base/utf8.h"
 #include "host_options.h"
+#include "player/qt/gestures.h"
 #include "player/qt/pointing.h"
 #include "player/qt/recording.h"
 #include "player/qt/stepped_event_loop.h"
@@ -16,45 +17,12 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPixmap>
-#include <QPointer>
 
 namespace kova {
 namespace {
 
 constexpr std::chrono::milliseconds FingerDown(100), AfterGesture(120); // in a recording
-
-void sendMouse(QWidget& widget, QEvent::Type type, const QPointF& point, Qt::MouseButtons held) {
-    QMouseEvent event(type, point, widget.mapToGlobal(point), Qt::LeftButton, held, Qt::NoModifier);
-    QApplication::sendEvent(&widget, &event);
-}
-
-int keyOf(char32_t character) {
-    switch (character) {
-    case U'\b':
-        return Qt::Key_Backspace;
-    case U'\n':
-    case U'\r':
-        return Qt::Key_Return;
-    default:
-        break;
-    }
-    const char32_t upper = upperCase(character);
-    const bool latin = upper >= 0x20 && upper <= 0xFF && upper != 0x7F;
-    return latin ? static_cast<int>(upper) : static_cast<int>(Qt::Key_unknown); // Qt numbers Latin-1 keys so
-}
-
-void typeInto(QWidget& target, char32_t character) {
-    const QPointer<QWidget> widget = &target;
-    const QString text = QString::fromUcs4(&character, 1);
-    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QKeyEvent event(type, keyOf(character), Qt::NoModifier, text);
-        if (widget)
-            QApplication::sendEvent(widget, &event);
-    }
-}
 
 /// The screen's without it.
 QSize surfaceOf(const HostOptions& options) {
@@ -86,14 +54,6 @@ void QtCashier::record(std::chrono::milliseconds time, const TouchPoint* finger)
                                   : std::optional(finger->widget->mapToGlobal(finger->point.toPoint())));
 }
 
-void QtCashier::touchWidget(const TouchPoint& place) {
-    const QPointer<QWidget> widget = place.widget;
-    sendMouse(*widget, QEvent::MouseButtonPress, place.point, Qt::LeftButton);
-    record(FingerDown, &place);
-    if (widget)
-        sendMouse(*widget, QEvent::MouseButtonRelease, place.point, Qt::NoButton);
-}
-
 /// One gesture: afterwards what it left waiting is handled and a handler's failure is thrown on.
 template <class Body>
 void QtCashier::carryOut(Body body) {
@@ -115,7 +75,7 @@ Gesture QtCashier::touchPart(Control& control, const std::optional<std::string>&
     const auto place = touchPoint(userInterface_, control, part);
     if (!place)
         return touchModel();
-    carryOut([&] { touchWidget(*place); });
+    carryOut([&] { touchAt(*place->widget, place->point, [&] { record(FingerDown, &*place); }); });
     return reached;
 }
 

@@ -38,7 +38,6 @@ class QtCashier final : public Cashier {
     Gesture typeToWindow(Window& window, char32_t character);
     template <class Body>
     void carryOut(Body body);
-    void touchWidget(const TouchPoint& place);
     void record(std::chrono::milliseconds time, const TouchPoint* finger = nullptr);
     SteppedEventLoop& loop_;
     QtUserInterface& userInterface_;

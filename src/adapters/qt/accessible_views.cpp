@@ -29,6 +29,12 @@ class CellAccessible final : public AccessiblePart<ButtonGridView> {
         return widget() && widget()->cellButton(index_) != nullptr;
     }
     [[nodiscard]] QAccessible::Role role() const override { return QAccessible::Button; }
+    /// The key, which is not spoken, tells scripts which button it is.
+    [[nodiscard]] QString text(QAccessible::Text kind) const override {
+        return isValid() && kind == QAccessible::UserText
+                   ? QString::fromStdString(widget()->cellButton(index_)->key)
+                   : AccessiblePart::text(kind);
+    }
 
   protected:
     [[nodiscard]] QString name() const override {
