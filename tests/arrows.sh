@@ -24,7 +24,7 @@ library              base ports widgets services component adapters/system adapt
 c_interface          base ports component drawer_dialog library
 
 automation           base com component library adapters/ado
-automation/type_library component
+automation/type_library automation component
 
 scenario             base component
 shop                 ports services adapters/sqlite

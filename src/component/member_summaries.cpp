@@ -32,12 +32,14 @@ constexpr Summary Summaries[] = {
      "Shows the dialog: 0 returns at once, anything else when the dialog has closed. A dialog that is open "
      "already comes to the front with the settings of this call. The result is empty."},
     {"SetSoftwareName",
-     "Names the host's software; at first \"KOVA\", with which double movements are saved as "
-     "single ones."},
-    {"AttivaVisualizzazionePrecontiDefinitivi",
-     "Whether the list of movements also shows final pre-bills. At first off."},
-    {"idCassa",
-     "The till whose movements are listed and whose last float is fetched; -1, as at first, for all."},
+     "Names the host's software; at first \"KOVA\", with which double movements are not saved "
+     "as pairs. \"FALCA\" and \"MIRANTE\" list movements from the views Report_…, others from "
+     "GetDailyOperation. Show reads it."},
+    {"AttivaVisualizzazionePrecontiDefinitivi", "Whether the list of movements also shows final pre-bills, "
+                                                "for \"FALCA\" and \"MIRANTE\". At first off."},
+    {"idCassa", "The till whose last float is fetched and, for \"FALCA\" and \"MIRANTE\", whose movements "
+                "are listed. With -1, "
+                "as at first, all are listed and no float is found."},
     {"ChiusuraAutomatica", "Whether the dialog closes after each successful save. At first off."},
     {"InserimentoAutomatico",
      "Whether choosing an activity, or the payment of a deposit, also confirms the movement. At first off."},
@@ -50,8 +52,11 @@ constexpr Summary Summaries[] = {
     {"UsaSoloValutaAziendale",
      "Whether ValutaAziendale is the only currency, so that none can be chosen. At first off."},
     {"VisualizzaMovimentiUtenteLoggato",
-     "Whether the list shows the movements of idUtente alone. At first off."},
-    {"ValutaAziendale", "The currency that is chosen when the dialog opens; at first \"€\"."},
+     "Whether the list shows the movements of idUtente alone, for \"FALCA\" and "
+     "\"MIRANTE\". At first off."},
+    {"ValutaAziendale",
+     "The currency of all movements where the cashier has no choice: with UsaSoloValutaAziendale, or with "
+     "fewer than two currencies in the database. At first \"€\"."},
     {"InizializzaByConnString", "Opens the database named by the text, unless the process has one, and reads "
                                 "the settings. A failure is one "
                                 "record of the error log."},

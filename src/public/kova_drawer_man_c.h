@@ -105,8 +105,8 @@ KOVA_C_API kova_status KOVA_CALL kova_on_closed(kova_component component, kova_c
  *
  * A handler returns 0 when it has done what was asked. Anything else is the number of its failure, whose
  * words it may give with kova_fail before: handlers connected later are not called, the cashier keeps what
- * was entered and reads the words, and the log gets one record. It must not return by longjmp or an
- * exception. */
+ * was entered and, if it was SalvaPagamento, reads the words, and the log gets one record. It must not return
+ * by longjmp or an exception. */
 typedef struct kova_handlers {
     uint32_t size; /* sizeof(kova_handlers): tells the library how much the host knows */
     void* user;    /* handed to each handler */
@@ -142,6 +142,7 @@ KOVA_C_API kova_status KOVA_CALL kova_fail(const char* words);
 KOVA_C_API kova_status KOVA_CALL kova_text_create(const char* content, kova_text* text);
 /* Those of an event are the library's and cannot be released. Any thread. */
 KOVA_C_API kova_status KOVA_CALL kova_text_release(kova_text text);
+/* What it holds now. Any thread. */
 KOVA_C_API kova_status KOVA_CALL kova_text_get(kova_text text, const char** content);
 /* Copies `content`. */
 KOVA_C_API kova_status KOVA_CALL kova_text_set(kova_text text, const char* content);

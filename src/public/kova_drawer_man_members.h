@@ -29,14 +29,16 @@ KOVA_C_API kova_status KOVA_CALL kova_set_PredisponiInserimentoFondoCassaInizial
 /* Shows the dialog: 0 returns at once, anything else when the dialog has closed. A dialog that is open
  * already comes to the front with the settings of this call. The result is empty. */
 KOVA_C_API kova_status KOVA_CALL kova_Show(kova_component component, int32_t method, const char** result);
-/* Names the host's software; at first "KOVA", with which double movements are saved as single ones. */
+/* Names the host's software; at first "KOVA", with which double movements are not saved as pairs. "FALCA" and
+ * "MIRANTE" list movements from the views Report_…, others from GetDailyOperation. Show reads it. */
 KOVA_C_API kova_status KOVA_CALL kova_SetSoftwareName(kova_component component, const char* SwName);
-/* Whether the list of movements also shows final pre-bills. At first off. */
+/* Whether the list of movements also shows final pre-bills, for "FALCA" and "MIRANTE". At first off. */
 KOVA_C_API kova_status KOVA_CALL kova_set_AttivaVisualizzazionePrecontiDefinitivi(kova_component component,
                                                                                   int32_t value);
 KOVA_C_API kova_status KOVA_CALL kova_get_AttivaVisualizzazionePrecontiDefinitivi(kova_component component,
                                                                                   int32_t* result);
-/* The till whose movements are listed and whose last float is fetched; -1, as at first, for all. */
+/* The till whose last float is fetched and, for "FALCA" and "MIRANTE", whose movements are listed. With -1,
+ * as at first, all are listed and no float is found. */
 KOVA_C_API kova_status KOVA_CALL kova_set_idCassa(kova_component component, int32_t value);
 KOVA_C_API kova_status KOVA_CALL kova_get_idCassa(kova_component component, int32_t* result);
 /* Whether the dialog closes after each successful save. At first off. */
@@ -60,12 +62,13 @@ KOVA_C_API kova_status KOVA_CALL kova_get_idUtente(kova_component component, int
 /* Whether ValutaAziendale is the only currency, so that none can be chosen. At first off. */
 KOVA_C_API kova_status KOVA_CALL kova_set_UsaSoloValutaAziendale(kova_component component, int32_t value);
 KOVA_C_API kova_status KOVA_CALL kova_get_UsaSoloValutaAziendale(kova_component component, int32_t* result);
-/* Whether the list shows the movements of idUtente alone. At first off. */
+/* Whether the list shows the movements of idUtente alone, for "FALCA" and "MIRANTE". At first off. */
 KOVA_C_API kova_status KOVA_CALL kova_set_VisualizzaMovimentiUtenteLoggato(kova_component component,
                                                                            int32_t value);
 KOVA_C_API kova_status KOVA_CALL kova_get_VisualizzaMovimentiUtenteLoggato(kova_component component,
                                                                            int32_t* result);
-/* The currency that is chosen when the dialog opens; at first "€". */
+/* The currency of all movements where the cashier has no choice: with UsaSoloValutaAziendale, or with fewer
+ * than two currencies in the database. At first "€". */
 KOVA_C_API kova_status KOVA_CALL kova_set_ValutaAziendale(kova_component component, const char* value);
 KOVA_C_API kova_status KOVA_CALL kova_get_ValutaAziendale(kova_component component, const char** result);
 /* Opens the database named by the text, unless the process has one, and reads the settings. A failure is one

@@ -24,12 +24,24 @@ bool raisesEvent(const type_description::Member& member);
 
 /// Cuts the words into lines of at most `width` characters.
 std::vector<std::string> wrapped(std::string_view words, std::size_t width);
+/// The words between commas.
+std::string joined(const std::vector<std::string>& words);
+
+/// The name with the case of its first letter changed.
+std::string capitalized(std::string_view name);
+std::string uncapitalized(std::string_view name);
 
 /// What the C header includes.
 void writeC(std::ostream& header);
+/// docs/reference.md.
+void writeReference(std::ostream& page);
 /// A module of the package for Python.
 void writePython(std::ostream& module);
 /// What the unit for Pascal includes.
 void writePascal(std::ostream& include);
+/// The class that Java's `DrawerMan` extends.
+void writeJava(std::ostream& source);
+/// The part of C#'s `DrawerMan` that has the members.
+void writeCSharp(std::ostream& source);
 
 } // namespace kova::bindings

@@ -4,6 +4,8 @@
 //   kova-write-bindings LANGUAGE FILE
 #include "bindings.h"
 
+#include "base/ascii_text.h"
+
 #include <algorithm>
 #include <fstream>
 #include <iostream>
@@ -49,12 +51,35 @@ std::vector<std::string> wrapped(std::string_view words, std::size_t width) {
     return lines;
 }
 
+std::string joined(const std::vector<std::string>& words) {
+    std::string line;
+    for (const auto& word : words)
+        line += (line.empty() ? "" : ", ") + word;
+    return line;
+}
+
+std::string capitalized(std::string_view name) {
+    std::string result(name);
+    if (const char first = result.front(); first >= 'a' && first <= 'z')
+        result.front() = static_cast<char>(first - 'a' + 'A');
+    return result;
+}
+
+std::string uncapitalized(std::string_view name) {
+    std::string result(name);
+    result.front() = lowered(result.front());
+    return result;
+}
+
 } // namespace kova::bindings
 
 int main(int count, char** arguments) {
     const std::map<std::string, void (*)(std::ostream&)> writers{{"c", kova::bindings::writeC},
+                                                                 {"csharp", kova::bindings::writeCSharp},
+                                                                 {"java", kova::bindings::writeJava},
                                                                  {"pascal", kova::bindings::writePascal},
-                                                                 {"python", kova::bindings::writePython}};
+                                                                 {"python", kova::bindings::writePython},
+                                                                 {"reference", kova::bindings::writeReference}};
     const auto writer = writers.find(count == 3 ? arguments[1] : "");
     if (writer == writers.end()) {
         std::cerr << "usage: kova-write-bindings LANGUAGE FILE\nlanguages:";

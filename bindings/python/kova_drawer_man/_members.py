@@ -131,14 +131,17 @@ class Members(Component):
         return self._out_text("kova_Show", self._in_int(method))
 
     def SetSoftwareName(self, SwName: str) -> None:
-        """Names the host's software; at first "KOVA", with which double movements are saved as
-        single ones.
+        """Names the host's software; at first "KOVA", with which double movements are not saved as
+        pairs. "FALCA" and "MIRANTE" list movements from the views Report_…, others from
+        GetDailyOperation. Show reads it.
         """
         self._call("kova_SetSoftwareName", self._in_text(SwName))
 
     @property
     def AttivaVisualizzazionePrecontiDefinitivi(self) -> bool:
-        """Whether the list of movements also shows final pre-bills. At first off."""
+        """Whether the list of movements also shows final pre-bills, for "FALCA" and "MIRANTE". At
+        first off.
+        """
         return self._out_bool("kova_get_AttivaVisualizzazionePrecontiDefinitivi")
 
     @AttivaVisualizzazionePrecontiDefinitivi.setter
@@ -147,8 +150,8 @@ class Members(Component):
 
     @property
     def idCassa(self) -> int:
-        """The till whose movements are listed and whose last float is fetched; -1, as at first, for
-        all.
+        """The till whose last float is fetched and, for "FALCA" and "MIRANTE", whose movements are
+        listed. With -1, as at first, all are listed and no float is found.
         """
         return self._out_int("kova_get_idCassa")
 
@@ -218,7 +221,9 @@ class Members(Component):
 
     @property
     def VisualizzaMovimentiUtenteLoggato(self) -> bool:
-        """Whether the list shows the movements of idUtente alone. At first off."""
+        """Whether the list shows the movements of idUtente alone, for "FALCA" and "MIRANTE". At
+        first off.
+        """
         return self._out_bool("kova_get_VisualizzaMovimentiUtenteLoggato")
 
     @VisualizzaMovimentiUtenteLoggato.setter
@@ -227,7 +232,10 @@ class Members(Component):
 
     @property
     def ValutaAziendale(self) -> str:
-        """The currency that is chosen when the dialog opens; at first "€"."""
+        """The currency of all movements where the cashier has no choice: with
+        UsaSoloValutaAziendale, or with fewer than two currencies in the database. At first
+        "€".
+        """
         return self._out_text("kova_get_ValutaAziendale")
 
     @ValutaAziendale.setter

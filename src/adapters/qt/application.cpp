@@ -7,7 +7,22 @@
 #include <QStyleFactory>
 #include <QThread>
 
+#include <list>
+#include <utility>
+
 namespace kova {
+namespace {
+
+/// Qt forgets a thread with its end and again with the process, where it expects the application's thread to
+/// be the first one, and to be there still. Each object of a thread keeps what Qt knows of it.
+void keepThread() {
+    static auto* const kept = new std::list<QObject>; // never deleted
+    thread_local bool keptThis = false;
+    if (!std::exchange(keptThis, true))
+        kept->emplace_back();
+}
+
+} // namespace
 
 std::unique_ptr<QApplication> makeApplication() {
     if (QCoreApplication::instance() != nullptr) {
@@ -21,6 +36,7 @@ std::unique_ptr<QApplication> makeApplication() {
     static char name[] = "kova";
     static char* arguments[] = {name, nullptr};
     auto application = openApplication(count, arguments);
+    keepThread();
     QApplication::setQuitOnLastWindowClosed(false);
     if (QStyle* style = QStyleFactory::create("Fusion"))
         QApplication::setStyle(style);

@@ -36,6 +36,8 @@ WindowFrame::WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettin
     setObjectName(QString::fromStdString(window.name()));
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_OpaquePaintEvent);
+    if (hostWindow_ != 0) // X11 is told of a window below for dialogs alone
+        setWindowFlag(Qt::Dialog);
     setWindowTitle(QString::fromStdString(window.caption()));
     makeViews();
     resize(initialSize());
