@@ -74,12 +74,10 @@ std::string uncapitalized(std::string_view name) {
 } // namespace kova::bindings
 
 int main(int count, char** arguments) {
-    const std::map<std::string, void (*)(std::ostream&)> writers{{"c", kova::bindings::writeC},
-                                                                 {"csharp", kova::bindings::writeCSharp},
-                                                                 {"java", kova::bindings::writeJava},
-                                                                 {"pascal", kova::bindings::writePascal},
-                                                                 {"python", kova::bindings::writePython},
-                                                                 {"reference", kova::bindings::writeReference}};
+    const std::map<std::string, void (*)(std::ostream&)> writers{
+        {"c", kova::bindings::writeC},           {"csharp", kova::bindings::writeCSharp},
+        {"java", kova::bindings::writeJava},     {"pascal", kova::bindings::writePascal},
+        {"python", kova::bindings::writePython}, {"reference", kova::bindings::writeReference}};
     const auto writer = writers.find(count == 3 ? arguments[1] : "");
     if (writer == writers.end()) {
         std::cerr << "usage: kova-write-bindings LANGUAGE FILE\nlanguages:";
