@@ -153,10 +153,10 @@ Gesture close(const Arguments&) {
 Gesture caption(const Arguments& arguments) {
     if (arguments.text(0) != "control")
         return [] {};
-    const auto* const button =
-        qobject_cast<QAbstractButton*>(reachable(nameIn(arguments.from(1), arguments.count() - 1)));
-    return button == nullptr ? Gesture() : [=, name = arguments.text(1)] {
-        std::cerr << "caption " << name << " \"" << button->text().toStdString() << '"' << std::endl;
+    auto* const control = reachable(nameIn(arguments.from(1), arguments.count() - 1));
+    return control == nullptr ? Gesture() : [=, name = arguments.text(1)] {
+        if (const auto* const button = qobject_cast<QAbstractButton*>(control))
+            std::cerr << "caption " << name << " \"" << button->text().toStdString() << '"' << std::endl;
     };
 }
 
