@@ -75,8 +75,10 @@ HRESULT ComponentObject::QueryInterface(REFIID id, void** found) {
 
 ULONG ComponentObject::Release() {
     const ULONG left = --references_;
-    if (left == 0)
+    if (left == 0) {
+        references_ = 1; // sinks that go with it may take one more and give it back
         delete this;
+    }
     return left;
 }
 
@@ -88,12 +90,18 @@ HRESULT ComponentObject::GetTypeInfoCount(UINT* count) {
 }
 
 HRESULT ComponentObject::GetTypeInfo(UINT index, LCID, ITypeInfo** info) {
-    return index == 0 ? copyTypeInfo(IID__cls_Kova_Drawer_Man, info) : DISP_E_BADINDEX;
+    if (index == 0)
+        return copyTypeInfo(IID__cls_Kova_Drawer_Man, info);
+    if (info != nullptr)
+        *info = nullptr;
+    return DISP_E_BADINDEX;
 }
 
 HRESULT ComponentObject::GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
     if (reserved != IID_NULL)
         return DISP_E_UNKNOWNINTERFACE;
+    if (names == nullptr || ids == nullptr)
+        return E_POINTER;
     // Read once in a process, which then keeps it.
     static ITypeInfo* const info = typeInfo(IID__cls_Kova_Drawer_Man).release();
     return info == nullptr ? TYPE_E_CANTLOADLIBRARY : DispGetIDsOfNames(info, names, count, ids);
@@ -113,7 +121,7 @@ HRESULT ComponentObject::Invoke(DISPID id, REFIID reserved, LCID locale, WORD ki
     const com::Pointer<ComponentObject> self(this); // the host may release it inside an event
     HRESULT code = S_OK;
     const Outcome outcome = outcomeOf([&] {
-        Arguments arguments(*parameters, member->parameters, locale);
+        Arguments arguments(*parameters, *member, locale);
         code = arguments.read(wrong);
         if (FAILED(code))
             return;

@@ -1,12 +1,14 @@
 #include "automation/event_source.h"
 
 #include "automation/failure.h"
+#include "automation/server_module.h"
 #include "com/com_values.h"
 #include "com/dispatch_object.h"
 #include "kova_drawer_man_automation.h"
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <utility>
 
 namespace kova::automation {
@@ -69,6 +71,7 @@ class Enumerator final : public com::CountedObject<Enumeration> {
     }
 
   private:
+    const HeldByHost held_;
     std::vector<Item> items_;
     std::size_t next_;
 };
@@ -140,7 +143,7 @@ class EventSource::Sink final : public EventSink, public std::enable_shared_from
         const HRESULT code = target_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
                                              &result, &details, &wrong);
         if (code != DISP_E_EXCEPTION) // a sink need not handle every event
-            return {code == DISP_E_MEMBERNOTFOUND ? S_OK : code, {}, "The event handler cannot be called"};
+            return {code == DISP_E_MEMBERNOTFOUND ? S_OK : code, {}, "The event handler failed"};
         if (details.pfnDeferredFillIn != nullptr)
             details.pfnDeferredFillIn(&details);
         Outcome outcome{details.scode, com::narrow(details.bstrSource), com::narrow(details.bstrDescription)};
@@ -186,6 +189,8 @@ HRESULT EventSource::GetConnectionPointContainer(IConnectionPointContainer** con
 }
 
 HRESULT EventSource::Advise(IUnknown* sink, DWORD* cookie) {
+    if (GetCurrentThreadId() != thread_)
+        return RPC_E_WRONG_THREAD;
     if (sink == nullptr || cookie == nullptr)
         return E_POINTER;
     *cookie = 0;
@@ -203,6 +208,8 @@ HRESULT EventSource::Advise(IUnknown* sink, DWORD* cookie) {
 }
 
 HRESULT EventSource::Unadvise(DWORD cookie) {
+    if (GetCurrentThreadId() != thread_)
+        return RPC_E_WRONG_THREAD;
     const auto found = std::ranges::find(connected_, cookie, &Connected::cookie);
     if (found == connected_.end())
         return CONNECT_E_NOCONNECTION;
@@ -212,6 +219,8 @@ HRESULT EventSource::Unadvise(DWORD cookie) {
 }
 
 HRESULT EventSource::EnumConnections(IEnumConnections** connections) {
+    if (GetCurrentThreadId() != thread_)
+        return RPC_E_WRONG_THREAD;
     if (connections == nullptr)
         return E_POINTER;
     *connections = nullptr;

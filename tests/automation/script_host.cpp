@@ -1,20 +1,26 @@
 // A script of a host, run by Windows' own script engine:
 //
-//   script_host FILE.vbs|FILE.js
+//   script_host FILE.vbs|FILE.js [other]    with it, the objects live in another apartment
 //
-// It has WScript.Echo and WScript.CreateObject(name, prefix): events of that object call the script's
-// functions that are named by the prefix and the event's name.
-#include "com/com_pointer.h"
-#include "com/com_values.h"
-#include "com/dispatch_object.h"
+// WScript has Echo, CreateObject(name, prefix), ConnectObject(object, prefix) and DisconnectObject(object,
+// prefix): events of that object call the script's functions that are named by the prefix and the event's
+// name. Fail(how) makes a handler fail as no script does. Left is what lives: sinks, the component's module
+// and windows.
+#include "../library/process_windows.h"
+#include "com/com_headers.h"
 
 #include <initguid.h> // defines the identifiers of the engine's interfaces
 
+#include "component_windows.h"
+
 #include <activscp.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <map>
+#include <optional>
 #include <vector>
 
 namespace {
@@ -27,13 +33,37 @@ Pointer<IActiveScript> engine;
 int errors = 0;
 int runningHandlers = 0;
 EXCEPINFO failedHandler{}; ///< what the engine said of the last failure inside one
+std::wstring failure;      ///< how the running handler is to fail
+int sinks = 0;
+std::map<std::wstring, DWORD> connections; ///< by their prefixes
+std::optional<kova::test::OtherApartment> other;
+
+HRESULT failAs(const std::wstring& how, EXCEPINFO& details) {
+    if (how == L"bare")
+        return E_ACCESSDENIED;
+    details.bstrSource = SysAllocString(L"Till");
+    if (how == L"numbered")
+        details.wCode = 513;
+    else
+        details.scode = STG_E_MEDIUMFULL;
+    if (how == L"deferred" && other) // Wine carries the function itself to another apartment, cut to 32 bits
+        details.bstrDescription = SysAllocString(L"Filled in when asked");
+    else if (how == L"deferred")
+        details.pfnDeferredFillIn = [](EXCEPINFO* asked) -> HRESULT {
+            asked->bstrDescription = SysAllocString(L"Filled in when asked");
+            return S_OK;
+        };
+    return DISP_E_EXCEPTION;
+}
 
 /// The engine writes back through references to VARIANTs alone: each argument by reference gets one, whose
 /// value goes back into the component's own variable afterwards.
 class Sink final : public kova::com::DispatchObject {
   public:
     Sink(std::wstring prefix, Pointer<ITypeInfo> events)
-        : prefix_(std::move(prefix)), events_(std::move(events)) {}
+        : prefix_(std::move(prefix)), events_(std::move(events)) {
+        ++sinks;
+    }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD, DISPPARAMS* given, VARIANT* result,
                                      EXCEPINFO* details, UINT* wrong) override {
         BSTR name = nullptr;
@@ -65,10 +95,12 @@ class Sink final : public kova::com::DispatchObject {
         }
         for (UINT i = 0; i < given->cArgs; ++i)
             writeBack(given->rgvarg[i], shadows[i]);
-        return code;
+        const std::wstring how = std::exchange(failure, {});
+        return how.empty() ? code : failAs(how, *details);
     }
 
   private:
+    ~Sink() override { --sinks; }
     static void writeBack(const VARIANT& target, VARIANT& shadow) {
         const VARTYPE type = target.vt & ~VT_BYREF;
         VariantChangeType(&shadow, &shadow, 0, type);
@@ -94,14 +126,19 @@ HRESULT connect(IDispatch* object, const std::wstring& prefix) {
     Pointer<ITypeLib> library;
     Pointer<IConnectionPoint> point;
     UINT index = 0;
-    DWORD cookie = 0;
     if (!classInfo || !container || FAILED(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id)) ||
         FAILED(classInfo->GetClassInfo(type.put())) ||
         FAILED(type->GetContainingTypeLib(library.put(), &index)) ||
         FAILED(library->GetTypeInfoOfGuid(id, events.put())) ||
         FAILED(container->FindConnectionPoint(id, point.put())))
         return E_FAIL;
-    return point->Advise(new Sink(prefix, std::move(events)), &cookie);
+    const auto sink = Pointer<IDispatch>::adopt(new Sink(prefix, std::move(events)));
+    return point->Advise(sink.get(), &connections[prefix]);
+}
+
+std::string left() {
+    return std::to_string(sinks) + (kova::test::letGo() ? " gone " : " held ") +
+           std::to_string(kova::test::shownWindows(true).size());
 }
 
 std::wstring text(VARIANT& value) {
@@ -114,27 +151,51 @@ std::wstring text(VARIANT& value) {
 class ScriptEnvironment final : public kova::com::DispatchObject {
   public:
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
-        ids[0] = _wcsicmp(names[0], L"Echo") == 0 ? 1 : _wcsicmp(names[0], L"CreateObject") == 0 ? 2 : -1;
-        return ids[0] > 0 ? S_OK : DISP_E_UNKNOWNNAME;
+        const auto* const found = std::ranges::find_if(
+            Members, [&](const wchar_t* member) { return _wcsicmp(names[0], member) == 0; });
+        ids[0] = static_cast<DISPID>(found - Members);
+        return found != std::end(Members) ? S_OK : DISP_E_UNKNOWNNAME;
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* given, VARIANT* result,
                                      EXCEPINFO*, UINT*) override {
+        const std::wstring_view member = Members[id];
         std::vector<std::wstring> words;
-        for (UINT i = given->cArgs; i-- > 0;)
-            words.push_back(text(given->rgvarg[i]));
-        if (id == 1) {
+        Pointer<IDispatch> object;
+        for (UINT i = given->cArgs; i-- > 0;) {
+            Value plain;
+            VariantCopyInd(&plain, &given->rgvarg[i]);
+            if (plain->vt == VT_DISPATCH)
+                object = Pointer<IDispatch>(plain->pdispVal);
+            else
+                words.push_back(text(*plain));
+        }
+        if (member == L"Echo") {
             std::string line;
             for (const auto& word : words)
                 line += (line.empty() ? "" : " ") + kova::com::narrow(word);
             std::printf("%s\n", line.c_str());
-            return S_OK;
-        }
+        } else if (member == L"Fail")
+            failure = words[0];
+        else if (member == L"Left")
+            *result = std::exchange(*Value(left()), VARIANT{});
+        else if (member == L"ConnectObject")
+            return connect(object.get(), words[0]);
+        else if (member == L"DisconnectObject")
+            return kova::test::eventsOf(object.get())->Unadvise(connections[words[0]]);
+        else
+            return create(words, result);
+        return S_OK;
+    }
+
+  private:
+    static HRESULT create(const std::vector<std::wstring>& words, VARIANT* result) {
         CLSID classId{};
         Pointer<IDispatch> object;
+        auto** const made = reinterpret_cast<void**>(object.put());
         HRESULT code = CLSIDFromProgID(words[0].c_str(), &classId);
         if (SUCCEEDED(code))
-            code = CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
-                                    reinterpret_cast<void**>(object.put()));
+            code = other ? other->create(classId, IID_IDispatch, made)
+                         : CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, made);
         if (SUCCEEDED(code) && words.size() > 1)
             code = connect(object.get(), words[1]);
         if (SUCCEEDED(code) && result != nullptr) {
@@ -143,6 +204,8 @@ class ScriptEnvironment final : public kova::com::DispatchObject {
         }
         return code;
     }
+    static constexpr const wchar_t* Members[] = {
+        L"Echo", L"CreateObject", L"ConnectObject", L"DisconnectObject", L"Fail", L"Left"};
 };
 
 class Site final : public IActiveScriptSite {
@@ -187,11 +250,13 @@ class Site final : public IActiveScriptSite {
 } // namespace
 
 int main(int count, char** arguments) {
-    if (count != 2)
+    if (count < 2)
         return 2;
     std::ifstream file(arguments[1], std::ios::binary);
     const std::string code((std::istreambuf_iterator(file)), {});
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    if (count > 2)
+        other.emplace();
     CLSID language{};
     CLSIDFromProgID(std::string_view(arguments[1]).ends_with(".js") ? L"JScript" : L"VBScript", &language);
     static Site site;
@@ -206,5 +271,6 @@ int main(int count, char** arguments) {
                             SCRIPTTEXT_ISVISIBLE, nullptr, nullptr);
     engine->SetScriptState(SCRIPTSTATE_CONNECTED);
     engine->Close();
+    other.reset();
     return errors;
 }

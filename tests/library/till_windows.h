@@ -1,9 +1,9 @@
 #pragma once
 #include "host.h"
+#include "process_windows.h"
 
 #include <windows.h>
 
-#include <array>
 #include <atomic>
 #include <climits>
 #include <future>
@@ -16,21 +16,6 @@
 namespace kova::test {
 
 using namespace std::chrono_literals;
-
-/// The visible windows of a process, from the front to the back.
-inline std::vector<HWND> shownWindows(bool ofQt, DWORD of = GetCurrentProcessId()) {
-    std::vector<HWND> all;
-    for (HWND window = GetTopWindow(nullptr); window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
-        DWORD process = 0;
-        GetWindowThreadProcessId(window, &process);
-        std::array<char, 64> kind{};
-        GetClassNameA(window, kind.data(), kind.size());
-        if (process == of && IsWindowVisible(window) != 0 &&
-            (std::string(kind.data()).rfind("Qt", 0) == 0) == ofQt)
-            all.push_back(window);
-    }
-    return all;
-}
 
 inline HWND front() {
     const auto all = shownWindows(true);
