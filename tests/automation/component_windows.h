@@ -8,7 +8,6 @@
 #include "kova_drawer_man_automation.h"
 
 #include <functional>
-#include <future>
 #include <thread>
 
 namespace kova::test {
@@ -39,11 +38,13 @@ inline Pointer<IConnectionPoint> eventsOf(IUnknown* object) {
     return point;
 }
 
-inline DWORD connect(IUnknown* object, Sink::Handler handler) {
+inline DWORD connect(IUnknown* object, IDispatch* sink) {
     DWORD cookie = 0;
-    const auto sink = Pointer<IDispatch>::adopt(new Sink(std::move(handler)));
-    eventsOf(object)->Advise(sink.get(), &cookie);
+    eventsOf(object)->Advise(sink, &cookie);
     return cookie;
+}
+inline DWORD connect(IUnknown* object, Sink::Handler handler) {
+    return connect(object, Pointer<IDispatch>::adopt(new Sink(std::move(handler))).get());
 }
 
 /// What every handler here writes into the arguments of an event.
@@ -69,53 +70,22 @@ inline bool letGo() {
     return asked() == S_OK;
 }
 
-/// An apartment on a thread of its own, which makes objects for others.
-class OtherApartment {
-  public:
-    OtherApartment() {
-        std::promise<void> begun;
-        thread_ = std::thread([&] { run(begun); });
-        begun.get_future().wait();
-    }
-    OtherApartment(const OtherApartment&) = delete;
-    OtherApartment& operator=(const OtherApartment&) = delete;
-    ~OtherApartment() {
-        PostThreadMessageW(id_, WM_QUIT, 0, 0);
-        thread_.join();
-    }
-    /// An object that lives there, as the calling thread may use it.
-    HRESULT create(const CLSID& classId, const IID& id, void** made) {
-        std::promise<HRESULT> result;
-        IStream* carried = nullptr;
-        std::function<void()> request = [&] {
-            Pointer<IUnknown> object;
-            HRESULT code = CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
-                                            reinterpret_cast<void**>(object.put()));
-            if (SUCCEEDED(code))
-                code = CoMarshalInterThreadInterfaceInStream(id, object.get(), &carried);
-            result.set_value(code);
-        };
-        PostThreadMessageW(id_, WM_APP, 0, reinterpret_cast<LPARAM>(&request));
-        const HRESULT code = result.get_future().get();
-        return FAILED(code) ? code : CoGetInterfaceAndReleaseStream(carried, id, made);
-    }
-
-  private:
-    void run(std::promise<void>& begun) {
-        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-        MSG message;
-        PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE); // makes the queue
-        id_ = GetCurrentThreadId();
-        begun.set_value();
-        while (GetMessageW(&message, nullptr, 0, 0) > 0)
-            if (message.hwnd == nullptr && message.message == WM_APP)
-                (*reinterpret_cast<std::function<void()>*>(message.lParam))();
-            else
-                DispatchMessageW(&message);
-        CoUninitialize();
-    }
-    std::thread thread_;
-    DWORD id_ = 0;
-};
+/// An object in an apartment that Windows makes for it, as the calling thread may use it.
+inline HRESULT createElsewhere(const CLSID& classId, const IID& id, void** made) {
+    static CO_MTA_USAGE_COOKIE kept = nullptr; // and with it those apartments
+    if (kept == nullptr)
+        CoIncrementMTAUsage(&kept);
+    IStream* carried = nullptr;
+    HRESULT code = S_OK;
+    std::thread([&] { // belongs to the apartment of many threads, where the class does not live
+        Pointer<IUnknown> object;
+        code = CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
+                                reinterpret_cast<void**>(object.put()));
+        if (SUCCEEDED(code))
+            code = CoMarshalInterThreadInterfaceInStream(id, object.get(), &carried);
+    })
+        .join();
+    return FAILED(code) ? code : CoGetInterfaceAndReleaseStream(carried, id, made);
+}
 
 } // namespace kova::test

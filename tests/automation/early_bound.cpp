@@ -8,7 +8,6 @@
 #include "component_windows.h"
 
 #include <cstdio>
-#include <optional>
 #include <string>
 
 namespace {
@@ -173,14 +172,12 @@ int main(int count, char** arguments) {
     CoInitializeEx(nullptr, caller == "mta" ? COINIT_MULTITHREADED : COINIT_APARTMENTTHREADED);
     listLibrary();
     {
-        std::optional<kova::test::OtherApartment> other;
-        if (!caller.empty())
-            other.emplace();
         Pointer<_cls_Kova_Drawer_Man> drawer;
         auto** const made = reinterpret_cast<void**>(drawer.put());
-        tell("create", other ? other->create(CLSID_cls_Kova_Drawer_Man, IID__cls_Kova_Drawer_Man, made)
-                             : CoCreateInstance(CLSID_cls_Kova_Drawer_Man, nullptr, CLSCTX_INPROC_SERVER,
-                                                IID__cls_Kova_Drawer_Man, made));
+        tell("create", caller.empty() ? CoCreateInstance(CLSID_cls_Kova_Drawer_Man, nullptr,
+                                                         CLSCTX_INPROC_SERVER, IID__cls_Kova_Drawer_Man, made)
+                                      : kova::test::createElsewhere(CLSID_cls_Kova_Drawer_Man,
+                                                                    IID__cls_Kova_Drawer_Man, made));
         if (!drawer)
             return 1;
         BSTR currency = SysAllocString(L"CHF");

@@ -1,11 +1,14 @@
 // A script of a host, run by Windows' own script engine:
 //
-//   script_host FILE.vbs|FILE.js [other]    with it, the objects live in another apartment
+//   script_host FILE.vbs|FILE.js [ARGUMENT]    `elsewhere`: the objects live in another apartment; `thread`:
+//   the
+//                                              script runs on one, which ends and leaves all as it is
 //
 // WScript has Echo, CreateObject(name, prefix), ConnectObject(object, prefix) and DisconnectObject(object,
 // prefix): events of that object call the script's functions that are named by the prefix and the event's
 // name. Fail(how) makes a handler fail as no script does. Left is what lives: sinks, the component's module
-// and windows.
+// and windows. End(what) ends the process, or the apartment before. Keep(object)
+// and ReleaseElsewhere release it on another thread.
 #include "../library/process_windows.h"
 #include "com/com_headers.h"
 
@@ -17,10 +20,10 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <optional>
 #include <vector>
 
 namespace {
@@ -36,7 +39,19 @@ EXCEPINFO failedHandler{}; ///< what the engine said of the last failure inside 
 std::wstring failure;      ///< how the running handler is to fail
 int sinks = 0;
 std::map<std::wstring, DWORD> connections; ///< by their prefixes
-std::optional<kova::test::OtherApartment> other;
+std::wstring argument;                     ///< of the script's
+bool elsewhere = false;                    ///< objects live in another apartment
+Pointer<IDispatch> kept;                   ///< to be released on another thread
+
+/// With all that the script holds.
+void endWith(const std::wstring& what) {
+    std::fflush(stdout);
+    if (what == L"apartment")
+        CoUninitialize();
+    if (what == L"at once")
+        ExitProcess(0);
+    std::exit(0);
+}
 
 HRESULT failAs(const std::wstring& how, EXCEPINFO& details) {
     if (how == L"bare")
@@ -46,7 +61,8 @@ HRESULT failAs(const std::wstring& how, EXCEPINFO& details) {
         details.wCode = 513;
     else
         details.scode = STG_E_MEDIUMFULL;
-    if (how == L"deferred" && other) // Wine carries the function itself to another apartment, cut to 32 bits
+    if (how == L"deferred" &&
+        elsewhere) // Wine carries the function itself to another apartment, cut to 32 bits
         details.bstrDescription = SysAllocString(L"Filled in when asked");
     else if (how == L"deferred")
         details.pfnDeferredFillIn = [](EXCEPINFO* asked) -> HRESULT {
@@ -176,6 +192,14 @@ class ScriptEnvironment final : public kova::com::DispatchObject {
             std::printf("%s\n", line.c_str());
         } else if (member == L"Fail")
             failure = words[0];
+        else if (member == L"End")
+            endWith(words[0]);
+        else if (member == L"Keep")
+            kept = object;
+        else if (member == L"ReleaseElsewhere")
+            std::thread([] { kept = {}; }).join();
+        else if (member == L"Argument")
+            *result = std::exchange(*Value(kova::com::narrow(argument)), VARIANT{});
         else if (member == L"Left")
             *result = std::exchange(*Value(left()), VARIANT{});
         else if (member == L"ConnectObject")
@@ -194,8 +218,8 @@ class ScriptEnvironment final : public kova::com::DispatchObject {
         auto** const made = reinterpret_cast<void**>(object.put());
         HRESULT code = CLSIDFromProgID(words[0].c_str(), &classId);
         if (SUCCEEDED(code))
-            code = other ? other->create(classId, IID_IDispatch, made)
-                         : CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, made);
+            code = elsewhere ? kova::test::createElsewhere(classId, IID_IDispatch, made)
+                             : CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, made);
         if (SUCCEEDED(code) && words.size() > 1)
             code = connect(object.get(), words[1]);
         if (SUCCEEDED(code) && result != nullptr) {
@@ -205,7 +229,8 @@ class ScriptEnvironment final : public kova::com::DispatchObject {
         return code;
     }
     static constexpr const wchar_t* Members[] = {
-        L"Echo", L"CreateObject", L"ConnectObject", L"DisconnectObject", L"Fail", L"Left"};
+        L"Echo", L"CreateObject", L"ConnectObject", L"DisconnectObject", L"Fail", L"Left",
+        L"End",  L"Argument",     L"Keep",          L"ReleaseElsewhere"};
 };
 
 class Site final : public IActiveScriptSite {
@@ -247,18 +272,12 @@ class Site final : public IActiveScriptSite {
     HRESULT STDMETHODCALLTYPE OnLeaveScript() override { return S_OK; }
 };
 
-} // namespace
-
-int main(int count, char** arguments) {
-    if (count < 2)
-        return 2;
-    std::ifstream file(arguments[1], std::ios::binary);
-    const std::string code((std::istreambuf_iterator(file)), {});
+int play(const std::string& file) {
+    std::ifstream lines(file, std::ios::binary);
+    const std::string code((std::istreambuf_iterator(lines)), {});
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    if (count > 2)
-        other.emplace();
     CLSID language{};
-    CLSIDFromProgID(std::string_view(arguments[1]).ends_with(".js") ? L"JScript" : L"VBScript", &language);
+    CLSIDFromProgID(file.ends_with(".js") ? L"JScript" : L"VBScript", &language);
     static Site site;
     if (code.empty() || FAILED(CoCreateInstance(language, nullptr, CLSCTX_INPROC_SERVER, IID_IActiveScript,
                                                 reinterpret_cast<void**>(engine.put()))))
@@ -270,7 +289,21 @@ int main(int count, char** arguments) {
     parser->ParseScriptText(kova::com::wide(code).c_str(), nullptr, nullptr, nullptr, 0, 0,
                             SCRIPTTEXT_ISVISIBLE, nullptr, nullptr);
     engine->SetScriptState(SCRIPTSTATE_CONNECTED);
-    engine->Close();
-    other.reset();
+    if (argument != L"thread")
+        engine->Close();
+    return errors;
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    kova::test::endWithCrashes();
+    if (count < 2)
+        return 2;
+    argument = kova::com::wide(count > 2 ? arguments[2] : "");
+    elsewhere = argument == L"elsewhere";
+    if (argument != L"thread")
+        return play(arguments[1]);
+    std::thread(play, arguments[1]).join();
     return errors;
 }
