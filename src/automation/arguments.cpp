@@ -25,6 +25,8 @@ bool isLeftOut(const VARIANT& value) {
     return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND;
 }
 
+} // namespace
+
 VARTYPE variantType(Type type) {
     switch (type) {
     case Type::Int16:
@@ -44,6 +46,8 @@ VARTYPE variantType(Type type) {
     }
     return VT_EMPTY;
 }
+
+namespace {
 
 /// A connection object of the host's; Nothing leaves the component without one.
 HRESULT readConnection(VARIANT& value, Variant& result) {

@@ -35,6 +35,8 @@ class Arguments {
     std::vector<Variant> values_, before_;
 };
 
+/// How automation calls a type of the component's.
+VARTYPE variantType(type_description::Type type);
 /// Puts a value of the component into an empty VARIANT. Throws std::bad_alloc.
 void assign(VARIANT& target, const Variant& value);
 

@@ -17,15 +17,19 @@ namespace {
 /// A BSTR that a sink may replace.
 class Text {
   public:
-    explicit Text(std::string& text) : text_(text), bstr_(com::makeBstr(text)) {}
+    explicit Text(std::string& text) : text_(text), before_(com::wide(text)), bstr_(com::makeBstr(before_)) {}
     Text(const Text&) = delete;
     Text& operator=(const Text&) = delete;
     ~Text() { SysFreeString(bstr_); }
     BSTR* reference() { return &bstr_; }
-    void takeBack() { text_ = com::narrow(bstr_); }
+    void takeBack() {
+        if (std::wstring_view(bstr_, SysStringLen(bstr_)) != before_)
+            text_ = com::narrow(bstr_);
+    }
 
   private:
     std::string& text_;
+    const std::wstring before_;
     BSTR bstr_;
 };
 
@@ -142,8 +146,10 @@ class EventSource::Sink final : public EventSink, public std::enable_shared_from
         UINT wrong = 0;
         const HRESULT code = target_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
                                              &result, &details, &wrong);
-        if (code != DISP_E_EXCEPTION) // a sink need not handle every event
-            return {code == DISP_E_MEMBERNOTFOUND ? S_OK : code, {}, "The event handler failed"};
+        if (SUCCEEDED(code) || code == DISP_E_MEMBERNOTFOUND) // a sink need not handle every event
+            return {};
+        if (code != DISP_E_EXCEPTION)
+            return {code, {}, "The event handler failed"};
         if (details.pfnDeferredFillIn != nullptr)
             details.pfnDeferredFillIn(&details);
         Outcome outcome{details.scode, com::narrow(details.bstrSource), com::narrow(details.bstrDescription)};
