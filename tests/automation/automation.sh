@@ -1,20 +1,29 @@
 #!/bin/sh
 # Plays what hosts do through automation alone, and compares what they saw with what is written here.
 #
-#   automation.sh WINE SCRIPT_HOST EARLY_BOUND RAW_HOST FOLDER
+#   automation.sh WINE SCRIPT_HOST EARLY_BOUND RAW_HOST INTERFACE_DEFINITION FOLDER
 set -u
-wine=$1 script_host=$2 early_bound=$3 raw_host=$4 played=$5
+wine=$1 script_host=$2 early_bound=$3 raw_host=$4 definition=$5 played=$6
 here=$(dirname "$0")
 mkdir -p "$played"
 failed=0
 compared() { # NAME COMMAND...
   name=$1
   shift
-  "$wine" "$@" >"$played/$name.out" || { echo "$name failed: $*"; failed=1; }
+  "$wine" "$@" >"$played/$name.out" 2>"$played/$name.err" || { echo "$name failed: $*"; failed=1; }
+  ! grep ':heap:' "$played/$name.err" || failed=1
   as_here <"$here/$name.trace" >"$played/$name.trace"
   tr -d '\r' <"$played/$name.out" | diff -u --label expected "$played/$name.trace" --label "$*" - || failed=1
 }
 as_here() { cat; }
+# Windows checks each block of memory when it is freed, and used again: what was written behind it or into a freed one.
+for host in "$script_host" "$early_bound" "$raw_host"; do
+  "$wine" reg add "HKLM\\Software\\Microsoft\\Windows NT\\CurrentVersion\\Image File Execution Options\\$(basename "$host")" \
+    /v GlobalFlag /t REG_DWORD /d 0x70 /f >/dev/null 2>&1 || { echo "cannot check memory"; failed=1; }
+done
+export WINEDEBUG=-all,err+heap,warn+heap
+# What the type library is compiled from; all of it is frozen.
+diff -u "$here/kova_drawer_man_automation.idl" "$definition" || failed=1
 scripts="movement.vbs movement.js events.vbs"
 for script in $scripts; do
   compared $script "$script_host" "$here/$script"

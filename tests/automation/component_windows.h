@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <thread>
+#include <vector>
 
 namespace kova::test {
 
@@ -61,6 +62,38 @@ inline void answer(DISPID id, VARIANT* arguments) {
     *arguments[1].plVal = -9;
     *arguments[0].pboolVal = VARIANT_TRUE;
 }
+
+/// A movement's variables, the host's own.
+struct Movement {
+    LONG payment = 1, activity = 2;
+    double amount = 12.5;
+    BSTR currency, note;
+    short place = 0;
+    VARIANT_BOOL incoming = VARIANT_FALSE;
+    explicit Movement(const wchar_t* inCurrency = L"€", const wchar_t* withNote = nullptr)
+        : currency(SysAllocString(inCurrency)), note(SysAllocString(withNote)) {}
+    Movement(const Movement&) = delete;
+    Movement& operator=(const Movement&) = delete;
+    ~Movement() {
+        SysFreeString(currency);
+        SysFreeString(note);
+    }
+    HRESULT raise(_cls_Kova_Drawer_Man* drawer) {
+        return drawer->SalvaPagamento(&payment, &amount, &currency, &note, &place, &activity, &incoming);
+    }
+    /// From the last to the first.
+    std::vector<VARIANT> references() {
+        const std::pair<int, void*> all[] = {{VT_BOOL, &incoming}, {VT_I4, &activity},   {VT_I2, &place},
+                                             {VT_BSTR, &note},     {VT_BSTR, &currency}, {VT_R8, &amount},
+                                             {VT_I4, &payment}};
+        std::vector<VARIANT> arguments(std::size(all));
+        for (std::size_t i = 0; i < arguments.size(); ++i) {
+            arguments[i].vt = static_cast<VARTYPE>(all[i].first | VT_BYREF);
+            arguments[i].byref = all[i].second;
+        }
+        return arguments;
+    }
+};
 
 /// Whether the component's module may go, since nobody holds anything of it.
 inline bool letGo() {

@@ -15,22 +15,6 @@ namespace {
 
 using namespace kova::test;
 
-/// A movement's variables, the host's own.
-struct Movement {
-    LONG payment = 1, activity = 2;
-    double amount = 12.5;
-    BSTR currency = SysAllocString(L"EUR"), note = SysAllocString(L"change");
-    short place = 1;
-    VARIANT_BOOL incoming = VARIANT_FALSE;
-    Movement() = default;
-    Movement(const Movement&) = delete;
-    Movement& operator=(const Movement&) = delete;
-    ~Movement() {
-        SysFreeString(currency);
-        SysFreeString(note);
-    }
-};
-
 /// The property by the type library's own invocation, the event by a loop over the sinks.
 class Bare final : public kova::com::DispatchObject {
   public:
@@ -46,20 +30,8 @@ class Bare final : public kova::com::DispatchObject {
     }
     void raise(Movement& movement) {
         const auto sinks = sinks_; // which may change meanwhile
-        BSTR currency = SysAllocString(movement.currency), note = SysAllocString(movement.note);
-        std::vector<VARIANT> arguments;
-        for (const auto& [type, place] :
-             std::initializer_list<std::pair<int, void*>>{{VT_BOOL, &movement.incoming},
-                                                          {VT_I4, &movement.activity},
-                                                          {VT_I2, &movement.place},
-                                                          {VT_BSTR, &note},
-                                                          {VT_BSTR, &currency},
-                                                          {VT_R8, &movement.amount},
-                                                          {VT_I4, &movement.payment}}) {
-            VariantInit(&arguments.emplace_back());
-            arguments.back().vt = static_cast<VARTYPE>(type | VT_BYREF);
-            arguments.back().byref = place;
-        }
+        Movement own(movement.currency, movement.note);
+        auto arguments = own.references();
         for (const auto& [cookie, sink] : sinks) {
             DISPPARAMS parameters{arguments.data(), nullptr, 7, 0};
             kova::com::Value result;
@@ -68,10 +40,6 @@ class Bare final : public kova::com::DispatchObject {
             sink->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, &result, &details,
                          &wrong);
         }
-        SysReAllocString(&movement.currency, currency);
-        SysReAllocString(&movement.note, note);
-        SysFreeString(currency);
-        SysFreeString(note);
     }
 
   private:
@@ -154,12 +122,8 @@ int main() {
                                         &result, nullptr, nullptr)) &&
                result.vt == VT_I4 && result.lVal == 7;
     };
-    Movement movement;
-    const auto raise = [&] {
-        Movement& m = movement;
-        return SUCCEEDED(drawer->SalvaPagamento(&m.payment, &m.amount, &m.currency, &m.note, &m.place,
-                                                &m.activity, &m.incoming));
-    };
+    Movement movement(L"EUR", L"change");
+    const auto raise = [&] { return SUCCEEDED(movement.raise(drawer.get())); };
     for (int i = 0; i < 1000; ++i) // what the first calls make for good
         raise(), bare->raise(movement), read(drawer.get()), read(bare.get());
     compare(
