@@ -73,6 +73,14 @@ std::pair<double, double> medians(int calls, const Call& ours, const Call& bare)
     return {times.first[Blocks / 2], times.second[Blocks / 2]};
 }
 
+/// How many times as long as the bare object's; without optimisation the component's layers cost more than
+/// Windows'.
+#ifdef __OPTIMIZE__
+constexpr double Most = 1.5;
+#else
+constexpr double Most = 4;
+#endif
+
 int failures = 0;
 
 /// Of all heaps, with every text and object that lives.
@@ -90,7 +98,7 @@ void compare(const char* what, int calls, const Call& ours, const Call& bare) {
     before["heap blocks"] = heapBlocks();
     const auto [time, least] = medians(calls, ours, bare);
     std::fprintf(stderr, "%s: %.3f us, at least %.3f us, %.2f times\n", what, time, least, time / least);
-    failures += time > 1.5 * least;
+    failures += time > Most * least;
     auto after = resources();
     after["heap blocks"] = heapBlocks();
     for (const auto& [name, count] : after) {
