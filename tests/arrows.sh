@@ -21,9 +21,10 @@ adapters/ado         base ports com
 adapters/databases   base ports adapters/sqlite adapters/odbc adapters/ado
 adapters/qt          base ports widgets services screen
 library              base ports widgets services component adapters/system adapters/databases adapters/qt
+c_interface          base ports component drawer_dialog library
 
 automation           base com component library adapters/ado
-automation/type_library component
+automation/type_library automation component
 
 scenario             base component
 shop                 ports services adapters/sqlite

@@ -1,6 +1,6 @@
 #include "demonstration/look.h"
 
-#include "library/kova_drawer_man.h"
+#include "library/library.h"
 
 #include <QSize>
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "documents/day_report.h"
-#include "library/kova_drawer_man.h"
+#include "library/library.h"
 #include "shop/shop_database.h"
 #include "shop/shop_rows.h"
 

@@ -1,6 +1,6 @@
 #include "demonstration/texts.h"
 
-#include "library/kova_drawer_man.h"
+#include "library/library.h"
 
 #include <array>
 

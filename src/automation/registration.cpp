@@ -1,5 +1,6 @@
 #include "automation/registration.h"
 
+#include "automation/marshallers.h"
 #include "automation/server_module.h"
 #include "com/com_values.h"
 #include "component/type_description.h"
@@ -81,12 +82,11 @@ void writeTypeLibrary(Writer& registry) {
     registry.set(version + L"\\HELPDIR", file.substr(0, file.find_last_of(L'\\')));
 }
 
-/// Calls from other apartments are carried by Windows' own marshaller, which asks the type library.
 void writeInterface(Writer& registry, std::string_view name, std::string_view identifier,
-                    const wchar_t* marshaller) {
+                    const char* marshaller) {
     const std::wstring key = interfaceKey(identifier);
     registry.set(key, com::wide(name));
-    registry.set(key + L"\\ProxyStubClsid32", marshaller);
+    registry.set(key + L"\\ProxyStubClsid32", com::wide(marshaller));
     registry.set(key + L"\\TypeLib", braced(library().identifier));
     registry.set(key + L"\\TypeLib", LibraryVersion, L"Version");
 }
@@ -112,10 +112,9 @@ HRESULT registerServer(Hive hive) {
     writeTypeLibrary(registry);
     if (registry.result != ERROR_SUCCESS)
         return SELFREG_E_CLASS;
-    writeInterface(registry, library().interfaceName, library().interfaceIdentifier,
-                   L"{00020424-0000-0000-C000-000000000046}");
+    writeInterface(registry, library().interfaceName, library().interfaceIdentifier, TableMarshaller);
     writeInterface(registry, library().eventInterfaceName, library().eventInterfaceIdentifier,
-                   L"{00020420-0000-0000-C000-000000000046}");
+                   DispatchMarshaller);
     return registry.result == ERROR_SUCCESS ? S_OK : SELFREG_E_TYPELIB;
 }
 

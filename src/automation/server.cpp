@@ -1,7 +1,7 @@
 // What Windows asks of the module: the class, whether it may go, and to register or forget the class.
 #include "automation/class_factory.h"
 #include "automation/registration.h"
-#include "library/kova_drawer_man.h"
+#include "library/library.h"
 
 #include "kova_drawer_man_automation.h"
 

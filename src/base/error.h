@@ -1,5 +1,4 @@
 #pragma once
-#include "base/export.h"
 
 #include <cstdint>
 #include <stdexcept>
@@ -9,7 +8,7 @@
 namespace kova {
 
 /// A failure as the error log records it: a number and a description.
-class KOVA_API Error : public std::runtime_error {
+class Error : public std::runtime_error {
   public:
     Error(std::int32_t number, const std::string& description)
         : std::runtime_error(description), number_(number) {}
@@ -21,7 +20,7 @@ class KOVA_API Error : public std::runtime_error {
 
 /// A database failure. `number()` is the provider's error number, `sqlState()` the five characters of ISO
 /// 9075.
-class KOVA_API DatabaseError : public Error {
+class DatabaseError : public Error {
   public:
     static constexpr std::int32_t CommandFailed =
         -2147217900; ///< the text was refused, or an object is missing

@@ -1,6 +1,5 @@
 #pragma once
 #include "base/connection.h"
-#include "base/export.h"
 #include "component/events.h"
 #include "component/variant.h"
 
@@ -25,7 +24,7 @@ class ComponentState;
 /// Parameters are passed by reference as the published interface has them; only the event-raising methods may
 /// change their arguments. `Show`, `Inizializza`, `InizializzaByConnString`, `DiscardForm` and the
 /// construction never fail towards the host: a failure is one record of the error log.
-class KOVA_API cls_Kova_Drawer_Man {
+class cls_Kova_Drawer_Man {
   public:
     cls_Kova_Drawer_Man(const cls_Kova_Drawer_Man&) = delete;
     cls_Kova_Drawer_Man& operator=(const cls_Kova_Drawer_Man&) = delete;

@@ -31,6 +31,7 @@ class ComponentState final : public ParentComponent {
     [[nodiscard]] const ComponentOptions& options() const override { return options_; }
     [[nodiscard]] ComponentOptions& options() { return options_; }
     [[nodiscard]] std::shared_ptr<const void> keptAlive() const override { return component_.lock(); }
+    void dialogClosed() override { closed(); }
     void ApriCassetto() override;
     void Stampa(std::string& DataOP) override;
     void Anteprima(std::string& DataOP) override;
@@ -38,6 +39,7 @@ class ComponentState final : public ParentComponent {
                         std::int16_t& cassetto, std::int32_t& tipoIncasso, bool& isIncasso) override;
 
     [[nodiscard]] Connection connect(EventSink& sink);
+    Signal<> closed; ///< the dialog has left the screen; its slots must not throw
     /// Null before the first `show`.
     [[nodiscard]] frm_Drawer_Management* dialog() const { return dialog_.get(); }
     void show(std::int32_t modality);

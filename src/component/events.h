@@ -1,5 +1,4 @@
 #pragma once
-#include "base/export.h"
 
 #include <cstdint>
 #include <string>
@@ -10,7 +9,7 @@ namespace kova {
 /// thread; the component goes on when the last connected sink has returned. What a sink writes into an
 /// argument reaches later sinks and the component. An exception ends the request: the component records it in
 /// its log and does not reset what the cashier entered.
-class KOVA_API EventSink {
+class EventSink {
   public:
     virtual ~EventSink() = default;
     /// Store one movement. `importo` in units of `Valuta`, as typed: not signed by direction; `isIncasso` is

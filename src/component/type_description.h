@@ -1,5 +1,4 @@
 #pragma once
-#include "base/export.h"
 
 #include <cstdint>
 #include <span>
@@ -56,16 +55,20 @@ struct Library {
     std::span<const Alias> aliases;
 };
 
-KOVA_API const Library& library();
+const Library& library();
 /// The 32 members in the order of publication.
-KOVA_API std::span<const Member> members();
-KOVA_API std::span<const Event> events();
+std::span<const Member> members();
+std::span<const Event> events();
 /// `kDMTypeRow`.
-KOVA_API std::span<const EnumerationValue> enumeration();
+std::span<const EnumerationValue> enumeration();
 
 /// The member of that name (letter case aside) or id and of that kind; null when the interface has none.
-KOVA_API const Member* find(std::string_view name, MemberKind kind);
-KOVA_API const Member* find(int dispatchId, MemberKind kind);
+const Member* find(std::string_view name, MemberKind kind);
+const Member* find(int dispatchId, MemberKind kind);
+
+/// What it is for, in English sentences; both halves of a property have the same.
+std::string_view summary(const Member& member);
+std::string_view summary(const Event& event);
 
 } // namespace type_description
 } // namespace kova

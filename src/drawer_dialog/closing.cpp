@@ -41,7 +41,7 @@ void frm_Drawer_Management::Unload() {
         return;
     MetroStyleAttivo_ = false;
     --process_.loadedDialogs;
-    lifetime_.unload();
+    ended([&] { lifetime_.unload(); }, [&] { parent().dialogClosed(); });
 }
 
 } // namespace kova

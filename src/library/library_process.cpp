@@ -90,11 +90,16 @@ void LibraryProcess::enter(CallKind kind) {
 void LibraryProcess::leave(CallKind kind) noexcept {
     if (kind == CallKind::Event && --events_ == 0 && phase_ == Phase::Ending)
         closeDialogs();
-    if (--calls_ == 0 && phase_ == Phase::Ending)
+    if (--calls_ > 0)
+        return;
+    if (phase_ == Phase::Ending) {
+        eventLoop_.finishTurns();
         eventLoop_.afterHandlers([this] {
             if (calls_ == 0)
                 finish();
         });
+    }
+    eventLoop_.hostLeaves();
 }
 
 // The user may set another region at any time. What stands on the screen was written in the one before, and

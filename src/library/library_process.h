@@ -17,6 +17,9 @@
 
 namespace kova {
 
+/// Calls a function of the host's where its language may run, wherever the library runs just now.
+void onHostStack(const std::function<void()>& call);
+
 /// What all components of a process share, put together for a real machine with a screen. The components
 /// keep it alive: a host may hold them longer than the library does. It belongs to the thread that made it,
 /// and admits calls of the host on that one alone.
@@ -45,7 +48,10 @@ class LibraryProcess final : public HostCalls, public std::enable_shared_from_th
     void useLogFolder(const std::string& folder);
     void setScreenAids(const ScreenAids& aids);
     void setDecimalKey(DecimalKey key);
-    void processEvents() { eventLoop_.processPendingEvents(); }
+    void setParentWindow(std::uint64_t window) { userInterface_.setHostWindow(static_cast<WId>(window)); }
+    void processEvents() { eventLoop_.takeTurn(); }
+    [[nodiscard]] int eventDescriptor() { return eventLoop_.eventDescriptor(); }
+    void onHostStack(const std::function<void()>& call) { eventLoop_.onHostStack(call); }
     /// Closes all dialogs, at once or when the outermost event has returned, and ends the Qt application, if
     /// it is the library's, when also all other calls have; then calls `ended`. Components may be released
     /// afterwards, whenever the host likes.

@@ -1,5 +1,4 @@
 #pragma once
-#include "base/export.h"
 
 #include <cstddef>
 #include <optional>
@@ -39,6 +38,6 @@ struct RegionalSettings {
 
 /// Settings of a region by its tag, letter case and "_" for "-" aside: it-IT, it-CH, de-DE, de-CH, de-AT,
 /// en-US, en-GB, fr-CH. Nothing for any other.
-KOVA_API std::optional<RegionalSettings> regionalSettings(std::string_view name);
+std::optional<RegionalSettings> regionalSettings(std::string_view name);
 
 } // namespace kova

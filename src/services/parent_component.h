@@ -37,6 +37,8 @@ class ParentComponent {
     /// Keeps the component while it is held; null when the component is being destroyed.
     [[nodiscard]] virtual std::shared_ptr<const void> keptAlive() const = 0;
 
+    /// The dialog has left the screen.
+    virtual void dialogClosed() = 0;
     virtual void ApriCassetto() = 0;
     virtual void Stampa(std::string& DataOP) = 0;
     virtual void Anteprima(std::string& DataOP) = 0;

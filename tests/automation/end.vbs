@@ -9,7 +9,7 @@ Set other = WScript.CreateObject("Kova_Drawer_Man.cls_Kova_Drawer_Man")
 Set drawer = WScript.CreateObject("Kova_Drawer_Man.cls_Kova_Drawer_Man", "On_")
 drawer.Show 0
 WScript.Echo "open " & WScript.Left
-Select Case WScript.Argument
+Select Case WScript.Arguments(0)
   Case "event"
     drawer.ApriCassetto
   Case "release"
@@ -23,5 +23,5 @@ Select Case WScript.Argument
     WScript.ReleaseElsewhere
     WScript.Echo "released " & WScript.Left & other.idCassa
   Case "exit", "at once", "apartment"
-    WScript.End WScript.Argument
+    WScript.End WScript.Arguments(0)
 End Select

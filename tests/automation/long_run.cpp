@@ -1,7 +1,7 @@
 // A day's calls and events of a busy till: they leave nothing behind, and take at most one and a half times
 // as long as through the least that such an object can be.
-#include "../library/process_windows.h"
 #include "com/com_headers.h"
+#include "library/process_windows.h"
 
 #include <initguid.h> // defines the header's identifiers
 

@@ -1,8 +1,8 @@
 // A host that calls as no compiler and no script lets it:
 //
 //   raw_host FILE    makes the calls of a file, says what came of each, and goes on with calls of its own
-#include "../library/process_windows.h"
 #include "com/com_headers.h"
+#include "library/process_windows.h"
 
 #include <initguid.h> // defines the header's identifiers
 

@@ -1,16 +1,23 @@
 // A script of a host, run by Windows' own script engine:
 //
-//   script_host FILE.vbs|FILE.js [ARGUMENT]    `elsewhere`: the objects live in another apartment; `thread`:
-//   the
-//                                              script runs on one, which ends and leaves all as it is
+//   script_host FILE.vbs|FILE.js [ARGUMENT]    elsewhere: objects live in another apartment; thread: the
+//   script
+//                                              runs on one, which ends and leaves all as it is
 //
-// WScript has Echo, CreateObject(name, prefix), ConnectObject(object, prefix) and DisconnectObject(object,
-// prefix): events of that object call the script's functions that are named by the prefix and the event's
-// name. Fail(how) makes a handler fail as no script does. Left is what lives: sinks, the component's module
-// and windows. End(what) ends the process, or the apartment before. Keep(object)
-// and ReleaseElsewhere release it on another thread.
-#include "../library/process_windows.h"
+// ConnectObject and DisconnectObject(object, prefix) are as they are said to be; Fail(how) makes a handler
+// fail as no script does; Left is what lives: sinks, the component's module and windows; End(what) ends the
+// process, or the apartment before; Keep(object) and ReleaseElsewhere release it on another thread. It has
+// WScript.Echo, WScript.Arguments(0), and WScript.CreateObject(name, prefix): events of that object call the
+// script's functions that are named by the prefix and the event's name. A cashier's hands besides, in
+// whichever program the dialog is, at places that part the width and height of the window in front:
+//
+//   WScript.When windows, function    calls it when so many of the component's windows have stood still
+//   WScript.Touch x, y
+//   WScript.Press key                 by its virtual code
+//   WScript.Color(x, y)               hexadecimal digits of red, green and blue
 #include "com/com_headers.h"
+#include "library/fingers_windows.h"
+#include "library/process_windows.h"
 
 #include <initguid.h> // defines the identifiers of the engine's interfaces
 
@@ -21,9 +28,11 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -31,20 +40,20 @@ namespace {
 using kova::com::Pointer;
 using kova::com::query;
 using kova::com::Value;
+namespace test = kova::test;
 
 Pointer<IActiveScript> engine;
+std::wstring hostArgument;
 int errors = 0;
 int runningHandlers = 0;
 EXCEPINFO failedHandler{}; ///< what the engine said of the last failure inside one
 std::wstring failure;      ///< how the running handler is to fail
 int sinks = 0;
 std::map<std::wstring, DWORD> connections; ///< by their prefixes
-std::wstring argument;                     ///< of the script's
-bool elsewhere = false;                    ///< objects live in another apartment
-Pointer<IDispatch> kept;                   ///< to be released on another thread
+Pointer<IDispatch> givenObject, kept;      ///< a call's object; one to be released on another thread
 
 /// With all that the script holds.
-void endWith(const std::wstring& what) {
+std::wstring endWith(const std::wstring& what) {
     std::fflush(stdout);
     if (what == L"apartment")
         CoUninitialize();
@@ -61,8 +70,8 @@ HRESULT failAs(const std::wstring& how, EXCEPINFO& details) {
         details.wCode = 513;
     else
         details.scode = STG_E_MEDIUMFULL;
-    if (how == L"deferred" &&
-        elsewhere) // Wine carries the function itself to another apartment, cut to 32 bits
+    // Wine carries the function itself to another apartment, cut to 32 bits.
+    if (how == L"deferred" && hostArgument == L"elsewhere")
         details.bstrDescription = SysAllocString(L"Filled in when asked");
     else if (how == L"deferred")
         details.pfnDeferredFillIn = [](EXCEPINFO* asked) -> HRESULT {
@@ -70,6 +79,43 @@ HRESULT failAs(const std::wstring& how, EXCEPINFO& details) {
             return S_OK;
         };
     return DISP_E_EXCEPTION;
+}
+
+HRESULT callScript(std::wstring function, DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* details,
+                   UINT* wrong) {
+    Pointer<IDispatch> script;
+    engine->GetScriptDispatch(nullptr, script.put());
+    LPOLESTR wanted = function.data();
+    DISPID called = 0;
+    if (FAILED(script->GetIDsOfNames(IID_NULL, &wanted, 1, LOCALE_USER_DEFAULT, &called)))
+        return DISP_E_MEMBERNOTFOUND;
+    return script->Invoke(called, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, result,
+                          details, wrong);
+}
+
+/// What the cashier waits for.
+struct Wait {
+    int windows;
+    std::wstring function;
+    int looks = 0, stood = 0;
+};
+std::optional<Wait> wait;
+
+void CALLBACK look(HWND, UINT, UINT_PTR, DWORD) {
+    if (!wait)
+        return;
+    wait->stood = std::ssize(test::shownWindows(true, 0)) == wait->windows ? wait->stood + 1 : 0;
+    if (++wait->looks > 300) {
+        std::printf("never %d windows for %s\n", wait->windows, kova::com::narrow(wait->function).c_str());
+        std::fflush(stdout);
+        _exit(4);
+    }
+    if (wait->stood < 5)
+        return;
+    DISPPARAMS none{};
+    const int outerHandlers = std::exchange(runningHandlers, 0);
+    callScript(std::exchange(wait, {})->function, none, nullptr, nullptr, nullptr);
+    runningHandlers = outerHandlers;
 }
 
 /// The engine writes back through references to VARIANTs alone: each argument by reference gets one, whose
@@ -80,19 +126,13 @@ class Sink final : public kova::com::DispatchObject {
         : prefix_(std::move(prefix)), events_(std::move(events)) {
         ++sinks;
     }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD, DISPPARAMS* given, VARIANT* result,
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* given, VARIANT* result,
                                      EXCEPINFO* details, UINT* wrong) override {
         BSTR name = nullptr;
         UINT count = 0;
         events_->GetNames(id, &name, 1, &count);
         std::wstring function = prefix_ + name;
         SysFreeString(name);
-        Pointer<IDispatch> script;
-        engine->GetScriptDispatch(nullptr, script.put());
-        LPOLESTR wanted = function.data();
-        DISPID called = 0;
-        if (FAILED(script->GetIDsOfNames(IID_NULL, &wanted, 1, locale, &called)))
-            return DISP_E_MEMBERNOTFOUND;
         std::vector<VARIANT> shadows(given->cArgs), arguments(given->cArgs);
         for (UINT i = 0; i < given->cArgs; ++i) {
             VariantInit(&shadows[i]);
@@ -102,8 +142,7 @@ class Sink final : public kova::com::DispatchObject {
         }
         DISPPARAMS parameters{arguments.data(), nullptr, given->cArgs, 0};
         ++runningHandlers;
-        HRESULT code =
-            script->Invoke(called, IID_NULL, locale, DISPATCH_METHOD, &parameters, result, details, wrong);
+        HRESULT code = callScript(function, parameters, result, details, wrong);
         --runningHandlers;
         if (code == static_cast<HRESULT>(SCRIPT_E_REPORTED)) { // to the site, and no more to whoever called
             *details = failedHandler;
@@ -120,14 +159,10 @@ class Sink final : public kova::com::DispatchObject {
     static void writeBack(const VARIANT& target, VARIANT& shadow) {
         const VARTYPE type = target.vt & ~VT_BYREF;
         VariantChangeType(&shadow, &shadow, 0, type);
-        if (type == VT_I4)
-            *target.plVal = shadow.lVal;
-        else if (type == VT_I2 || type == VT_BOOL)
-            *target.piVal = shadow.iVal;
-        else if (type == VT_R8)
-            *target.pdblVal = shadow.dblVal;
-        else if (type == VT_BSTR)
+        if (type == VT_BSTR)
             SysReAllocString(target.pbstrVal, shadow.bstrVal);
+        else
+            std::memcpy(target.byref, &shadow.lVal, type == VT_R8 ? 8 : type == VT_I4 ? 4 : 2);
         VariantClear(&shadow);
     }
     std::wstring prefix_;
@@ -152,9 +187,9 @@ HRESULT connect(IDispatch* object, const std::wstring& prefix) {
     return point->Advise(sink.get(), &connections[prefix]);
 }
 
-std::string left() {
-    return std::to_string(sinks) + (kova::test::letGo() ? " gone " : " held ") +
-           std::to_string(kova::test::shownWindows(true).size());
+std::wstring left() {
+    return std::to_wstring(sinks) + (test::letGo() ? L" gone " : L" held ") +
+           std::to_wstring(test::shownWindows(true).size());
 }
 
 std::wstring text(VARIANT& value) {
@@ -164,62 +199,96 @@ std::wstring text(VARIANT& value) {
     return std::wstring(result->bstrVal, SysStringLen(result->bstrVal));
 }
 
+using Words = std::vector<std::wstring>;
+
+std::wstring echo(const Words& words) {
+    std::string line;
+    for (const auto& word : words)
+        line += (line.empty() ? "" : " ") + kova::com::narrow(word);
+    std::printf("%s\n", line.c_str());
+    return {};
+}
+
+POINT place(const Words& words) {
+    return test::place(test::front(0), std::stod(words[0]), std::stod(words[1]));
+}
+
+std::wstring color(const Words& words) {
+    const POINT at = place(words);
+    const HDC screen = GetDC(nullptr);
+    const COLORREF seen = GetPixel(screen, at.x, at.y);
+    ReleaseDC(nullptr, screen);
+    wchar_t digits[8];
+    std::swprintf(digits, 8, L"%02x%02x%02x", GetRValue(seen), GetGValue(seen), GetBValue(seen));
+    return digits;
+}
+
 class ScriptEnvironment final : public kova::com::DispatchObject {
   public:
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
         const auto* const found = std::ranges::find_if(
-            Members, [&](const wchar_t* member) { return _wcsicmp(names[0], member) == 0; });
+            Members, [&](const Member& member) { return _wcsicmp(names[0], member.name) == 0; });
         ids[0] = static_cast<DISPID>(found - Members);
         return found != std::end(Members) ? S_OK : DISP_E_UNKNOWNNAME;
     }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* given, VARIANT* result,
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT* result,
                                      EXCEPINFO*, UINT*) override {
-        const std::wstring_view member = Members[id];
-        std::vector<std::wstring> words;
-        Pointer<IDispatch> object;
-        for (UINT i = given->cArgs; i-- > 0;) {
+        Words words;
+        for (UINT i = parameters->cArgs; i-- > 0;) {
             Value plain;
-            VariantCopyInd(&plain, &given->rgvarg[i]);
+            VariantCopyInd(&plain, &parameters->rgvarg[i]);
             if (plain->vt == VT_DISPATCH)
-                object = Pointer<IDispatch>(plain->pdispVal);
+                givenObject = Pointer<IDispatch>(plain->pdispVal);
             else
                 words.push_back(text(*plain));
         }
-        if (member == L"Echo") {
-            std::string line;
-            for (const auto& word : words)
-                line += (line.empty() ? "" : " ") + kova::com::narrow(word);
-            std::printf("%s\n", line.c_str());
-        } else if (member == L"Fail")
-            failure = words[0];
-        else if (member == L"End")
-            endWith(words[0]);
-        else if (member == L"Keep")
-            kept = object;
-        else if (member == L"ReleaseElsewhere")
-            std::thread([] { kept = {}; }).join();
-        else if (member == L"Argument")
-            *result = std::exchange(*Value(kova::com::narrow(argument)), VARIANT{});
-        else if (member == L"Left")
-            *result = std::exchange(*Value(left()), VARIANT{});
-        else if (member == L"ConnectObject")
-            return connect(object.get(), words[0]);
-        else if (member == L"DisconnectObject")
-            return kova::test::eventsOf(object.get())->Unadvise(connections[words[0]]);
-        else
+        if (id == 0)
             return create(words, result);
+        const std::wstring answer = Members[id].act(words);
+        givenObject = {};
+        if (result != nullptr) {
+            result->vt = VT_BSTR;
+            result->bstrVal = SysAllocString(answer.c_str());
+        }
         return S_OK;
     }
 
   private:
-    static HRESULT create(const std::vector<std::wstring>& words, VARIANT* result) {
+    struct Member {
+        const wchar_t* name;
+        std::wstring (*act)(const Words& words);
+    };
+    static constexpr Member Members[] = {
+        {L"CreateObject", nullptr},
+        {L"Echo", echo},
+        {L"Arguments", [](const Words&) { return hostArgument; }},
+        {L"When",
+         [](const Words& words) {
+             return wait = {std::stoi(words[0]), words[1]}, std::wstring();
+         }},
+        {L"Touch", [](const Words& words) { return test::touch(place(words)), std::wstring(); }},
+        {L"Press", [](const Words& words) { return test::press(WORD(std::stoi(words[0]))), std::wstring(); }},
+        {L"Color", color},
+        {L"Fail", [](const Words& words) { return failure = words[0], std::wstring(); }},
+        {L"Left", [](const Words&) { return left(); }},
+        {L"End", [](const Words& words) { return endWith(words[0]); }},
+        {L"Keep", [](const Words&) { return kept = givenObject, std::wstring(); }},
+        {L"ReleaseElsewhere",
+         [](const Words&) { return std::thread([] { kept = {}; }).join(), std::wstring(); }},
+        {L"ConnectObject",
+         [](const Words& words) { return connect(givenObject.get(), words[0]), std::wstring(); }},
+        {L"DisconnectObject", [](const Words& words) {
+             return test::eventsOf(givenObject.get())->Unadvise(connections[words[0]]), std::wstring();
+         }}};
+    static HRESULT create(const Words& words, VARIANT* result) {
         CLSID classId{};
         Pointer<IDispatch> object;
-        auto** const made = reinterpret_cast<void**>(object.put());
         HRESULT code = CLSIDFromProgID(words[0].c_str(), &classId);
         if (SUCCEEDED(code))
-            code = elsewhere ? kova::test::createElsewhere(classId, IID_IDispatch, made)
-                             : CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, made);
+            code = hostArgument == L"elsewhere"
+                       ? test::createElsewhere(classId, IID_IDispatch, reinterpret_cast<void**>(object.put()))
+                       : CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
+                                          reinterpret_cast<void**>(object.put()));
         if (SUCCEEDED(code) && words.size() > 1)
             code = connect(object.get(), words[1]);
         if (SUCCEEDED(code) && result != nullptr) {
@@ -228,9 +297,6 @@ class ScriptEnvironment final : public kova::com::DispatchObject {
         }
         return code;
     }
-    static constexpr const wchar_t* Members[] = {
-        L"Echo", L"CreateObject", L"ConnectObject", L"DisconnectObject", L"Fail", L"Left",
-        L"End",  L"Argument",     L"Keep",          L"ReleaseElsewhere"};
 };
 
 class Site final : public IActiveScriptSite {
@@ -272,12 +338,12 @@ class Site final : public IActiveScriptSite {
     HRESULT STDMETHODCALLTYPE OnLeaveScript() override { return S_OK; }
 };
 
-int play(const std::string& file) {
-    std::ifstream lines(file, std::ios::binary);
-    const std::string code((std::istreambuf_iterator(lines)), {});
+int play(const std::string& name) {
+    std::ifstream file(name, std::ios::binary);
+    const std::string code((std::istreambuf_iterator(file)), {});
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     CLSID language{};
-    CLSIDFromProgID(file.ends_with(".js") ? L"JScript" : L"VBScript", &language);
+    CLSIDFromProgID(name.ends_with(".js") ? L"JScript" : L"VBScript", &language);
     static Site site;
     if (code.empty() || FAILED(CoCreateInstance(language, nullptr, CLSCTX_INPROC_SERVER, IID_IActiveScript,
                                                 reinterpret_cast<void**>(engine.put()))))
@@ -288,8 +354,10 @@ int play(const std::string& file) {
     engine->AddNamedItem(L"WScript", SCRIPTITEM_ISVISIBLE);
     parser->ParseScriptText(kova::com::wide(code).c_str(), nullptr, nullptr, nullptr, 0, 0,
                             SCRIPTTEXT_ISVISIBLE, nullptr, nullptr);
+    SetTimer(nullptr, 0, 100, look);
     engine->SetScriptState(SCRIPTSTATE_CONNECTED);
-    if (argument != L"thread")
+    test::handleMessages([] { return !wait; });
+    if (hostArgument != L"thread")
         engine->Close();
     return errors;
 }
@@ -297,12 +365,12 @@ int play(const std::string& file) {
 } // namespace
 
 int main(int count, char** arguments) {
-    kova::test::endWithCrashes();
+    test::endWithCrashes();
     if (count < 2)
         return 2;
-    argument = kova::com::wide(count > 2 ? arguments[2] : "");
-    elsewhere = argument == L"elsewhere";
-    if (argument != L"thread")
+    if (count > 2)
+        hostArgument = kova::com::wide(arguments[2]);
+    if (hostArgument != L"thread")
         return play(arguments[1]);
     std::thread(play, arguments[1]).join();
     return errors;

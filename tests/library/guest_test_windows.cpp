@@ -19,26 +19,6 @@ namespace {
 
 using namespace kova::test;
 
-void modeless() {
-    Till till;
-    std::atomic<double> paid = 0;
-    till.sink.onPayment = [&](double amount) { paid = amount; };
-    till.drawer->Show(0);
-    const auto cashier = std::async(std::launch::async, [&] {
-        expect(open(1) && comes([] { return colors(front()) > 20; }), "the dialog is painted");
-        expect(comes([&, since = till.ticks.load()] { return till.ticks > since + 20; }),
-               "the till's clock goes on");
-        expect(till.takesInput(), "the till takes input");
-        touch(0.26, 0.17); // the payment
-        touch(0.19, 0.5);  // 3
-        touch(0.43, 0.17); // the activity, whose timer confirms
-        expect(comes([&] { return paid == 3; }), "touches and the dialog's timers arrive");
-        press(VK_ESCAPE);
-        expect(open(0), "a key closes the dialog");
-    });
-    handleMessages(cashier);
-}
-
 void modal() {
     Till till;
     const auto order = shownWindows(false);
@@ -162,6 +142,7 @@ void process() {
         Till till;
         till.drawer->Show(0);
         till.handleMessages(10);
+        expect(till.takesInput(), "the till takes input beside a dialog");
         kova::shutDown();
     }
     expect(callsAboutTheScreen == 0, "how the process sees the screen is left to the host");
@@ -233,7 +214,6 @@ void exitInsideAnEvent() {
 }
 
 const std::map<std::string, void (*)()> parts{
-    {"modeless", modeless},
     {"modal", modal},
     {"end-of-the-loop", quit},
     {"example", example},

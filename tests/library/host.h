@@ -19,14 +19,11 @@
 namespace kova::test {
 
 struct Host final : EventSink {
-    void SalvaPagamento(std::int32_t&, double& amount, std::string&, std::string&, std::int16_t&,
-                        std::int32_t&, bool&) override {
-        onPayment(amount);
-    }
+    void SalvaPagamento(std::int32_t&, double&, std::string&, std::string&, std::int16_t&, std::int32_t&,
+                        bool&) override {}
     void Stampa(std::string&) override {}
     void Anteprima(std::string&) override { onEvent(); }
     void ApriCassetto() override { onEvent(); }
-    std::function<void(double)> onPayment = [](double) {};
     std::function<void()> onEvent = [] {};
 };
 

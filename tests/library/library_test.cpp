@@ -64,8 +64,8 @@ void wholeLife() {
 /// In Italian, as LC_ALL names no region; in another one as soon as the user sets it and no dialog is open.
 void whatTheRegionWrites() {
     const auto day = kova::parseDate("16/11/2026");
-    expect(day && kova::formatDate(*day) == "16/11/2026" && kova::formatAmount(-1234.565, 2) == "-1.234,57" &&
-               !kova::parseDate("31/02/2026") && kova::regionalSettings().name == "it-IT",
+    expect(day && day->month == 11 && kova::formatDate(*day) == "16/11/2026" &&
+               kova::formatAmount(-1234.565, 2) == "-1.234,57" && !kova::parseDate("31/02/2026"),
            "a host reads and writes dates and amounts as the dialog does");
     const auto component = shownComponent();
     setenv("LC_ALL", "en_US", 1);

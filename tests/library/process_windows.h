@@ -6,28 +6,12 @@
 #include <psapi.h>
 #include <winternl.h>
 
-#include <array>
 #include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
 
 namespace kova::test {
-
-/// The visible windows of a process, from the front to the back.
-inline std::vector<HWND> shownWindows(bool ofQt, DWORD of = GetCurrentProcessId()) {
-    std::vector<HWND> all;
-    for (HWND window = GetTopWindow(nullptr); window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
-        DWORD process = 0;
-        GetWindowThreadProcessId(window, &process);
-        std::array<char, 64> kind{};
-        GetClassNameA(window, kind.data(), kind.size());
-        if (process == of && IsWindowVisible(window) != 0 &&
-            (std::string(kind.data()).rfind("Qt", 0) == 0) == ofQt)
-            all.push_back(window);
-    }
-    return all;
-}
 
 inline DWORD handles() {
     std::vector<unsigned char> all(1 << 20);

@@ -1,83 +1,13 @@
 #pragma once
+#include "fingers_windows.h"
 #include "host.h"
-#include "process_windows.h"
-
-#include <windows.h>
 
 #include <atomic>
 #include <climits>
 #include <future>
 #include <memory>
-#include <optional>
-#include <set>
-#include <thread>
-#include <vector>
 
 namespace kova::test {
-
-using namespace std::chrono_literals;
-
-inline HWND front() {
-    const auto all = shownWindows(true);
-    return all.empty() ? nullptr : all.front();
-}
-
-/// Whether it does so in ten seconds.
-inline bool comes(const std::function<bool()>& state) {
-    for (int i = 0; i < 500; ++i, std::this_thread::sleep_for(20ms))
-        if (state())
-            return true;
-    return false;
-}
-
-/// Whether so many windows of Qt are open before long.
-inline bool open(std::size_t windows) {
-    return comes([&] { return shownWindows(true).size() == windows; });
-}
-
-inline void send(INPUT input) {
-    SendInput(1, &input, sizeof(input));
-    std::this_thread::sleep_for(60ms);
-}
-
-/// Touches the front window at a place that its width and height are parted by.
-inline void touch(double x, double y) {
-    RECT area;
-    GetClientRect(front(), &area);
-    POINT at{static_cast<LONG>(x * area.right), static_cast<LONG>(y * area.bottom)};
-    ClientToScreen(front(), &at);
-    SetCursorPos(at.x, at.y);
-    for (const DWORD change : {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP})
-        send({.type = INPUT_MOUSE, .mi = {0, 0, 0, change, 0, 0}});
-}
-
-inline void press(WORD key) {
-    for (const DWORD change : {0, KEYEVENTF_KEYUP})
-        send({.type = INPUT_KEYBOARD, .ki = {key, 0, change, 0, 0}});
-}
-
-/// How many colours are painted in it.
-inline std::size_t colors(HWND window) {
-    RECT area;
-    GetClientRect(window, &area);
-    std::set<COLORREF> seen;
-    const HDC drawing = GetDC(window);
-    for (int x = 0; x < area.right; x += 9)
-        for (int y = 0; y < area.bottom; y += 9)
-            seen.insert(GetPixel(drawing, x, y));
-    ReleaseDC(window, drawing);
-    return seen.size();
-}
-
-/// The host's message loop, until then. Returns the exit code when the host is to end.
-inline std::optional<WPARAM> handleMessages(const std::function<bool()>& until) {
-    for (MSG message; !until(); DispatchMessageW(&message)) {
-        if (GetMessageW(&message, nullptr, 0, 0) <= 0)
-            return message.wParam;
-        TranslateMessage(&message);
-    }
-    return {};
-}
 
 /// A host of plain Windows with four windows: no Qt, its own message loop and clock.
 struct Till {

@@ -19,7 +19,7 @@ TimerId SteppedEventLoop::startTimer(Milliseconds interval, std::function<void()
 void SteppedEventLoop::advance(Milliseconds time) {
     const auto wait = [this](Milliseconds piece) {
         QEventLoop loop;
-        Caller caller(*this, &loop);
+        Caller caller(*this, [&loop] { loop.quit(); });
         QTimer::singleShot(piece, Qt::PreciseTimer, &loop, &QEventLoop::quit);
         loop.exec();
         caller.rethrow();

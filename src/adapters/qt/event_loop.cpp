@@ -3,7 +3,6 @@
 #include "adapters/qt/application.h"
 
 #include <QApplication>
-#include <QEventLoop>
 
 #include <algorithm>
 #include <utility>
@@ -64,6 +63,47 @@ void QtEventLoop::processPendingEvents() {
     caller.rethrow();
 }
 
+void QtEventLoop::takeTurn() {
+    if (loops_ > 0) // whose handlers wait on this stack
+        processPendingEvents();
+    else
+        turns_.run([this] { processPendingEvents(); });
+    deleteLeft();
+}
+
+void QtEventLoop::finishTurns() {
+    if (turns_.waiting() && !turns_.inside())
+        turns_.run([] {});
+}
+
+int QtEventLoop::eventDescriptor() {
+    if (!descriptor_)
+        descriptor_ = std::make_unique<EventDescriptor>();
+    descriptor_->refresh();
+    return descriptor_->number();
+}
+
+void QtEventLoop::hostLeaves() {
+    if (descriptor_)
+        descriptor_->refresh();
+}
+
+void QtEventLoop::Wait::run() {
+    if (owner_.turns_.inside()) {
+        owner_.turns_.waitUntil([this] { return ended_; });
+        return;
+    }
+    ++owner_.loops_;
+    if (!ended_)
+        loop_.exec();
+    --owner_.loops_;
+}
+
+void QtEventLoop::Wait::end() {
+    ended_ = true;
+    loop_.quit();
+}
+
 void QtEventLoop::endApplication() {
     alarm_.reset();
     application_.reset();
@@ -71,7 +111,11 @@ void QtEventLoop::endApplication() {
 
 void QtEventLoop::settle() {
     QCoreApplication::processEvents();
-    // With no Qt loop running nobody else carries out deleteLater.
+    deleteLeft();
+}
+
+// With no Qt loop running nobody else carries out deleteLater.
+void QtEventLoop::deleteLeft() const {
     if (runningHandlers_ == 0)
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
@@ -117,16 +161,18 @@ void QtEventLoop::keepFailure(std::exception_ptr failure) {
     }
     if (!failure_)
         failure_ = std::move(failure);
-    if (callers_.back() != nullptr)
-        callers_.back()->quit();
+    if (callers_.back()->onFailure_)
+        callers_.back()->onFailure_();
 }
 
-QtEventLoop::Caller::Caller(QtEventLoop& owner, QEventLoop* loop) : owner_(owner) {
-    owner_.callers_.push_back(loop);
+QtEventLoop::Caller::Caller(QtEventLoop& owner, std::function<void()> onFailure)
+    : owner_(owner), onFailure_(std::move(onFailure)) {
+    owner_.callers_.push_back(this);
 }
 
+// Callers in turns need not go in the order in which they came.
 QtEventLoop::Caller::~Caller() {
-    owner_.callers_.pop_back();
+    std::erase(owner_.callers_, this);
 }
 
 void QtEventLoop::Caller::rethrow() {

@@ -1,9 +1,12 @@
 #pragma once
 #include "adapters/qt/display.h"
+#include "adapters/qt/event_descriptor.h"
+#include "adapters/qt/turns.h"
 #include "ports/event_loop.h"
 #include "ports/timers.h"
 
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QPointer>
 #include <QTimer>
 
@@ -12,7 +15,6 @@
 #include <vector>
 
 class QApplication;
-class QEventLoop;
 
 namespace kova {
 
@@ -33,6 +35,34 @@ class QtEventLoop : public EventLoop {
     void stopTimer(TimerId id) override;
     void processPendingEvents() override;
 
+    /// Handles the events that wait, and returns even where a handler opens a window and waits for it: it
+    /// goes on in a later turn. For hosts with an event loop of their own; in one of Qt's, handlers wait as
+    /// ever. Throws what a handler threw.
+    void takeTurn();
+    /// Goes on with what waited for windows that are closed by now.
+    void finishTurns();
+    /// Calls a function of the host's on the stack that the host runs on.
+    void onHostStack(const std::function<void()>& call) { turns_.onHostStack(call); }
+    /// A descriptor that can be read when something waits for `takeTurn`; -1 where the system's own queue of
+    /// messages says so. This object's, and valid as long. Throws Error when there can be none.
+    int eventDescriptor();
+    /// The host's call is over, which may have begun timers.
+    void hostLeaves();
+
+    /// Waiting for a window to close: in a loop of Qt's or, in a turn, until a later one.
+    class Wait {
+      public:
+        explicit Wait(QtEventLoop& owner) : owner_(owner) {}
+        /// Returns after `end` was called.
+        void run();
+        void end();
+
+      private:
+        QtEventLoop& owner_;
+        QEventLoop loop_;
+        bool ended_ = false;
+    };
+
     /// Handles what Qt has waiting (painting, focus, deletion).
     void settle();
 
@@ -52,10 +82,10 @@ class QtEventLoop : public EventLoop {
     /// replaces one that waits. It may destroy this object.
     void afterHandlers(std::function<void()> action);
 
-    /// Somebody who waits for handlers that Qt calls. A failure ends `loop`, if given.
+    /// Somebody who waits for handlers that Qt calls. `onFailure` is called when one has failed.
     class Caller {
       public:
-        explicit Caller(QtEventLoop& owner, QEventLoop* loop = nullptr);
+        explicit Caller(QtEventLoop& owner, std::function<void()> onFailure = {});
         Caller(const Caller&) = delete;
         Caller& operator=(const Caller&) = delete;
         ~Caller();
@@ -63,7 +93,9 @@ class QtEventLoop : public EventLoop {
         void rethrow();
 
       private:
+        friend class QtEventLoop;
         QtEventLoop& owner_;
+        std::function<void()> onFailure_;
         HostLoop hostLoop_;
     };
 
@@ -82,6 +114,7 @@ class QtEventLoop : public EventLoop {
     };
 
   private:
+    void deleteLeft() const;
     void runDeferred();
     void keepFailure(std::exception_ptr failure);
     [[nodiscard]] Milliseconds wall() const;
@@ -97,8 +130,11 @@ class QtEventLoop : public EventLoop {
     int runningHandlers_ = 0;
     std::vector<QPointer<QObject>> toDelete_;
     std::function<void()> deferred_; ///< what waits for the handlers
-    std::vector<QEventLoop*> callers_;
+    std::vector<Caller*> callers_;   ///< the innermost last
     std::exception_ptr failure_;
+    Turns turns_;
+    int loops_ = 0;                               ///< of Qt's in which handlers wait
+    std::unique_ptr<EventDescriptor> descriptor_; ///< where the host has asked for it
 };
 
 } // namespace kova

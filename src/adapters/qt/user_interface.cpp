@@ -5,7 +5,6 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QEventLoop>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
@@ -72,7 +71,7 @@ QSize QtUserInterface::surface() const {
 }
 
 std::unique_ptr<WindowView> QtUserInterface::present(Window& window) {
-    auto frame = std::make_unique<WindowFrame>(window, loop_, regional_, words_, surface());
+    auto frame = std::make_unique<WindowFrame>(window, loop_, regional_, words_, surface(), hostWindow_);
     auto view = std::make_unique<FrameView>(*this, *frame);
     frames_.push_back(frame.get());
     frame.release(); // NOLINT: its view retires it
@@ -88,15 +87,15 @@ void QtUserInterface::retire(WindowFrame& frame) {
 void QtUserInterface::runModal(Window& window) {
     if (!window.visible())
         return;
-    QEventLoop loop;
-    QtEventLoop::Caller caller(loop_, &loop);
+    QtEventLoop::Wait closed(loop_);
+    QtEventLoop::Caller caller(loop_, [&] { closed.end(); });
     const auto hostWindows =
         frame(window)->takeHostWindows(); // it may stay on the screen when a handler fails
     const Connection closing = window.changed.connect([&](Property property) {
         if (property == Property::Visible && !window.visible())
-            loop.quit();
+            closed.end();
     });
-    loop.exec();
+    closed.run();
     caller.rethrow();
 }
 
@@ -144,11 +143,14 @@ MessageAnswer QtUserInterface::messageBox(const PlatformMessage& message) {
     if (const QWidget* const below = QApplication::activeWindow())
         box.windowHandle()->setTransientParent(below->window()->windowHandle());
     const HostWindows hostWindows(box);
-    const int pressed = box.exec();
+    QtEventLoop::Wait answered(loop_);
+    QObject::connect(&box, &QMessageBox::finished, &box, [&] { answered.end(); });
+    box.show();
+    answered.run();
     caller.rethrow();
     if (!asksYesNo(message))
         return MessageAnswer::Ok;
-    return pressed == QMessageBox::No ? MessageAnswer::No : MessageAnswer::Yes;
+    return box.result() == QMessageBox::No ? MessageAnswer::No : MessageAnswer::Yes;
 }
 
 bool QtUserInterface::showsWindow() const {

@@ -33,6 +33,8 @@ class QtUserInterface final : public UserInterface {
     MessageAnswer messageBox(const PlatformMessage& message) override;
     void setLanguage(std::int32_t id) override { words_.setLanguage(id); }
 
+    /// The host's window that windows stand in front of which are presented from now on; 0 for none.
+    void setHostWindow(WId window) { hostWindow_ = window; }
     [[nodiscard]] QtEventLoop& loop() const { return loop_; }
     [[nodiscard]] bool showsWindow() const;
     /// The widget that draws the window; null when nothing does.
@@ -51,6 +53,7 @@ class QtUserInterface final : public UserInterface {
     const RegionalSettings& regional_;
     Wording words_;
     QSize surface_;
+    WId hostWindow_ = 0;
     std::vector<WindowFrame*> frames_; ///< from the oldest to the newest
     std::unique_ptr<InputFilter> filter_;
 };

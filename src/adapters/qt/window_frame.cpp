@@ -29,8 +29,9 @@ int rounded(double value) {
 } // namespace
 
 WindowFrame::WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettings& regional, Wording& words,
-                         const QSize& surface)
-    : window_(&window), loop_(loop), regional_(regional), words_(words), surface_(surface) {
+                         const QSize& surface, WId hostWindow)
+    : window_(&window), loop_(loop), regional_(regional), words_(words), surface_(surface),
+      hostWindow_(hostWindow) {
     makeViewsAccessible();
     setObjectName(QString::fromStdString(window.name()));
     setAttribute(Qt::WA_QuitOnClose, false);
@@ -181,22 +182,30 @@ void WindowFrame::showOrHide() {
         return;
     }
     setWindowModality(window_->modal() ? Qt::ApplicationModal : Qt::NonModal);
-    moveToPlace();
+    QWindow* const below = windowBelow();
+    moveToPlace(below);
     winId(); // makes the native window, so that it can be told which one it stands in front of
-    if (const QWidget* const below = QApplication::activeWindow(); below != nullptr && below != this)
-        windowHandle()->setTransientParent(below->window()->windowHandle());
+    if (below != nullptr)
+        windowHandle()->setTransientParent(below);
     if (window_->modal())
         hostWindows_ = std::make_unique<HostWindows>(*this);
     QWidget::show();
     followFocus();
 }
 
-void WindowFrame::moveToPlace() {
-    const QWidget* const below = QApplication::activeWindow();
+QWindow* WindowFrame::windowBelow() {
+    if (const QWidget* const active = QApplication::activeWindow())
+        return active == this ? nullptr : active->window()->windowHandle();
+    if (hostWindow_ != 0)
+        hostWindowHandle_.reset(QWindow::fromWinId(hostWindow_));
+    return hostWindowHandle_.get();
+}
+
+void WindowFrame::moveToPlace(QWindow* below) {
     const QScreen* const on = below != nullptr ? below->screen() : screen();
     QRect place(QPoint(), size());
-    place.moveCenter(below != nullptr && below != this ? below->geometry().center()
-                                                       : on->availableGeometry().center());
+    place.moveCenter(below != nullptr ? QRect(below->mapToGlobal(QPoint()), below->size()).center()
+                                      : on->availableGeometry().center());
     const QRect available = on->availableGeometry();
     move(std::max(available.left(), std::min(place.left(), available.right() - width() + 1)),
          std::max(available.top(), std::min(place.top(), available.bottom() - height() + 1)));

@@ -8,6 +8,7 @@
 #include "widgets/window.h"
 
 #include <QWidget>
+#include <QWindow>
 
 #include <functional>
 #include <map>
@@ -23,9 +24,10 @@ class PageNoticeView;
 /// close button only asks the model.
 class WindowFrame final : public QWidget, public AccessibleView {
   public:
-    /// `surface` is what the largest window, the design surface, measures in pixels.
+    /// `surface` is what the largest window, the design surface, measures in pixels. `hostWindow` is the one
+    /// that it stands in front of when none of Qt's is active; 0 for none.
     WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettings& regional, Wording& words,
-                const QSize& surface);
+                const QSize& surface, WId hostWindow);
     ~WindowFrame() override;
     QAccessibleInterface* makeAccessible() override;
 
@@ -72,7 +74,9 @@ class WindowFrame final : public QWidget, public AccessibleView {
     void showWords();
     void showOrHide();
     void comeToFront();
-    void moveToPlace();
+    /// Null when there is none.
+    QWindow* windowBelow();
+    void moveToPlace(QWindow* below);
     [[nodiscard]] QSize initialSize() const;
 
     Window* window_;
@@ -80,6 +84,8 @@ class WindowFrame final : public QWidget, public AccessibleView {
     const RegionalSettings& regional_;
     const Wording& words_;
     QSize surface_;
+    WId hostWindow_;
+    std::unique_ptr<QWindow> hostWindowHandle_; ///< while this may stand in front of it
     Scale scale_;
     std::map<const Control*, ControlView*> views_; ///< each owned by its parent widget
     PageNoticeView* notice_ = nullptr;             ///< null where the window has none

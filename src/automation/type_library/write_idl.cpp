@@ -1,7 +1,9 @@
-// Writes the interface definition that the type library and the early-bound header are compiled from, so that
-// both say what the component's own table of members says:
+// Writes the interface definition that the type library and the early-bound header are compiled from, and the
+// manifest for hosts that use the library beside their program unregistered, so that all say what the
+// component's own table of members says:
 //
-//   kova-write-idl FILE
+//   kova-write-idl IDL MANIFEST amd64|x86
+#include "automation/marshallers.h"
 #include "component/type_description.h"
 
 #include <algorithm>
@@ -102,15 +104,50 @@ void writeLibrary(std::ostream& idl) {
         << ";\n        [default, source] dispinterface " << library().eventInterfaceName << ";\n    };\n}\n";
 }
 
+std::string braced(std::string_view identifier) {
+    return "{" + std::string(identifier) + "}";
+}
+
+void writeMarshalling(std::ostream& manifest, std::string_view name, std::string_view identifier,
+                      const char* marshaller) {
+    manifest << "  <comInterfaceExternalProxyStub name=\"" << name << "\" iid=\"" << braced(identifier)
+             << "\"\n      tlbid=\"" << braced(library().identifier) << "\" proxyStubClsid32=\"" << marshaller
+             << "\"/>\n";
+}
+
+/// What the registry says otherwise. Versions have decimal digits here, which there are hexadecimal, as the
+/// locale is in both. The assembly is not called like the library, where Windows would look for the manifest
+/// inside.
+void writeManifest(std::ostream& manifest, std::string_view processor) {
+    const std::string name(library().name);
+    manifest << R"(<?xml version="1.0" encoding="UTF-8" standalone="yes"?>
+<assembly xmlns="urn:schemas-microsoft-com:asm.v1" manifestVersion="1.0">
+  <assemblyIdentity type="win32" name=")"
+             << name << ".automation\" version=\"" << library().version << ".0.0\" processorArchitecture=\""
+             << processor << "\"/>\n  <file name=\"" << name << ".dll\">\n    <comClass clsid=\""
+             << braced(library().coclassIdentifier) << "\" progid=\"" << library().programmaticId
+             << "\"\n        tlbid=\"" << braced(library().identifier)
+             << "\" threadingModel=\"Apartment\"/>\n    <typelib tlbid=\"" << braced(library().identifier)
+             << "\" version=\"" << library().version << "\" resourceid=\"" << std::hex << library().locale
+             << "\" helpdir=\"\"/>\n  </file>\n";
+    writeMarshalling(manifest, library().interfaceName, library().interfaceIdentifier,
+                     kova::automation::TableMarshaller);
+    writeMarshalling(manifest, library().eventInterfaceName, library().eventInterfaceIdentifier,
+                     kova::automation::DispatchMarshaller);
+    manifest << "</assembly>\n";
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
-    if (count != 2) {
-        std::cerr << "usage: kova-write-idl FILE\n";
+    if (count != 4) {
+        std::cerr << "usage: kova-write-idl IDL MANIFEST amd64|x86\n";
         return 2;
     }
-    std::ofstream idl(arguments[1], std::ios::binary);
+    std::ofstream idl(arguments[1], std::ios::binary), manifest(arguments[2], std::ios::binary);
     writeLibrary(idl);
+    writeManifest(manifest, arguments[3]);
     idl.flush();
-    return idl ? 0 : 1;
+    manifest.flush();
+    return idl && manifest ? 0 : 1;
 }

@@ -1,4 +1,4 @@
-#include "library/kova_drawer_man.h"
+#include "library/library.h"
 
 #include "adapters/databases/databases.h"
 #include "adapters/qt/look.h"
@@ -126,6 +126,11 @@ void setDecimalKey(DecimalKey key) {
     call("setDecimalKey", CallKind::Operation, process, [&](LibraryProcess& all) { all.setDecimalKey(key); });
 }
 
+void setParentWindow(std::uint64_t window) {
+    call("setParentWindow", CallKind::Operation, process,
+         [&](LibraryProcess& all) { all.setParentWindow(window); });
+}
+
 void setLogFolder(const std::string& folder) {
     if (presentProcess())
         call("setLogFolder", CallKind::Operation, presentProcess,
@@ -161,6 +166,18 @@ std::string fontFamily() {
 void processEvents() {
     call("processEvents", CallKind::Operation, presentProcess,
          [](LibraryProcess& all) { all.processEvents(); });
+}
+
+int eventDescriptor() {
+    return call("eventDescriptor", CallKind::Operation, process,
+                [](LibraryProcess& all) { return all.eventDescriptor(); });
+}
+
+void onHostStack(const std::function<void()>& call) {
+    if (const auto present = presentProcess(); present && present->onItsThread())
+        present->onHostStack(call);
+    else
+        call();
 }
 
 void shutDown() {

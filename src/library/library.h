@@ -1,7 +1,6 @@
 #pragma once
 #include "base/date_time.h"
 #include "base/error.h"
-#include "base/export.h"
 #include "component/cls_Kova_Drawer_Man.h"
 #include "component/events.h"
 #include "ports/regional_settings.h"
@@ -30,61 +29,71 @@ namespace kova {
 /// A new component; the caller's, to be released at any time. Throws Error when no windows can be shown: no
 /// display can be opened, or the process has a Qt application without widgets; and while `shutDown` waits for
 /// its end. Each is also one record in the log.
-[[nodiscard]] KOVA_API std::shared_ptr<cls_Kova_Drawer_Man> createComponent();
+[[nodiscard]] std::shared_ptr<cls_Kova_Drawer_Man> createComponent();
 
 /// Opens a connection to hand to `Inizializza`; understands the same texts as `InizializzaByConnString`.
 /// Never null. Any thread may call it. Throws DatabaseError.
-[[nodiscard]] KOVA_API std::shared_ptr<DatabaseConnection> openDatabase(const std::string& connectionString);
+[[nodiscard]] std::shared_ptr<DatabaseConnection> openDatabase(const std::string& connectionString);
 
 /// A connection to hand to `Inizializza` over one that the host opened itself: `connectionHandle` is an ODBC
 /// connection handle (an SQLHDBC) to a SQL Server, open and valid as long as the component uses it. It stays
 /// the host's and is never closed here; the host reads its own results on it to the end before the component
 /// may run a query. Any thread may call it. Throws DatabaseError in builds without ODBC.
-[[nodiscard]] KOVA_API std::shared_ptr<DatabaseConnection> hostOdbcConnection(void* connectionHandle);
+[[nodiscard]] std::shared_ptr<DatabaseConnection> hostOdbcConnection(void* connectionHandle);
 
 /// Announces the language that the user works in from now on, by its Windows language identifier: 1040
 /// Italian, 1031 German, 9 English; any other shows Italian. At first it is the environment's.
-KOVA_API void setLanguage(std::int32_t id, const std::string& name);
+void setLanguage(std::int32_t id, const std::string& name);
 
 /// The identifier of that language; the environment's, 0 where it names none, until `setLanguage` was called.
-[[nodiscard]] KOVA_API std::int32_t languageId();
+[[nodiscard]] std::int32_t languageId();
 
 /// Which aids the entry screens of all components show from now on, open ones included; at first all. The
 /// machine's settings may leave out more of them.
-KOVA_API void setScreenAids(const ScreenAids& aids);
+void setScreenAids(const ScreenAids& aids);
 
 /// What the decimal key of the amount enters in all components from now on, open dialogs included; at first a
 /// comma. The machine's settings, where they say so, decide instead.
-KOVA_API void setDecimalKey(DecimalKey key);
+void setDecimalKey(DecimalKey key);
+
+/// The host's window that dialogs stand in front of when they open from now on: an X11 window id or an HWND;
+/// 0, as at first, for none. An id that is no window's is no error. A host with Qt need not say it.
+void setParentWindow(std::uint64_t window);
 
 /// Writes `logfile.log` into this folder from now on instead of beside the library's file, unless KOVA_LOG
 /// names a file. May be called before the first component, so that its records are there too. A folder that
 /// cannot be written is no error: records then go where they always go when the file cannot be written.
-KOVA_API void setLogFolder(const std::string& folder);
+void setLogFolder(const std::string& folder);
 
 // What a host needs to say dates and amounts as the dialog says them. Any thread may call these.
 
 /// How the region of this machine writes numbers, dates and times: as the user has set it now, or, while a
 /// dialog is open, had set it when that opened.
-[[nodiscard]] KOVA_API RegionalSettings regionalSettings();
+[[nodiscard]] RegionalSettings regionalSettings();
 
 /// The date that a text of `Stampa` or `Anteprima` names, read as the dialog reads it: day and month in the
 /// region's order, or the year first with hyphens. Nothing for a text that is no date.
-[[nodiscard]] KOVA_API std::optional<DateTime> parseDate(const std::string& text);
+[[nodiscard]] std::optional<DateTime> parseDate(const std::string& text);
 
 /// The day in the region's short form, such as 16/11/2026.
-[[nodiscard]] KOVA_API std::string formatDate(DateTime day);
+[[nodiscard]] std::string formatDate(DateTime day);
 
 /// The amount with the region's separators, rounded half away from zero to that many decimals [0-15].
-[[nodiscard]] KOVA_API std::string formatAmount(double amount, std::int16_t decimals);
+[[nodiscard]] std::string formatAmount(double amount, std::int16_t decimals);
 
 /// The font family that the dialog is drawn with, for windows of the host's beside it. Empty while the
 /// process has no Qt application.
-[[nodiscard]] KOVA_API std::string fontFamily();
+[[nodiscard]] std::string fontFamily();
 
-/// Handles the events that wait. For hosts without an event loop of their own while a modeless dialog is
-/// open.
-KOVA_API void processEvents();
+/// Handles the events that wait, and returns, also where a message or the coin count opens: what waits for
+/// its answer goes on in a later call. For hosts whose event loop is not Qt's, GLib's or the system's, while
+/// a modeless dialog is open.
+void processEvents();
+
+/// A file descriptor that can be read when `processEvents` has something to do; the library's, and valid
+/// until `shutDown`. -1 on Windows, where the thread's queue of messages says it. Throws Error without a
+/// component.
+[[nodiscard]] int eventDescriptor();
 
 /// Closes open dialogs and ends what the first component began; the next one starts again. Components that
 /// the host still holds may be released afterwards; their `Show` is one record of the error log. Inside an
@@ -92,6 +101,6 @@ KOVA_API void processEvents();
 /// exits, and before a Qt application of the host's ends.
 /// On Windows a host calls it before its user-interface thread ends while the process goes on; nobody else
 /// does.
-KOVA_API void shutDown();
+void shutDown();
 
 } // namespace kova

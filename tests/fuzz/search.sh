@@ -1,0 +1,24 @@
+#!/bin/sh
+# Searches for inputs that break a target, beginning with the kept ones, and keeps the smallest set that reaches as much.
+#
+#   search.sh FUZZ REPLAY TARGET SECONDS
+set -u
+fuzz=$1 replay=$2 target=$3 seconds=$4
+kept=$(dirname "$0")/$target.inputs
+work=$(mktemp -d)
+mkdir "$work/old" "$work/found" "$work/new" "$work/failures"
+[ ! -f "$kept" ] || "$replay" --unpack "$kept" "$work/old" >/dev/null
+export KOVA_FUZZ="$target" KOVA_LOG=/dev/null QT_QPA_PLATFORM=offscreen
+"$fuzz" -max_total_time="$seconds" -max_len=160 -timeout=10 -print_final_stats=1 -artifact_prefix="$work/failures/" "$work/found" "$work/old"
+status=$?
+"$fuzz" -merge=1 -max_len=160 "$work/new" "$work/found" "$work/old" 2>/dev/null
+# The shortest fifty are enough to notice what breaks; each is played with all its beginnings.
+for file in $(find "$work/new" -type f -size +0 -printf '%s %p\n' | sort -n | head -n 50 | cut -d ' ' -f 2); do
+    od -An -v -tx1 "$file" | tr -d ' \n'
+    echo
+done >"$kept"
+for file in "$work"/failures/*; do
+    [ ! -f "$file" ] || { echo "an input that breaks it:"; od -An -v -tx1 "$file" | tr -d ' \n'; echo; }
+done
+rm -rf "$work"
+exit $status

@@ -1,0 +1,421 @@
+// A host of the C interface: plays the part that its argument names, in a process of its own.
+
+#include "host.h"
+#include "kova_drawer_man_c.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QTabBar>
+#include <QTimer>
+
+#include <poll.h>
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <thread>
+
+namespace {
+
+using namespace kova::test;
+
+/// What the handlers saw and do.
+struct Till {
+    std::vector<std::string> seen;
+    std::function<std::int32_t()> inside = [] { return 0; };
+    int released = 0;
+};
+
+Till& of(void* user) {
+    return *static_cast<Till*>(user);
+}
+
+std::string content(kova_text text) {
+    const char* words = nullptr;
+    expect(kova_text_get(text, &words) == KOVA_OK, "a text can be read");
+    return words == nullptr ? "" : words;
+}
+
+constexpr kova_handlers handlersOf(Till& till) {
+    return {sizeof(kova_handlers),
+            &till,
+            [](void* user, std::int32_t* payment, double* amount, kova_text currency, kova_text note,
+               std::int16_t* drawer, std::int32_t* activity, std::int32_t* incoming) {
+                std::stringstream line;
+                line << *payment << ' ' << *amount << ' ' << content(currency) << ' ' << content(note) << ' '
+                     << *drawer << ' ' << *activity << ' ' << *incoming;
+                of(user).seen.push_back(line.str());
+                *payment += 1;
+                *amount += 1;
+                *drawer = static_cast<std::int16_t>(*drawer + 1);
+                *activity += 1;
+                *incoming = 1 - *incoming;
+                kova_text_set(currency, "CHF");
+                kova_text_set(note, (content(note) + "ü").c_str());
+                return of(user).inside();
+            },
+            [](void* user, kova_text day) {
+                of(user).seen.push_back("print " + content(day));
+                kova_text_set(day, "17/11/2026");
+                return of(user).inside();
+            },
+            nullptr,
+            [](void* user) { return of(user).inside(); },
+            [](void* user) { ++of(user).released; }};
+}
+
+kova_component created() {
+    kova_component component = nullptr;
+    expect(kova_create(&component) == KOVA_OK && component != nullptr, "a component is created");
+    return component;
+}
+
+kova_sink connected(kova_component component, Till& till) {
+    kova_sink sink = nullptr;
+    const kova_handlers handlers = handlersOf(till);
+    expect(kova_connect(component, &handlers, &sink) == KOVA_OK, "handlers are connected");
+    return sink;
+}
+
+void shop(kova_component component) {
+    const std::filesystem::path file = ownFile(".c.db");
+    std::ifstream script(KOVA_SCHEMA);
+    std::stringstream schema;
+    schema << script.rdbuf();
+    sqlite3* made = nullptr;
+    sqlite3_open(file.string().c_str(), &made);
+    sqlite3_exec(made, schema.str().c_str(), nullptr, nullptr, nullptr);
+    sqlite3_close(made);
+    kova_database database = nullptr;
+    expect(kova_database_open(("Data Source=" + file.string()).c_str(), &database) == KOVA_OK &&
+               kova_Inizializza(component, database) == KOVA_OK && kova_database_release(database) == KOVA_OK,
+           "a shop is connected");
+    std::filesystem::remove(file);
+}
+
+void events() {
+    const kova_component component = created();
+    Till first, second;
+    const kova_sink sinks[] = {connected(component, first), connected(component, second)};
+    kova_text currency = nullptr, note = nullptr;
+    kova_text_create("€", &currency);
+    kova_text_create(nullptr, &note);
+    std::int32_t payment = 1, activity = 9, incoming = 0;
+    std::int16_t drawer = 2;
+    double amount = 12.5;
+    const auto save = [&] {
+        return kova_SalvaPagamento(component, &payment, &amount, currency, note, &drawer, &activity,
+                                   &incoming);
+    };
+    const auto values = [&] {
+        std::stringstream line;
+        line << payment << ' ' << amount << ' ' << content(currency) << ' ' << content(note) << ' ' << drawer
+             << ' ' << activity << ' ' << incoming;
+        return line.str();
+    };
+    expect(save() == KOVA_OK && first.seen.back() == "1 12.5 €  2 9 0" &&
+               second.seen.back() == "2 13.5 CHF ü 3 10 1" && values() == "3 14.5 CHF üü 4 11 0",
+           "each handler gets what the one before wrote, and the caller what the last did");
+
+    first.inside = [] { return kova_fail("The safe is shut"), 513; };
+    expect(save() == KOVA_FAILED && kova_last_error_number() == 513 &&
+               kova_last_error() == std::string("The safe is shut") && second.seen.size() == 1 &&
+               values() == "4 15.5 CHF üüü 5 12 1",
+           "a failure comes with its number and words, and what was written before it");
+    first.inside = [] { return -7; };
+    expect(kova_ApriCassetto(component) == KOVA_FAILED && kova_last_error_number() == -7 &&
+               !std::string(kova_last_error()).empty(),
+           "an earlier failure's words are not used again");
+    expect(kova_Anteprima(component, note) == KOVA_OK, "a null handler ignores the request");
+
+    first.inside = [&] {
+        expect(kova_disconnect(sinks[1]) == KOVA_OK && second.released == 1,
+               "one that comes later is gone at once");
+        expect(kova_disconnect(sinks[0]) == KOVA_OK && first.released == 0,
+               "the running one stays until it returns");
+        return 0;
+    };
+    expect(kova_Stampa(component, note) == KOVA_OK && first.seen.back() == "print üüü" &&
+               content(note) == "17/11/2026" && first.released == 1 && second.seen.size() == 1,
+           "handlers disconnect each other and themselves");
+
+    Till last;
+    const kova_sink lastSink = connected(component, last);
+    last.inside = [&] {
+        return kova_text_release(note) == KOVA_OK && kova_release(component) == KOVA_OK ? 0 : 1;
+    };
+    expect(kova_Stampa(component, note) == KOVA_OK && last.seen.back() == "print 17/11/2026",
+           "a handler releases the component and the text");
+    expect(kova_Stampa(component, note) == KOVA_INVALID_HANDLE && last.released == 0 &&
+               kova_disconnect(lastSink) == KOVA_OK && last.released == 1,
+           "the handlers outlive the component");
+    expect(kova_text_release(currency) == KOVA_OK && newRecords() == 0, "nothing of all this is a record");
+}
+
+void misuse() {
+    const kova_component component = created(), gone = created();
+    kova_release(gone);
+    kova_component none = nullptr;
+    kova_text text = nullptr;
+    kova_text_create("text", &text);
+    kova_sink sink = nullptr;
+    kova_database database = nullptr;
+    kova_value value{};
+    std::int32_t number = 0;
+    const char* words = nullptr;
+    kova_handlers handlers{};
+    kova_value odd{.kind = 99, .integer = 0, .number = 0, .text = nullptr, .database = nullptr};
+    const struct {
+        const char* what;
+        kova_status expected, status;
+    } calls[] = {
+        {"create", KOVA_INVALID_ARGUMENT, kova_create(nullptr)},
+        {"release null", KOVA_INVALID_HANDLE, kova_release(none)},
+        {"release again", KOVA_INVALID_HANDLE, kova_release(gone)},
+        {"another kind", KOVA_INVALID_HANDLE, kova_release(reinterpret_cast<kova_component>(text))},
+        {"no handle at all", KOVA_INVALID_HANDLE,
+         kova_Show(reinterpret_cast<kova_component>(&number), 1, nullptr)},
+        {"null result", KOVA_INVALID_ARGUMENT, kova_get_idCassa(component, nullptr)},
+        {"null text result", KOVA_INVALID_ARGUMENT, kova_get_ValutaAziendale(component, nullptr)},
+        {"null text", KOVA_INVALID_HANDLE, kova_Stampa(component, nullptr)},
+        {"null arguments", KOVA_INVALID_ARGUMENT,
+         kova_SalvaPagamento(component, nullptr, nullptr, text, text, nullptr, nullptr, nullptr)},
+        {"not UTF-8", KOVA_INVALID_ARGUMENT, kova_set_ValutaAziendale(component, "\xe9t\xe9")},
+        {"not UTF-8 for a text", KOVA_INVALID_ARGUMENT, kova_text_set(text, "\xff")},
+        {"null handlers", KOVA_INVALID_ARGUMENT, kova_connect(component, nullptr, &sink)},
+        {"handlers of no size", KOVA_INVALID_ARGUMENT, kova_connect(component, &handlers, &sink)},
+        {"null sink", KOVA_INVALID_HANDLE, kova_disconnect(sink)},
+        {"no database", KOVA_INVALID_HANDLE,
+         kova_Inizializza(component, reinterpret_cast<kova_database>(component))},
+        {"null ODBC handle", KOVA_INVALID_ARGUMENT, kova_database_from_odbc(nullptr, &database)},
+        {"no driver", KOVA_DATABASE_FAILED, kova_database_open("Driver=none", &database)},
+        {"release no database", KOVA_INVALID_HANDLE, kova_database_release(database)},
+        {"null name", KOVA_FAILED, kova_get(component, nullptr, &value)},
+        {"null value", KOVA_INVALID_ARGUMENT, kova_set(component, "idCassa", nullptr)},
+        {"odd kind", KOVA_INVALID_ARGUMENT, kova_set(component, "idCassa", &odd)},
+        {"null array", KOVA_INVALID_ARGUMENT, kova_invoke(component, "Show", nullptr, 1, nullptr)},
+        {"negative count", KOVA_INVALID_ARGUMENT, kova_invoke(component, "Show", &value, -1, nullptr)},
+        {"decimal key", KOVA_INVALID_ARGUMENT, kova_set_decimal_key(2)},
+        {"decimals", KOVA_INVALID_ARGUMENT, kova_format_amount(1, 16, &words)},
+        {"no day", KOVA_FAILED, kova_format_date(2026, 2, 29, &words)},
+        {"no date", KOVA_FAILED, kova_parse_date("31/02/2026", &number, &number, &number)},
+    };
+    for (const auto& call : calls)
+        expect(call.status == call.expected, std::string(call.what) + " is " + std::to_string(call.status));
+    expect(none == nullptr && sink == nullptr && database == nullptr && words == nullptr,
+           "no result was touched");
+
+    Till till;
+    connected(component, till);
+    std::thread([&] {
+        expect(kova_Show(component, 0, nullptr) == KOVA_WRONG_THREAD &&
+                   kova_set_idCassa(component, 3) == KOVA_WRONG_THREAD &&
+                   kova_release(component) == KOVA_WRONG_THREAD && newRecords() == 3,
+               "calls elsewhere are refused with a record each");
+        expect(kova_shut_down() == KOVA_FAILED && newRecords() == 1, "so is the end");
+        expect(kova_text_set(text, "elsewhere") == KOVA_OK, "texts are anyone's");
+    }).join();
+}
+
+void lateBound() {
+    const kova_component component = created();
+    kova_value value{.kind = KOVA_TEXT, .integer = 0, .number = 0, .text = "12", .database = nullptr};
+    const auto is = [&](std::int32_t kind, std::int32_t integer) {
+        return value.kind == kind && value.integer == integer;
+    };
+    expect(kova_set(component, "IDCASSA", &value) == KOVA_OK &&
+               kova_get_by_id(component, KOVA_ID_idCassa, &value) == KOVA_OK && is(KOVA_INT32, 12),
+           "a text is a number where one is wanted");
+    expect(kova_set_by_id(component, KOVA_ID_ChiusuraAutomatica, &value) == KOVA_OK &&
+               kova_get(component, "ChiusuraAutomatica", &value) == KOVA_OK && is(KOVA_BOOLEAN, 1),
+           "a number is a Boolean");
+    expect(kova_get(component, "ValutaAziendale", &value) == KOVA_OK && value.kind == KOVA_TEXT &&
+               value.text == std::string("€"),
+           "a text is read");
+    Till till;
+    connected(component, till);
+    std::array<kova_value, 7> arguments{};
+    const auto integer = [](std::int32_t number) {
+        return kova_value{
+            .kind = KOVA_INT32, .integer = number, .number = 0, .text = nullptr, .database = nullptr};
+    };
+    for (int i = 0; i < 7; ++i)
+        arguments[static_cast<std::size_t>(i)] = integer(i);
+    const auto saved = [&] { return kova_invoke(component, "salvapagamento", arguments.data(), 7, &value); };
+    expect(saved() == KOVA_OK && value.kind == KOVA_EMPTY && till.seen.back() == "0 1 2 3 4 5 1" &&
+               arguments[0].integer == 1 && arguments[1].number == 2 &&
+               arguments[2].text == std::string("CHF") && arguments[3].text == std::string("3ü") &&
+               arguments[4].kind == KOVA_INT16 && arguments[6].integer == 0,
+           "arguments come back in the declared types");
+    till.inside = [] { return 513; };
+    expect(saved() == KOVA_FAILED && arguments[0].integer == 2 && arguments[3].text == std::string("3üü"),
+           "also when a handler fails");
+    const std::map<std::int32_t, std::function<kova_status()>> failures_{
+        {438, [&] { return kova_get(component, "Missing", &value); }},
+        {450, [&] { return kova_invoke(component, "Stampa", nullptr, 0, nullptr); }},
+        {13,
+         [&] { return value.kind = KOVA_TEXT, value.text = "x", kova_set(component, "idCassa", &value); }},
+        {6, [&] {
+             return value.kind = KOVA_DOUBLE, value.number = 3e9, kova_set(component, "idCassa", &value);
+         }}};
+    for (const auto& [number, call] : failures_)
+        expect(call() == KOVA_FAILED && kova_last_error_number() == number,
+               "error " + std::to_string(number));
+}
+
+void dialog() {
+    const kova_component component = created();
+    std::int32_t open = -1;
+    int closed = 0;
+    const auto isOpen = [&] { return kova_is_open(component, &open) == KOVA_OK && open == 1; };
+    struct Closing {
+        int* closed;
+        std::function<void()> inside = [] {};
+    } closing{&closed};
+    kova_on_closed(
+        component,
+        [](void* user) {
+            ++*static_cast<Closing*>(user)->closed;
+            const auto inside = static_cast<Closing*>(user)->inside; // which may set another
+            inside();
+        },
+        &closing);
+    const auto pump = [] {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(50);
+        while (std::chrono::steady_clock::now() < end)
+            kova_process_events();
+    };
+    shop(component);
+    kova_set_parent_window(4711); // which is none
+    expect(!isOpen() && kova_Show(component, 0, nullptr) == KOVA_OK && isOpen(), "a modeless dialog opens");
+    kova_DiscardForm(component);
+    expect(!isOpen() && closed == 0, "the host hears of a closing from its loop");
+    closing.inside = [&] {
+        closing.inside = [] {};
+        kova_Show(component, 0, nullptr);
+    };
+    pump();
+    expect(isOpen() && closed == 1, "and may show it again then");
+    closing.inside = [&] { expect(kova_release(component) == KOVA_OK, "or release the component"); };
+    kova_DiscardForm(component);
+    pump();
+    expect(closed == 2 && kova_is_open(component, &open) == KOVA_INVALID_HANDLE, "then it is gone");
+    std::int32_t year = 0, month = 0, day = 0;
+    const char* text = nullptr;
+    expect(kova_parse_date("16/11/2026", &year, &month, &day) == KOVA_OK && year == 2026 && month == 11 &&
+               day == 16 && kova_format_date(year, month, day, &text) == KOVA_OK &&
+               text == std::string("16/11/2026") && kova_format_amount(-1234.565, 2, &text) == KOVA_OK &&
+               text == std::string("-1.234,57"),
+           "dates and amounts are the dialog's");
+    std::int32_t language = 0;
+    expect(kova_set_language(1031, "Deutsch") == KOVA_OK && kova_get_language(&language) == KOVA_OK &&
+               language == 1031 && kova_set_screen_aids(0, 0, 0) == KOVA_OK &&
+               kova_set_decimal_key(KOVA_DECIMAL_OF_REGION) == KOVA_OK && kova_shut_down() == KOVA_OK &&
+               newRecords() == 0,
+           "what all components share is set");
+}
+
+/// Touches a button from the event loop, as fingers do.
+void touch(const char* name) {
+    QTimer::singleShot(0, qApp, [name] {
+        for (const QWidget* const window : QApplication::topLevelWidgets())
+            if (auto* const button = window->findChild<QAbstractButton*>(name);
+                window->isVisible() && button != nullptr)
+                return button->click();
+        expect(false, std::string("there is a button ") + name);
+    });
+}
+
+void turnPage(int key) {
+    for (QWidget* const window : QApplication::topLevelWidgets())
+        if (auto* const tabs = window->findChild<QTabBar*>()) {
+            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+            QCoreApplication::sendEvent(tabs, &press);
+        }
+}
+
+int windows() {
+    return static_cast<int>(std::ranges::count_if(QApplication::topLevelWidgets(),
+                                                  [](const QWidget* window) { return window->isVisible(); }));
+}
+
+/// A loop of the host's own, on poll() alone; it ends when nothing has happened for a while. How often it
+/// woke.
+int hostLoop() {
+    pollfd waits{};
+    expect(kova_event_descriptor(&waits.fd) == KOVA_OK && waits.fd >= 0, "there is a descriptor");
+    waits.events = POLLIN;
+    int woken = 0;
+    while (woken < 1000 && poll(&waits, 1, 100) > 0) {
+        ++woken;
+        expect(kova_process_events() == KOVA_OK, "what waits is handled");
+    }
+    return woken;
+}
+
+void ownLoop() {
+    const kova_component component = created();
+    Till till;
+    connected(component, till);
+    shop(component);
+    kova_Show(component, 0, nullptr);
+    const int quiet = hostLoop();
+    expect(quiet > 0 && quiet < 200 && windows() == 1, "the host sleeps while nothing happens");
+    touch("cmdConferma");
+    hostLoop();
+    expect(windows() == 2, "a message is open, and the host goes on");
+    touch("cmd1");
+    hostLoop();
+    expect(windows() == 1, "it is answered in a later turn");
+
+    char here = 0;
+    std::ptrdiff_t distance = 0;
+    till.inside = [&] {
+        const char there = 0;
+        turnPage(Qt::Key_Left);
+        distance = std::abs(&there - &here);
+        touch("cmdConferma");
+        touch("cmd1");
+        kova_process_events();
+        expect(windows() == 1, "what opens inside an event closes there");
+        return kova_fail("no paper"), 513;
+    };
+    turnPage(Qt::Key_Right);
+    touch("cmd_print");
+    hostLoop();
+    expect(till.seen.size() == 1 && distance > 0 && distance < 1 << 20,
+           "a handler runs on the host's own stack");
+    expect(windows() == 1 && newRecords() == 1, "its failure comes where it belongs");
+
+    touch("CMD_CaricaMoneta");
+    hostLoop();
+    expect(windows() == 2 && kova_DiscardForm(component) == KOVA_OK && windows() == 0,
+           "a coin count is discarded");
+    hostLoop();
+    kova_Show(component, 0, nullptr);
+    touch("cmdConferma");
+    hostLoop();
+    expect(windows() == 2 && kova_release(component) == KOVA_OK && kova_shut_down() == KOVA_OK &&
+               windows() == 0,
+           "the end comes while a message waits");
+    const kova_component next = created();
+    shop(next);
+    expect(kova_Show(next, 0, nullptr) == KOVA_OK && hostLoop() > 0 && windows() == 1 && newRecords() == 0,
+           "and everything begins again");
+}
+
+const std::map<std::string, void (*)()> parts{{"own-loop", ownLoop},
+                                              {"events", events},
+                                              {"misuse", misuse},
+                                              {"late-bound", lateBound},
+                                              {"dialog", dialog}};
+
+} // namespace
+
+int main(int, char** arguments) {
+    setenv("KOVA_LOG", logFile.c_str(), 1);
+    parts.at(arguments[1])();
+    std::filesystem::remove(logFile);
+    return failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+}
