@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 #include <new>
+#include <type_traits>
 #include <utility>
 
 namespace kova::com {
@@ -10,12 +11,18 @@ namespace {
 
 constexpr std::chrono::local_days DayZero{std::chrono::year(1899) / 12 / 30};
 
-/// Asks for the length first, unless the longest result has room anyway.
-template <class Character, class Convert>
-std::basic_string<Character> converted(std::size_t longest, const Convert& convert) {
+/// Asks for the length first, unless the longest result has room anyway. ASCII is the same in both.
+template <class Character, class Text, class Convert>
+std::basic_string<Character> converted(const Text& text, std::size_t longest, const Convert& convert) {
     std::array<Character, 256> room;
-    if (longest <= room.size())
-        return {room.data(), convert(room.data(), room.size())};
+    if (longest <= room.size()) {
+        std::size_t plain = 0;
+        for (; plain < text.size() &&
+               static_cast<std::make_unsigned_t<typename Text::value_type>>(text[plain]) < 0x80;
+             ++plain)
+            room[plain] = static_cast<Character>(text[plain]);
+        return {room.data(), plain == text.size() ? plain : convert(room.data(), room.size())};
+    }
     std::basic_string<Character> result(convert(nullptr, 0), Character());
     convert(result.data(), result.size());
     return result;
@@ -28,7 +35,7 @@ std::wstring wide(std::string_view text) {
         return static_cast<std::size_t>(MultiByteToWideChar(
             CP_UTF8, 0, text.data(), static_cast<int>(text.size()), room, static_cast<int>(size)));
     };
-    return converted<wchar_t>(text.size(), convert);
+    return converted<wchar_t>(text, text.size(), convert);
 }
 
 std::string narrow(std::wstring_view text) {
@@ -38,7 +45,7 @@ std::string narrow(std::wstring_view text) {
                                                             static_cast<int>(text.size()), room,
                                                             static_cast<int>(size), nullptr, nullptr));
     };
-    return converted<char>(text.size() * MostBytes, convert);
+    return converted<char>(text, text.size() * MostBytes, convert);
 }
 
 std::string narrow(BSTR text) {
