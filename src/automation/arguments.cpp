@@ -12,16 +12,20 @@ namespace {
 
 using type_description::Type;
 
-/// The value behind references to VARIANTs, of scripts for example.
+/// The value behind references to VARIANTs, of scripts for example; null when there is none.
 VARIANT* behindReferences(VARIANT* value) {
-    while (value != nullptr && value->vt == (VT_BYREF | VT_VARIANT))
-        value = value->pvarVal;
-    return value;
+    constexpr int Deepest = 8; // unless one refers to itself
+    for (int depth = 0; value != nullptr && value->vt == (VT_BYREF | VT_VARIANT); ++depth)
+        value = depth < Deepest ? value->pvarVal : nullptr;
+    const bool toNothing = value != nullptr && (value->vt & VT_BYREF) != 0 && value->byref == nullptr;
+    return toNothing ? nullptr : value;
 }
 
-bool isLeftOut(const VARIANT* value) {
-    return value == nullptr || (value->vt == VT_ERROR && value->scode == DISP_E_PARAMNOTFOUND);
+bool isLeftOut(const VARIANT& value) {
+    return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND;
 }
+
+} // namespace
 
 VARTYPE variantType(Type type) {
     switch (type) {
@@ -43,6 +47,8 @@ VARTYPE variantType(Type type) {
     return VT_EMPTY;
 }
 
+namespace {
+
 /// A connection object of the host's; Nothing leaves the component without one.
 HRESULT readConnection(VARIANT& value, Variant& result) {
     if (value.vt != VT_DISPATCH && value.vt != VT_UNKNOWN)
@@ -54,9 +60,11 @@ HRESULT readConnection(VARIANT& value, Variant& result) {
     return S_OK;
 }
 
-HRESULT readValue(VARIANT* given, Type type, LCID locale, Variant& result) {
+HRESULT readValue(VARIANT& given, Type type, LCID locale, Variant& result) {
+    if ((given.vt & VT_ARRAY) != 0 || (given.vt & VT_TYPEMASK) == VT_RECORD)
+        return DISP_E_TYPEMISMATCH; // without a copy, which may take long
     com::Value plain;
-    HRESULT code = VariantCopyInd(&plain, given);
+    HRESULT code = VariantCopyInd(&plain, &given);
     if (FAILED(code))
         return code;
     if (type == Type::Connection)
@@ -108,16 +116,22 @@ void assign(VARIANT& target, const Variant& value) {
 }
 
 /// Named arguments come first in the caller's list, the others after them from the last to the first.
-HRESULT Arguments::place() {
-    sources_.assign(declared_.size(), nullptr);
+HRESULT Arguments::place(UINT& wrong) {
+    const bool complete = (given_.cArgs == 0 || given_.rgvarg != nullptr) &&
+                          (given_.cNamedArgs == 0 || given_.rgdispidNamedArgs != nullptr);
+    if (!complete || given_.cNamedArgs > given_.cArgs)
+        return E_INVALIDARG;
     if (given_.cArgs > declared_.size())
         return DISP_E_BADPARAMCOUNT;
+    sources_.assign(declared_.size(), nullptr);
     for (UINT i = 0; i < given_.cArgs; ++i) {
         std::size_t parameter = given_.cArgs - 1 - i;
         if (i < given_.cNamedArgs) {
             const DISPID name = given_.rgdispidNamedArgs[i];
-            parameter = name == DISPID_PROPERTYPUT ? declared_.size() - 1 : static_cast<std::size_t>(name);
+            const bool isValue = writesProperty_ && name == DISPID_PROPERTYPUT;
+            parameter = isValue ? declared_.size() - 1 : static_cast<std::size_t>(name);
         }
+        wrong = i;
         if (parameter >= declared_.size())
             return DISP_E_PARAMNOTFOUND;
         if (sources_[parameter] != nullptr)
@@ -128,18 +142,20 @@ HRESULT Arguments::place() {
 }
 
 HRESULT Arguments::read(UINT* wrong) {
-    HRESULT code = place();
+    UINT unwanted = 0;
+    UINT& place = wrong != nullptr ? *wrong : unwanted;
+    HRESULT code = this->place(place);
     for (std::size_t i = 0; SUCCEEDED(code) && i < declared_.size(); ++i) {
-        VARIANT* const given = behindReferences(sources_[i]);
-        if (isLeftOut(given)) {
+        VARIANT* const source = sources_[i];
+        VARIANT* const given = behindReferences(source);
+        if (source == nullptr || (given != nullptr && isLeftOut(*given))) {
             if (!declared_[i].optional)
-                code = sources_[i] == nullptr ? DISP_E_BADPARAMCOUNT : DISP_E_PARAMNOTOPTIONAL;
+                code = source == nullptr ? DISP_E_BADPARAMCOUNT : DISP_E_PARAMNOTOPTIONAL;
             break; // none follows one that may be left out
         }
+        place = static_cast<UINT>(source - given_.rgvarg);
         Variant value;
-        code = readValue(given, declared_[i].type, locale_, value);
-        if (FAILED(code) && wrong != nullptr)
-            *wrong = static_cast<UINT>(sources_[i] - given_.rgvarg);
+        code = given == nullptr ? E_POINTER : readValue(*given, declared_[i].type, locale_, value);
         values_.push_back(std::move(value));
     }
     before_ = values_;
@@ -153,6 +169,8 @@ void Arguments::writeBack() const {
         com::Value changed;
         assign(*changed, values_[i]);
         VARIANT* const target = behindReferences(sources_[i]);
+        if (target == nullptr) // by now
+            continue;
         if ((target->vt & VT_BYREF) == 0) { // a VARIANT of the caller's, which takes any type
             VariantCopy(target, &changed);
             continue;

@@ -6,7 +6,10 @@ HRESULT ClassFactory::QueryInterface(REFIID id, void** found) {
     if (found == nullptr)
         return E_POINTER;
     *found = id == IID_IUnknown || id == IID_IClassFactory ? this : nullptr;
-    return *found == nullptr ? E_NOINTERFACE : S_OK;
+    if (*found == nullptr)
+        return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
 }
 
 HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID id, void** made) {
@@ -22,13 +25,13 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID id, void** made) {
 }
 
 HRESULT ClassFactory::LockServer(BOOL lock) {
-    return outcomeOf([&] {
-               if (lock != FALSE)
-                   locks_.push_back(std::make_unique<HeldByHost>());
-               else if (!locks_.empty())
-                   locks_.pop_back();
-           })
-        .code;
+    const long change = lock != FALSE ? 1 : -1;
+    if ((locks_ += change) < 0) { // unlocked more often than locked
+        ++locks_;
+        return E_UNEXPECTED;
+    }
+    HeldByHost::count(change);
+    return S_OK;
 }
 
 } // namespace kova::automation

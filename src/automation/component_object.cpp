@@ -24,16 +24,27 @@ const type_description::Member* wanted(DISPID id, WORD kinds) {
 
 Variant carriedOut(cls_Kova_Drawer_Man& component, const type_description::Member& member,
                    std::span<Variant> values) {
-    switch (member.kind) {
-    case MemberKind::PropertyRead:
-        return component.get(member.dispatchId);
-    case MemberKind::PropertyWrite:
-        component.set(member.dispatchId, values[0]);
-        return {};
-    case MemberKind::Method:
-        break;
-    }
-    return component.invoke(member.dispatchId, values);
+    if (member.kind == MemberKind::Method)
+        return component.invoke(member.dispatchId, values);
+    component.set(member.dispatchId, values[0]);
+    return {};
+}
+
+/// Reads a property through its entry in the function table, the quickest way there is.
+HRESULT readProperty(_cls_Kova_Drawer_Man* object, const type_description::Member& member, VARIANT* result) {
+    using Read = HRESULT(STDMETHODCALLTYPE*)(_cls_Kova_Drawer_Man*, void*);
+    constexpr int FirstSlot = 7; // after those of IDispatch
+    VARIANT value;
+    VariantInit(&value);
+    const HRESULT code =
+        (*reinterpret_cast<const Read* const*>(object))[FirstSlot + member.slot](object, &value.byref);
+    if (FAILED(code))
+        return code;
+    value.vt = variantType(member.result);
+    if (result == nullptr)
+        return VariantClear(&value);
+    *result = value;
+    return S_OK;
 }
 
 /// The description of a type; whoever asks gets a reference.
@@ -75,8 +86,10 @@ HRESULT ComponentObject::QueryInterface(REFIID id, void** found) {
 
 ULONG ComponentObject::Release() {
     const ULONG left = --references_;
-    if (left == 0)
+    if (left == 0) {
+        references_ = 1; // sinks that go with it may take one more and give it back
         delete this;
+    }
     return left;
 }
 
@@ -88,12 +101,18 @@ HRESULT ComponentObject::GetTypeInfoCount(UINT* count) {
 }
 
 HRESULT ComponentObject::GetTypeInfo(UINT index, LCID, ITypeInfo** info) {
-    return index == 0 ? copyTypeInfo(IID__cls_Kova_Drawer_Man, info) : DISP_E_BADINDEX;
+    if (index == 0)
+        return copyTypeInfo(IID__cls_Kova_Drawer_Man, info);
+    if (info != nullptr)
+        *info = nullptr;
+    return DISP_E_BADINDEX;
 }
 
 HRESULT ComponentObject::GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
     if (reserved != IID_NULL)
         return DISP_E_UNKNOWNINTERFACE;
+    if (names == nullptr || ids == nullptr)
+        return E_POINTER;
     // Read once in a process, which then keeps it.
     static ITypeInfo* const info = typeInfo(IID__cls_Kova_Drawer_Man).release();
     return info == nullptr ? TYPE_E_CANTLOADLIBRARY : DispGetIDsOfNames(info, names, count, ids);
@@ -110,10 +129,12 @@ HRESULT ComponentObject::Invoke(DISPID id, REFIID reserved, LCID locale, WORD ki
     const auto* const member = wanted(id, kinds);
     if (member == nullptr)
         return DISP_E_MEMBERNOTFOUND;
+    if (member->kind == MemberKind::PropertyRead)
+        return parameters->cArgs > 0 ? DISP_E_BADPARAMCOUNT : readProperty(this, *member, result);
     const com::Pointer<ComponentObject> self(this); // the host may release it inside an event
     HRESULT code = S_OK;
     const Outcome outcome = outcomeOf([&] {
-        Arguments arguments(*parameters, member->parameters, locale);
+        Arguments arguments(*parameters, *member, locale);
         code = arguments.read(wrong);
         if (FAILED(code))
             return;

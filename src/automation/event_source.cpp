@@ -1,12 +1,14 @@
 #include "automation/event_source.h"
 
 #include "automation/failure.h"
+#include "automation/server_module.h"
 #include "com/com_values.h"
 #include "com/dispatch_object.h"
 #include "kova_drawer_man_automation.h"
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <utility>
 
 namespace kova::automation {
@@ -15,15 +17,19 @@ namespace {
 /// A BSTR that a sink may replace.
 class Text {
   public:
-    explicit Text(std::string& text) : text_(text), bstr_(com::makeBstr(text)) {}
+    explicit Text(std::string& text) : text_(text), before_(com::wide(text)), bstr_(com::makeBstr(before_)) {}
     Text(const Text&) = delete;
     Text& operator=(const Text&) = delete;
     ~Text() { SysFreeString(bstr_); }
     BSTR* reference() { return &bstr_; }
-    void takeBack() { text_ = com::narrow(bstr_); }
+    void takeBack() {
+        if (std::wstring_view(bstr_, SysStringLen(bstr_)) != before_)
+            text_ = com::narrow(bstr_);
+    }
 
   private:
     std::string& text_;
+    const std::wstring before_;
     BSTR bstr_;
 };
 
@@ -69,6 +75,7 @@ class Enumerator final : public com::CountedObject<Enumeration> {
     }
 
   private:
+    const HeldByHost held_;
     std::vector<Item> items_;
     std::size_t next_;
 };
@@ -139,8 +146,10 @@ class EventSource::Sink final : public EventSink, public std::enable_shared_from
         UINT wrong = 0;
         const HRESULT code = target_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
                                              &result, &details, &wrong);
-        if (code != DISP_E_EXCEPTION) // a sink need not handle every event
-            return {code == DISP_E_MEMBERNOTFOUND ? S_OK : code, {}, "The event handler cannot be called"};
+        if (SUCCEEDED(code) || code == DISP_E_MEMBERNOTFOUND) // a sink need not handle every event
+            return {};
+        if (code != DISP_E_EXCEPTION)
+            return {code, {}, "The event handler failed"};
         if (details.pfnDeferredFillIn != nullptr)
             details.pfnDeferredFillIn(&details);
         Outcome outcome{details.scode, com::narrow(details.bstrSource), com::narrow(details.bstrDescription)};
@@ -186,6 +195,8 @@ HRESULT EventSource::GetConnectionPointContainer(IConnectionPointContainer** con
 }
 
 HRESULT EventSource::Advise(IUnknown* sink, DWORD* cookie) {
+    if (GetCurrentThreadId() != thread_)
+        return RPC_E_WRONG_THREAD;
     if (sink == nullptr || cookie == nullptr)
         return E_POINTER;
     *cookie = 0;
@@ -203,6 +214,8 @@ HRESULT EventSource::Advise(IUnknown* sink, DWORD* cookie) {
 }
 
 HRESULT EventSource::Unadvise(DWORD cookie) {
+    if (GetCurrentThreadId() != thread_)
+        return RPC_E_WRONG_THREAD;
     const auto found = std::ranges::find(connected_, cookie, &Connected::cookie);
     if (found == connected_.end())
         return CONNECT_E_NOCONNECTION;
@@ -212,6 +225,8 @@ HRESULT EventSource::Unadvise(DWORD cookie) {
 }
 
 HRESULT EventSource::EnumConnections(IEnumConnections** connections) {
+    if (GetCurrentThreadId() != thread_)
+        return RPC_E_WRONG_THREAD;
     if (connections == nullptr)
         return E_POINTER;
     *connections = nullptr;

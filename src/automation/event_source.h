@@ -11,7 +11,8 @@
 namespace kova::automation {
 
 /// The one connection point of a component: it hands each event to the sinks in the order in which they
-/// connected. Its references are those of the component object that it is part of.
+/// connected. Its references are those of the component object that it is part of. Sinks come and go on the
+/// component's own thread alone; other threads get RPC_E_WRONG_THREAD.
 class EventSource final : public IConnectionPoint {
   public:
     /// `connect` connects a sink to the component, `owner` outlives this.
@@ -41,6 +42,7 @@ class EventSource final : public IConnectionPoint {
     std::function<Connection(EventSink&)> connect_;
     std::vector<Connected> connected_;
     DWORD lastCookie_ = 0;
+    const DWORD thread_ = GetCurrentThreadId();
 };
 
 /// Enumerates the one point. The caller's.

@@ -38,6 +38,9 @@ std::wstring interfaceKey(std::string_view identifier) {
     return Classes + L"Interface\\" + braced(identifier);
 }
 
+/// Of the type library, in hexadecimal digits as the registry has it.
+constexpr const wchar_t* LibraryVersion = L"4.a";
+
 /// Hands on the first failure.
 class Writer {
   public:
@@ -70,9 +73,11 @@ void writeClass(Writer& registry) {
 /// same for both.
 void writeTypeLibrary(Writer& registry) {
     const std::wstring file = moduleFile();
-    const std::wstring version = libraryKey() + L"\\4.a"; // in hexadecimal digits
+    const std::wstring version = libraryKey() + L'\\' + LibraryVersion;
     registry.set(version, L"Kova Drawer Man");
-    registry.set(version + (sizeof(void*) == 8 ? L"\\409\\win64" : L"\\409\\win32"), file);
+    // Who asks for a language of its own, or for none, as the marshaller does, is given the neutral one.
+    for (const wchar_t* const language : {L"\\0", L"\\409"})
+        registry.set(version + language + (sizeof(void*) == 8 ? L"\\win64" : L"\\win32"), file);
     registry.set(version + L"\\FLAGS", L"0");
     registry.set(version + L"\\HELPDIR", file.substr(0, file.find_last_of(L'\\')));
 }
@@ -83,7 +88,7 @@ void writeInterface(Writer& registry, std::string_view name, std::string_view id
     registry.set(key, com::wide(name));
     registry.set(key + L"\\ProxyStubClsid32", com::wide(marshaller));
     registry.set(key + L"\\TypeLib", braced(library().identifier));
-    registry.set(key + L"\\TypeLib", com::wide(library().version), L"Version");
+    registry.set(key + L"\\TypeLib", LibraryVersion, L"Version");
 }
 
 /// A user need not have had any class of his own.

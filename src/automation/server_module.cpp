@@ -34,12 +34,8 @@ com::Pointer<ITypeInfo> typeInfo(const GUID& id) {
     return info;
 }
 
-HeldByHost::HeldByHost() {
-    ++held;
-}
-
-HeldByHost::~HeldByHost() {
-    --held;
+void HeldByHost::count(long difference) {
+    held += difference;
 }
 
 bool HeldByHost::any() {

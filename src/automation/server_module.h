@@ -15,11 +15,13 @@ com::Pointer<ITypeInfo> typeInfo(const GUID& id);
 /// Everything that a host holds of this module counts; with nothing left it may be unloaded.
 class HeldByHost {
   public:
-    HeldByHost();
+    HeldByHost() { count(1); }
     HeldByHost(const HeldByHost&) = delete;
     HeldByHost& operator=(const HeldByHost&) = delete;
-    ~HeldByHost();
+    ~HeldByHost() { count(-1); }
     static bool any();
+    /// One more, or less.
+    static void count(long difference);
 };
 
 } // namespace kova::automation

@@ -1,7 +1,9 @@
 #include "com/com_values.h"
 
+#include <array>
 #include <cmath>
 #include <new>
+#include <type_traits>
 #include <utility>
 
 namespace kova::com {
@@ -9,24 +11,41 @@ namespace {
 
 constexpr std::chrono::local_days DayZero{std::chrono::year(1899) / 12 / 30};
 
-} // namespace
-
-std::wstring wide(std::string_view text) {
-    const auto length = static_cast<int>(text.size());
-    std::wstring result(
-        static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0)), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, text.data(), length, result.data(), static_cast<int>(result.size()));
+/// Asks for the length first, unless the longest result has room anyway. ASCII is the same in both.
+template <class Character, class Text, class Convert>
+std::basic_string<Character> converted(const Text& text, std::size_t longest, const Convert& convert) {
+    std::array<Character, 256> room;
+    if (longest <= room.size()) {
+        std::size_t plain = 0;
+        for (; plain < text.size() &&
+               static_cast<std::make_unsigned_t<typename Text::value_type>>(text[plain]) < 0x80;
+             ++plain)
+            room[plain] = static_cast<Character>(text[plain]);
+        return {room.data(), plain == text.size() ? plain : convert(room.data(), room.size())};
+    }
+    std::basic_string<Character> result(convert(nullptr, 0), Character());
+    convert(result.data(), result.size());
     return result;
 }
 
+} // namespace
+
+std::wstring wide(std::string_view text) {
+    const auto convert = [&](wchar_t* room, std::size_t size) {
+        return static_cast<std::size_t>(MultiByteToWideChar(
+            CP_UTF8, 0, text.data(), static_cast<int>(text.size()), room, static_cast<int>(size)));
+    };
+    return converted<wchar_t>(text, text.size(), convert);
+}
+
 std::string narrow(std::wstring_view text) {
-    const auto length = static_cast<int>(text.size());
-    std::string result(static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr,
-                                                                    0, nullptr, nullptr)),
-                       '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), length, result.data(), static_cast<int>(result.size()),
-                        nullptr, nullptr);
-    return result;
+    constexpr std::size_t MostBytes = 3; // of one of UTF-16's units
+    const auto convert = [&](char* room, std::size_t size) {
+        return static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(),
+                                                            static_cast<int>(text.size()), room,
+                                                            static_cast<int>(size), nullptr, nullptr));
+    };
+    return converted<char>(text, text.size() * MostBytes, convert);
 }
 
 std::string narrow(BSTR text) {
@@ -34,8 +53,11 @@ std::string narrow(BSTR text) {
 }
 
 BSTR makeBstr(std::string_view text) {
-    const std::wstring characters = wide(text);
-    BSTR result = SysAllocStringLen(characters.data(), static_cast<UINT>(characters.size()));
+    return makeBstr(wide(text));
+}
+
+BSTR makeBstr(std::wstring_view text) {
+    BSTR result = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
     if (result == nullptr)
         throw std::bad_alloc();
     return result;

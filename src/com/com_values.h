@@ -25,6 +25,7 @@ std::string narrow(std::wstring_view text);
 std::string narrow(BSTR text);
 /// A BSTR that the caller frees. Throws std::bad_alloc.
 BSTR makeBstr(std::string_view text);
+BSTR makeBstr(std::wstring_view text);
 
 /// The UTF-8 of a BSTR that is somebody else's variable, which gets what became of the text in the end.
 class ReferredText {

@@ -140,6 +140,14 @@ constexpr auto MemberTable = [] {
     return members;
 }();
 
+/// The members by dispatch id and kind, null where the interface has none.
+constexpr auto MembersById = [] {
+    std::array<std::array<const Member*, 3>, std::size(MemberRows)> members{};
+    for (const Member& member : MemberTable)
+        members[static_cast<std::size_t>(member.dispatchId)][static_cast<std::size_t>(member.kind)] = &member;
+    return members;
+}();
+
 constexpr Event EventTable[] = {
     {"SalvaPagamento", 1, MovementParameters},
     {"Stampa", 2, DataOperazioneParameter},
@@ -246,12 +254,6 @@ Variant call(Component& component, const Member* member, Arguments arguments,
     return MemberRows[member - MemberTable.data()].implementation(component, arguments);
 }
 
-template <class Condition>
-const Member* findIf(Condition condition) {
-    const auto* const found = std::ranges::find_if(MemberTable, condition);
-    return found == MemberTable.end() ? nullptr : found;
-}
-
 } // namespace
 
 namespace type_description {
@@ -273,13 +275,15 @@ std::span<const EnumerationValue> enumeration() {
 }
 
 const Member* find(std::string_view name, MemberKind kind) {
-    return findIf(
-        [&](const Member& member) { return member.kind == kind && equalIgnoringCase(member.name, name); });
+    const auto* const found = std::ranges::find_if(MemberTable, [&](const Member& member) {
+        return member.kind == kind && equalIgnoringCase(member.name, name);
+    });
+    return found == MemberTable.end() ? nullptr : found;
 }
 
 const Member* find(int dispatchId, MemberKind kind) {
-    return findIf(
-        [&](const Member& member) { return member.kind == kind && member.dispatchId == dispatchId; });
+    const auto id = static_cast<std::size_t>(dispatchId);
+    return id < MembersById.size() ? MembersById[id][static_cast<std::size_t>(kind)] : nullptr;
 }
 
 } // namespace type_description

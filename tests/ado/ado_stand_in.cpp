@@ -1,6 +1,7 @@
 #include "ado_stand_in.h"
 
 #include "base/overloaded.h"
+#include "com/dispatch_object.h"
 
 #include <algorithm>
 
@@ -49,17 +50,6 @@ std::string described(VARIANT& value) {
 
 } // namespace
 
-/// Answers for its one interface.
-template <class Interface>
-class Unknown : public Interface {
-  public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** found) override {
-        const bool known = IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, __uuidof(Interface));
-        *found = known ? this : nullptr;
-        return known ? this->AddRef(), S_OK : E_NOINTERFACE;
-    }
-};
-
 /// Of a record set and of those that follow it.
 struct AdoStandIn::Records {
     Records(int& openOnes, int counts) : countOfOpen(openOnes), rowCounts(counts) {}
@@ -89,18 +79,9 @@ void AdoStandIn::Records::getRows(AdoCall& call, std::vector<com::Value>* given)
     call.result->parray = array;
 }
 
-class AdoStandIn::Object final : public Unknown<IDispatch> {
+class AdoStandIn::Object final : public com::DispatchObject {
   public:
     Object(AdoStandIn& ado, AdoMembers members) : ado_(ado), members_(std::move(members)) { ++ado_.objects; }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0)
-            delete this;
-        return left;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
         if (ado_.refuses())
             return ado_.refuse(nullptr);
@@ -131,24 +112,20 @@ class AdoStandIn::Object final : public Unknown<IDispatch> {
     }
 
   private:
-    ~Object() { --ado_.objects; }
+    ~Object() override { --ado_.objects; }
     AdoStandIn& ado_;
     const AdoMembers members_;
-    ULONG references_ = 1;
 };
 
-/// Lives as long as the stand-in.
-class AdoStandIn::Factory final : public Unknown<IClassFactory> {
+class AdoStandIn::Factory final : public com::CountedObject<IClassFactory> {
   public:
-    Factory(AdoStandIn& ado, std::function<AdoObject()> make) : ado_(ado), make_(std::move(make)) {}
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    Factory(AdoStandIn& ado, std::function<AdoObject()> make)
+        : CountedObject(IID_IClassFactory), ado_(ado), make_(std::move(make)) {}
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID id, void** made) override {
         *made = nullptr;
         return ado_.refuses() ? ado_.refuse(nullptr) : make_()->QueryInterface(id, made);
     }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
-    DWORD registered = 0;
 
   private:
     AdoStandIn& ado_;
@@ -162,16 +139,17 @@ AdoStandIn::AdoStandIn(std::shared_ptr<DatabaseConnection> database) : database_
 }
 
 AdoStandIn::~AdoStandIn() {
-    for (const auto& factory : factories_)
-        CoRevokeClassObject(factory->registered);
+    for (const DWORD registration : registrations_)
+        CoRevokeClassObject(registration);
 }
 
 /// What a process offers itself comes before what Windows has registered.
 void AdoStandIn::offer(const wchar_t* className, std::function<AdoObject()> make) {
     CLSID id{};
     CLSIDFromProgID(className, &id);
-    Factory& factory = *factories_.emplace_back(std::make_unique<Factory>(*this, std::move(make)));
-    CoRegisterClassObject(id, &factory, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &factory.registered);
+    const auto factory = com::Pointer<IClassFactory>::adopt(new Factory(*this, std::move(make)));
+    CoRegisterClassObject(id, factory.get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
+                          &registrations_.emplace_back());
 }
 
 void AdoStandIn::refuseCall(int number, Refusal how) {

@@ -70,7 +70,7 @@ class AdoStandIn {
     void note(const AdoCall& call, std::string line);
     const com::Apartment apartment_;
     const std::shared_ptr<DatabaseConnection> database_;
-    std::vector<std::unique_ptr<Factory>> factories_;
+    std::vector<DWORD> registrations_;
     std::vector<AdoMembers> errors_; ///< of all connections
     Query commanded_;                ///< by the last command
     int refused_ = 0;

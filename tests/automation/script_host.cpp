@@ -1,29 +1,37 @@
 // A script of a host, run by Windows' own script engine:
 //
-//   script_host FILE.vbs|FILE.js [ARGUMENT]
+//   script_host FILE.vbs|FILE.js [ARGUMENT]    elsewhere: objects live in another apartment; thread: the
+//   script
+//                                              runs on one, which ends and leaves all as it is
 //
-// It has WScript.Echo, WScript.Arguments(0), and WScript.CreateObject(name, prefix): events of that object
-// call the script's functions that are named by the prefix and the event's name. A cashier's hands besides,
-// in whichever program the dialog is, at places that part the width and height of the window in front:
+// ConnectObject and DisconnectObject(object, prefix) are as they are said to be; Fail(how) makes a handler
+// fail as no script does; Left is what lives: sinks, the component's module and windows; End(what) ends the
+// process, or the apartment before; Keep(object) and ReleaseElsewhere release it on another thread. It has
+// WScript.Echo, WScript.Arguments(0), and WScript.CreateObject(name, prefix): events of that object call the
+// script's functions that are named by the prefix and the event's name. A cashier's hands besides, in
+// whichever program the dialog is, at places that part the width and height of the window in front:
 //
 //   WScript.When windows, function    calls it when so many of the component's windows have stood still
 //   WScript.Touch x, y
 //   WScript.Press key                 by its virtual code
 //   WScript.Color(x, y)               hexadecimal digits of red, green and blue
-#include "com/com_pointer.h"
-#include "com/com_values.h"
-#include "com/dispatch_object.h"
+#include "com/com_headers.h"
 #include "library/fingers_windows.h"
+#include "library/process_windows.h"
 
 #include <initguid.h> // defines the identifiers of the engine's interfaces
+
+#include "component_windows.h"
 
 #include <activscp.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -39,6 +47,39 @@ std::wstring hostArgument;
 int errors = 0;
 int runningHandlers = 0;
 EXCEPINFO failedHandler{}; ///< what the engine said of the last failure inside one
+std::wstring failure;      ///< how the running handler is to fail
+int sinks = 0;
+std::map<std::wstring, DWORD> connections; ///< by their prefixes
+Pointer<IDispatch> givenObject, kept;      ///< a call's object; one to be released on another thread
+
+/// With all that the script holds.
+std::wstring endWith(const std::wstring& what) {
+    std::fflush(stdout);
+    if (what == L"apartment")
+        CoUninitialize();
+    if (what == L"at once")
+        ExitProcess(0);
+    std::exit(0);
+}
+
+HRESULT failAs(const std::wstring& how, EXCEPINFO& details) {
+    if (how == L"bare")
+        return E_ACCESSDENIED;
+    details.bstrSource = SysAllocString(L"Till");
+    if (how == L"numbered")
+        details.wCode = 513;
+    else
+        details.scode = STG_E_MEDIUMFULL;
+    // Wine carries the function itself to another apartment, cut to 32 bits.
+    if (how == L"deferred" && hostArgument == L"elsewhere")
+        details.bstrDescription = SysAllocString(L"Filled in when asked");
+    else if (how == L"deferred")
+        details.pfnDeferredFillIn = [](EXCEPINFO* asked) -> HRESULT {
+            asked->bstrDescription = SysAllocString(L"Filled in when asked");
+            return S_OK;
+        };
+    return DISP_E_EXCEPTION;
+}
 
 HRESULT callScript(std::wstring function, DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* details,
                    UINT* wrong) {
@@ -82,7 +123,9 @@ void CALLBACK look(HWND, UINT, UINT_PTR, DWORD) {
 class Sink final : public kova::com::DispatchObject {
   public:
     Sink(std::wstring prefix, Pointer<ITypeInfo> events)
-        : prefix_(std::move(prefix)), events_(std::move(events)) {}
+        : prefix_(std::move(prefix)), events_(std::move(events)) {
+        ++sinks;
+    }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* given, VARIANT* result,
                                      EXCEPINFO* details, UINT* wrong) override {
         BSTR name = nullptr;
@@ -107,10 +150,12 @@ class Sink final : public kova::com::DispatchObject {
         }
         for (UINT i = 0; i < given->cArgs; ++i)
             writeBack(given->rgvarg[i], shadows[i]);
-        return code;
+        const std::wstring how = std::exchange(failure, {});
+        return how.empty() ? code : failAs(how, *details);
     }
 
   private:
+    ~Sink() override { --sinks; }
     static void writeBack(const VARIANT& target, VARIANT& shadow) {
         const VARTYPE type = target.vt & ~VT_BYREF;
         VariantChangeType(&shadow, &shadow, 0, type);
@@ -132,14 +177,19 @@ HRESULT connect(IDispatch* object, const std::wstring& prefix) {
     Pointer<ITypeLib> library;
     Pointer<IConnectionPoint> point;
     UINT index = 0;
-    DWORD cookie = 0;
     if (!classInfo || !container || FAILED(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id)) ||
         FAILED(classInfo->GetClassInfo(type.put())) ||
         FAILED(type->GetContainingTypeLib(library.put(), &index)) ||
         FAILED(library->GetTypeInfoOfGuid(id, events.put())) ||
         FAILED(container->FindConnectionPoint(id, point.put())))
         return E_FAIL;
-    return point->Advise(new Sink(prefix, std::move(events)), &cookie);
+    const auto sink = Pointer<IDispatch>::adopt(new Sink(prefix, std::move(events)));
+    return point->Advise(sink.get(), &connections[prefix]);
+}
+
+std::wstring left() {
+    return std::to_wstring(sinks) + (test::letGo() ? L" gone " : L" held ") +
+           std::to_wstring(test::shownWindows(true).size());
 }
 
 std::wstring text(VARIANT& value) {
@@ -181,14 +231,21 @@ class ScriptEnvironment final : public kova::com::DispatchObject {
         ids[0] = static_cast<DISPID>(found - Members);
         return found != std::end(Members) ? S_OK : DISP_E_UNKNOWNNAME;
     }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* given, VARIANT* result,
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT* result,
                                      EXCEPINFO*, UINT*) override {
         Words words;
-        for (UINT i = given->cArgs; i-- > 0;)
-            words.push_back(text(given->rgvarg[i]));
+        for (UINT i = parameters->cArgs; i-- > 0;) {
+            Value plain;
+            VariantCopyInd(&plain, &parameters->rgvarg[i]);
+            if (plain->vt == VT_DISPATCH)
+                givenObject = Pointer<IDispatch>(plain->pdispVal);
+            else
+                words.push_back(text(*plain));
+        }
         if (id == 0)
             return create(words, result);
         const std::wstring answer = Members[id].act(words);
+        givenObject = {};
         if (result != nullptr) {
             result->vt = VT_BSTR;
             result->bstrVal = SysAllocString(answer.c_str());
@@ -211,14 +268,27 @@ class ScriptEnvironment final : public kova::com::DispatchObject {
          }},
         {L"Touch", [](const Words& words) { return test::touch(place(words)), std::wstring(); }},
         {L"Press", [](const Words& words) { return test::press(WORD(std::stoi(words[0]))), std::wstring(); }},
-        {L"Color", color}};
+        {L"Color", color},
+        {L"Fail", [](const Words& words) { return failure = words[0], std::wstring(); }},
+        {L"Left", [](const Words&) { return left(); }},
+        {L"End", [](const Words& words) { return endWith(words[0]); }},
+        {L"Keep", [](const Words&) { return kept = givenObject, std::wstring(); }},
+        {L"ReleaseElsewhere",
+         [](const Words&) { return std::thread([] { kept = {}; }).join(), std::wstring(); }},
+        {L"ConnectObject",
+         [](const Words& words) { return connect(givenObject.get(), words[0]), std::wstring(); }},
+        {L"DisconnectObject", [](const Words& words) {
+             return test::eventsOf(givenObject.get())->Unadvise(connections[words[0]]), std::wstring();
+         }}};
     static HRESULT create(const Words& words, VARIANT* result) {
         CLSID classId{};
         Pointer<IDispatch> object;
         HRESULT code = CLSIDFromProgID(words[0].c_str(), &classId);
         if (SUCCEEDED(code))
-            code = CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
-                                    reinterpret_cast<void**>(object.put()));
+            code = hostArgument == L"elsewhere"
+                       ? test::createElsewhere(classId, IID_IDispatch, reinterpret_cast<void**>(object.put()))
+                       : CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
+                                          reinterpret_cast<void**>(object.put()));
         if (SUCCEEDED(code) && words.size() > 1)
             code = connect(object.get(), words[1]);
         if (SUCCEEDED(code) && result != nullptr) {
@@ -268,18 +338,12 @@ class Site final : public IActiveScriptSite {
     HRESULT STDMETHODCALLTYPE OnLeaveScript() override { return S_OK; }
 };
 
-} // namespace
-
-int main(int count, char** arguments) {
-    if (count < 2)
-        return 2;
-    if (count > 2)
-        hostArgument = kova::com::wide(arguments[2]);
-    std::ifstream file(arguments[1], std::ios::binary);
+int play(const std::string& name) {
+    std::ifstream file(name, std::ios::binary);
     const std::string code((std::istreambuf_iterator(file)), {});
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     CLSID language{};
-    CLSIDFromProgID(std::string_view(arguments[1]).ends_with(".js") ? L"JScript" : L"VBScript", &language);
+    CLSIDFromProgID(name.ends_with(".js") ? L"JScript" : L"VBScript", &language);
     static Site site;
     if (code.empty() || FAILED(CoCreateInstance(language, nullptr, CLSCTX_INPROC_SERVER, IID_IActiveScript,
                                                 reinterpret_cast<void**>(engine.put()))))
@@ -293,6 +357,21 @@ int main(int count, char** arguments) {
     SetTimer(nullptr, 0, 100, look);
     engine->SetScriptState(SCRIPTSTATE_CONNECTED);
     test::handleMessages([] { return !wait; });
-    engine->Close();
+    if (hostArgument != L"thread")
+        engine->Close();
+    return errors;
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    test::endWithCrashes();
+    if (count < 2)
+        return 2;
+    if (count > 2)
+        hostArgument = kova::com::wide(arguments[2]);
+    if (hostArgument != L"thread")
+        return play(arguments[1]);
+    std::thread(play, arguments[1]).join();
     return errors;
 }

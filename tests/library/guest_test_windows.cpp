@@ -1,14 +1,13 @@
 // What a guest may do in a foreign process: plays the part that its first argument names, each in a process
 // of its own, which has to end as such.
 
+#include "process_windows.h"
 #include "till_windows.h"
 
 #include <windows.h>
 
 #include <ole2.h>
-#include <psapi.h>
 #include <shellscalingapi.h>
-#include <winternl.h>
 
 #include <xmmintrin.h>
 
@@ -152,32 +151,6 @@ void process() {
         expect(after[i] == before[i], before[i] + " is " + after[i]);
 }
 
-DWORD handles() {
-    std::vector<unsigned char> all(1 << 20);
-    NtQuerySystemInformation(SystemProcessInformation, all.data(), static_cast<ULONG>(all.size()), nullptr);
-    const auto* process = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION*>(all.data());
-    while (process->UniqueProcessId != reinterpret_cast<HANDLE>(std::uintptr_t{GetCurrentProcessId()}))
-        process = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION*>(
-            reinterpret_cast<const unsigned char*>(process) + process->NextEntryOffset);
-    return process->HandleCount;
-}
-
-/// What a process may lose. Wine's own count of graphics and user objects is always 0.
-std::map<std::string, std::size_t> resources() {
-    PROCESS_MEMORY_COUNTERS memory{};
-    GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof(memory));
-    std::size_t windows = 0;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND, LPARAM count) { return ++*reinterpret_cast<std::size_t*>(count), TRUE; },
-        reinterpret_cast<LPARAM>(&windows));
-    return {{"user objects", GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS)},
-            {"graphics objects", GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)},
-            {"windows", windows},
-            {"handles", handles()},
-            {"megabytes", memory.PagefileUsage >> 20}};
-}
-
 void growth() {
     Till till;
     std::map<std::string, std::size_t> before;
@@ -240,12 +213,6 @@ void exitInsideAnEvent() {
     till.drawer->ApriCassetto();
 }
 
-LONG WINAPI crash(EXCEPTION_POINTERS* failure) {
-    if (failure->ExceptionRecord->ExceptionCode == EXCEPTION_ACCESS_VIOLATION)
-        TerminateProcess(GetCurrentProcess(), 99);
-    return EXCEPTION_CONTINUE_SEARCH;
-}
-
 const std::map<std::string, void (*)()> parts{
     {"modal", modal},
     {"end-of-the-loop", quit},
@@ -260,7 +227,7 @@ const std::map<std::string, void (*)()> parts{
 } // namespace
 
 int main(int, char** arguments) {
-    AddVectoredExceptionHandler(1, crash);
+    endWithCrashes();
     _wputenv_s(L"KOVA_LOG", logFile.c_str());
     parts.at(arguments[1])();
     expect(newRecords() == 0, "nothing of all this is a failure");
