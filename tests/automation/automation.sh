@@ -2,6 +2,8 @@
 # Plays what hosts do through automation alone, and compares what they saw with what is written here.
 #
 #   automation.sh WINE SCRIPT_HOST EARLY_BOUND RAW_HOST INTERFACE_DEFINITION FOLDER
+#
+# With an empty RAW_HOST only what a host does in one apartment.
 set -u
 wine=$1 script_host=$2 early_bound=$3 raw_host=$4 definition=$5 played=$6
 here=$(dirname "$0")
@@ -16,18 +18,19 @@ compared() { # NAME COMMAND...
   tr -d '\r' <"$played/$name.out" | diff -u --label expected "$played/$name.trace" --label "$*" - || failed=1
 }
 as_here() { cat; }
-# Windows checks all blocks of memory at every call of the raw host's, which takes long: what was written behind one, or
-# into a freed one. One that is freed twice it tells of anyway.
-"$wine" reg add "HKLM\\Software\\Microsoft\\Windows NT\\CurrentVersion\\Image File Execution Options\\$(basename "$raw_host")" \
-  /v GlobalFlag /t REG_DWORD /d 0xF0 /f >/dev/null 2>&1 || { echo "cannot check memory"; failed=1; }
 export WINEDEBUG=-all,err+heap,warn+heap
-# What the type library is compiled from; all of it is frozen.
-diff -u "$here/kova_drawer_man_automation.idl" "$definition" || failed=1
 scripts="movement.vbs movement.js events.vbs"
 for script in $scripts; do
   compared $script "$script_host" "$here/$script"
 done
 compared early_bound "$early_bound"
+[ -n "$raw_host" ] || exit $failed
+# What the type library is compiled from; all of it is frozen.
+diff -u "$here/kova_drawer_man_automation.idl" "$definition" || failed=1
+# Windows checks all blocks of memory at every call of the raw host's, which takes long: what was written behind one, or
+# into a freed one. One that is freed twice it tells of anyway.
+"$wine" reg add "HKLM\\Software\\Microsoft\\Windows NT\\CurrentVersion\\Image File Execution Options\\$(basename "$raw_host")" \
+  /v GlobalFlag /t REG_DWORD /d 0xF0 /f >/dev/null 2>&1 || { echo "cannot check memory"; failed=1; }
 compared raw_host "$raw_host" "$here/calls.txt"
 for end in release 'elsewhere released' returning exit 'at once' apartment event thread; do
   as_here() { sed -n "/^open/p;s/^$end: //p"; }

@@ -13,4 +13,4 @@ cp "$5" "$beside" || exit 1
 for host in script_host early_bound; do
   cp "$here/../../examples/03_automation/till.exe.manifest" "$beside/$host.exe.manifest" || exit 1
 done
-sh "$here/automation.sh" "$wine" "$beside/script_host.exe" "$beside/early_bound.exe" "$6/unregistered"
+sh "$here/automation.sh" "$wine" "$beside/script_host.exe" "$beside/early_bound.exe" "" "" "$6/unregistered"
