@@ -2,10 +2,11 @@
 # What people get on Windows, under Wine: the zip, programs from it in a folder with a blank and an umlaut, hosts compiled
 # against it, and the installer for a machine and for a user.
 #
-#   windows.sh PACKAGES FOLDER    the folder that ../../package filled, and one to work in. Wine needs a screen.
+#   windows.sh PACKAGES FOLDER LONG_RUN    the folder that ../../package filled, one to work in, and the program that
+#                                          measures the installed component. Wine needs a screen.
 set -u
 here=$(dirname "$(readlink -f "$0")")
-zip=$(ls "$1"/*.zip) setup=$(ls "$1"/*-setup.exe) work=$(realpath -m "$2")
+zip=$(ls "$1"/*.zip) setup=$(ls "$1"/*-setup.exe) work=$(realpath -m "$2") long_run=$3
 unpacked="$work/Kassen Zürich"
 target=x86_64-w64-mingw32
 export KOVA_EMULATOR=wine WINEPREFIX="$work/wine" WINEDEBUG=-all WINEDLLOVERRIDES=winemenubuilder.exe=d
@@ -79,6 +80,7 @@ life() {
     check "$mode: the installed kova-host" play "$folder" headless
     hive=$([ "$mode" = AllUsers ] && echo HKLM || echo HKCU)
     check "$mode: registered for automation" wine reg query "$hive\\Software\\Classes\\Kova_Drawer_Man.cls_Kova_Drawer_Man" >"$work/registered"
+    check "$mode: the component is slow, or keeps what it should let go of" wine "$long_run" timed
     snapshot installed
     check "$mode: no entry to uninstall" grep -q '^"QuietUninstallString"' "$work/installed-settings"
     check "$mode: no link in the start menu" grep -q 'Start Menu.*/Kova_Drawer_Man.lnk' "$work/installed-files"
