@@ -169,6 +169,7 @@ std::string frm_Drawer_Management::noticeText() const {
 
 // A dialog that is about to close has nothing more to say.
 void frm_Drawer_Management::showSaved(const std::vector<std::string>& lines) noexcept {
+    attempt([&] { controls().cmdConferma.rest(); }); // a second touch would be refused over the success
     attempt([&] {
         if (options().ChiusuraAutomatica)
             return;

@@ -1,6 +1,8 @@
 #pragma once
 #include "widgets/control.h"
 
+#include <chrono>
+
 namespace kova {
 
 class Label : public ControlOfKind<Label, CaptionedControl> {
@@ -48,6 +50,11 @@ class PushButton : public ControlOfKind<PushButton, CaptionedControl> {
     /// Drawn flat, in its own colours, instead of the platform's look.
     [[nodiscard]] bool ownColors() const { return ownColors_; }
     void setOwnColors(bool own) { assign(ownColors_, own, Property::BackColor); }
+
+    /// People's touches and keys do nothing for this long from now on: what it did must not be answered by a
+    /// touch that was meant for it. It is drawn as ever, and programs press it all the same.
+    static constexpr std::chrono::milliseconds RestTime{500};
+    void rest() { changed(Property::Rest); }
 
     Gesture press();
     /// The space bar and the return key press.

@@ -60,6 +60,7 @@ enum class Property {
     ZOrder,
     Focus,
     Title,
+    Rest,    ///< a button rests from now on
     Records, ///< what a list holds, or its order
     Rows     ///< which rows of a list are shown or selected, or the widths of its columns
 };

@@ -92,6 +92,9 @@ TEST_F(PhysicalKeyboard, ChoosesConfirmsAndKeepsNotesByteForByte) {
     till.loop.settle();
     EXPECT_EQ(till.sink.movements, (Movements{{1, 20, "€", "riga\r\nduro\u00a0\U0001F600x\n", 0, 2, false}}));
     press({Qt::Key_Return});
+    EXPECT_TRUE(till.messages.empty()) << "too soon to be meant";
+    QTest::qSleep(static_cast<int>(PushButton::RestTime.count()));
+    press({Qt::Key_Return});
     EXPECT_EQ(till.messages.size(), 1U) << "a refusal as by touch";
 }
 

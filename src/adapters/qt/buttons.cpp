@@ -146,6 +146,18 @@ PushButtonView::PushButtonView(PushButton& button, WindowFrame& frame, QWidget& 
     showProperty(Property::ToolTip);
 }
 
+bool PushButtonView::resting() const {
+    return rested_.isValid() && !rested_.hasExpired(PushButton::RestTime.count());
+}
+
+// Only what the window system sends is a person's.
+bool PushButtonView::event(QEvent* event) {
+    const auto type = event->type();
+    const bool begins =
+        type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick || type == QEvent::KeyPress;
+    return (begins && event->spontaneous() && resting()) || FaceButton::event(event);
+}
+
 void PushButtonView::layOut() {
     ControlView::layOut();
     showLooks();
@@ -198,6 +210,9 @@ void PushButtonView::showProperty(Property property) {
     case Property::ToolTip:
         setToolTip(QString::fromStdString(model()->toolTip()));
         showProperty(Property::Caption);
+        break;
+    case Property::Rest:
+        rested_.start();
         break;
     default:
         showLooks();

@@ -4,6 +4,7 @@
 #include "widgets/captioned_controls.h"
 
 #include <QAbstractButton>
+#include <QElapsedTimer>
 
 #include <functional>
 #include <string>
@@ -64,14 +65,17 @@ class PushButtonView final : public FaceButton, public ModelView<PushButton> {
   public:
     PushButtonView(PushButton& button, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
+    [[nodiscard]] bool resting() const override;
 
   protected:
+    bool event(QEvent* event) override;
     void layOut() override;
     void showProperty(Property property) override;
 
   private:
     void showLooks();
     [[nodiscard]] double inset() const; ///< of the face, in pixels
+    QElapsedTimer rested_;              ///< since the model began to rest
 };
 
 } // namespace kova

@@ -34,6 +34,8 @@ class ControlView : public AccessibleView {
     void showAll();
     /// Another control was moved, shown or hidden.
     virtual void neighbourMoved() {}
+    /// Whether people's touches and keys do nothing to it.
+    [[nodiscard]] virtual bool resting() const { return false; }
     /// What it is called may have changed: its caption, a label around it, or the language.
     void updateSpokenName();
     /// The language of the view's own words may have changed.

@@ -141,14 +141,18 @@ bool InputFilter::takeKey(WindowFrame& frame, const QKeyEvent& event) {
 }
 
 bool InputFilter::carryOut(const KeyMeaning& meaning, WindowFrame& frame, const QKeyEvent& event) {
-    std::visit(
-        Overloaded{
-            [](key_meaning::Ordinary) {}, [](key_meaning::Dropped) {},
-            [&](key_meaning::ShowHelp) { showKeyHelp(frame); },
-            [&](const key_meaning::Press& key) { frame.loop().runHandler([&] { key.button.press(); }); },
-            [&](const key_meaning::Touch& key) { frame.loop().runHandler([&] { key.grid.touch(key.key); }); },
-            [&](const key_meaning::Enter& key) { typeInto(key.entry, frame, event); }},
-        meaning);
+    std::visit(Overloaded{[](key_meaning::Ordinary) {}, [](key_meaning::Dropped) {},
+                          [&](key_meaning::ShowHelp) { showKeyHelp(frame); },
+                          [&](const key_meaning::Press& key) {
+                              const ControlView* const view = frame.view(key.button);
+                              if (view == nullptr || !view->resting())
+                                  frame.loop().runHandler([&] { key.button.press(); });
+                          },
+                          [&](const key_meaning::Touch& key) {
+                              frame.loop().runHandler([&] { key.grid.touch(key.key); });
+                          },
+                          [&](const key_meaning::Enter& key) { typeInto(key.entry, frame, event); }},
+               meaning);
     return !std::holds_alternative<key_meaning::Ordinary>(meaning);
 }
 
