@@ -82,6 +82,8 @@ check "C++ by pkg-config" within till "g++ -std=c++20 -Wall -Wextra -Werror $exa
     \$(pkg-config --cflags --libs kova_drawer_man) && { timeout 3 ~/ten_lines $shop; [ \$? = 124 ]; }"
 check "C" within till "gcc -std=c11 -Wall -Wextra -Werror $examples/04_c/till.c -o ~/till \$(pkg-config --cflags --libs kova_drawer_man) &&
     { timeout 3 ~/till $shop ~/movements; [ \$? = 124 ]; } && ! ~/till /nowhere/shop.sqlite 2>~/errors && grep 'open: ' ~/errors"
+check "Python" within till "{ timeout 3 python3 /usr/share/doc/python3-kova-drawer-man/examples/05_python/till.py $shop ~/journal; [ \$? = 124 ]; } &&
+    python3 -c 'import importlib.metadata as data; print(data.version(\"kova-drawer-man\"))' | grep -x 4.10"
 
 check "no failure in the log" within till '! cat ~/.local/state/kova/logfile.log 2>/dev/null | grep .'
 check "removal" quietly within root "dpkg --purge $(echo $ours)"
