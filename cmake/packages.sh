@@ -18,6 +18,9 @@ packages_tests="libgtest-dev clang-format"
 packages_pictures="imagemagick" # joins the film of examples/record.sh
 packages_all="clang clang-tidy libbenchmark-dev"
 packages_windows="g++-mingw-w64-x86-64-posix wine wine64 libwine-dev mingw-w64-tools xvfb xauth openbox tcl dpkg-dev googletest zip unzip nsis"
+packages_source="xz-utils"
+packages_deb="debhelper dh-python pybuild-plugin-pyproject python3-all python3-setuptools dpkg-dev xz-utils"
+packages_deb_tests="lintian man-db desktop-file-utils mmdebstrap" # and what they install into a bare Debian of their own
 packages_windows_32="g++-mingw-w64-i686-posix"
 
 installed() { dpkg-query -W -f '${db:Status-Abbrev}' "$1" 2>/dev/null | grep -q '^ii'; }
