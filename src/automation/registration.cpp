@@ -5,6 +5,7 @@
 #include "com/com_values.h"
 #include "component/type_description.h"
 
+#include <array>
 #include <string>
 
 namespace kova::automation {
@@ -41,6 +42,14 @@ std::wstring interfaceKey(std::string_view identifier) {
 /// Of the type library, in hexadecimal digits as the registry has it.
 constexpr const wchar_t* LibraryVersion = L"4.a";
 
+/// Where the type library's file stands: who asks for a language of its own, or for none, as the marshaller
+/// does, is given the neutral one.
+std::array<std::wstring, 2> libraryFileKeys() {
+    const std::wstring version = libraryKey() + L'\\' + LibraryVersion;
+    const wchar_t* const kind = sizeof(void*) == 8 ? L"\\win64" : L"\\win32";
+    return {version + L"\\0" + kind, version + L"\\409" + kind};
+}
+
 /// Hands on the first failure.
 class Writer {
   public:
@@ -75,9 +84,8 @@ void writeTypeLibrary(Writer& registry) {
     const std::wstring file = moduleFile();
     const std::wstring version = libraryKey() + L'\\' + LibraryVersion;
     registry.set(version, L"Kova Drawer Man");
-    // Who asks for a language of its own, or for none, as the marshaller does, is given the neutral one.
-    for (const wchar_t* const language : {L"\\0", L"\\409"})
-        registry.set(version + language + (sizeof(void*) == 8 ? L"\\win64" : L"\\win32"), file);
+    for (const auto& key : libraryFileKeys())
+        registry.set(key, file);
     registry.set(version + L"\\FLAGS", L"0");
     registry.set(version + L"\\HELPDIR", file.substr(0, file.find_last_of(L'\\')));
 }
@@ -89,6 +97,17 @@ void writeInterface(Writer& registry, std::string_view name, std::string_view id
     registry.set(key + L"\\ProxyStubClsid32", com::wide(marshaller));
     registry.set(key + L"\\TypeLib", braced(library().identifier));
     registry.set(key + L"\\TypeLib", LibraryVersion, L"Version");
+}
+
+/// Whether the class is there for hosts of the other kind, of 32 or of 64 bits. They have its file in a place
+/// of their own, and share its name and the type library's identifier.
+bool otherKindRegistered(Hive hive) {
+    constexpr REGSAM OtherKind = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    HKEY opened = nullptr;
+    if (RegOpenKeyExW(rootOf(hive), classKey().c_str(), 0, KEY_READ | OtherKind, &opened) != ERROR_SUCCESS)
+        return false;
+    RegCloseKey(opened);
+    return true;
 }
 
 /// A user need not have had any class of his own.
@@ -120,10 +139,19 @@ HRESULT registerServer(Hive hive) {
 
 HRESULT unregisterServer(Hive hive) {
     bool gone = true;
-    for (const auto& key : {classKey(), nameKey(), libraryKey(), interfaceKey(library().interfaceIdentifier),
-                            interfaceKey(library().eventInterfaceIdentifier)}) {
+    const auto forget = [&](const std::wstring& key) {
         const LSTATUS result = RegDeleteTreeW(rootOf(hive), key.c_str());
         gone = gone && (result == ERROR_SUCCESS || result == ERROR_FILE_NOT_FOUND);
+    };
+    for (const auto& key : {classKey(), interfaceKey(library().interfaceIdentifier),
+                            interfaceKey(library().eventInterfaceIdentifier)})
+        forget(key);
+    if (otherKindRegistered(hive)) {
+        for (const auto& file : libraryFileKeys())
+            forget(file);
+    } else {
+        forget(nameKey());
+        forget(libraryKey());
     }
     for (const wchar_t* folder : {L"CLSID", L"TypeLib", L"Interface"})
         deleteIfEmpty(rootOf(hive), Classes + folder);
