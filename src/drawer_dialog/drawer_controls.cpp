@@ -70,6 +70,7 @@ DrawerControls::DrawerControls(EventLoop& loop)
     window.setKeyTargets({&txtVisore, &cmdConferma, {&cmdAnnulla, &PushButton1}, &Pulsantiera_Attivita});
     window.setNotice(saved);
     Virtual_KeyPAD.setReadBack(readBack);
+    Virtual_KeyPAD.setTakesAll(true);
 }
 
 void DrawerControls::retire() {

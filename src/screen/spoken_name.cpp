@@ -3,7 +3,6 @@
 #include "base/utf8.h"
 #include "screen/physical_keys.h"
 #include "widgets/captioned_controls.h"
-#include "widgets/keyboards.h"
 #include "widgets/tab_control.h"
 #include "widgets/window.h"
 
@@ -157,11 +156,12 @@ std::string spokenKey(std::optional<char32_t> character, const Wording& words) {
     }
 }
 
-std::string spokenKey(const std::string& text, const std::string& decimalMark, const Wording& words) {
+std::string spokenKey(const NumericKeypad& keypad, const std::string& text, const Wording& words) {
     if (text == PadClearKey)
-        return words(Word::Clear);
+        return words(keypad.takesAll() ? Word::Clear : Word::Backspace);
     if (text != PadDecimalKey)
         return text;
+    const std::string& decimalMark = keypad.decimalMark();
     return decimalMark == "," ? words(Word::Comma) : decimalMark == "." ? words(Word::Point) : decimalMark;
 }
 

@@ -2,6 +2,7 @@
 #include "base/signal.h"
 #include "services/texts.h"
 #include "widgets/button_grid.h"
+#include "widgets/keyboards.h"
 #include "widgets/notices.h"
 #include "widgets/report_grid.h"
 
@@ -40,6 +41,6 @@ std::string spokenKey(std::optional<char32_t> character, const Wording& words);
 inline constexpr std::string_view PadClearKey = "BACKSPACE";
 inline constexpr std::string_view PadDecimalKey = ".";
 /// A key of the keypad, of which not all do what their texts say.
-std::string spokenKey(const std::string& text, const std::string& decimalMark, const Wording& words);
+std::string spokenKey(const NumericKeypad& keypad, const std::string& text, const Wording& words);
 
 } // namespace kova

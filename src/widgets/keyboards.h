@@ -17,6 +17,10 @@ class NumericKeypad : public ControlOfKind<NumericKeypad> {
     /// What the key "." enters, for a rendering to show on it.
     [[nodiscard]] const std::string& decimalMark() const { return decimalMark_; }
     void setDecimalMark(const std::string& mark) { assign(decimalMark_, mark, Property::Caption); }
+    /// Whether the key "BACKSPACE" takes the whole entry or, as at first, its last character; for a
+    /// rendering, too.
+    [[nodiscard]] bool takesAll() const { return takesAll_; }
+    void setTakesAll(bool all) { assign(takesAll_, all, Property::Caption); }
     /// What its keys typed, for a rendering to show above them; a pad may have none. It must outlive the pad.
     [[nodiscard]] ReadBack* readBack() const { return readBack_; }
     void setReadBack(ReadBack& readBack) { readBack_ = &readBack; }
@@ -25,6 +29,7 @@ class NumericKeypad : public ControlOfKind<NumericKeypad> {
   private:
     ReadBack* readBack_ = nullptr;
     std::string decimalMark_ = ",";
+    bool takesAll_ = false;
 };
 
 class TextBox;

@@ -27,7 +27,7 @@ NumericKeypadView::NumericKeypadView(NumericKeypad& keypad, WindowFrame& frame, 
         for (const std::string& text : texts) {
             const QString caption = QString::fromStdString(text);
             auto* key = new KeyButton(*this, text, caption);
-            key->setText(text == PadClearKey ? QStringLiteral("\u232B") : caption);
+            key->setText(caption);
             connect(key, &QAbstractButton::clicked, this,
                     [this, text] { act([&](NumericKeypad& target) { target.touchKey(text); }); });
             row.push_back(key);
@@ -44,10 +44,11 @@ void NumericKeypadView::nameKeys() {
     updateSpokenName();
     for (const auto& row : rows_)
         for (KeyButton* key : row) {
-            key->setAccessibleName(
-                QString::fromStdString(spokenKey(key->key(), model()->decimalMark(), frame().words())));
+            key->setAccessibleName(QString::fromStdString(spokenKey(*model(), key->key(), frame().words())));
             if (key->key() == PadDecimalKey)
                 key->setText(QString::fromStdString(model()->decimalMark()));
+            if (key->key() == PadClearKey)
+                key->setText(model()->takesAll() ? QStringLiteral("C") : QStringLiteral("\u232B"));
         }
 }
 
