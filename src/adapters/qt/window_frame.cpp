@@ -109,9 +109,11 @@ QSize WindowFrame::initialSize() const {
     const double height = designPixels(window_->bounds().height);
     if (width >= DesignSurface.width && height >= DesignSurface.height)
         return surface_;
+    const double whole = std::min(surface_.width() / width, surface_.height() / height);
     double both = std::min(x, y);
     if (height > DesignSurface.height / 2) // it covers the dialog anyway: fingers need the room that is left
-        both = std::max(both, LargestShare * std::min(surface_.width() / width, surface_.height() / height));
+        both = std::max(both, LargestShare * whole);
+    both = std::min(both, whole);
     return {rounded(width * both), rounded(height * both)};
 }
 
@@ -208,9 +210,12 @@ void WindowFrame::moveToPlace(QWindow* below) {
     QRect place(QPoint(), size());
     place.moveCenter(below != nullptr ? QRect(below->mapToGlobal(QPoint()), below->size()).center()
                                       : on->availableGeometry().center());
-    const QRect available = on->availableGeometry();
-    move(std::max(available.left(), std::min(place.left(), available.right() - width() + 1)),
-         std::max(available.top(), std::min(place.top(), available.bottom() - height() + 1)));
+    // The window manager frames it as it frames the one below.
+    const QMargins edge = below != nullptr ? below->frameMargins() : QMargins();
+    const QRect available = on->availableGeometry().marginsRemoved(edge);
+    place.moveLeft(std::max(available.left(), std::min(place.left(), available.right() - width() + 1)));
+    place.moveTop(std::max(available.top(), std::min(place.top(), available.bottom() - height() + 1)));
+    move(place.topLeft() - QPoint(edge.left(), edge.top()));
 }
 
 void WindowFrame::comeToFront() {
