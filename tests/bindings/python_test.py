@@ -204,7 +204,7 @@ def ending() -> None:
     """The cashier, whose plugin lies in the folder of the second argument, prints; the handler ends the host."""
     with tempfile.TemporaryDirectory() as folder:
         os.environ["QT_PLUGIN_PATH"] = sys.argv[2]
-        os.environ["QT_QPA_GENERIC_PLUGINS"] = f"kovadriver:{folder}/print.scenario"
+        os.environ["QT_QPA_GENERIC_PLUGINS"] = f"kova-cashier:{folder}/print.scenario"
         with open(f"{folder}/print.scenario", "w") as scenario:
             scenario.write("tab 1\npress cmd_print\n")
         with kova.DrawerMan() as drawer:

@@ -1,27 +1,21 @@
-// A script of a host, run by Windows' own script engine:
+// A host's script under test, run by Windows' own script engine, with a cashier's hands besides: see
+// docs/testing_a_host.md. For tests of the component itself there is more:
 //
-//   script_host FILE.vbs|FILE.js [ARGUMENT]    elsewhere: objects live in another apartment; thread: the
-//   script
-//                                              runs on one, which ends and leaves all as it is
-//
-// ConnectObject and DisconnectObject(object, prefix) are as they are said to be; Fail(how) makes a handler
-// fail as no script does; Left is what lives: sinks, the component's module and windows; End(what) ends the
-// process, or the apartment before; Keep(object) and ReleaseElsewhere release it on another thread. It has
-// WScript.Echo, WScript.Arguments(0), and WScript.CreateObject(name, prefix): events of that object call the
-// script's functions that are named by the prefix and the event's name. A cashier's hands besides, in
-// whichever program the dialog is, at places that part the width and height of the window in front:
-//
-//   WScript.When windows, function    calls it when so many of the component's windows have stood still
-//   WScript.Touch x, y
-//   WScript.Press key                 by its virtual code
-//   WScript.Color(x, y)               hexadecimal digits of red, green and blue
+//   the argument elsewhere    objects live in another apartment
+//   the argument thread       the script runs on one, which ends and leaves all as it is
+//   Fail(how)                 makes the running handler fail as no script does
+//   Left                      what lives: sinks, the component's module and windows
+//   End(what)                 ends the process, or the apartment before
+//   Keep(object), ReleaseElsewhere    releases it on another thread
 #include "com/com_headers.h"
-#include "library/fingers_windows.h"
-#include "library/process_windows.h"
+#include "com/com_pointer.h"
+#include "com/com_values.h"
+#include "com/dispatch_object.h"
+#include "component.h"
+#include "fingers.h"
+#include "list_library.h"
 
 #include <initguid.h> // defines the identifiers of the engine's interfaces
-
-#include "component_windows.h"
 
 #include <activscp.h>
 
@@ -49,8 +43,13 @@ int runningHandlers = 0;
 EXCEPINFO failedHandler{}; ///< what the engine said of the last failure inside one
 std::wstring failure;      ///< how the running handler is to fail
 int sinks = 0;
-std::map<std::wstring, DWORD> connections; ///< by their prefixes
-Pointer<IDispatch> givenObject, kept;      ///< a call's object; one to be released on another thread
+/// A connection point, and a sink's place there.
+struct Connection {
+    Pointer<IConnectionPoint> point;
+    DWORD cookie = 0;
+};
+std::map<std::wstring, Connection> connections; ///< by their prefixes
+Pointer<IDispatch> givenObject, kept;           ///< a call's object; one to be released on another thread
 
 /// With all that the script holds.
 std::wstring endWith(const std::wstring& what) {
@@ -175,16 +174,16 @@ HRESULT connect(IDispatch* object, const std::wstring& prefix) {
     IID id{};
     Pointer<ITypeInfo> type, events;
     Pointer<ITypeLib> library;
-    Pointer<IConnectionPoint> point;
     UINT index = 0;
+    Connection& made = connections[prefix];
     if (!classInfo || !container || FAILED(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id)) ||
         FAILED(classInfo->GetClassInfo(type.put())) ||
         FAILED(type->GetContainingTypeLib(library.put(), &index)) ||
         FAILED(library->GetTypeInfoOfGuid(id, events.put())) ||
-        FAILED(container->FindConnectionPoint(id, point.put())))
+        FAILED(container->FindConnectionPoint(id, made.point.put())))
         return E_FAIL;
     const auto sink = Pointer<IDispatch>::adopt(new Sink(prefix, std::move(events)));
-    return point->Advise(sink.get(), &connections[prefix]);
+    return made.point->Advise(sink.get(), &made.cookie);
 }
 
 std::wstring left() {
@@ -278,7 +277,8 @@ class ScriptEnvironment final : public kova::com::DispatchObject {
         {L"ConnectObject",
          [](const Words& words) { return connect(givenObject.get(), words[0]), std::wstring(); }},
         {L"DisconnectObject", [](const Words& words) {
-             return test::eventsOf(givenObject.get())->Unadvise(connections[words[0]]), std::wstring();
+             return connections[words[0]].point->Unadvise(connections[words[0]].cookie),
+                    connections.erase(words[0]), std::wstring();
          }}};
     static HRESULT create(const Words& words, VARIANT* result) {
         CLSID classId{};
@@ -366,8 +366,14 @@ int play(const std::string& name) {
 
 int main(int count, char** arguments) {
     test::endWithCrashes();
-    if (count < 2)
+    if (count < 2) {
+        std::fputs("usage: kova-script-host FILE.vbs|FILE.js [ARGUMENT]\n"
+                   "       kova-script-host --list LIBRARY.dll|LIBRARY.tlb\n",
+                   stderr);
         return 2;
+    }
+    if (count > 2 && std::strcmp(arguments[1], "--list") == 0)
+        return kova::listLibrary(kova::com::wide(arguments[2])) ? 0 : 3;
     if (count > 2)
         hostArgument = kova::com::wide(arguments[2]);
     if (hostArgument != L"thread")
