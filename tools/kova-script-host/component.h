@@ -10,15 +10,6 @@ namespace kova::test {
 
 using com::Pointer;
 
-/// A crash ends the process with an exit code of its own, and asks nobody.
-inline void endWithCrashes() {
-    AddVectoredExceptionHandler(1, [](EXCEPTION_POINTERS* failure) -> LONG {
-        if (failure->ExceptionRecord->ExceptionCode == EXCEPTION_ACCESS_VIOLATION)
-            TerminateProcess(GetCurrentProcess(), 99);
-        return EXCEPTION_CONTINUE_SEARCH;
-    });
-}
-
 /// Whether the component's module may go, since nobody holds anything of it.
 inline bool letGo() {
     const HMODULE module = GetModuleHandleW(L"Kova_Drawer_Man.dll");
