@@ -37,7 +37,7 @@ for end in release 'elsewhere released' returning exit 'at once' apartment event
   compared end.vbs "$script_host" "$here/end.vbs" "$end"
 done
 # Wine carries no error object to another apartment, and so no text of what failed; it keeps the class object there.
-as_here() { sed -E '/^(early|text) 800a0201/s/\[.*/[] /;s/ gone / held /g;s/let go 1/let go 0/'; }
+as_here() { sed -E '/^(movement|text) 800a0201/s/\[.*/[] /;s/ gone / held /g;s/let go 1/let go 0/'; }
 for script in $scripts; do
   compared $script "$script_host" "$here/$script" elsewhere
 done

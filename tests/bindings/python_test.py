@@ -213,6 +213,44 @@ def ending() -> None:
             expect(not drawer.is_open and not records, "the dialog has closed")
 
 
+def region() -> None:
+    """Of Italy, as LC_ALL names none; another one as soon as the user sets it and no dialog is open."""
+    day = kova.parse_date("16/11/2026")
+    expect((day.month, kova.format_date(day), kova.format_amount(-1234.565)) == (11, "16/11/2026", "-1.234,57"), "Italy")
+    raised(kova.KovaError, lambda: kova.parse_date("31/02/2026"))
+    with kova.DrawerMan() as drawer:
+        drawer.Show(0)
+        os.environ["LC_ALL"] = "en_US"
+        expect(kova.format_amount(0.5, 1) == "0,5", "what stands in a dialog is read in the region that it was written in")
+        drawer.DiscardForm()
+        expect(kova.format_amount(0.5, 1) == "0.5", "the next conversion follows the user")
+        drawer.Show(0)
+        os.environ["LC_ALL"] = "C.UTF-8"
+        expect(kova.format_amount(0.5, 1) == "0.5", "so does the next dialog")
+
+
+def log_folder() -> None:
+    """Of the host's own, named before and after the first component."""
+
+    def refuse(drawer: kova.DrawerMan) -> None:
+        thread = threading.Thread(target=lambda: raised(kova.KovaError, drawer.ApriCassetto))
+        thread.start()
+        thread.join()
+
+    os.environ.pop("KOVA_LOG")
+    with tempfile.TemporaryDirectory() as first, tempfile.TemporaryDirectory() as second:
+        kova.set_log_folder(first)
+        with kova.DrawerMan() as drawer:
+            for folder in first, second:
+                kova.set_log_folder(folder)
+                refuse(drawer)
+                drawer.Show(0)
+                refuse(drawer)
+                with open(f"{folder}/logfile.log", encoding="utf-8") as file:
+                    records = sum("ApriCassetto" in line for line in file)
+                expect(records == 2, "the folder has its records")
+
+
 if __name__ == "__main__":
     logging.getLogger("kova_drawer_man").addHandler(Recorder())
     logging.getLogger("kova_drawer_man").propagate = False
