@@ -238,17 +238,29 @@ def log_folder() -> None:
         thread.join()
 
     os.environ.pop("KOVA_LOG")
+    drawer = None
     with tempfile.TemporaryDirectory() as first, tempfile.TemporaryDirectory() as second:
-        kova.set_log_folder(first)
-        with kova.DrawerMan() as drawer:
-            for folder in first, second:
-                kova.set_log_folder(folder)
-                refuse(drawer)
-                drawer.Show(0)
-                refuse(drawer)
-                with open(f"{folder}/logfile.log", encoding="utf-8") as file:
-                    records = sum("ApriCassetto" in line for line in file)
-                expect(records == 2, "the folder has its records")
+        for folder in first, second:
+            kova.set_log_folder(folder)
+            drawer = drawer or kova.DrawerMan()
+            refuse(drawer)
+            drawer.Show(0)
+            refuse(drawer)
+            with open(f"{folder}/logfile.log", encoding="utf-8") as file:
+                expect(sum("ApriCassetto" in line for line in file) == 2, "the folder has its records")
+            drawer.DiscardForm()
+    kova.shut_down()
+
+
+def display() -> None:
+    """Where there is none, and once there is."""
+    os.environ.pop("WAYLAND_DISPLAY", None)
+    for name in "", ":4711":
+        os.environ.update(QT_QPA_PLATFORM="", DISPLAY=name)
+        raised(kova.KovaError, kova.DrawerMan)
+    os.environ["QT_QPA_PLATFORM"] = "offscreen"
+    with kova.DrawerMan() as drawer:
+        drawer.Show(0)
 
 
 if __name__ == "__main__":

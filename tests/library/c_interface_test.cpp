@@ -82,10 +82,12 @@ void events() {
                late.text == std::string("17/11/2026") && kova_last_error_number() == 513 &&
                kova_last_error() == std::string("The safe is shut") && second.seen.empty(),
            "a failure comes with its number and words, and what was written before it");
+    first.inside = [] { return kova_fail("nothing"), 0; };
+    kova_ApriCassetto(component);
     first.inside = [] { return -7; };
     expect(kova_ApriCassetto(component) == KOVA_FAILED && kova_last_error_number() == -7 &&
-               !std::string(kova_last_error()).empty(),
-           "an earlier failure's words are not used again");
+               kova_last_error() == std::string("The event handler failed"),
+           "words that an earlier handler has left are not used");
     expect(kova_Anteprima(component, day) == KOVA_OK, "a null handler ignores the request");
     first.inside = [&] {
         expect(kova_disconnect(sinks[1]) == KOVA_OK && second.released == 1,

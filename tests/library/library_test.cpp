@@ -134,17 +134,6 @@ void otherThread() {
     expect(newRecords() == 1 && dialogs() == 2, "a release elsewhere closes nothing");
 }
 
-void noDisplay() {
-    for (const char* const display : {"", ":4711"}) {
-        setenv("QT_QPA_PLATFORM", "", 1);
-        setenv("DISPLAY", display, 1);
-        unsetenv("WAYLAND_DISPLAY");
-        expect(throws([] { (void)kova::createComponent(); }) && newRecords() == 1, "no display");
-    }
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    shownComponent();
-}
-
 /// A component that outlives main with its dialog open, made before or after what the library needs itself.
 std::shared_ptr<kova::cls_Kova_Drawer_Man> forgotten;
 
@@ -157,8 +146,7 @@ const std::map<std::string, void (*)()> parts{{"whole-life", wholeLife},
                                               {"static-components", staticComponents},
                                               {"end-inside-events", endInsideEvents},
                                               {"exit-inside-an-event", exitInsideAnEvent},
-                                              {"other-thread", otherThread},
-                                              {"no-display", noDisplay}};
+                                              {"other-thread", otherThread}};
 
 } // namespace
 

@@ -43,9 +43,9 @@ int runningHandlers = 0;
 EXCEPINFO failedHandler{}; ///< what the engine said of the last failure inside one
 std::wstring failure;      ///< how the running handler is to fail
 int sinks = 0;
-/// A connection point, and a sink's place there.
+/// The kind of events, and the sink's place among all that get them.
 struct Connection {
-    Pointer<IConnectionPoint> point;
+    IID events{};
     DWORD cookie = 0;
 };
 std::map<std::wstring, Connection> connections; ///< by their prefixes
@@ -168,22 +168,33 @@ class Sink final : public kova::com::DispatchObject {
     Pointer<ITypeInfo> events_;
 };
 
+Pointer<IConnectionPoint> pointOf(IDispatch* object, const IID& events) {
+    Pointer<IConnectionPoint> point;
+    if (const auto container = query<IConnectionPointContainer>(object, IID_IConnectionPointContainer))
+        container->FindConnectionPoint(events, point.put());
+    return point;
+}
+
 HRESULT connect(IDispatch* object, const std::wstring& prefix) {
     const auto classInfo = query<IProvideClassInfo2>(object, IID_IProvideClassInfo2);
-    const auto container = query<IConnectionPointContainer>(object, IID_IConnectionPointContainer);
-    IID id{};
+    Connection& made = connections[prefix];
     Pointer<ITypeInfo> type, events;
     Pointer<ITypeLib> library;
     UINT index = 0;
-    Connection& made = connections[prefix];
-    if (!classInfo || !container || FAILED(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id)) ||
+    if (!classInfo || FAILED(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &made.events)) ||
         FAILED(classInfo->GetClassInfo(type.put())) ||
         FAILED(type->GetContainingTypeLib(library.put(), &index)) ||
-        FAILED(library->GetTypeInfoOfGuid(id, events.put())) ||
-        FAILED(container->FindConnectionPoint(id, made.point.put())))
+        FAILED(library->GetTypeInfoOfGuid(made.events, events.put())))
         return E_FAIL;
+    const auto point = pointOf(object, made.events);
     const auto sink = Pointer<IDispatch>::adopt(new Sink(prefix, std::move(events)));
-    return made.point->Advise(sink.get(), &made.cookie);
+    return point ? point->Advise(sink.get(), &made.cookie) : E_FAIL;
+}
+
+HRESULT disconnect(IDispatch* object, const std::wstring& prefix) {
+    const Connection made = connections[prefix];
+    const auto point = pointOf(object, made.events);
+    return point ? point->Unadvise(made.cookie) : E_FAIL;
 }
 
 std::wstring left() {
@@ -276,10 +287,8 @@ class ScriptEnvironment final : public kova::com::DispatchObject {
          [](const Words&) { return std::thread([] { kept = {}; }).join(), std::wstring(); }},
         {L"ConnectObject",
          [](const Words& words) { return connect(givenObject.get(), words[0]), std::wstring(); }},
-        {L"DisconnectObject", [](const Words& words) {
-             return connections[words[0]].point->Unadvise(connections[words[0]].cookie),
-                    connections.erase(words[0]), std::wstring();
-         }}};
+        {L"DisconnectObject",
+         [](const Words& words) { return disconnect(givenObject.get(), words[0]), std::wstring(); }}};
     static HRESULT create(const Words& words, VARIANT* result) {
         CLSID classId{};
         Pointer<IDispatch> object;
