@@ -214,11 +214,11 @@ int hostLoop() {
     return woken;
 }
 
+/// What the host hears of a closing, where it may show the dialog again and release the component.
 void dialog() {
     const kova_component component = created();
     std::int32_t open = -1;
     Till till;
-    const auto isOpen = [&] { return kova_is_open(component, &open) == KOVA_OK && open == 1; };
     kova_on_closed(
         component,
         [](void* user) {
@@ -229,21 +229,19 @@ void dialog() {
         &till);
     connectShop(component);
     kova_set_parent_window(4711); // which is none
-    expect(!isOpen() && kova_Show(component, 0, nullptr) == KOVA_OK && isOpen(), "a modeless dialog opens");
+    kova_Show(component, 0, nullptr);
     kova_DiscardForm(component);
-    expect(!isOpen() && till.seen.empty(), "the host hears of a closing from its loop");
     till.inside = [&] {
-        till.inside = [] { return 0; };
+        till.inside = [&] { return kova_release(component); };
         return kova_Show(component, 0, nullptr);
     };
-    hostLoop();
-    expect(isOpen() && till.seen.size() == 1, "and may show it again then");
-    till.inside = [&] { return kova_release(component); };
+    expect(till.seen.empty() && hostLoop() > 0 && till.seen.size() == 1 && windows() == 1,
+           "in the host's loop");
     kova_DiscardForm(component);
     hostLoop();
     expect(till.seen.size() == 2 && kova_is_open(component, &open) == KOVA_INVALID_HANDLE &&
                newRecords() == 0,
-           "or release the component");
+           "then it is gone, and nothing of all this is a failure");
 }
 
 void ownLoop() {
