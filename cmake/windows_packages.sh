@@ -22,7 +22,7 @@ say "building (log: build/package.log)"
 } >build/package.log 2>&1 || { tail -n 30 build/package.log; fail "the build failed"; }
 mkdir "$folder/docs" "$folder/licenses"
 cp README.md CHANGELOG.md "$folder"
-cp docs/{windows,sql_server,writing_a_host,reference,c,cpp}.md "$folder/docs"
+cp docs/{windows,sql_server,writing_a_host,testing_a_host,reference,c,cpp}.md "$folder/docs"
 
 # licence TITLE PACKAGE FILE: the text that the distribution has for it, and a line of the overview.
 licence() {

@@ -1,11 +1,11 @@
 #!/bin/sh
 # Plays what hosts do through automation alone, and compares what they saw with what is written here.
 #
-#   automation.sh WINE SCRIPT_HOST EARLY_BOUND RAW_HOST INTERFACE_DEFINITION FOLDER
+#   automation.sh WINE SCRIPT_HOST EARLY_BOUND RAW_HOST LIBRARY FOLDER
 #
 # With an empty RAW_HOST only what a host does in one apartment.
 set -u
-wine=$1 script_host=$2 early_bound=$3 raw_host=$4 definition=$5 played=$6
+wine=$1 script_host=$2 early_bound=$3 raw_host=$4 library=$5 played=$6
 here=$(dirname "$0")
 mkdir -p "$played"
 failed=0
@@ -25,8 +25,8 @@ for script in $scripts; do
 done
 compared early_bound "$early_bound"
 [ -n "$raw_host" ] || exit $failed
-# What the type library is compiled from; all of it is frozen.
-diff -u "$here/kova_drawer_man_automation.idl" "$definition" || failed=1
+# All of it is frozen.
+compared type_library "$script_host" --list "$library"
 # Windows checks all blocks of memory at every call of the raw host's, which takes long: what was written behind one, or
 # into a freed one. One that is freed twice it tells of anyway.
 "$wine" reg add "HKLM\\Software\\Microsoft\\Windows NT\\CurrentVersion\\Image File Execution Options\\$(basename "$raw_host")" \
@@ -37,7 +37,7 @@ for end in release 'elsewhere released' returning exit 'at once' apartment event
   compared end.vbs "$script_host" "$here/end.vbs" "$end"
 done
 # Wine carries no error object to another apartment, and so no text of what failed; it keeps the class object there.
-as_here() { sed -E '/^(early|text) 800a0201/s/\[.*/[] /;s/ gone / held /g;s/let go 1/let go 0/'; }
+as_here() { sed -E '/^(movement|text) 800a0201/s/\[.*/[] /;s/ gone / held /g;s/let go 1/let go 0/'; }
 for script in $scripts; do
   compared $script "$script_host" "$here/$script" elsewhere
 done

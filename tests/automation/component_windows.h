@@ -5,10 +5,10 @@
 #include "com/com_values.h"
 #include "com/dispatch_object.h"
 
+#include "kova-script-host/component.h"
 #include "kova_drawer_man_automation.h"
 
 #include <functional>
-#include <thread>
 #include <vector>
 
 namespace kova::test {
@@ -94,31 +94,5 @@ struct Movement {
         return arguments;
     }
 };
-
-/// Whether the component's module may go, since nobody holds anything of it.
-inline bool letGo() {
-    const HMODULE module = GetModuleHandleW(L"Kova_Drawer_Man.dll");
-    const auto asked = reinterpret_cast<HRESULT(STDMETHODCALLTYPE*)()>(
-        reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")));
-    return asked() == S_OK;
-}
-
-/// An object in an apartment that Windows makes for it, as the calling thread may use it.
-inline HRESULT createElsewhere(const CLSID& classId, const IID& id, void** made) {
-    static CO_MTA_USAGE_COOKIE kept = nullptr; // and with it those apartments
-    if (kept == nullptr)
-        CoIncrementMTAUsage(&kept);
-    IStream* carried = nullptr;
-    HRESULT code = S_OK;
-    std::thread([&] { // belongs to the apartment of many threads, where the class does not live
-        Pointer<IUnknown> object;
-        code = CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
-                                reinterpret_cast<void**>(object.put()));
-        if (SUCCEEDED(code))
-            code = CoMarshalInterThreadInterfaceInStream(id, object.get(), &carried);
-    })
-        .join();
-    return FAILED(code) ? code : CoGetInterfaceAndReleaseStream(carried, id, made);
-}
 
 } // namespace kova::test

@@ -2,7 +2,7 @@
 //
 //   raw_host FILE    makes the calls of a file, says what came of each, and goes on with calls of its own
 #include "com/com_headers.h"
-#include "library/process_windows.h"
+#include "kova-script-host/fingers.h"
 
 #include <initguid.h> // defines the header's identifiers
 

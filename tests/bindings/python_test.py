@@ -204,13 +204,63 @@ def ending() -> None:
     """The cashier, whose plugin lies in the folder of the second argument, prints; the handler ends the host."""
     with tempfile.TemporaryDirectory() as folder:
         os.environ["QT_PLUGIN_PATH"] = sys.argv[2]
-        os.environ["QT_QPA_GENERIC_PLUGINS"] = f"kovadriver:{folder}/print.scenario"
+        os.environ["QT_QPA_GENERIC_PLUGINS"] = f"kova-cashier:{folder}/print.scenario"
         with open(f"{folder}/print.scenario", "w") as scenario:
             scenario.write("tab 1\npress cmd_print\n")
         with kova.DrawerMan() as drawer:
             drawer.on_Stampa = lambda day: sys.exit(7)
             expect(getattr(raised(SystemExit, drawer.Show), "code") == 7, "an end inside a modal dialog")
             expect(not drawer.is_open and not records, "the dialog has closed")
+
+
+def region() -> None:
+    """Of Italy, as LC_ALL names none; another one as soon as the user sets it and no dialog is open."""
+    day = kova.parse_date("16/11/2026")
+    expect((day.month, kova.format_date(day), kova.format_amount(-1234.565)) == (11, "16/11/2026", "-1.234,57"), "Italy")
+    raised(kova.KovaError, lambda: kova.parse_date("31/02/2026"))
+    with kova.DrawerMan() as drawer:
+        drawer.Show(0)
+        os.environ["LC_ALL"] = "en_US"
+        expect(kova.format_amount(0.5, 1) == "0,5", "what stands in a dialog is read in the region that it was written in")
+        drawer.DiscardForm()
+        expect(kova.format_amount(0.5, 1) == "0.5", "the next conversion follows the user")
+        drawer.Show(0)
+        os.environ["LC_ALL"] = "C.UTF-8"
+        expect(kova.format_amount(0.5, 1) == "0.5", "so does the next dialog")
+
+
+def log_folder() -> None:
+    """Of the host's own, named before and after the first component."""
+
+    def refuse(drawer: kova.DrawerMan) -> None:
+        thread = threading.Thread(target=lambda: raised(kova.KovaError, drawer.ApriCassetto))
+        thread.start()
+        thread.join()
+
+    os.environ.pop("KOVA_LOG")
+    drawer = None
+    with tempfile.TemporaryDirectory() as first, tempfile.TemporaryDirectory() as second:
+        for folder in first, second:
+            kova.set_log_folder(folder)
+            drawer = drawer or kova.DrawerMan()
+            refuse(drawer)
+            drawer.Show(0)
+            refuse(drawer)
+            with open(f"{folder}/logfile.log", encoding="utf-8") as file:
+                expect(sum("ApriCassetto" in line for line in file) == 2, "the folder has its records")
+            drawer.DiscardForm()
+    kova.shut_down()
+
+
+def display() -> None:
+    """Where there is none, and once there is."""
+    os.environ.pop("WAYLAND_DISPLAY", None)
+    for name in "", ":4711":
+        os.environ.update(QT_QPA_PLATFORM="", DISPLAY=name)
+        raised(kova.KovaError, kova.DrawerMan)
+    os.environ["QT_QPA_PLATFORM"] = "offscreen"
+    with kova.DrawerMan() as drawer:
+        drawer.Show(0)
 
 
 if __name__ == "__main__":

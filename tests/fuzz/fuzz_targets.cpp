@@ -33,13 +33,7 @@ void require(bool holds, const char* what) {
 class Input {
   public:
     explicit Input(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
-    std::uint8_t byte() {
-        if (bytes_.empty())
-            return 0;
-        const std::uint8_t first = bytes_.front();
-        bytes_ = bytes_.subspan(1);
-        return first;
-    }
+    std::uint8_t byte() { return number<std::uint8_t>(); }
     template <class T>
     T number() {
         T result{};

@@ -1,13 +1,15 @@
 #!/bin/sh
 # Searches for inputs that break a target, beginning with the kept ones, and keeps the smallest set that reaches as much.
 #
-#   search.sh FUZZ REPLAY TARGET SECONDS
+#   search.sh FUZZ TARGET SECONDS
 set -u
-fuzz=$1 replay=$2 target=$3 seconds=$4
+fuzz=$1 target=$2 seconds=$3
 kept=$(dirname "$0")/$target.inputs
 work=$(mktemp -d)
 mkdir "$work/old" "$work/found" "$work/new" "$work/failures"
-[ ! -f "$kept" ] || "$replay" --unpack "$kept" "$work/old" >/dev/null
+[ ! -f "$kept" ] || python3 -c "import sys
+for i, line in enumerate(sys.stdin):
+    open(f'$work/old/{i}', 'wb').write(bytes.fromhex(line))" <"$kept" || exit 1
 export KOVA_FUZZ="$target" KOVA_LOG=/dev/null QT_QPA_PLATFORM=offscreen
 "$fuzz" -max_total_time="$seconds" -max_len=160 -timeout=10 -print_final_stats=1 -artifact_prefix="$work/failures/" "$work/found" "$work/old"
 status=$?

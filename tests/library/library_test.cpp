@@ -61,45 +61,6 @@ void wholeLife() {
     expect(newRecords() == 0, "nothing is left to discard");
 }
 
-/// In Italian, as LC_ALL names no region; in another one as soon as the user sets it and no dialog is open.
-void whatTheRegionWrites() {
-    const auto day = kova::parseDate("16/11/2026");
-    expect(day && day->month == 11 && kova::formatDate(*day) == "16/11/2026" &&
-               kova::formatAmount(-1234.565, 2) == "-1.234,57" && !kova::parseDate("31/02/2026"),
-           "a host reads and writes dates and amounts as the dialog does");
-    const auto component = shownComponent();
-    setenv("LC_ALL", "en_US", 1);
-    expect(kova::formatAmount(0.5, 1) == "0,5",
-           "what stands in a dialog is read in the region that it was written in");
-    component->DiscardForm();
-    expect(kova::formatAmount(0.5, 1) == "0.5", "the next conversion follows the user");
-    component->Show(0);
-    setenv("LC_ALL", "C.UTF-8", 1);
-    expect(kova::formatAmount(0.5, 1) == "0.5", "so does the next dialog");
-    component->DiscardForm();
-}
-
-/// A log folder of the host's, named before and after the first component.
-void ownLogFolder() {
-    unsetenv("KOVA_LOG");
-    const std::filesystem::path places[] = {logFile.string() + ".1", logFile.string() + ".2"};
-    std::shared_ptr<kova::cls_Kova_Drawer_Man> component;
-    for (const auto& folder : places) {
-        std::filesystem::create_directory(folder);
-        kova::setLogFolder(folder);
-        if (!component)
-            component = shownComponent();
-        std::thread([&] { component->Show(); }).join();
-        component->Show(0);
-        std::thread([&] { component->Show(); }).join();
-    }
-    for (const auto& folder : places) {
-        std::ifstream file(folder / "logfile.log");
-        expect(std::count(std::istreambuf_iterator<char>(file), {}, '\n') == 2, "the folder has its records");
-        std::filesystem::remove_all(folder);
-    }
-}
-
 /// Ends the library inside an event, which `raise` makes the component raise.
 void endInside(const std::shared_ptr<kova::cls_Kova_Drawer_Man>& component,
                const std::function<void()>& raise) {
@@ -173,17 +134,6 @@ void otherThread() {
     expect(newRecords() == 1 && dialogs() == 2, "a release elsewhere closes nothing");
 }
 
-void noDisplay() {
-    for (const char* const display : {"", ":4711"}) {
-        setenv("QT_QPA_PLATFORM", "", 1);
-        setenv("DISPLAY", display, 1);
-        unsetenv("WAYLAND_DISPLAY");
-        expect(throws([] { (void)kova::createComponent(); }) && newRecords() == 1, "no display");
-    }
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    shownComponent();
-}
-
 /// A component that outlives main with its dialog open, made before or after what the library needs itself.
 std::shared_ptr<kova::cls_Kova_Drawer_Man> forgotten;
 
@@ -194,12 +144,9 @@ void staticComponents() {
 
 const std::map<std::string, void (*)()> parts{{"whole-life", wholeLife},
                                               {"static-components", staticComponents},
-                                              {"what-the-region-writes", whatTheRegionWrites},
-                                              {"own-log-folder", ownLogFolder},
                                               {"end-inside-events", endInsideEvents},
                                               {"exit-inside-an-event", exitInsideAnEvent},
-                                              {"other-thread", otherThread},
-                                              {"no-display", noDisplay}};
+                                              {"other-thread", otherThread}};
 
 } // namespace
 

@@ -39,13 +39,4 @@ inline std::map<std::string, std::size_t> resources() {
             {"megabytes", memory.PagefileUsage >> 20}};
 }
 
-/// A crash ends the process with an exit code of its own, and asks nobody.
-inline void endWithCrashes() {
-    AddVectoredExceptionHandler(1, [](EXCEPTION_POINTERS* failure) -> LONG {
-        if (failure->ExceptionRecord->ExceptionCode == EXCEPTION_ACCESS_VIOLATION)
-            TerminateProcess(GetCurrentProcess(), 99);
-        return EXCEPTION_CONTINUE_SEARCH;
-    });
-}
-
 } // namespace kova::test

@@ -1,5 +1,5 @@
 #pragma once
-#include "fingers_windows.h"
+#include "kova-script-host/fingers.h"
 #include "host.h"
 
 #include <atomic>

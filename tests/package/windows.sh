@@ -26,7 +26,7 @@ rm -rf "$work" && mkdir -p "$unpacked" && unzip -q "$zip" -d "$work/zip" && mv "
 
 # Files, and what the two programs need and say of themselves.
 (cd "$unpacked" && find . -type f) >"$work/files"
-check "another file in the zip" none -vE '^\./(bin/(Kova_Drawer_Man\.(dll|tlb|automation\.manifest)|kova-host\.exe)|include/kova/.*\.h|(README|CHANGELOG)\.md|docs/[a-z_]*\.md|lib/(libKova_Drawer_Man\.dll\.a|Kova_Drawer_Man\.def)|lib/cmake/Kova_Drawer_Man/[^/]*\.cmake|lib/pkgconfig/kova_drawer_man\.pc|licenses/[A-Za-z0-9-]*\.txt)$' "$work/files"
+check "another file in the zip" none -vE '^\./(bin/(Kova_Drawer_Man\.(dll|tlb|automation\.manifest)|kova-host\.exe)|include/kova/.*\.h|(README|CHANGELOG)\.md|docs/[a-z_]*\.md|lib/(libKova_Drawer_Man\.dll\.a|Kova_Drawer_Man\.def|kova/kova-script-host\.exe)|lib/cmake/Kova_Drawer_Man/[^/]*\.cmake|lib/pkgconfig/kova_drawer_man\.pc|licenses/[A-Za-z0-9-]*\.txt)$' "$work/files"
 for text in 'LGPL-3.txt:GNU LESSER GENERAL PUBLIC LICENSE' 'GPL-3.txt:GNU GENERAL PUBLIC LICENSE' 'GPL-2.txt:Version 2, June' \
     'Qt.txt:src/3rdparty/freetype' 'GCC.txt:GCC RUNTIME LIBRARY EXCEPTION' 'mingw-w64.txt:winpthreads' 'SQLite.txt:public-domain' \
     'NSIS.txt:NSIS' 'README.txt:linked'; do

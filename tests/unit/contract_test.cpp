@@ -1,4 +1,3 @@
-#include "component/type_description.h"
 #include "player/trace.h"
 #include "ports/host_calls.h"
 #include "test_world.h"
@@ -6,52 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include <iomanip>
 #include <sstream>
 
 namespace kova::test {
 namespace {
-
-namespace td = type_description;
-
-const char* const types[] = {"none", "int16", "int32", "double", "boolean", "string", "connection"};
-
-std::string signatureOf(std::string_view name, std::span<const td::Parameter> parameters) {
-    std::string text = std::string(name) + "(";
-    for (const auto& parameter : parameters)
-        text.append(text.ends_with('(') ? "" : ", ")
-            .append(parameter.optional ? "optional " : "")
-            .append(types[static_cast<int>(parameter.type)])
-            .append(" ")
-            .append(parameter.name);
-    return text + ")";
-}
-
-std::string wholeDescription() {
-    static const char* const kinds[] = {"method", "read", "write"};
-    const auto& library = td::library();
-    std::ostringstream text;
-    text << "library " << library.name << ' ' << library.version << " locale " << library.locale << ' '
-         << library.identifier << '\n'
-         << "class " << library.coclass << ' ' << library.coclassIdentifier << ' ' << library.programmaticId
-         << '\n'
-         << "interface " << library.interfaceName << ' ' << library.interfaceIdentifier << '\n';
-    for (const auto& member : td::members())
-        text << std::setw(2) << member.slot << std::setw(3) << member.dispatchId << ' '
-             << kinds[static_cast<int>(member.kind)] << ' ' << signatureOf(member.name, member.parameters)
-             << ' ' << types[static_cast<int>(member.result)] << '\n';
-    text << "events " << library.eventInterfaceName << ' ' << library.eventInterfaceIdentifier << '\n';
-    for (const auto& event : td::events())
-        text << event.dispatchId << ' ' << signatureOf(event.name, event.parameters) << '\n';
-    text << "enumeration " << library.enumerationName << '\n';
-    for (const auto& one : td::enumeration())
-        text << one.value << ' ' << one.name << '\n';
-    return text.str();
-}
-
-TEST(TypeDescription, IsTheFrozenOne) {
-    expectTrace("type_description", wholeDescription());
-}
 
 /// What becomes of each value as an argument of each type, or the number of the error.
 TEST(LateBinding, ConvertsArgumentsAndRefusesWhatDoesNotFit) {
@@ -138,25 +95,6 @@ TEST(LateBinding, ARefusedCallIsOneRecordUnderItsName) {
     EXPECT_EQ(labels, "get|get|set|set|invoke|invoke|connect|ApriCassetto|Stampa|Anteprima|SalvaPagamento|"
                       "RicercaCliente.Show: |DiscardForm: |RicercaCliente.Inizializza : |"
                       "InizializzaByConnString: |");
-}
-
-TEST(Events, PassArgumentsByReferenceThroughEverySinkInOrder) {
-    struct Appending final : RecordingSink {
-        void SalvaPagamento(std::int32_t&, double& importo, std::string& Valuta, std::string&, std::int16_t&,
-                            std::int32_t&, bool&) override {
-            importo *= 2;
-            Valuta += "!";
-        }
-    } first, second;
-    World world;
-    const auto one = world.component->connect(first);
-    const auto two = world.component->connect(second);
-    std::vector<Variant> arguments{std::int32_t{1}, 1.5, std::string("€"), std::string("n"), std::int16_t{2},
-                                   std::int32_t{3}, true};
-    world.component->invoke("salvapagamento", arguments);
-    EXPECT_EQ(arguments[1], Variant(6.0));
-    EXPECT_EQ(arguments[2], Variant("€!!"));
-    EXPECT_EQ(world.sink.movements.at(0).importo, 1.5) << "the sink that was first saw the value as sent";
 }
 
 } // namespace

@@ -1,11 +1,5 @@
-// A cashier inside the process of any host: a generic plugin of Qt that plays the cashier's lines of a
-// scenario by real events at what is drawn, answers messages by their default button, and at the end closes
-// the dialog. The other lines are the host's. `dump control NAME` of a button writes `caption NAME "TEXT"` to
-// standard error.
-//
-//   QT_PLUGIN_PATH=FOLDER QT_QPA_GENERIC_PLUGINS=kovadriver:SCENARIO HOST
-//
-// A line that cannot be carried out, or a host that ends before the last one, ends the process with status 3.
+// A cashier inside the process of any host, a generic plugin of Qt: plays the cashier's lines of a scenario
+// by real events at what is drawn. See docs/testing_a_host.md.
 #include "base/utf8.h"
 #include "player/qt/gestures.h"
 #include "scenario/scenario_language.h"
@@ -170,18 +164,18 @@ const std::map<std::string, Gesture (*)(const Arguments&)> Commands{
     {"close", close},     {"dump", caption},      {"sort", refuse},   {"group", refuse},
     {"ungroup", refuse},  {"screenshot", refuse}, {"answer", refuse}, {"messages", refuse}};
 
-class Driver final : public QObject {
+class Cashier final : public QObject {
   public:
-    explicit Driver(const QString& file) : file_(file.toStdString()) {
+    explicit Cashier(const QString& file) : file_(file.toStdString()) {
         std::ifstream script(file_, std::ios::binary);
         lines_ = scenarioLines(std::string(std::istreambuf_iterator<char>(script), {}));
         if (lines_.empty())
             fail("an empty scenario");
-        QTimer::singleShot(Pace, this, &Driver::tick);
+        QTimer::singleShot(Pace, this, &Cashier::tick);
     }
-    Driver(const Driver&) = delete;
-    Driver& operator=(const Driver&) = delete;
-    ~Driver() override {
+    Cashier(const Cashier&) = delete;
+    Cashier& operator=(const Cashier&) = delete;
+    ~Cashier() override {
         if (!done())
             fail("the host has ended");
     }
@@ -197,12 +191,13 @@ class Driver final : public QObject {
     }
 
     [[noreturn]] void fail(const std::string& why) const {
-        std::cerr << "kovadriver: " << located(file_, next_ + 1, why) << std::endl;
+        std::cerr << "kova-cashier: " << located(file_, next_ + 1, why) << std::endl;
         std::_Exit(3);
     }
 
     void tick() {
-        QTimer::singleShot(Pace, this, &Driver::tick); // first, since a gesture may wait in a loop of its own
+        // First, since a gesture may wait in a loop of its own.
+        QTimer::singleShot(Pace, this, &Cashier::tick);
         if (!pause_.hasExpired())
             return;
         QWidget* const window = front();
@@ -256,14 +251,14 @@ class Driver final : public QObject {
 
 } // namespace
 
-class DriverPlugin final : public QGenericPlugin {
+class CashierPlugin final : public QGenericPlugin {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "driver.json")
+    Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "cashier.json")
 
   public:
-    QObject* create(const QString&, const QString& file) override { return new Driver(file); }
+    QObject* create(const QString&, const QString& file) override { return new Cashier(file); }
 };
 
 } // namespace kova
 
-#include "driver.moc"
+#include "cashier.moc"

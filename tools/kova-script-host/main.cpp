@@ -1,27 +1,21 @@
-// A script of a host, run by Windows' own script engine:
+// A host's script under test, run by Windows' own script engine, with a cashier's hands besides: see
+// docs/testing_a_host.md. For tests of the component itself there is more:
 //
-//   script_host FILE.vbs|FILE.js [ARGUMENT]    elsewhere: objects live in another apartment; thread: the
-//   script
-//                                              runs on one, which ends and leaves all as it is
-//
-// ConnectObject and DisconnectObject(object, prefix) are as they are said to be; Fail(how) makes a handler
-// fail as no script does; Left is what lives: sinks, the component's module and windows; End(what) ends the
-// process, or the apartment before; Keep(object) and ReleaseElsewhere release it on another thread. It has
-// WScript.Echo, WScript.Arguments(0), and WScript.CreateObject(name, prefix): events of that object call the
-// script's functions that are named by the prefix and the event's name. A cashier's hands besides, in
-// whichever program the dialog is, at places that part the width and height of the window in front:
-//
-//   WScript.When windows, function    calls it when so many of the component's windows have stood still
-//   WScript.Touch x, y
-//   WScript.Press key                 by its virtual code
-//   WScript.Color(x, y)               hexadecimal digits of red, green and blue
+//   the argument elsewhere    objects live in another apartment
+//   the argument thread       the script runs on one, which ends and leaves all as it is
+//   Fail(how)                 makes the running handler fail as no script does
+//   Left                      what lives: sinks, the component's module and windows
+//   End(what)                 ends the process, or the apartment before
+//   Keep(object), ReleaseElsewhere    releases it on another thread
 #include "com/com_headers.h"
-#include "library/fingers_windows.h"
-#include "library/process_windows.h"
+#include "com/com_pointer.h"
+#include "com/com_values.h"
+#include "com/dispatch_object.h"
+#include "component.h"
+#include "fingers.h"
+#include "list_library.h"
 
 #include <initguid.h> // defines the identifiers of the engine's interfaces
-
-#include "component_windows.h"
 
 #include <activscp.h>
 
@@ -49,8 +43,13 @@ int runningHandlers = 0;
 EXCEPINFO failedHandler{}; ///< what the engine said of the last failure inside one
 std::wstring failure;      ///< how the running handler is to fail
 int sinks = 0;
-std::map<std::wstring, DWORD> connections; ///< by their prefixes
-Pointer<IDispatch> givenObject, kept;      ///< a call's object; one to be released on another thread
+/// The kind of events, and the sink's place among all that get them.
+struct Connection {
+    IID events{};
+    DWORD cookie = 0;
+};
+std::map<std::wstring, Connection> connections; ///< by their prefixes
+Pointer<IDispatch> givenObject, kept;           ///< a call's object; one to be released on another thread
 
 /// With all that the script holds.
 std::wstring endWith(const std::wstring& what) {
@@ -169,22 +168,33 @@ class Sink final : public kova::com::DispatchObject {
     Pointer<ITypeInfo> events_;
 };
 
+Pointer<IConnectionPoint> pointOf(IDispatch* object, const IID& events) {
+    Pointer<IConnectionPoint> point;
+    if (const auto container = query<IConnectionPointContainer>(object, IID_IConnectionPointContainer))
+        container->FindConnectionPoint(events, point.put());
+    return point;
+}
+
 HRESULT connect(IDispatch* object, const std::wstring& prefix) {
     const auto classInfo = query<IProvideClassInfo2>(object, IID_IProvideClassInfo2);
-    const auto container = query<IConnectionPointContainer>(object, IID_IConnectionPointContainer);
-    IID id{};
+    Connection& made = connections[prefix];
     Pointer<ITypeInfo> type, events;
     Pointer<ITypeLib> library;
-    Pointer<IConnectionPoint> point;
     UINT index = 0;
-    if (!classInfo || !container || FAILED(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id)) ||
+    if (!classInfo || FAILED(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &made.events)) ||
         FAILED(classInfo->GetClassInfo(type.put())) ||
         FAILED(type->GetContainingTypeLib(library.put(), &index)) ||
-        FAILED(library->GetTypeInfoOfGuid(id, events.put())) ||
-        FAILED(container->FindConnectionPoint(id, point.put())))
+        FAILED(library->GetTypeInfoOfGuid(made.events, events.put())))
         return E_FAIL;
+    const auto point = pointOf(object, made.events);
     const auto sink = Pointer<IDispatch>::adopt(new Sink(prefix, std::move(events)));
-    return point->Advise(sink.get(), &connections[prefix]);
+    return point ? point->Advise(sink.get(), &made.cookie) : E_FAIL;
+}
+
+HRESULT disconnect(IDispatch* object, const std::wstring& prefix) {
+    const Connection made = connections[prefix];
+    const auto point = pointOf(object, made.events);
+    return point ? point->Unadvise(made.cookie) : E_FAIL;
 }
 
 std::wstring left() {
@@ -277,9 +287,8 @@ class ScriptEnvironment final : public kova::com::DispatchObject {
          [](const Words&) { return std::thread([] { kept = {}; }).join(), std::wstring(); }},
         {L"ConnectObject",
          [](const Words& words) { return connect(givenObject.get(), words[0]), std::wstring(); }},
-        {L"DisconnectObject", [](const Words& words) {
-             return test::eventsOf(givenObject.get())->Unadvise(connections[words[0]]), std::wstring();
-         }}};
+        {L"DisconnectObject",
+         [](const Words& words) { return disconnect(givenObject.get(), words[0]), std::wstring(); }}};
     static HRESULT create(const Words& words, VARIANT* result) {
         CLSID classId{};
         Pointer<IDispatch> object;
@@ -366,8 +375,14 @@ int play(const std::string& name) {
 
 int main(int count, char** arguments) {
     test::endWithCrashes();
-    if (count < 2)
+    if (count < 2) {
+        std::fputs("usage: kova-script-host FILE.vbs|FILE.js [ARGUMENT]\n"
+                   "       kova-script-host --list LIBRARY.dll|LIBRARY.tlb\n",
+                   stderr);
         return 2;
+    }
+    if (count > 2 && std::strcmp(arguments[1], "--list") == 0)
+        return kova::listLibrary(kova::com::wide(arguments[2])) ? 0 : 3;
     if (count > 2)
         hostArgument = kova::com::wide(arguments[2]);
     if (hostArgument != L"thread")

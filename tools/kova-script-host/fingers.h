@@ -1,5 +1,5 @@
 #pragma once
-// What a cashier does at the screen, as the system knows it.
+// What a cashier does at the screen, as the system knows it, and the end of who crashes meanwhile.
 
 #include <windows.h>
 
@@ -86,6 +86,15 @@ inline std::optional<WPARAM> handleMessages(const std::function<bool()>& until) 
         TranslateMessage(&message);
     }
     return {};
+}
+
+/// A crash ends the process with an exit code of its own, and asks nobody.
+inline void endWithCrashes() {
+    AddVectoredExceptionHandler(1, [](EXCEPTION_POINTERS* failure) -> LONG {
+        if (failure->ExceptionRecord->ExceptionCode == EXCEPTION_ACCESS_VIOLATION)
+            TerminateProcess(GetCurrentProcess(), 99);
+        return EXCEPTION_CONTINUE_SEARCH;
+    });
 }
 
 } // namespace kova::test

@@ -1,11 +1,11 @@
 #!/bin/sh
 # Expects of the cashier to fail aloud when it cannot play its part.
 #
-#   driver.sh DRIVER FOLDER PYTHON TILL
+#   cashier.sh CASHIER FOLDER PYTHON TILL
 set -u
-driver=$1 folder=$2 python=$3 till=$4
+cashier=$1 folder=$2 python=$3 till=$4
 rm -rf "$folder" && mkdir -p "$folder" && cd "$folder" || exit 1
-export QT_PLUGIN_PATH="$driver" KOVA_LOG="$folder/log"
+export QT_PLUGIN_PATH="$cashier" KOVA_LOG="$folder/log"
 wrong=0
 
 # fails EXPECTED LINE HOST...: playing that line fails with those words.
@@ -13,9 +13,9 @@ fails() {
     expected=$1
     echo "$2" >one.scenario
     shift 2
-    QT_QPA_GENERIC_PLUGINS=kovadriver:one.scenario "$@" >printed 2>errors
+    QT_QPA_GENERIC_PLUGINS=kova-cashier:one.scenario "$@" >printed 2>errors
     status=$?
-    if [ "$status" != 3 ] || ! grep -q "^kovadriver: one.scenario:1: $expected" errors; then
+    if [ "$status" != 3 ] || ! grep -q "^kova-cashier: one.scenario:1: $expected" errors; then
         echo "status $status instead of: $expected"
         cat errors
         wrong=1
