@@ -1,6 +1,6 @@
 #pragma once
-#include "kova-script-host/fingers.h"
 #include "host.h"
+#include "kova-script-host/fingers.h"
 
 #include <atomic>
 #include <climits>
