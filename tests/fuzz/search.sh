@@ -14,8 +14,10 @@ export KOVA_FUZZ="$target" KOVA_LOG=/dev/null QT_QPA_PLATFORM=offscreen
 "$fuzz" -max_total_time="$seconds" -max_len=160 -timeout=10 -print_final_stats=1 -artifact_prefix="$work/failures/" "$work/found" "$work/old"
 status=$?
 "$fuzz" -merge=1 -max_len=160 "$work/new" "$work/found" "$work/old" 2>/dev/null
-# The shortest fifty are enough to notice what breaks; each is played with all its beginnings.
-for file in $(find "$work/new" -type f -size +0 -printf '%s %p\n' | sort -n | head -n 50 | cut -d ' ' -f 2); do
+# Fifty, from the shortest to the longest, are enough to notice what breaks; each is played with all its beginnings.
+find "$work/new" -type f -size +0 -printf '%s %p\n' | sort -n | cut -d ' ' -f 2 >"$work/all"
+step=$(($(wc -l <"$work/all") / 50 + 1))
+for file in $(awk -v step=$step 'NR % step == 0' "$work/all"); do
     od -An -v -tx1 "$file" | tr -d ' \n'
     echo
 done >"$kept"

@@ -154,7 +154,6 @@ void writeJava(std::ostream& source) {
               "when "
               "a handler\n *  failed, with the handler's exception as its cause. */\n"
               "public abstract class DrawerMembers extends Component {\n    DrawerMembers() {}\n\n";
-    std::string_view said;
     for (const auto& function : typedFunctions()) {
         const Member& member = *function.member;
         writeWords(source, summary(member));
