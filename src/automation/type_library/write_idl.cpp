@@ -59,6 +59,9 @@ std::string parameterList(std::span<const Parameter> parameters, Type result) {
 void writeInterface(std::ostream& idl) {
     std::vector<Member> slots(members().begin(), members().end());
     std::ranges::sort(slots, {}, &Member::slot);
+    for (int slot = 0; const Member& member : slots)
+        if (member.slot != slot++)
+            idl.setstate(std::ios::failbit); // the table of functions would have a hole, or two for one place
     idl << "    [odl, object, dual, oleautomation, hidden, nonextensible, version(1.0), uuid("
         << library().interfaceIdentifier << ")]\n    interface " << library().interfaceName
         << " : IDispatch\n    {\n";
