@@ -23,7 +23,7 @@ class Handles {
         const std::lock_guard lock(mutex_);
         const std::uintptr_t number = nextHandle();
         objects_.emplace(number, std::move(object));
-        return reinterpret_cast<Handle>(number);
+        return reinterpret_cast<Handle>(number); // NOLINT(performance-no-int-to-ptr): nobody follows it
     }
     /// Null for a handle that has no object.
     [[nodiscard]] std::shared_ptr<Object> find(Handle handle) const {

@@ -1,5 +1,7 @@
 // A cashier inside the process of any host, a generic plugin of Qt: plays the cashier's lines of a scenario
 // by real events at what is drawn. See docs/testing_a_host.md.
+#include "cashier.h"
+
 #include "base/utf8.h"
 #include "player/qt/gestures.h"
 #include "scenario/scenario_language.h"
@@ -8,7 +10,6 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QDeadlineTimer>
-#include <QGenericPlugin>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -251,14 +252,8 @@ class Cashier final : public QObject {
 
 } // namespace
 
-class CashierPlugin final : public QGenericPlugin {
-    Q_OBJECT
-    Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "cashier.json")
-
-  public:
-    QObject* create(const QString&, const QString& file) override { return new Cashier(file); }
-};
+QObject* CashierPlugin::create(const QString&, const QString& file) {
+    return new Cashier(file);
+}
 
 } // namespace kova
-
-#include "cashier.moc"

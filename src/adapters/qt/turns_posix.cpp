@@ -98,7 +98,8 @@ struct Turns::State {
 
       private:
         static void begin(unsigned int high, unsigned int low) {
-            auto* const self = reinterpret_cast<Coroutine*>((std::uintptr_t{high} << 32U) | low);
+            const std::uintptr_t address = (std::uintptr_t{high} << 32U) | low; // makecontext takes int alone
+            auto* const self = reinterpret_cast<Coroutine*>(address); // NOLINT(performance-no-int-to-ptr)
             self->afterSwitch(nullptr, &self->outsideBottom_, &self->outsideSize_);
             try {
                 self->body_();
