@@ -108,6 +108,10 @@ int main(int count, char**) {
     Pointer<_cls_Kova_Drawer_Man> drawer;
     CoCreateInstance(CLSID_cls_Kova_Drawer_Man, nullptr, CLSCTX_INPROC_SERVER, IID__cls_Kova_Drawer_Man,
                      reinterpret_cast<void**>(drawer.put()));
+    if (!drawer) {
+        std::fprintf(stderr, "the class cannot be created\n");
+        return 1;
+    }
     const auto sink = Pointer<IDispatch>::adopt(new Sink([](DISPID id, VARIANT* arguments, EXCEPINFO&) {
         *arguments[0].pboolVal = VARIANT_TRUE;
         return *arguments[6].plVal = id, S_OK;
