@@ -23,8 +23,10 @@ kova_status kova_create(kova_component* component) {
 
 kova_status kova_release(kova_component component) {
     return guarded([&] {
-        held(component, "kova_release");
-        const auto released = components().remove(component);
+        const auto released = held(component, "kova_release")->observed();
+        components().remove(component);
+        if (const auto kept = released.lock()) // by a handler of its dialog, which may wait for an answer
+            kept->DiscardForm();
     });
 }
 

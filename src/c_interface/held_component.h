@@ -18,6 +18,8 @@ class HeldComponent {
     ~HeldComponent();
 
     [[nodiscard]] cls_Kova_Drawer_Man& component() const { return *component_; }
+    /// To see whether anybody else keeps it.
+    [[nodiscard]] std::weak_ptr<cls_Kova_Drawer_Man> observed() const { return component_; }
     [[nodiscard]] bool onItsThread() const { return std::this_thread::get_id() == thread_; }
     [[nodiscard]] bool open() const;
     void onClosed(kova_closed_handler handler, void* user);

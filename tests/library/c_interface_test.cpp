@@ -286,9 +286,9 @@ void ownLoop() {
     kova_Show(component, 0, nullptr);
     touch("cmdConferma");
     hostLoop();
-    expect(windows() == 2 && kova_release(component) == KOVA_OK && kova_shut_down() == KOVA_OK &&
-               windows() == 0,
-           "the end comes while a message waits");
+    expect(windows() == 2 && kova_release(component) == KOVA_OK && windows() == 0 &&
+               kova_shut_down() == KOVA_OK,
+           "a component goes while a message waits");
     const kova_component next = created();
     connectShop(next);
     expect(kova_Show(next, 0, nullptr) == KOVA_OK && hostLoop() > 0 && windows() == 1 && newRecords() == 0,
