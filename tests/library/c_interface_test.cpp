@@ -293,6 +293,10 @@ void ownLoop() {
     connectShop(next);
     expect(kova_Show(next, 0, nullptr) == KOVA_OK && hostLoop() > 0 && windows() == 1 && newRecords() == 0,
            "and everything begins again");
+    touch("cmdConferma");
+    hostLoop();
+    expect(windows() == 2 && kova_shut_down() == KOVA_OK && windows() == 0,
+           "the end comes while a message waits");
 }
 
 const std::map<std::string, void (*)()> parts{
