@@ -24,16 +24,10 @@ constexpr Decimals Unusual[] = {
     {"LYD", 3}, {"OMR", 3}, {"TND", 3}, {"CLF", 4}, {"UYW", 4},
 };
 
-std::string_view withoutBlanks(std::string_view text) {
-    const auto first = text.find_first_not_of(' ');
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 } // namespace
 
 int decimalsOf(std::string_view currency) {
-    const std::string_view name = withoutBlanks(currency);
+    const std::string_view name = trimmed(currency);
     const auto* const found = std::ranges::find_if(
         Unusual, [&](const Decimals& one) { return equalIgnoringCase(one.currency, name); });
     return found == std::end(Unusual) ? UsualDecimals : found->decimals;
