@@ -1,22 +1,19 @@
 #include "adapters/qt/report_grid_view.h"
 
 #include "adapters/qt/accessible_views.h"
+#include "adapters/qt/save_file.h"
 #include "adapters/qt/window_frame.h"
 #include "widgets/report_grid.h"
 
 #include <QAccessible>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QDir>
-#include <QFileDialog>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QSaveFile>
-#include <QStandardPaths>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -31,29 +28,6 @@ ReportGrid::Extent extentOf(Qt::KeyboardModifiers keys) {
     return keys.testFlag(Qt::ControlModifier) ? ReportGrid::Extent::Toggle
            : keys.testFlag(Qt::ShiftModifier) ? ReportGrid::Extent::UpTo
                                               : ReportGrid::Extent::Single;
-}
-
-/// Writes the text whole or not at all; says why when that failed.
-void save(QWidget& parent, const QString& name, const std::string& text) {
-    QSaveFile file(name);
-    const auto size = static_cast<qint64>(text.size());
-    if (file.open(QIODevice::WriteOnly) && file.write(text.data(), size) == size && file.commit())
-        return;
-    auto* box = new QMessageBox(QMessageBox::Warning, name, file.errorString(), QMessageBox::Ok, &parent);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
-}
-
-/// Asks for a file in a window over `parent` and saves the text in it. Returns at once.
-void askAndSave(QWidget& parent, const QString& suggestedName, std::string text) {
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    auto* dialog = new QFileDialog(&parent, {}, folder.filePath(suggestedName), "CSV (*.csv)");
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setDefaultSuffix("csv");
-    QObject::connect(dialog, &QFileDialog::fileSelected, &parent,
-                     [&parent, text = std::move(text)](const QString& name) { save(parent, name, text); });
-    dialog->open();
 }
 
 } // namespace
@@ -290,7 +264,16 @@ void ReportGridView::copySelection() {
 
 void ReportGridView::saveList() {
     if (model() != nullptr)
-        askAndSave(*this, "movimenti.csv", commaSeparated(*model(), frame().regional().listSeparator));
+        askAndSave(*this, "movimenti.csv", commaSeparated(*model(), frame().regional().listSeparator),
+                   [this](const QString& file, const QString& failure) { showSaved(file, failure); });
+}
+
+void ReportGridView::showSaved(const QString& file, const QString& failure) {
+    if (failure.isEmpty())
+        return;
+    auto* box = new QMessageBox(QMessageBox::Warning, file, failure, QMessageBox::Ok, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
 }
 
 } // namespace kova

@@ -51,6 +51,7 @@ class ReportGridView final : public QWidget, public ModelView<ReportGrid> {
     void openMenu(const QPoint& at);
     void copySelection();
     void saveList();
+    void showSaved(const QString& file, const QString& failure);
 
     QScrollBar scrollBar_{Qt::Vertical, this};
     std::vector<double> needs_; ///< widths of the columns

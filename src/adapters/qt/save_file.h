@@ -1,0 +1,18 @@
+#pragma once
+#include <QString>
+
+#include <functional>
+#include <string>
+
+class QWidget;
+
+namespace kova {
+
+/// Tells the file that was written, or was not: then `failure` says why, else it is empty.
+using Saved = std::function<void(const QString& file, const QString& failure)>;
+
+/// Asks for a file in a window over `parent` and writes the text whole or not at all. Returns at once. `done`
+/// is called when a file was chosen, while `parent` lives.
+void askAndSave(QWidget& parent, const QString& suggestedName, std::string text, Saved done);
+
+} // namespace kova
