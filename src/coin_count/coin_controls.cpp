@@ -110,6 +110,7 @@ CoinControls::CoinControls()
       txtPrimaValuta{totalField(FrameMoney, "txtPrimaValuta", EuroColumn)} {
     window.setInitialFocus(txt_valuta);
     window.setTakesKeys(true);
+    CMD_CaricaMoneta.setPrimary(true);
     for (auto* inert : {&FlatEdit[0], &FlatEdit[1], &FlatEdit[2], &txtSecondaValuta, &txtPrimaValuta}) {
         inert->setLocked(true);
         inert->setTabStop(false);

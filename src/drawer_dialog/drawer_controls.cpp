@@ -69,6 +69,7 @@ DrawerControls::DrawerControls(EventLoop& loop)
     window.setInitialFocus(txtVisore);
     window.setKeyTargets({&txtVisore, &cmdConferma, {&cmdAnnulla, &PushButton1}, &Pulsantiera_Attivita});
     window.setNotice(saved);
+    cmdConferma.setPrimary(true);
     Virtual_KeyPAD.setReadBack(readBack);
     Virtual_KeyPAD.setTakesAll(true);
 }

@@ -45,6 +45,9 @@ class PushButton : public ControlOfKind<PushButton, CaptionedControl> {
     void setToolTip(const std::string& text) { assign(toolTip_, text, Property::ToolTip); }
     [[nodiscard]] Icon icon() const { return icon_; }
     void setIcon(Icon icon) { assign(icon_, icon, Property::Icon); }
+    /// The one that most touches of the window end with: drawn to stand out from the others.
+    [[nodiscard]] bool primary() const { return primary_; }
+    void setPrimary(bool primary) { assign(primary_, primary, Property::Icon); }
     [[nodiscard]] bool latched() const { return latched_; } ///< drawn held down
     void setLatched(bool latched) { assign(latched_, latched, Property::Latched); }
     /// Drawn flat, in its own colours, instead of the platform's look.
@@ -65,6 +68,7 @@ class PushButton : public ControlOfKind<PushButton, CaptionedControl> {
     Font font_;
     std::string toolTip_;
     Icon icon_ = Icon::None;
+    bool primary_ = false;
     bool latched_ = false;
     bool ownColors_ = false;
 };

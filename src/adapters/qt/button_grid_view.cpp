@@ -18,7 +18,7 @@
 namespace kova {
 namespace {
 
-const Font CaptionFont{.points = 11, .bold = true};
+const Font CaptionFont{.points = look::LegiblePoints, .bold = true};
 // Design pixels.
 constexpr double PictureGap = 3.5;
 constexpr double FocusRing = 2.5;
@@ -133,6 +133,7 @@ void ButtonGridView::paintCell(QPainter& painter, int index) {
     const ButtonGrid::Button& button = *cellButton(index);
     look::Face face;
     face.color = look::toQt(button.marked ? model()->selectedColor() : button.faceColor);
+    face.backdrop = look::toQt(model()->backColor());
     face.unit = scale().smaller();
     face.marked = button.marked;
     face.enabled = isEnabled();

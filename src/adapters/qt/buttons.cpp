@@ -30,7 +30,7 @@ void FaceButton::setLooks(const Looks& looks) {
 }
 
 QRectF FaceButton::face() const {
-    return QRectF(rect()).adjusted(looks_.inset, looks_.inset, -looks_.inset, -looks_.inset);
+    return QRectF(rect()).marginsRemoved(looks_.inset);
 }
 
 void FaceButton::paintEvent(QPaintEvent*) {
@@ -39,6 +39,8 @@ void FaceButton::paintEvent(QPaintEvent*) {
     face.down = isDown();
     face.enabled = isEnabled();
     face.focused = hasFocus();
+    if (looks_.backdrop)
+        face.backdrop = looks_.backdrop();
     const QRectF outline = this->face();
     look::drawFace(painter, outline, face);
     const QColor fill = look::filling(face);
@@ -64,9 +66,9 @@ QRectF FaceButton::drawPicture(QPainter& painter, const QRectF& area, const QCol
     QRectF place(0, 0, size, size);
     place.moveCenter(area.center());
     if (!text().isEmpty())
-        place.moveLeft(area.left());
+        place.moveLeft(area.left() + size * 0.1);
     looks_.picture(painter, place, color);
-    return area.adjusted(size * 1.25, 0, 0, 0);
+    return area.adjusted(size * 1.25, 0, -size * 0.15, 0);
 }
 
 void FaceButton::keyPressEvent(QKeyEvent* event) {
@@ -125,8 +127,21 @@ bool KeyButton::takeTouch(const QTouchEvent& event) {
 
 namespace {
 
-constexpr double IconSize = 16;    // design pixels
-constexpr double LeastPoints = 11; // captions of less are hard to read at arm's length
+constexpr double IconSize = 16;            // design pixels
+constexpr double PrimaryGap = 2 * FaceGap; // a finger on its neighbour must not reach it
+
+class AsPushButton : public ControlVisitor {
+  public:
+    void visit(PushButton& found) override { button = &found; }
+    const PushButton* button = nullptr;
+};
+
+/// Null when it is none.
+const PushButton* asPushButton(Control& control) {
+    AsPushButton as;
+    control.accept(as);
+    return as.button;
+}
 
 int pixelsBetween(const QRect& one, const QRect& other) {
     return std::max({other.left() - one.right(), one.left() - other.right(), other.top() - one.bottom(),
@@ -163,20 +178,30 @@ void PushButtonView::layOut() {
     showLooks();
 }
 
-// Buttons of an array stand close together. They look apart, and take touches up to each other.
-double PushButtonView::inset() const {
-    double missing = 0;
-    for (const Control* other : model()->window().controls())
-        if (other != model() && other->parent() == model()->parent() && other->name() == model()->name())
-            missing = std::max(missing, FaceGap * scale().smaller() -
-                                            pixelsBetween(geometry(), frame().pixels(*other)));
-    return missing / 2;
+// Buttons of an array stand close together, and others beside the primary one. They look apart, and take
+// touches up to each other.
+QMarginsF PushButtonView::inset() const {
+    double around = 0, left = 0, right = 0;
+    for (Control* other : model()->window().controls()) {
+        if (other == model() || other->parent() != model()->parent())
+            continue;
+        const QRect place = frame().pixels(*other);
+        const auto half = [&](double gap) {
+            return (gap * scale().smaller() - pixelsBetween(geometry(), place)) / 2;
+        };
+        if (other->name() == model()->name())
+            around = std::max(around, half(FaceGap));
+        else if (const PushButton* const button = asPushButton(*other);
+                 button != nullptr && (button->primary() || model()->primary()))
+            (place.left() < x() ? left : right) = std::max(0.0, half(PrimaryGap));
+    }
+    return {std::max(around, left), around, std::max(around, right), around};
 }
 
 void PushButtonView::showLooks() {
     const PushButton& button = *model();
     Font font = button.font();
-    font.points = std::max(font.points, LeastPoints);
+    font.points = std::max(font.points, look::LegiblePoints);
     Looks looks;
     looks.face.unit = scale().smaller();
     looks.face.flat = button.ownColors();
@@ -188,10 +213,17 @@ void PushButtonView::showLooks() {
         looks.face.flat = true;
     }
     looks.text = look::toQt(button.foreColor());
+    looks.face.accented = button.primary() && button.ownColors();
+    if (button.primary() && !button.ownColors()) {
+        looks.face.color = palette::Blue;
+        looks.text = look::inkOn(palette::Blue);
+    }
     looks.font = look::font(font, scale());
     looks.pictureSize = pixels(IconSize);
     looks.inset = inset();
-    if (const auto icon = button.icon(); icon != PushButton::Icon::None)
+    looks.backdrop = [this] { return backdrop(); };
+    const auto icon = button.primary() ? PushButton::Icon::Confirm : button.icon();
+    if (icon != PushButton::Icon::None)
         looks.picture = [icon](QPainter& painter, const QRectF& area, const QColor& color) {
             look::drawIcon(painter, area, icon, color);
         };

@@ -24,8 +24,9 @@ class FaceButton : public QAbstractButton {
         bool wrapped = true;
         /// Draws a picture beside the caption in the colour given; may be empty.
         std::function<void(QPainter&, const QRectF&, const QColor&)> picture = {};
-        double pictureSize = 0; ///< pixels
-        double inset = 0;       ///< pixels around the face that look empty and take touches
+        double pictureSize = 0;                ///< pixels
+        QMarginsF inset = {};                  ///< pixels around the face that look empty and take touches
+        std::function<QColor()> backdrop = {}; ///< what lies behind; may be empty
     };
     explicit FaceButton(QWidget& parent);
     void setLooks(const Looks& looks);
@@ -74,8 +75,8 @@ class PushButtonView final : public FaceButton, public ModelView<PushButton> {
 
   private:
     void showLooks();
-    [[nodiscard]] double inset() const; ///< of the face, in pixels
-    QElapsedTimer rested_;              ///< since the model began to rest
+    [[nodiscard]] QMarginsF inset() const; ///< of the face, in pixels
+    QElapsedTimer rested_;                 ///< since the model began to rest
 };
 
 } // namespace kova

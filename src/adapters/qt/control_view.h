@@ -55,7 +55,9 @@ class ControlView : public AccessibleView {
     [[nodiscard]] const Scale& scale() const;
     /// Pixels of a design length; of a line, which has one at least.
     [[nodiscard]] int pixels(double design) const;
-    [[nodiscard]] int linePixels(double design) const { return std::max(1, pixels(design)); }
+    [[nodiscard]] int linePixels(double design) const {
+        return static_cast<int>(look::lineWidth(design * scale().smaller()));
+    }
     /// The rounded board that cells or keys lie on; leaves the painter smooth and without a pen.
     void paintBoard(QPainter& painter, Color color, double radius);
     /// What lies behind the control: the background of its frame, page or window.

@@ -74,7 +74,9 @@ void NumericKeypadView::layOut() {
     looks.face.color = palette::PadKey;
     looks.text = palette::Ink;
     looks.font = look::font(Digit, scale());
-    looks.inset = FaceGap / 2 * scale().smaller();
+    const double gap = FaceGap / 2 * scale().smaller();
+    looks.inset = {gap, gap, gap, gap};
+    looks.backdrop = [this] { return backdrop(); };
     keysTop_ = readBackHeight();
     const QRectF board = QRectF(rect()).adjusted(0, keysTop_, 0, 0);
     const double height = board.height() / static_cast<double>(rows_.size());
@@ -205,7 +207,9 @@ void OnScreenKeyboardView::showKeys() {
     looks.text = dark ? QColor(Qt::white) : palette::Ink;
     looks.font = look::font(Letter, scale());
     looks.wrapped = false;
-    looks.inset = HalfKeyGap * scale().smaller();
+    const double gap = HalfKeyGap * scale().smaller();
+    looks.inset = {gap, gap, gap, gap};
+    looks.face.backdrop = back;
     for (const auto& row : rows_) {
         for (const Key& key : row) {
             const bool plain = key.character > key_character::Space;

@@ -9,6 +9,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <algorithm>
+#include <cmath>
 #include <vector>
 
 class QPainter;
@@ -30,11 +32,19 @@ bool isDark(const QColor& color);
 QColor mixed(const QColor& first, const QColor& second, double share);
 /// How well text of one colour stands out from the other, as WCAG 2.1 defines the contrast ratio [1-21].
 double contrast(const QColor& a, const QColor& b);
+/// Whether an edge between them is made out: 3 to 1, as WCAG 2.1 asks of what a control is told by (1.4.11).
+bool standsOut(const QColor& a, const QColor& b);
 /// `wanted`, or black or white where that could not be read on `background`.
 QColor readableOn(const QColor& background, const QColor& wanted);
 /// Black or white, whichever is read better.
 QColor inkOn(const QColor& background);
-QColor borderOn(const QColor& background);
+/// The outline of what is filled with one colour and stands on the other. It is made out on both, and where
+/// the filling itself stands out, on that alone.
+QColor borderOn(const QColor& filling, const QColor& backdrop);
+/// A line that is made out.
+inline QColor borderOn(const QColor& background) {
+    return borderOn(background, background);
+}
 /// Marks the focus and what is being used.
 QColor accentOn(const QColor& background);
 /// Of a disabled text on `background`.
@@ -45,19 +55,36 @@ constexpr double FieldRadius = 4; ///< of what is typed into
 constexpr double FaceRadius = 5;  ///< of buttons, and of what stands between them
 constexpr double BoardRadius = 6; ///< of what lies in front or behind
 
-/// The width of a line, in pixels, where a design pixel measures `unit` pixels.
+/// The width of a line, in whole pixels, where a design pixel measures `unit` pixels.
 inline double lineWidth(double unit) {
-    return unit < 1 ? 1 : unit;
+    return std::max(1.0, std::ceil(unit));
 }
+/// Between whole pixels, where a line loses no contrast to its neighbours.
+inline QRectF onPixels(const QRectF& area) {
+    return area.toRect();
+}
+
+// Texts for an eye at 60 cm from a panel of 10 inches and 1280 x 800 pixels, the smallest that tills have.
+constexpr double PanelPixels = 149 / 25.4;                       ///< of a millimetre
+constexpr double PanelUnit = 1280 / DesignSurface.width;         ///< pixels of a design pixel there
+constexpr double LegibleCapitals = 600 * 0.004654 * PanelPixels; ///< pixels; 16 minutes of arc
+constexpr double CapitalsOfFont = 0.727;                         ///< of its size, as Tahoma has them
+constexpr double PointsPerPixel = 72.0 / 96;
+/// The size up to which captions grow where there is room.
+constexpr double LegiblePoints = LegibleCapitals / CapitalsOfFont / PanelUnit * PointsPerPixel;
+/// Design pixels: 16 pixels there, below which captions only go when they would have to be broken.
+constexpr double LeastCaption = 16 / PanelUnit;
 
 QFont font(const Font& design, const Scale& scale);
 
 struct Face {
     QColor color = {};
-    double unit = 1; ///< pixels of a thin line's design width
+    QColor backdrop = {}; ///< behind it; of its own colour without one
+    double unit = 1;      ///< pixels of a thin line's design width
     bool flat = false;
-    bool down = false;   ///< under the finger
-    bool marked = false; ///< chosen, or held down for good
+    bool accented = false; ///< edged in the accent colour
+    bool down = false;     ///< under the finger
+    bool marked = false;   ///< chosen, or held down for good
     bool enabled = true;
     bool focused = false;
 };

@@ -9,6 +9,7 @@ namespace {
 // A text colour that a scheme fixes stays as long as it can be made out at all; what replaces it, and every
 // pair of our own, has the 4.5 to 1 that WCAG 2.1 asks of text (1.4.3).
 constexpr double LeastOfAScheme = 3;
+constexpr double LeastOfEdges = 3;
 
 } // namespace
 
@@ -64,8 +65,21 @@ QColor inkOn(const QColor& background) {
     return contrast(background, black) > contrast(background, white) ? black : white;
 }
 
-QColor borderOn(const QColor& background) {
-    return isDark(background) ? mixed(background, Qt::white, 0.35) : mixed(background, palette::Border, 0.35);
+bool standsOut(const QColor& a, const QColor& b) {
+    return contrast(a, b) >= LeastOfEdges;
+}
+
+QColor borderOn(const QColor& filling, const QColor& backdrop) {
+    const bool alone = standsOut(filling, backdrop);
+    std::vector<QColor> inks{palette::Border, Qt::black, Qt::white};
+    if (isDark(filling) && (!alone || isDark(backdrop)))
+        std::ranges::reverse(inks);
+    for (const QColor& ink : inks)
+        for (double share = 0.35; share < 1.01; share += 0.05)
+            if (const QColor border = mixed(filling, ink, std::min(share, 1.0));
+                standsOut(border, filling) && (alone || standsOut(border, backdrop)))
+                return border;
+    return inkOn(backdrop);
 }
 
 QColor accentOn(const QColor& background) {

@@ -7,8 +7,13 @@
 namespace kova::look {
 namespace {
 
-constexpr double CheckRadius = 8; // design pixels
-constexpr double DeepFace = 0.1;  // luminance; a face below it becomes lighter under the finger
+// Design pixels.
+constexpr double CheckRadius = 8;
+constexpr double MarkRing = 1.6;
+constexpr double AccentRing = 2;
+constexpr double FocusRing = 2;
+constexpr double CaptionMargin = 3.1; // clear of border and mark, and no more: captions need the room
+constexpr double DeepFace = 0.1;      // luminance; a face below it becomes lighter under the finger
 
 void drawCheck(QPainter& painter, const QPointF& center, double radius, const QColor& disc) {
     painter.setPen(Qt::NoPen);
@@ -83,42 +88,48 @@ void drawFace(QPainter& painter, const QRectF& area, const Face& face) {
     const QColor fill = filling(face);
     const double line = lineWidth(face.unit);
     const double radius = std::min({FaceRadius * face.unit, area.width() / 4, area.height() / 4});
-    QRectF shape = area.adjusted(line / 2, line / 2, -line / 2, -line / 2);
+    QRectF whole = onPixels(area);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     if (!face.flat && !face.down && face.enabled) { // a soft edge below: it can be pushed in
         painter.setPen(Qt::NoPen);
         painter.setBrush(palette::Shadow);
-        painter.drawRoundedRect(shape.translated(0, line * 0.9).adjusted(0, line, 0, 0), radius, radius);
-        shape.adjust(0, 0, 0, -line);
+        painter.drawRoundedRect(whole.adjusted(0, 2 * line, 0, 0), radius, radius);
+        whole.adjust(0, 0, 0, -line);
     }
-    Qt::PenStyle outline = face.enabled ? Qt::SolidLine : Qt::DashLine;
-    painter.setPen(QPen(borderOn(fill), line, outline));
-    painter.setBrush(fill);
-    painter.drawRoundedRect(shape, radius, radius);
-    if (face.marked) {
-        const double thick = std::min(line * 3, std::min(shape.width(), shape.height()) / 6);
-        const double inset = thick / 2;
-        painter.setPen(QPen(markOn(fill), thick));
+    /// Inside what has been drawn so far.
+    const auto drawRing = [&](const QColor& color, double width, Qt::PenStyle style = Qt::SolidLine) {
+        painter.setPen(QPen(color, width, style));
+        const QRectF middle = whole.adjusted(width / 2, width / 2, -width / 2, -width / 2);
+        painter.drawRoundedRect(middle, radius, radius);
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(shape.adjusted(inset, inset, -inset, -inset), radius, radius);
+        whole.adjust(width, width, -width, -width);
+    };
+    painter.setBrush(fill);
+    const QColor backdrop = face.backdrop.isValid() ? face.backdrop : fill;
+    const bool markAlone = face.marked && standsOut(markOn(fill), backdrop);
+    drawRing(markAlone ? markOn(fill) : borderOn(fill, backdrop), line,
+             face.enabled ? Qt::SolidLine : Qt::DashLine);
+    if (face.accented && face.enabled)
+        drawRing(accentOn(fill), AccentRing * face.unit);
+    if (face.marked) {
+        const double thick = std::min(MarkRing * face.unit, std::min(whole.width(), whole.height()) / 6);
+        drawRing(markOn(fill), thick);
         const bool small =
             isLow(area, face.unit) && area.width() < 2 * area.height(); // the caption needs the room
         const double disc =
-            std::min((small ? 5 : CheckRadius) * face.unit, std::min(shape.width(), shape.height()) / 4);
-        const double inside = small ? disc / 2 : disc + thick;
-        drawCheck(painter, shape.topRight() + QPointF(-inside, inside), disc, markOn(fill));
+            std::min((small ? 5 : CheckRadius) * face.unit, std::min(whole.width(), whole.height()) / 4);
+        const double inside = small ? disc / 2 : disc;
+        drawCheck(painter, whole.topRight() + QPointF(-inside, inside), disc, markOn(fill));
     }
-    if (face.focused) {
-        painter.setPen(QPen(accentOn(fill), line * 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(shape.adjusted(line, line, -line, -line), radius, radius);
-    }
+    if (face.focused)
+        drawRing(face.accented ? QColor(Qt::white) : accentOn(fill), FocusRing * face.unit);
     painter.restore();
 }
 
 QRectF captionArea(const QRectF& area, const Face& face) {
-    const double margin = std::min(4 * face.unit, std::min(area.width(), area.height()) / 10);
+    const double wanted = CaptionMargin + (face.accented ? AccentRing : 0);
+    const double margin = std::min(wanted * face.unit, std::min(area.width(), area.height()) / 10);
     QRectF inside = area.adjusted(margin, margin, -margin, -margin);
     const double check = CheckRadius * 1.6 * face.unit;
     if (!isLow(area, face.unit)) // marked or not, so that a caption keeps its size

@@ -14,10 +14,9 @@
 namespace kova::look {
 namespace {
 
-constexpr double PixelsPerPoint = 96.0 / 72.0;
 // The smallest sizes of fonts, in design pixels; on the screen they have as many at least.
-constexpr double LeastBold = 12;
-constexpr double LeastCommon = 11;
+constexpr double LeastBold = LeastCaption;
+constexpr double LeastCommon = LeastCaption;
 constexpr double LeastRegular = 10;
 constexpr qsizetype LeastPiece = 3; // letters before a hyphen
 
@@ -175,7 +174,7 @@ Caption setFrom(const CaptionPlace& place, const std::vector<QFont>& fonts, std:
 QFont font(const Font& design, const Scale& scale) {
     QFont result(family(QString::fromStdString(design.face)));
     result.setPixelSize(
-        std::max(6, static_cast<int>(std::lround(design.points * PixelsPerPoint * scale.smaller()))));
+        std::max(6, static_cast<int>(std::lround(design.points / PointsPerPixel * scale.smaller()))));
     result.setBold(design.bold);
     return result;
 }

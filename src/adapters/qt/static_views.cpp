@@ -11,7 +11,7 @@
 namespace kova {
 namespace {
 
-const Font Title{.points = 9, .bold = true};
+const Font Title{.points = look::LegiblePoints, .bold = true};
 constexpr double TitleHeight = 16; // above the first control, in design pixels
 
 } // namespace
@@ -38,13 +38,13 @@ void GroupFrameView::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     const QColor back = look::toQt(model()->backColor());
     const double line = look::lineWidth(scale().smaller());
-    painter.setPen(QPen(look::borderOn(back), line));
+    painter.setPen(QPen(look::borderOn(back, backdrop()), line));
     painter.setBrush(back);
     painter.drawRoundedRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2),
                             pixels(look::FaceRadius), pixels(look::FaceRadius));
     const QColor text = look::readableOn(back, look::toQt(model()->foreColor()));
     painter.setPen(model()->enabled() ? text : look::faded(text, back));
-    const QRectF title(pixels(8), line, width() - 2 * pixels(8), TitleHeight * scale().y - line);
+    const QRectF title(pixels(8), line / 2, width() - 2 * pixels(8), TitleHeight * scale().y - line);
     look::drawText(painter, title, QString::fromStdString(model()->caption()), look::font(Title, scale()),
                    {.alignment = Qt::AlignLeft | Qt::AlignVCenter, .wrapped = false, .smallestPixels = 7});
 }
@@ -53,7 +53,9 @@ namespace {
 
 const Font Message{.points = 12};
 constexpr int SmallestPixels = 5; // a message is never cut
-constexpr double RightMargin = 7; // between a text that stands right and what it names, in design pixels
+// Of a text that stands right: from what it names, and from the border on its left. Design pixels.
+constexpr double RightMargin = 7;
+constexpr double LeftMargin = 3;
 
 } // namespace
 
@@ -70,8 +72,17 @@ bool LabelView::severalLines() const {
            2 * QFontMetrics(look::font(model()->font(), scale())).lineSpacing();
 }
 
+// A line is as high as its place, which is known for its width only when it is painted.
 QFont LabelView::fullFont() const {
-    return look::font(severalLines() ? Message : model()->font(), scale());
+    if (severalLines())
+        return look::font(Message, scale());
+    QFont font = look::font(model()->font(), scale());
+    const int least = font.pixelSize();
+    const Font wanted{.points = look::LegiblePoints};
+    font.setPixelSize(std::max(least, look::font(wanted, scale()).pixelSize()));
+    while (font.pixelSize() > least && QFontMetrics(font).height() > frame().pixels(*model()).height())
+        font.setPixelSize(font.pixelSize() - 1);
+    return font;
 }
 
 void LabelView::layOut() {
@@ -119,8 +130,8 @@ void LabelView::paintEvent(QPaintEvent*) {
     painter.setPen(isEnabled() ? text : look::faded(text, backdrop()));
     const bool several = severalLines();
     const bool right = model()->alignment() == Alignment::Right;
-    look::drawText(painter, rect().adjusted(0, 0, right ? -pixels(RightMargin) : 0, 0), this->text(),
-                   fullFont(),
+    look::drawText(painter, right ? rect().adjusted(pixels(LeftMargin), 0, -pixels(RightMargin), 0) : rect(),
+                   this->text(), fullFont(),
                    {.alignment = look::toQt(model()->alignment()) | Qt::AlignVCenter,
                     .wrapped = several,
                     .smallestPixels = several ? SmallestPixels : pixels(8)});

@@ -13,8 +13,8 @@
 namespace kova {
 namespace {
 
-const Font Selected{.points = 12, .bold = true};
-const Font Other{.points = 12};
+const Font Selected{.points = look::LegiblePoints, .bold = true};
+const Font Other{.points = look::LegiblePoints};
 
 class AsTabControl : public ControlVisitor {
   public:
@@ -66,7 +66,7 @@ void TouchTabBar::paintEvent(QPaintEvent*) {
         if (index == pressed_)
             fill = look::mixed(fill, look::accentOn(fill), 0.25);
         const QRectF tab = QRectF(tabRect(index)).adjusted(unit * 2, unit * 3, -unit * 2, unit * 8);
-        painter.setPen(QPen(look::borderOn(fill), look::lineWidth(unit)));
+        painter.setPen(QPen(look::borderOn(fill, looks_.backdrop), look::lineWidth(unit)));
         painter.setBrush(fill);
         painter.drawRoundedRect(tab, look::BoardRadius * unit, look::BoardRadius * unit);
         if (current) { // the mark of the selected tab, besides its weight

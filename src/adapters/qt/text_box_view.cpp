@@ -113,7 +113,7 @@ bool TextBoxView::onlyShows() const {
 
 // A text that cannot be scrolled has to be seen whole: half an amount is a wrong one.
 void TextBoxView::showFont() {
-    constexpr double Sides = 11; // borders and margins, in design pixels
+    constexpr double Sides = 12; // borders and margins, in design pixels
     QFont font = look::font(model()->font(), scale());
     if (onlyShows() && !model()->multiLine())
         font =
@@ -131,7 +131,8 @@ void TextBoxView::showColors() {
     const QColor faint = look::mixed(back, palette::Disabled, 0.35);
     const int padding = pixels(onlyShows() ? 2 : 4);
     // What cannot be filled in has no frame, so that it does not look as if it could.
-    const QString frame = model()->locked() ? QStringLiteral("transparent") : look::borderOn(back).name();
+    const QString frame =
+        model()->locked() ? QStringLiteral("transparent") : look::borderOn(back, backdrop()).name();
     const QString sheet =
         QString("QLineEdit, QPlainTextEdit { background: %1; color: %2; border: %7px solid %3;"
                 " border-radius: %6px; padding: %8px %11px; selection-background-color: %4;"
@@ -144,7 +145,7 @@ void TextBoxView::showColors() {
             .arg(linePixels(2) - linePixels(1))
             .arg(linePixels(2))
             .arg(faint.name())
-            .arg(padding + linePixels(1))
+            .arg(padding + linePixels(2) - linePixels(1))
             .arg(padding);
     if (widget().styleSheet() != sheet)
         widget().setStyleSheet(sheet);
