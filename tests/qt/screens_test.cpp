@@ -10,7 +10,9 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QLineEdit>
 #include <QMetaEnum>
+#include <QTabBar>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -26,6 +28,7 @@ using test::Till;
 // In millimetres of a 10 inch panel of 1280 x 800.
 constexpr double DotsPerMillimetre = 149 / 25.4;
 constexpr double LeastTarget = 9, LeastKey = 11, LeastGap = 1.5;
+constexpr int LeastCaption = 16; // pixels of the font
 
 /// What the positions of the design keep smaller, by how widgets' names begin: a row of buttons is 585 twips
 /// high, the keyboard's keys share 9600 x 3735 twips, a row of the coin count has 375 twips.
@@ -57,6 +60,12 @@ QString statesOf(const QAccessibleInterface& part) {
     return all;
 }
 
+bool isTouched(const QWidget* widget) {
+    return qobject_cast<const QAbstractButton*>(widget) != nullptr ||
+           qobject_cast<const QTabBar*>(widget) != nullptr ||
+           dynamic_cast<const ButtonGridView*>(widget) != nullptr;
+}
+
 /// What is drawn of the buttons, in the window.
 std::vector<std::pair<std::string, QRectF>> facesOn(QWidget& window) {
     std::vector<std::pair<std::string, QRectF>> faces;
@@ -78,7 +87,8 @@ std::vector<std::pair<std::string, QRectF>> facesOn(QWidget& window) {
 class Screens : public testing::Test {
   protected:
     void look(QWidget& window, bool covered = false) {
-        expectLegible(window, covered);
+        const test::TextPaper paper(window);
+        expectLegible(window, paper, covered);
         QStringList parts;
         readParts(QAccessible::queryAccessibleInterface(&window), nullptr, parts);
         QStringList& before = lastSpoken[window.objectName()];
@@ -86,8 +96,10 @@ class Screens : public testing::Test {
         std::ranges::copy_if(parts, std::back_inserter(spoken),
                              [&](const QString& part) { return !before.contains(part); });
         before = parts;
-        if (!covered)
-            expectFacesApart(window);
+        if (covered)
+            return;
+        expectFacesApart(window);
+        expectEdgesSeen(window, paper.picture());
     }
     /// As a cashier does: idle, refused, complete, under the finger, saved, counted, listed.
     void use(Till& till);
@@ -95,17 +107,22 @@ class Screens : public testing::Test {
     int texts = 0, targets = 0, faces = 0;     ///< looked at
     std::map<std::string, std::string> faint;  ///< text on background, and a text that has it
     std::set<std::string> small;               ///< exceptions met
+    std::map<std::string, int> captions;       ///< of buttons and tabs, and the least size of each
     QStringList spoken;                        ///< of each screen what it had not before
     std::map<QString, QStringList> lastSpoken; ///< by window
 
   private:
     /// Disabled texts are excepted.
-    void expectLegible(QWidget& window, bool covered) {
-        for (const auto& [words, ink, behind, place] : test::TextPaper(window).texts) {
+    void expectLegible(QWidget& window, const test::TextPaper& paper, bool covered) {
+        for (const auto& [words, ink, behind, place, pixels] : paper.texts) {
             const QWidget* const on = window.childAt(place.center().toPoint());
             if (on != nullptr && !on->isEnabled())
                 continue;
             ++texts;
+            if (!covered && isTouched(on)) {
+                int& least = captions.emplace(words.toStdString(), pixels).first->second;
+                least = std::min(least, pixels);
+            }
             const QRect room =
                 on == nullptr ? window.rect() : QRect(on->mapTo(&window, QPoint()), on->size());
             EXPECT_TRUE(covered || dynamic_cast<const ButtonGridView*>(on) != nullptr || // which is panned
@@ -155,11 +172,36 @@ class Screens : public testing::Test {
         constexpr double gap = LeastGap * DotsPerMillimetre;
         const auto all = facesOn(window);
         faces += static_cast<int>(all.size());
-        for (const auto& [name, area] : all)
+        for (const auto& [name, area] : all) {
+            const double beside = name == "cmdConferma" ? 2 * gap : gap;
             for (const auto& [otherName, other] : all)
-                EXPECT_TRUE(&area == &other || !(area.adjusted(-gap, 0, gap, 0).intersects(other) ||
+                EXPECT_TRUE(&area == &other || !(area.adjusted(-beside, 0, beside, 0).intersects(other) ||
                                                  area.adjusted(0, -gap, 0, gap).intersects(other)))
                     << name << ' ' << otherName;
+        }
+    }
+    /// Between what lies on both sides of the left edge of each button and field is something that stands out
+    /// from either, if only the one from the other.
+    void expectEdgesSeen(const QWidget& window, const QImage& picture) {
+        auto edges = facesOn(const_cast<QWidget&>(window));
+        for (const auto* field : window.findChildren<QLineEdit*>())
+            if (field->isVisible() && !field->isReadOnly())
+                edges.emplace_back(field->objectName().toStdString(),
+                                   QRectF(field->mapTo(&window, QPoint()), field->size()));
+        for (const auto& [name, area] : edges) {
+            const QPoint edge(qRound(area.left()), qRound(area.top()) + 8);
+            const QWidget* const on = window.childAt(edge + QPoint(4, 0));
+            if (on == nullptr || !on->isEnabled() || edge.x() < 3)
+                continue;
+            const auto seenFrom = [&](int x) {
+                for (int other = -3; other <= 6; ++other)
+                    if (look::standsOut(picture.pixelColor(edge + QPoint(x, 0)),
+                                        picture.pixelColor(edge + QPoint(other, 0))))
+                        return true;
+                return false;
+            };
+            EXPECT_TRUE(seenFrom(-3) && seenFrom(6)) << name;
+        }
     }
 };
 
@@ -237,8 +279,11 @@ TEST_F(Screens, AreReadTouchedAndNamedInEveryLayout) {
             names.insert(name);
         EXPECT_EQ(names, fixed[metro ? 1 : 0]) << testing::PrintToString(faint);
         faint.clear();
+        for (const auto& [caption, pixels] : captions)
+            EXPECT_GE(pixels, LeastCaption) << caption;
     }
     EXPECT_GT(std::min({texts, targets, faces}), 1000);
+    EXPECT_GT(captions.size(), 60U);
     EXPECT_EQ(small.size(), SmallTargets.size()) << testing::PrintToString(small);
 }
 

@@ -16,12 +16,14 @@ class TextPaper final : public QImage, private QPaintEngine {
         QString words;
         QColor ink, behind; ///< as of then: another control may cover both
         QRectF place;
+        int pixels; ///< of the font
     };
     explicit TextPaper(const QSize& pixels)
         : QImage(pixels, Format_RGB32), QPaintEngine(AllFeatures), picture_(pixels, Format_RGB32) {}
     /// With what a window shows.
     explicit TextPaper(QWidget& window) : TextPaper(window.size()) { window.render(this); }
     std::vector<Text> texts;
+    [[nodiscard]] const QImage& picture() const { return picture_; }
     [[nodiscard]] QPaintEngine* paintEngine() const override { return const_cast<TextPaper*>(this); }
 
   private:
@@ -42,8 +44,8 @@ class TextPaper final : public QImage, private QPaintEngine {
         const QRect seen = place.toRect() & picture_.rect();
         const bool clipped = !systemClip().isEmpty() && !systemClip().intersects(seen);
         if (!item.text().trimmed().isEmpty() && !seen.isEmpty() && !clipped)
-            texts.push_back(
-                {item.text().replace(QChar::Nbsp, u' '), painter()->pen().color(), mostOf(seen), place});
+            texts.push_back({item.text().replace(QChar::Nbsp, u' '), painter()->pen().color(), mostOf(seen),
+                             place, item.font().pixelSize()});
     }
     QPainter& ready() {
         inner_.resetTransform();

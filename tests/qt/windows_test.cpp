@@ -198,6 +198,16 @@ TEST(RandomWalkOnWindows, ShowsWhatTheModelsShow) {
     EXPECT_GT(onModels.listed, 10);
 }
 
+TEST(Captions, AreReadAtArmsLength) {
+    const QtEventLoop loop;
+    const QFont font = look::font({"Tahoma", look::LegiblePoints, true}, {look::PanelUnit, look::PanelUnit});
+    EXPECT_NEAR(QFontMetricsF(font).capHeight(), look::LegibleCapitals, 1);
+    const auto captions =
+        look::setCaptions({{"Fondo cassa iniziale", {80, 90}}, {"Donaudampfschifffahrt", {80, 90}}}, font,
+                          look::PanelUnit, look::CaptionSizes::Common);
+    EXPECT_GE(captions[0].font.pixelSize(), 16) << "one that is too long is set smaller alone";
+}
+
 TEST(Captions, LoseNothingThatTheyDoNotMarkAsCut) {
     const QtEventLoop loop;
     const QString text = "Bar-Einzahlung auf das Donaudampfschifffahrtsgesellschaftskasse 12/2026";

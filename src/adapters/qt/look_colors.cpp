@@ -10,6 +10,7 @@ namespace {
 // pair of our own, has the 4.5 to 1 that WCAG 2.1 asks of text (1.4.3).
 constexpr double LeastOfAScheme = 3;
 constexpr double LeastOfEdges = 3;
+constexpr double Rounding = 1.05; // painting rounds colours
 
 } // namespace
 
@@ -71,13 +72,16 @@ bool standsOut(const QColor& a, const QColor& b) {
 
 QColor borderOn(const QColor& filling, const QColor& backdrop) {
     const bool alone = standsOut(filling, backdrop);
+    const auto isSeen = [](const QColor& a, const QColor& b) {
+        return contrast(a, b) >= LeastOfEdges * Rounding;
+    };
     std::vector<QColor> inks{palette::Border, Qt::black, Qt::white};
     if (isDark(filling) && (!alone || isDark(backdrop)))
         std::ranges::reverse(inks);
     for (const QColor& ink : inks)
         for (double share = 0.35; share < 1.01; share += 0.05)
             if (const QColor border = mixed(filling, ink, std::min(share, 1.0));
-                standsOut(border, filling) && (alone || standsOut(border, backdrop)))
+                isSeen(border, filling) && (alone || isSeen(border, backdrop)))
                 return border;
     return inkOn(backdrop);
 }
