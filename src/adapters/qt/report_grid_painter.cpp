@@ -50,9 +50,10 @@ void ReportGridPainter::paint(std::size_t firstRow, const ReportGridTouch& touch
     paintRows(firstRow);
     paintHeaders(touch);
     paintFooter();
-    painter_.setPen(QPen(look::borderOn(palette::Paper), look::lineWidth(layout_.scale.smaller())));
+    const double line = look::lineWidth(layout_.scale.smaller());
+    painter_.setPen(QPen(look::borderOn(palette::Paper), line));
     painter_.setBrush(Qt::NoBrush);
-    painter_.drawRect(whole.adjusted(0.5, 0.5, -0.5, -0.5));
+    painter_.drawRect(whole.adjusted(line / 2, line / 2, -line / 2, -line / 2));
     paintDragged(touch);
 }
 
