@@ -49,6 +49,12 @@ namespace Kova.Drawer
                 confirmation ? 1 : 0));
         }
 
+        /// <summary>Whether the cashier hears keys, saves and refusals; at first not.</summary>
+        public static void SetSounds(bool wanted)
+        {
+            KovaException.Check(Native.kova_set_sounds(wanted ? 1 : 0));
+        }
+
         /// <summary>The host's window that dialogs stand in front of: an X11 window id or an HWND; 0 for
         /// none.</summary>
         public static void SetParentWindow(ulong window)

@@ -92,6 +92,8 @@ procedure KovaSetLanguage(id: LongInt; const name: UTF8String = '');
 function KovaGetLanguage: LongInt;
 { What the entry screen says beside its controls. }
 procedure KovaSetScreenAids(amountReadBack, direction, confirmation: Boolean);
+{ Whether the cashier hears keys, saves and refusals; at first not. }
+procedure KovaSetSounds(wanted: Boolean);
 { The X11 window id or HWND that dialogs stand in front of; 0 for none. }
 procedure KovaSetParentWindow(window: QWord);
 { Whether the decimal key enters the region's separator, and not a comma. }

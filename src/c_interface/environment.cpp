@@ -100,6 +100,10 @@ kova_status kova_set_screen_aids(int32_t amount_read_back, int32_t direction, in
     return guarded([&] { setScreenAids({amount_read_back != 0, direction != 0, confirmation != 0}); });
 }
 
+kova_status kova_set_sounds(int32_t wanted) {
+    return guarded([&] { setSounds(wanted != 0); });
+}
+
 kova_status kova_set_parent_window(uint64_t window) {
     return guarded([&] { setParentWindow(window); });
 }

@@ -133,6 +133,7 @@ bool frm_Drawer_Management::SalvaMovimentoDoppio() {
 }
 
 void frm_Drawer_Management::refuse(LocalisedString reason) {
+    process_.play(Sounds::Tone::Refused);
     ShowMessage(process_, text(reason), InformationIcon, text({1, "Gestione cassetto"}));
 }
 

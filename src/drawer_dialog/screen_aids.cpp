@@ -31,9 +31,19 @@ std::string joined(const std::vector<std::string>& lines) {
     return all;
 }
 
+bool isOff(const std::string& value) {
+    return value == "0" || equalIgnoringCase(value, "off");
+}
+
 bool isAllowed(const SettingsStore& store, const std::string& aid) {
     const auto value = machineSetting(store, aid);
-    return !value || (*value != "0" && !equalIgnoringCase(*value, "off"));
+    return !value || !isOff(*value);
+}
+
+/// Nothing where the machine leaves it to the host.
+std::optional<bool> soundsOf(const SettingsStore& store) {
+    const auto value = machineSetting(store, "Sounds");
+    return value ? std::optional(!isOff(*value)) : std::nullopt;
 }
 
 ScreenAids allowedAids(const SettingsStore& store) {
@@ -56,6 +66,7 @@ std::optional<DecimalKey> decimalKeyOf(const SettingsStore& store) {
 void frm_Drawer_Management::connectScreenAids() {
     auto& c = *lifetime_;
     machineAids_ = allowedAids(process_.platform.settingsStore);
+    process_.machineSounds = soundsOf(process_.platform.settingsStore);
     machineDecimalKey_ = decimalKeyOf(process_.platform.settingsStore);
     c.handlers.push_back(c.txtVisore.changed.connect([this](Property property) {
         if (property == Property::Text)
@@ -169,6 +180,7 @@ std::string frm_Drawer_Management::noticeText() const {
 
 // A dialog that is about to close has nothing more to say.
 void frm_Drawer_Management::showSaved(const std::vector<std::string>& lines) noexcept {
+    process_.play(Sounds::Tone::Saved);
     attempt([&] { controls().cmdConferma.rest(); }); // a second touch would be refused over the success
     attempt([&] {
         if (options().ChiusuraAutomatica)
@@ -179,6 +191,7 @@ void frm_Drawer_Management::showSaved(const std::vector<std::string>& lines) noe
 
 void frm_Drawer_Management::showNotSaved(const std::vector<std::string>& sent,
                                          const std::string& why) noexcept {
+    process_.play(Sounds::Tone::Refused);
     attempt([&] {
         if (sent.empty())
             show({{Word::NothingSaved, why}}, PageNotice::Kind::Failure);

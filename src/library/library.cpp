@@ -122,6 +122,10 @@ void setScreenAids(const ScreenAids& aids) {
          [&](LibraryProcess& all) { all.setScreenAids(aids); });
 }
 
+void setSounds(bool wanted) {
+    call("setSounds", CallKind::Operation, process, [&](LibraryProcess& all) { all.setSounds(wanted); });
+}
+
 void setDecimalKey(DecimalKey key) {
     call("setDecimalKey", CallKind::Operation, process, [&](LibraryProcess& all) { all.setDecimalKey(key); });
 }

@@ -56,6 +56,10 @@ void setScreenAids(const ScreenAids& aids);
 /// comma. The machine's settings, where they say so, decide instead.
 void setDecimalKey(DecimalKey key);
 
+/// Whether a cashier hears keys, saves and refusals from now on; at first not. The machine's settings, where
+/// they say so, decide instead.
+void setSounds(bool wanted);
+
 /// The host's window that dialogs stand in front of when they open from now on: an X11 window id or an HWND;
 /// 0, as at first, for none. An id that is no window's is no error. A host with Qt need not say it.
 void setParentWindow(std::uint64_t window);

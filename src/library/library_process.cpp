@@ -43,7 +43,9 @@ void leave(std::shared_ptr<LibraryProcess> process) {
 
 } // namespace
 
-LibraryProcess::LibraryProcess() : regional_(systemRegionalSettings()), state_(platform()) {}
+LibraryProcess::LibraryProcess() : regional_(systemRegionalSettings()), state_(platform()) {
+    userInterface_.onTouch([this] { state_.play(Sounds::Tone::Key); });
+}
 
 void LibraryProcess::exitBegins() {
     exiting = true;
@@ -73,7 +75,8 @@ Platform LibraryProcess::platform() {
             .regional = regional_,
             .makeErrorLogger = processLog,
             .componentFolder = logFolder(),
-            .hostCalls = this};
+            .hostCalls = this,
+            .sounds = sounds_.get()};
 }
 
 void LibraryProcess::enter(CallKind kind) {

@@ -48,6 +48,7 @@ class LibraryProcess final : public HostCalls, public std::enable_shared_from_th
     void useLogFolder(const std::string& folder);
     void setScreenAids(const ScreenAids& aids);
     void setDecimalKey(DecimalKey key);
+    void setSounds(bool wanted) { state_.sounds = wanted; }
     void setParentWindow(std::uint64_t window) { userInterface_.setHostWindow(static_cast<WId>(window)); }
     void processEvents() { eventLoop_.takeTurn(); }
     [[nodiscard]] int eventDescriptor() { return eventLoop_.eventDescriptor(); }
@@ -79,6 +80,7 @@ class LibraryProcess final : public HostCalls, public std::enable_shared_from_th
     SystemLanguageRuntime language_;
     std::unique_ptr<SettingsStore> settings_ = machineSettings();
     Databases databases_;
+    std::unique_ptr<Sounds> sounds_ = systemSounds();
     ProcessState state_;
     std::vector<std::weak_ptr<cls_Kova_Drawer_Man>> components_;
     std::mutex strayMutex_;

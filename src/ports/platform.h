@@ -58,6 +58,14 @@ class ErrorLogger {
 
 using ErrorLoggerFactory = std::function<std::shared_ptr<ErrorLogger>()>;
 
+/// What a cashier hears. A tone that cannot be played is left out; nobody waits for one.
+class Sounds {
+  public:
+    enum class Tone { Key, Saved, Refused };
+    virtual ~Sounds() = default;
+    virtual void play(Tone tone) noexcept = 0;
+};
+
 /// Everything that the component asks of its surroundings. The composition root owns the parts, which outlive
 /// every component.
 struct Platform {
@@ -72,6 +80,7 @@ struct Platform {
     std::string componentFolder; ///< folder of the component's own file, without a separator at its end
     std::string applicationTitle = "Kova_Drawer_Man";
     HostCalls* hostCalls = nullptr; ///< null admits all calls
+    Sounds* sounds = nullptr;       ///< null where nothing is heard
 };
 
 } // namespace kova

@@ -80,6 +80,13 @@ inline void setScreenAids(const ScreenAids& aids) {
         kova_set_screen_aids(aids.amountReadBack ? 1 : 0, aids.direction ? 1 : 0, aids.confirmation ? 1 : 0));
 }
 
+/// Whether the cashier hears a click for keys, a tone for a save and another for a refusal from now on, of
+/// the sound theme that the user has chosen; at first not. The machine's settings, where they say so, decide
+/// instead.
+inline void setSounds(bool wanted) {
+    detail::check(kova_set_sounds(wanted ? 1 : 0));
+}
+
 /// What the decimal key of the amount enters, on the screen and on a physical keyboard.
 enum class DecimalKey {
     Comma = KOVA_DECIMAL_COMMA,     ///< a comma, which is no decimal separator in every region

@@ -207,6 +207,10 @@ KOVA_C_API kova_status KOVA_CALL kova_get_language(int32_t* id);
  * out more. */
 KOVA_C_API kova_status KOVA_CALL kova_set_screen_aids(int32_t amount_read_back, int32_t direction,
                                                       int32_t confirmation);
+/* Whether the cashier hears a click for keys, a tone for a save and another for a refusal, of the sound theme
+ * that the user has chosen: 1 or 0, as at first. The machine's settings, where they say so, decide instead.
+ */
+KOVA_C_API kova_status KOVA_CALL kova_set_sounds(int32_t wanted);
 /* The host's window that dialogs stand in front of when they open from now on: an X11 window id or an HWND;
  * 0, as at first, for none. Wayland has no such ids. An id that is no window's is no error. */
 KOVA_C_API kova_status KOVA_CALL kova_set_parent_window(uint64_t window);

@@ -8,6 +8,11 @@ namespace kova {
 ProcessState::ProcessState(Platform services) : platform(std::move(services)) {}
 ProcessState::~ProcessState() = default;
 
+void ProcessState::play(Sounds::Tone tone) noexcept {
+    if (platform.sounds != nullptr && machineSounds.value_or(sounds))
+        platform.sounds->play(tone);
+}
+
 ErrorLogger& ProcessState::ErrorLog() {
     std::call_once(loggerMade_, [this] { errorLogger_ = platform.makeErrorLogger(); });
     return *errorLogger_;

@@ -56,6 +56,8 @@ class ProcessState {
     ScreenAids screenAids; ///< as the host wants them; the machine's settings may leave out more
     DecimalKey decimalKey =
         DecimalKey::Comma; ///< as the host wants it, where the machine's settings do not say
+    bool sounds = false;   ///< as the host wants them, where the machine's settings do not say
+    std::optional<bool> machineSounds;
     /// The selection, or a setting that open dialogs show, may have changed.
     Signal<> entryChanged;
     int loadedDialogs = 0; ///< movement dialogs
@@ -66,6 +68,9 @@ class ProcessState {
     WindowStack windows;
     /// The coin count while one is open, and after it could not be taken over; otherwise null.
     std::shared_ptr<frm_CaricaMoneta> coinDialog;
+
+    /// Where sounds are wanted.
+    void play(Sounds::Tone tone) noexcept;
 
     /// Created on first use, like those below.
     ErrorLogger& ErrorLog();

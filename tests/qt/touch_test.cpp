@@ -127,6 +127,39 @@ TEST_F(TouchScreen, TakesABounceForOneTouchButFastFingersForMany) {
     EXPECT_EQ(amount(), "780012") << "the next finger came before the last one went";
 }
 
+struct RecordingSounds final : Sounds {
+    void play(Tone tone) noexcept override { heard += "ksr"[static_cast<int>(tone)]; }
+    std::string heard;
+};
+
+TEST_F(TouchScreen, IsHeardWhereThatIsWanted) {
+    RecordingSounds sounds;
+    till.process.platform.sounds = &sounds;
+    till.userInterface.onTouch([&] { till.process.play(Sounds::Tone::Key); });
+    const auto heard = [&](const char* machine, bool host) {
+        till.process.sounds = host;
+        till.store.values.erase("Sounds");
+        if (*machine != 0)
+            till.store.values["Sounds"] = machine;
+        till.show();
+        touch(at("Virtual_KeyPAD", "7"));
+        touch(QPoint(2, at("cmdConferma").y())); // the page
+        touch(at("cmdConferma"));                // refused
+        till.composeMovement();
+        till.control<TextBox>("txtVisore").setText("7");
+        rest();
+        touch(at("cmdConferma"));
+        till.control<PushButton>("cmdConferma").press(); // refused
+        rest();
+        touch(at("cmdConferma")); // rests
+        till.component->DiscardForm();
+        return std::exchange(sounds.heard, {});
+    };
+    EXPECT_EQ(heard("", false) + heard("0", true), "");
+    EXPECT_EQ(heard("", true), "kkrksr");
+    EXPECT_EQ(heard("1", false), "kkrksr");
+}
+
 TEST_F(TouchScreen, PansAGridOfManyButtons) {
     till.show(Till::Layout::ManyButtons);
     auto& activities = till.control<ButtonGrid>("Pulsantiera_Attivita");

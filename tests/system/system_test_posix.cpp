@@ -7,11 +7,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
+#include <dlfcn.h>
 #include <filesystem>
 #include <fstream>
 #include <regex>
 #include <sstream>
+#include <thread>
 #include <unistd.h>
 
 namespace kova {
@@ -31,6 +34,26 @@ class SystemAdapter : public testing::Test {
     const std::filesystem::path folder =
         std::filesystem::temp_directory_path() / ("kova_system_" + std::to_string(getpid()));
 };
+
+TEST(SystemSounds, AreOfTheThemeAndKeepNobodyWaiting) {
+    void* const library = dlopen(KOVA_SOUND_STAND_IN, RTLD_NOW); // found by its name from now on
+    ASSERT_NE(library, nullptr);
+    const auto asked = reinterpret_cast<void (*)(std::string&)>(dlsym(library, "stand_in_asked"));
+    const auto sounds = systemSounds();
+    std::string events;
+    for (const auto& [tone, expected] :
+         {std::pair(Sounds::Tone::Key, "button-pressed audio-volume-change "),
+          std::pair(Sounds::Tone::Saved, "button-pressed audio-volume-change complete ")}) {
+        const auto begin = std::chrono::steady_clock::now();
+        sounds->play(tone);
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(100));
+        for (int i = 0; i < 100 && events != expected; ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            asked(events);
+        }
+        EXPECT_EQ(events, expected);
+    }
+}
 
 TEST_F(SystemAdapter, SettingsComeFromTheSectionOfTheirKeyWhateverTheCase) {
     const auto file = folder / "kova.ini";

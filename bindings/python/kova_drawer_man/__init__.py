@@ -15,6 +15,7 @@ from ._drawer import (
     set_log_folder,
     set_parent_window,
     set_screen_aids,
+    set_sounds,
     shut_down,
 )
 from ._library import Database, DatabaseError, KovaError, Refusal, Text
@@ -44,5 +45,6 @@ __all__ = [
     "set_log_folder",
     "set_parent_window",
     "set_screen_aids",
+    "set_sounds",
     "shut_down",
 ]

@@ -256,6 +256,11 @@ def set_screen_aids(amount_read_back: bool = True, direction: bool = True, confi
     call("kova_set_screen_aids", *(ctypes.c_int32(bool(a)) for a in (amount_read_back, direction, confirmation)))
 
 
+def set_sounds(wanted: bool) -> None:
+    """Whether the cashier hears keys, saves and refusals; at first not."""
+    call("kova_set_sounds", ctypes.c_int32(bool(wanted)))
+
+
 def set_parent_window(window: int) -> None:
     """The X11 window id or HWND that dialogs stand in front of; 0 for none."""
     call("kova_set_parent_window", ctypes.c_uint64(window))

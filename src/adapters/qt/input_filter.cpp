@@ -1,5 +1,6 @@
 #include "adapters/qt/input_filter.h"
 
+#include "adapters/qt/button_grid_view.h"
 #include "adapters/qt/key_help.h"
 #include "adapters/qt/window_frame.h"
 #include "base/overloaded.h"
@@ -7,6 +8,7 @@
 #include "widgets/captioned_controls.h"
 #include "widgets/text_box.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPointerEvent>
@@ -44,6 +46,19 @@ bool isInput(QEvent::Type type) {
 
 bool isKey(QEvent::Type type) {
     return type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::InputMethod;
+}
+
+bool comesDown(const QEvent& event) {
+    return event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick ||
+           event.type() == QEvent::TouchBegin;
+}
+
+/// A button, a key, or a cell of a grid.
+bool canBeTouched(const QObject& target) {
+    const auto* view = dynamic_cast<const ControlView*>(&target);
+    return static_cast<const QWidget&>(target).isEnabled() && (view == nullptr || !view->resting()) &&
+           (qobject_cast<const QAbstractButton*>(&target) != nullptr ||
+            dynamic_cast<const ButtonGridView*>(&target) != nullptr);
 }
 
 bool isTabulator(const QEvent& event) {
@@ -96,6 +111,8 @@ bool InputFilter::eventFilter(QObject* watched, QEvent* event) {
     WindowFrame& frame = **found;
     if (frame.model()->blocked() || swallowsBounce(*watched, *event))
         return true;
+    if (touched && comesDown(*event) && canBeTouched(*watched))
+        touched();
     if (event->type() == QEvent::KeyPress && takeKey(frame, static_cast<QKeyEvent&>(*event)))
         return true;
     if (isTabulator(*event)) {

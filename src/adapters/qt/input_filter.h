@@ -4,6 +4,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <vector>
 
 class QKeyEvent;
@@ -20,6 +21,7 @@ class InputFilter final : public QObject {
     /// Of these windows, which may come and go.
     explicit InputFilter(const std::vector<WindowFrame*>& frames);
     bool eventFilter(QObject* watched, QEvent* event) override;
+    std::function<void()> touched; ///< a finger has come down on what can be touched; may be empty
 
   private:
     bool swallowsBounce(const QObject& target, const QEvent& event);

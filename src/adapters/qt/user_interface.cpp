@@ -60,6 +60,10 @@ QtUserInterface::~QtUserInterface() {
     }
 }
 
+void QtUserInterface::onTouch(std::function<void()> touched) {
+    filter_->touched = std::move(touched);
+}
+
 // The offscreen platform has a screen of no particular shape: there the design's own size is used.
 QSize QtUserInterface::surface() const {
     if (!surface_.isEmpty())

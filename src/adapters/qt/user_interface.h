@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QSize>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -35,6 +36,8 @@ class QtUserInterface final : public UserInterface {
 
     /// The host's window that windows stand in front of which are presented from now on; 0 for none.
     void setHostWindow(WId window) { hostWindow_ = window; }
+    /// Called when a finger comes down on a button, a key or a cell.
+    void onTouch(std::function<void()> touched);
     [[nodiscard]] QtEventLoop& loop() const { return loop_; }
     [[nodiscard]] bool showsWindow() const;
     /// The widget that draws the window; null when nothing does.

@@ -46,6 +46,11 @@ public final class Kova {
         check(LIBRARY.kova_set_screen_aids(amountReadBack ? 1 : 0, direction ? 1 : 0, confirmation ? 1 : 0));
     }
 
+    /** Whether the cashier hears keys, saves and refusals; at first not. */
+    public static void setSounds(boolean wanted) {
+        check(LIBRARY.kova_set_sounds(wanted ? 1 : 0));
+    }
+
     /** The host's window that dialogs stand in front of: an X11 window id or an HWND; 0 for none. Of an AWT window that
      *  is shown: {@code com.sun.jna.Native.getWindowID(window)}. */
     public static void setParentWindow(long window) {
