@@ -202,9 +202,9 @@ TEST(Captions, AreReadAtArmsLength) {
     const QtEventLoop loop;
     const QFont font = look::font({"Tahoma", look::LegiblePoints, true}, {look::PanelUnit, look::PanelUnit});
     EXPECT_NEAR(QFontMetricsF(font).capHeight(), look::LegibleCapitals, 1);
-    const auto captions =
-        look::setCaptions({{"Fondo cassa iniziale", {80, 90}}, {"Donaudampfschifffahrt", {80, 90}}}, font,
-                          look::PanelUnit, look::CaptionSizes::Common);
+    const std::vector<look::CaptionPlace> cells{{"Fondo cassa iniziale", {80, 90}},
+                                                {"Sachbezugskonten", {80, 90}}};
+    const auto captions = look::setCaptions(cells, font, look::PanelUnit, look::CaptionSizes::Common);
     EXPECT_GE(captions[0].font.pixelSize(), 16) << "one that is too long is set smaller alone";
 }
 

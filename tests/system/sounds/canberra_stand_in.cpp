@@ -2,19 +2,15 @@
 #include <chrono>
 #include <cstdarg>
 #include <cstdint>
-#include <mutex>
 #include <string>
 #include <thread>
 
-namespace {
-std::mutex mutex;
-std::string asked;
-} // namespace
-
 extern "C" {
 
+std::string stand_in_asked;
+
 int ca_context_create(void** context) {
-    *context = &asked;
+    *context = &stand_in_asked;
     return 0;
 }
 
@@ -24,24 +20,12 @@ int ca_context_destroy(void*) {
 
 int ca_context_play(void*, std::uint32_t id, ...) {
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    const std::lock_guard lock(mutex);
     std::va_list properties;
     va_start(properties, id);
-    std::string name, event;
-    while (const char* const key = va_arg(properties, const char*)) {
-        name = key;
-        const std::string value = va_arg(properties, const char*);
-        if (name == "event.id")
-            event = value;
-    }
+    const std::string name = va_arg(properties, const char*);
+    const std::string event = va_arg(properties, const char*);
     va_end(properties);
-    asked += event + ' ';
+    stand_in_asked += name + '=' + event + ' ';
     return event == "button-pressed" ? -9 : 0;
-}
-
-/// What it was asked for so far.
-void stand_in_asked(std::string& events) {
-    const std::lock_guard lock(mutex);
-    events = asked;
 }
 }
