@@ -46,7 +46,7 @@ std::string userLanguage();
 std::unique_ptr<SettingsStore> machineSettings();
 
 /// The tones of the user's sound theme: of libcanberra, where that is installed, on Windows of the system. They
-/// are found and played on another thread, which begins with the first one.
+/// are found and played on another thread.
 std::unique_ptr<Sounds> systemSounds();
 
 /// Whether there is a screen to show windows on.
