@@ -60,8 +60,8 @@ void FaceButton::paintEvent(QPaintEvent*) {
 
 /// Returns what is left for the caption.
 QRectF FaceButton::drawPicture(QPainter& painter, const QRectF& area, const QColor& color) const {
-    if (const double side = area.width() / 40; !looks_.picture)
-        return area.adjusted(side, 0, -side, 0);
+    if (!looks_.picture)
+        return area.adjusted(area.width() / 40, 0, -area.width() / 40, 0);
     const double size = std::min({looks_.pictureSize, area.width(), area.height()});
     QRectF place(0, 0, size, size);
     place.moveCenter(area.center());

@@ -97,7 +97,7 @@ void drawFace(QPainter& painter, const QRectF& area, const Face& face) {
         painter.drawRoundedRect(whole.adjusted(0, 2 * line, 0, 0), radius, radius);
         whole.adjust(0, 0, 0, -line);
     }
-    /// Inside what has been drawn so far.
+    // Inside what has been drawn so far.
     const auto drawRing = [&](const QColor& color, double width, Qt::PenStyle style = Qt::SolidLine) {
         painter.setPen(QPen(color, width, style));
         const QRectF middle = whole.adjusted(width / 2, width / 2, -width / 2, -width / 2);
