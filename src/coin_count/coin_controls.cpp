@@ -115,6 +115,8 @@ CoinControls::CoinControls()
         inert->setLocked(true);
         inert->setTabStop(false);
     }
+    for (auto& placeholder : FlatEdit)
+        placeholder.setStandsIn(true);
 }
 
 void CoinControls::retire() {

@@ -77,7 +77,8 @@ void frm_CaricaMoneta::Form_Load() {
     });
 }
 
-// Grey on grey: whatever stands in the column cannot be seen. It can still be touched and loaded into.
+// Grey on grey: whatever stands in the column cannot be seen. A touch must not lead a load there, which
+// nobody would see and nothing would take.
 void frm_CaricaMoneta::greySecondCurrency() {
     auto& c = controls();
     c.lblValutaSec.setVisible(false);
@@ -87,6 +88,7 @@ void frm_CaricaMoneta::greySecondCurrency() {
         field.setForeColor(Grey);
         field.setLocked(true);
         field.setTabStop(false);
+        field.setInert(true);
     }
 }
 
@@ -101,6 +103,9 @@ void frm_CaricaMoneta::ApplyCaptions() {
     apply({20, "Cancella monete"}, [&](const std::string& found) { c.CMD_cancella.setToolTip(found); });
     apply({21, "Carica monete"}, [&](const std::string& found) { c.CMD_CaricaMoneta.setCaption(found); });
     apply({22, "0"}, [&](const std::string& found) { field(28).setText(found); });
+    const auto word = [&](Word which) { return std::string(inWords(which, process_.CurrentLanguageId)); };
+    attempt([&] { c.txt_valuta.setSpokenName(word(Word::Pieces)); });
+    attempt([&] { c.CMD_Carica.setSpokenName(word(Word::LoadPieces)); });
 }
 
 void frm_CaricaMoneta::ml_RuntimeSupport_LanguageChanged(std::int32_t LanguageID,

@@ -113,7 +113,10 @@ std::string wordsAround(const Control& control) {
 std::string spokenNameOf(Control& control, const Wording& words) {
     OwnWords own(words);
     control.accept(own);
-    return own.words ? *own.words : wordsAround(control);
+    const std::string& given = control.spokenName();
+    if (given.empty())
+        return own.words ? *own.words : wordsAround(control);
+    return given + (own.words ? " " + *own.words : "");
 }
 
 std::string spokenNameOf(const ButtonGrid::Button& button) {
@@ -158,7 +161,7 @@ std::string spokenKey(std::optional<char32_t> character, const Wording& words) {
 
 std::string spokenKey(const NumericKeypad& keypad, const std::string& text, const Wording& words) {
     if (text == PadClearKey)
-        return words(keypad.takesAll() ? Word::Clear : Word::Backspace);
+        return words(keypad.takesAll() ? Word::Clear : Word::LastDigit);
     if (text != PadDecimalKey)
         return text;
     const std::string& decimalMark = keypad.decimalMark();

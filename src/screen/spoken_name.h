@@ -29,8 +29,8 @@ class Wording {
 
 // What assistive technology calls things.
 
-/// A control's own words; else the labels beside and above it, as a person reads them; else the frame, page
-/// or window that it stands on. Hidden labels name nothing.
+/// The name given to a control and its own words; else the labels beside and above it, as a person reads
+/// them; else the frame, page or window that it stands on. Hidden labels name nothing.
 std::string spokenNameOf(Control& control, const Wording& words);
 std::string spokenNameOf(const ButtonGrid::Button& button);
 /// A list's cell, or the header of its column for no row. A group's header says all of it in its first cell.

@@ -70,12 +70,15 @@ enum class Word {
     Yes,
     No,
     Keypad,
+    Pieces,     ///< that are entered in a coin count
+    LoadPieces, ///< into the field of what is said after it
     Keyboard,
     Calendar,
     Clear,
     Comma,
     Point,
     Backspace,
+    LastDigit, ///< is taken away
     Enter,
     CapsLock,
     Space,

@@ -46,6 +46,7 @@ enum class Property {
     Enabled,
     Bounds,
     Caption,
+    SpokenName,
     Text,
     ToolTip,
     BackColor,
@@ -107,11 +108,16 @@ class Control {
     void setTop(Twips top);
     void setWidth(Twips width);
     void setHeight(Twips height);
+    /// What assistive technology calls it where nothing on the screen does; before a caption of its own.
+    [[nodiscard]] const std::string& spokenName() const { return spokenName_; }
+    void setSpokenName(const std::string& name) { assign(spokenName_, name, Property::SpokenName); }
     /// Puts it in front of the other controls.
     void bringToFront() { changed(Property::ZOrder); }
 
     /// Whether a gesture can reach it.
     [[nodiscard]] virtual Gesture reach() const;
+    /// Whether it can have the focus where it can be reached at all.
+    [[nodiscard]] virtual bool takesFocus() const { return true; }
     /// A character key of the physical keyboard while it has the focus; most kinds take none.
     virtual Gesture typeCharacter(char32_t character);
 
@@ -132,6 +138,7 @@ class Control {
 
   private:
     Place place_;
+    std::string spokenName_;
     bool visible_ = true;
     bool enabled_ = true;
 };

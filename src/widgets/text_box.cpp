@@ -21,7 +21,7 @@ void TextBox::setText(const std::string& text) {
 
 Gesture TextBox::reach() const {
     const Gesture reached = Control::reach();
-    return reached == Gesture::Done && locked_ ? Gesture::Locked : reached;
+    return reached == Gesture::Done && (locked_ || inert_) ? Gesture::Locked : reached;
 }
 
 Gesture TextBox::typeCharacter(char32_t character) {

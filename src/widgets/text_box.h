@@ -18,6 +18,13 @@ class TextBox : public ControlOfKind<TextBox> {
     void setText(const std::string& text);
     [[nodiscard]] bool locked() const { return locked_; } ///< shown but not editable
     void setLocked(bool locked) { assign(locked_, locked, Property::Locked); }
+    /// Whether it is only looked at: no gesture does anything to it, not even a touch.
+    [[nodiscard]] bool inert() const { return inert_; }
+    void setInert(bool inert) { assign(inert_, inert, Property::Locked); }
+    /// Whether it stands where there is no field: nothing of it is drawn, but a touch counts.
+    [[nodiscard]] bool standsIn() const { return standsIn_; }
+    /// To be called before the window has a view.
+    void setStandsIn(bool standsIn) { standsIn_ = standsIn; }
     /// Whether the tabulator key stops here; a touch gives it the focus either way.
     [[nodiscard]] bool tabStop() const { return tabStop_; }
     void setTabStop(bool stop) { tabStop_ = stop; }
@@ -26,6 +33,7 @@ class TextBox : public ControlOfKind<TextBox> {
     [[nodiscard]] Color foreColor() const { return foreColor_; }
     void setForeColor(Color color) { assign(foreColor_, color, Property::ForeColor); }
     [[nodiscard]] Gesture reach() const override;
+    [[nodiscard]] bool takesFocus() const override { return !inert_; }
 
     /// A character key: the filter is asked, then the text is edited at the caret. 8 deletes backwards, 10
     /// and 13 break the line where there are several; other control characters change nothing.
@@ -52,6 +60,8 @@ class TextBox : public ControlOfKind<TextBox> {
     std::string text_;
     std::size_t selectionStart_ = 0, selectionEnd_ = 0;
     bool locked_ = false;
+    bool inert_ = false;
+    bool standsIn_ = false;
     bool tabStop_ = true;
     Color backColor_ = colors::White, foreColor_ = colors::Black;
 };

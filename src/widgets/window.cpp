@@ -17,7 +17,7 @@ Control* Window::find(std::string_view wanted, std::optional<int> wantedIndex) {
 
 Gesture Window::moveFocus(Control& control) {
     const Gesture reached = control.reach();
-    if (reached == Gesture::Hidden || reached == Gesture::Disabled)
+    if (reached == Gesture::Hidden || reached == Gesture::Disabled || !control.takesFocus())
         return reached;
     assign(focus_, &control, Property::Focus);
     control.gotFocus();

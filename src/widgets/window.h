@@ -44,7 +44,7 @@ class Window : public ControlOfKind<Window, CaptionedControl> {
     void setBlocked(bool blocked) { assign(blocked_, blocked, Property::Enabled); }
 
     [[nodiscard]] Control* focus() const { return focus_; }
-    /// The gesture that gives a control the keyboard; a locked text box takes it too.
+    /// The gesture that gives a control the keyboard; a locked text box takes it too, an inert one does not.
     Gesture moveFocus(Control& control);
     /// Where the focus is to be when the window is shown first; says nothing.
     void setInitialFocus(Control& control) { focus_ = &control; }

@@ -119,6 +119,9 @@ void ControlView::showProperty(Property property) {
         layOut();
         frame_.neighbourMoved();
         break;
+    case Property::SpokenName:
+        updateSpokenName();
+        break;
     case Property::ZOrder:
         widget().raise();
         break;

@@ -74,7 +74,6 @@ TextPositions TextBoxView::positions() const {
 
 void TextBoxView::startShowing() {
     nameWidget();
-    widget().setFocusPolicy(Qt::ClickFocus);
     showProperty(Property::Locked);
     showText();
 }
@@ -93,6 +92,8 @@ void TextBoxView::showProperty(Property property) {
         break;
     case Property::Locked:
         showLocked(onlyShows());
+        widget().setFocusPolicy(model()->inert() ? Qt::NoFocus : Qt::ClickFocus);
+        ControlView::showProperty(Property::Enabled);
         showFont();
         showColors();
         break;
@@ -104,6 +105,11 @@ void TextBoxView::showProperty(Property property) {
         break;
     }
     ControlView::showProperty(property);
+}
+
+// Of a box that is inert the toolkit keeps the touches, too.
+bool TextBoxView::drawnEnabled() const {
+    return ControlView::drawnEnabled() && !model()->inert();
 }
 
 // Where the window takes all keys itself, a caret would suggest that typing goes into the box.
@@ -128,7 +134,7 @@ void TextBoxView::showColors() {
     const QColor text =
         look::toQt(model()->foreColor()); // may be the same on purpose: content that is hidden
     const QColor accent = look::accentOn(backdrop());
-    const QColor faint = look::mixed(back, palette::Disabled, 0.35);
+    const QColor faint = model()->inert() ? back : look::mixed(back, palette::Disabled, 0.35);
     const int padding = pixels(onlyShows() ? 2 : 4);
     // What cannot be filled in has no frame, so that it does not look as if it could.
     const QString frame =

@@ -1,5 +1,7 @@
 #include "adapters/qt/text_box_view.h"
+#include "adapters/qt/window_frame.h"
 
+#include <QAccessibleWidget>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -110,9 +112,30 @@ class NoteEditView final : public EditorView<QPlainTextEdit> {
     }
 };
 
+/// A touch counts as on a field, and leaves nothing that looks chosen.
+class StandInView final : public QWidget, public ModelView<TextBox> {
+  public:
+    StandInView(TextBox& box, WindowFrame& frame, QWidget& parent) : QWidget(&parent), ModelView(box, frame) {
+        nameWidget();
+    }
+    QWidget& widget() override { return *this; }
+    QWidget& keyboardWidget() override { return frame(); }
+    QAccessibleInterface* makeAccessible() override {
+        return new QAccessibleWidget(this, QAccessible::Whitespace);
+    }
+
+  protected:
+    void showSpokenName(const QString&) override {}
+    void mousePressEvent(QMouseEvent*) override {
+        act([](TextBox& box) { box.window().moveFocus(box); });
+    }
+};
+
 } // namespace
 
 ControlView* makeTextBoxView(TextBox& box, WindowFrame& frame, QWidget& parent) {
+    if (box.standsIn())
+        return new StandInView(box, frame, parent);
     if (box.multiLine())
         return new NoteEditView(box, frame, parent);
     return new LineEditView(box, frame, parent);
