@@ -102,13 +102,19 @@ InputFilter::InputFilter(const std::vector<WindowFrame*>& frames) : frames_(fram
 }
 
 bool InputFilter::eventFilter(QObject* watched, QEvent* event) {
-    if (!isInput(event->type()) || !watched->isWidgetType())
+    const bool givesKeyboard = event->type() == QEvent::FocusIn &&
+                               static_cast<QFocusEvent*>(event)->reason() == Qt::OtherFocusReason;
+    if ((!givesKeyboard && !isInput(event->type())) || !watched->isWidgetType())
         return false;
     const QWidget* const top = static_cast<QWidget*>(watched)->window();
     const auto found = std::ranges::find_if(frames_, [top](const auto* one) { return one == top; });
     if (found == frames_.end() || (*found)->model() == nullptr)
         return false;
     WindowFrame& frame = **found;
+    if (givesKeyboard) {
+        frame.keyboardGiven(static_cast<QWidget&>(*watched));
+        return false;
+    }
     if (frame.model()->blocked() || swallowsBounce(*watched, *event))
         return true;
     if (touched && comesDown(*event) && canBeTouched(*watched))

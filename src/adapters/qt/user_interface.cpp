@@ -18,8 +18,6 @@
 namespace kova {
 namespace {
 
-constexpr int TitleBar = 32; // pixels that the window manager needs, about
-
 QPixmap informationPicture(int size, const QColor& background) {
     QPixmap picture(size, size);
     picture.fill(Qt::transparent);
@@ -66,12 +64,11 @@ void QtUserInterface::onTouch(std::function<void()> touched) {
 
 // The offscreen platform has a screen of no particular shape: there the design's own size is used.
 QSize QtUserInterface::surface() const {
-    if (!surface_.isEmpty())
-        return surface_;
     const QString platform = QGuiApplication::platformName();
-    if (platform == "offscreen" || platform == "minimal" || QGuiApplication::primaryScreen() == nullptr)
+    if (surface_.isEmpty() &&
+        (platform == "offscreen" || platform == "minimal" || QGuiApplication::primaryScreen() == nullptr))
         return {static_cast<int>(DesignSurface.width), static_cast<int>(DesignSurface.height)};
-    return QGuiApplication::primaryScreen()->availableSize() - QSize(0, TitleBar);
+    return surface_;
 }
 
 std::unique_ptr<WindowView> QtUserInterface::present(Window& window) {
@@ -104,7 +101,9 @@ void QtUserInterface::runModal(Window& window) {
 }
 
 void QtUserInterface::fillMessageBox(QMessageBox& box, const PlatformMessage& message) const {
-    const QSize size = surface();
+    const QWidget* const below = QApplication::activeWindow();
+    const QScreen* const on = below != nullptr ? below->screen() : QGuiApplication::primaryScreen();
+    const QSize size = surface().isEmpty() ? on->availableSize() : surface();
     const Scale scale{size.width() / DesignSurface.width, size.height() / DesignSurface.height};
     box.setAttribute(Qt::WA_QuitOnClose, false);
     box.setObjectName("PlatformMessage");

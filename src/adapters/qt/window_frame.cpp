@@ -26,6 +26,13 @@ int rounded(double value) {
     return static_cast<int>(std::lround(value));
 }
 
+/// Moved as little as it takes; what is larger begins where the room does.
+QRect movedInto(const QRect& room, QRect place) {
+    place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() - place.width() + 1)));
+    place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() - place.height() + 1)));
+    return place;
+}
+
 } // namespace
 
 WindowFrame::WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettings& regional, Wording& words,
@@ -40,7 +47,7 @@ WindowFrame::WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettin
         setWindowFlag(Qt::Dialog);
     setWindowTitle(QString::fromStdString(window.caption()));
     makeViews();
-    resize(initialSize());
+    resize(initialSize(room(windowBelow())));
     layOut();
     connections_.push_back(window.changed.connect([this](Property property) { showProperty(property); }));
     connections_.push_back(window.activated.connect([this] { comeToFront(); }));
@@ -102,14 +109,30 @@ QRect WindowFrame::pixels(const Control& control) const {
     return pixels(*control.parent(), control.bounds());
 }
 
-QSize WindowFrame::initialSize() const {
-    const double x = surface_.width() / DesignSurface.width;
-    const double y = surface_.height() / DesignSurface.height;
+bool WindowFrame::fillsScreen() const {
+    return surface_.isEmpty() && designPixels(window_->bounds().width) >= DesignSurface.width &&
+           designPixels(window_->bounds().height) >= DesignSurface.height;
+}
+
+// The window manager frames it as it frames the one below, which shows how much of the screen it leaves.
+QRect WindowFrame::room(const QWindow* below) const {
+    if (below == nullptr)
+        return screen()->availableGeometry();
+    QRect free = below->screen()->availableGeometry();
+    if (below->windowStates().testFlag(Qt::WindowMaximized))
+        free &= below->frameGeometry();
+    return free.marginsRemoved(below->frameMargins());
+}
+
+QSize WindowFrame::initialSize(const QRect& room) const {
+    const QSize surface = surface_.isEmpty() ? room.size() : surface_;
+    const double x = surface.width() / DesignSurface.width;
+    const double y = surface.height() / DesignSurface.height;
     const double width = designPixels(window_->bounds().width);
     const double height = designPixels(window_->bounds().height);
     if (width >= DesignSurface.width && height >= DesignSurface.height)
-        return surface_;
-    const double whole = std::min(surface_.width() / width, surface_.height() / height);
+        return surface;
+    const double whole = std::min(surface.width() / width, surface.height() / height);
     double both = std::min(x, y);
     if (height > DesignSurface.height / 2) // it covers the dialog anyway: fingers need the room that is left
         both = std::max(both, LargestShare * whole);
@@ -158,7 +181,7 @@ void WindowFrame::showProperty(Property property) {
         followFocus();
         break;
     case Property::Bounds:
-        resize(initialSize());
+        resize(initialSize(room(windowBelow())));
         layOut();
         break;
     default:
@@ -191,6 +214,7 @@ void WindowFrame::showOrHide() {
     winId(); // makes the native window, so that it can be told which one it stands in front of
     if (below != nullptr)
         windowHandle()->setTransientParent(below);
+    connect(windowHandle(), &QWindow::screenChanged, this, &WindowFrame::frameChanged, Qt::UniqueConnection);
     if (window_->modal())
         hostWindows_ = std::make_unique<HostWindows>(*this);
     QWidget::show();
@@ -206,16 +230,29 @@ QWindow* WindowFrame::windowBelow() {
 }
 
 void WindowFrame::moveToPlace(QWindow* below) {
-    const QScreen* const on = below != nullptr ? below->screen() : screen();
-    QRect place(QPoint(), size());
+    if (fillsScreen()) { // all of it, unless a window manager knows better
+        setGeometry((below != nullptr ? below->screen() : screen())->geometry());
+        setWindowState(Qt::WindowMaximized);
+        return;
+    }
+    const QRect room = this->room(below);
+    QRect place(QPoint(), initialSize(room));
     place.moveCenter(below != nullptr ? QRect(below->mapToGlobal(QPoint()), below->size()).center()
-                                      : on->availableGeometry().center());
-    // The window manager frames it as it frames the one below.
+                                      : room.center());
     const QMargins edge = below != nullptr ? below->frameMargins() : QMargins();
-    const QRect available = on->availableGeometry().marginsRemoved(edge);
-    place.moveLeft(std::max(available.left(), std::min(place.left(), available.right() - width() + 1)));
-    place.moveTop(std::max(available.top(), std::min(place.top(), available.bottom() - height() + 1)));
-    move(place.topLeft() - QPoint(edge.left(), edge.top()));
+    resize(place.size());
+    move(movedInto(room, place).topLeft() - QPoint(edge.left(), edge.top()));
+}
+
+// As it may not after it was restored, moved to another screen or framed unlike the window below.
+void WindowFrame::stayInRoom() {
+    if (window_ == nullptr || !surface_.isEmpty() || !isVisible() || isMinimized())
+        return;
+    const QRect room = screen()->availableGeometry().marginsRemoved(windowHandle()->frameMargins());
+    if (room.contains(geometry()))
+        return;
+    const QRect place(geometry().topLeft(), initialSize(room).boundedTo(room.size()));
+    setGeometry(movedInto(room, place));
 }
 
 void WindowFrame::comeToFront() {
@@ -277,6 +314,30 @@ void WindowFrame::paintEvent(QPaintEvent*) {
 void WindowFrame::resizeEvent(QResizeEvent*) {
     if (complete_)
         layOut();
+    frameChanged();
+}
+
+void WindowFrame::moveEvent(QMoveEvent*) {
+    const QMargins edge = windowHandle() != nullptr ? windowHandle()->frameMargins() : QMargins();
+    if (std::exchange(edge_, edge) != edge)
+        frameChanged();
+}
+
+// Later, when the toolkit knows all of what it was told.
+void WindowFrame::frameChanged() {
+    QMetaObject::invokeMethod(this, &WindowFrame::stayInRoom, Qt::QueuedConnection);
+}
+
+void WindowFrame::keyboardGiven(const QWidget& keyboard) {
+    if (window_ == nullptr || !complete_ || &keyboard == this)
+        return;
+    for (Control* control : window_->controls()) {
+        ControlView* const drawn = view(*control);
+        if (drawn == nullptr || &drawn->keyboardWidget() != &keyboard || control == window_->focus())
+            continue;
+        loop_.runHandler([&] { window_->moveFocus(*control); });
+        return;
+    }
 }
 
 } // namespace kova

@@ -24,7 +24,8 @@ class PageNoticeView;
 /// close button only asks the model.
 class WindowFrame final : public QWidget, public AccessibleView {
   public:
-    /// `surface` is what the largest window, the design surface, measures in pixels. `hostWindow` is the one
+    /// `surface` is what the largest window, the design surface, measures in pixels; as much as there is of
+    /// the screen when it is empty. `hostWindow` is the one
     /// that it stands in front of when none of Qt's is active; 0 for none.
     WindowFrame(Window& window, QtEventLoop& loop, const RegionalSettings& regional, Wording& words,
                 const QSize& surface, WId hostWindow);
@@ -55,6 +56,9 @@ class WindowFrame final : public QWidget, public AccessibleView {
     void followFocus();
     /// The tabulator key: the next control, in order of creation, that can be reached.
     void moveFocus(bool forward);
+    /// The toolkit gave a widget of this frame the keyboard by itself, as it does for assistive technology: a
+    /// gesture like a touch.
+    void keyboardGiven(const QWidget& keyboard);
     void neighbourMoved();
     /// A caption changed that may name other controls.
     void neighbourRenamed();
@@ -65,6 +69,7 @@ class WindowFrame final : public QWidget, public AccessibleView {
     void closeEvent(QCloseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     bool focusNextPrevChild(bool) override { return false; } // Qt must not move the focus on its own account
 
   private:
@@ -77,13 +82,19 @@ class WindowFrame final : public QWidget, public AccessibleView {
     /// Null when there is none.
     QWindow* windowBelow();
     void moveToPlace(QWindow* below);
-    [[nodiscard]] QSize initialSize() const;
+    void frameChanged();
+    void stayInRoom();
+    [[nodiscard]] bool fillsScreen() const;
+    /// Where its client area may be, in front of `below`, which may be null.
+    [[nodiscard]] QRect room(const QWindow* below) const;
+    [[nodiscard]] QSize initialSize(const QRect& room) const;
 
     Window* window_;
     QtEventLoop& loop_;
     const RegionalSettings& regional_;
     const Wording& words_;
     QSize surface_;
+    QMargins edge_; ///< the window manager's
     WId hostWindow_;
     std::unique_ptr<QWindow> hostWindowHandle_; ///< while this may stand in front of it
     Scale scale_;
