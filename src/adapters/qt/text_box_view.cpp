@@ -226,6 +226,10 @@ void TextBoxView::clicked() {
 void TextBoxView::editorChanged() {
     if (showing_ || model() == nullptr)
         return;
+    if (model()->reach() != Gesture::Done) { // assistive technology writes into what is locked, too
+        showText();
+        return;
+    }
     const std::string text = editorText().toStdString();
     const TextPositions carry(text, TextPositions::Breaks::Kept); // the editor's own breaks are single units
     const Selection selection = editorSelection();

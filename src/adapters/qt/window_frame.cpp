@@ -231,7 +231,7 @@ QWindow* WindowFrame::windowBelow() {
 
 void WindowFrame::moveToPlace(QWindow* below) {
     if (fillsScreen()) { // all of it, unless a window manager knows better
-        setGeometry((below != nullptr ? below->screen() : screen())->geometry());
+        setGeometry((below != nullptr ? below->screen() : screen())->availableGeometry());
         setWindowState(Qt::WindowMaximized);
         return;
     }
@@ -249,7 +249,8 @@ void WindowFrame::stayInRoom() {
     if (window_ == nullptr || !surface_.isEmpty() || !isVisible() || isMinimized())
         return;
     const QRect room = screen()->availableGeometry().marginsRemoved(windowHandle()->frameMargins());
-    if (room.contains(geometry()))
+    constexpr int Rounded = 1; // where a pixel of the toolkit is several of the screen
+    if (room.marginsAdded({Rounded, Rounded, Rounded, Rounded}).contains(geometry()))
         return;
     const QRect place(geometry().topLeft(), initialSize(room).boundedTo(room.size()));
     setGeometry(movedInto(room, place));
