@@ -143,6 +143,7 @@ QSize WindowFrame::initialSize(const QRect& room) const {
 void WindowFrame::layOut() {
     if (window_ == nullptr)
         return;
+    laidOut_ = size();
     scale_ = {width() / std::max(1.0, designPixels(window_->bounds().width)),
               height() / std::max(1.0, designPixels(window_->bounds().height))};
     for (Control* control : window_->controls())
@@ -313,7 +314,7 @@ void WindowFrame::paintEvent(QPaintEvent*) {
 }
 
 void WindowFrame::resizeEvent(QResizeEvent*) {
-    if (complete_)
+    if (complete_ && size() != laidOut_) // the toolkit tells the first size again when it shows it
         layOut();
     frameChanged();
 }

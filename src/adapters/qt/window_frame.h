@@ -94,6 +94,7 @@ class WindowFrame final : public QWidget, public AccessibleView {
     const RegionalSettings& regional_;
     const Wording& words_;
     QSize surface_;
+    QSize laidOut_; ///< what the controls were placed for
     QMargins edge_; ///< the window manager's
     WId hostWindow_;
     std::unique_ptr<QWindow> hostWindowHandle_; ///< while this may stand in front of it
