@@ -46,7 +46,6 @@ enum class Property {
     Enabled,
     Bounds,
     Caption,
-    SpokenName,
     Text,
     ToolTip,
     BackColor,
@@ -63,7 +62,8 @@ enum class Property {
     Title,
     Rest,    ///< a button rests from now on
     Records, ///< what a list holds, or its order
-    Rows     ///< which rows of a list are shown or selected, or the widths of its columns
+    Rows,    ///< which rows of a list are shown or selected, or the widths of its columns
+    SpokenName
 };
 
 /// What became of a gesture.

@@ -36,11 +36,13 @@ class EveryControl : public testing::Test {
         world.control<PushButton>("cmdConferma").press();
         world.countCoins([&] {
             addWindow(*world.process.coinDialog->window());
+            const CoinCount count(world.process);
             for (std::int16_t i = 0; i < CoinCount::FieldCount; ++i) {
                 auto& field = world.coin<TextBox>("txtValuta", i);
                 field.window().moveFocus(field);
-                add(TraceLine(world.coin<PushButton>("CMD_Carica").caption())
-                        .then(CoinCount(world.process).Coeff(i))
+                add(TraceLine(field.inert() ? count.caption(i)
+                                            : world.coin<PushButton>("CMD_Carica").caption())
+                        .then(count.Coeff(i))
                         .text());
             }
             addWindow(*world.process.coinDialog->window());

@@ -55,10 +55,10 @@ class Rehearsal : public ScenePlayer {
                                 (control->index() ? std::to_string(*control->index()) : ""));
     }
     void watch(Control& control, const std::string& name) {
-        static const std::array names{"Visible",     "Enabled",   "Bounds",  "Caption", "Text",    "ToolTip",
-                                      "BackColor",   "ForeColor", "Latched", "Locked",  "Buttons", "Marks",
-                                      "SelectedTab", "CapsLock",  "Icon",    "ZOrder",  "Focus",   "Title",
-                                      "Rest",        "Records",   "Rows"};
+        static const std::array names{
+            "Visible", "Enabled", "Bounds",  "Caption", "Text",        "ToolTip",   "BackColor", "ForeColor",
+            "Latched", "Locked",  "Buttons", "Marks",   "SelectedTab", "CapsLock",  "Icon",      "ZOrder",
+            "Focus",   "Title",   "Rest",    "Records", "Rows",        "SpokenName"};
         watches_.push_back(control.changed.connect([this, name](Property property) {
             const std::string place = name + "." + names.at(static_cast<std::size_t>(property));
             if (failingNow_ && std::ranges::find(places, place) == places.end())
