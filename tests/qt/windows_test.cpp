@@ -156,6 +156,28 @@ TEST(AccessibleChanges, TellAtOnceOfMarksAndOfTheAmountAsItIsKeyedIn) {
     test::expectTrace("accessible_changes", told.str());
 }
 
+TEST(Windows, StayOnTheirScreenWithTheirFrame) {
+    QtEventLoop loop;
+    const RegionalSettings regional;
+    Wording words;
+    for (const int width : {20000, 7275}) {
+        Window window("window", "title", {0, 0, width, 12000});
+        WindowFrame frame(window, loop, regional, words, {}, 0);
+        window.setVisible(true);
+        const QRect screen = frame.screen()->availableGeometry();
+        const bool whole = width > 10000;
+        EXPECT_EQ(frame.isMaximized(), whole);
+        for (const int out : {0, 50}) { // a system's bar, another screen, or being restored moves it
+            frame.setWindowState(Qt::WindowNoState);
+            frame.setGeometry(frame.geometry().adjusted(out, out, 3 * out, 3 * out));
+            QCoreApplication::processEvents();
+            EXPECT_TRUE(screen.contains(frame.frameGeometry())) << width << ' ' << out;
+        }
+        EXPECT_EQ(frame.frameGeometry() == screen, whole);
+        frame.detach();
+    }
+}
+
 TEST(LiveTime, EndsAModalWindowWhoseTimerFails) {
     QtEventLoop loop;
     const RegionalSettings regional;
