@@ -4,6 +4,7 @@
 #include "demonstration/window.h"
 #include "host_options.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
@@ -29,6 +30,12 @@ void showUnusable(const HostOptions& options, const std::string& reason) {
     box.exec();
 }
 
+/// A window to assistive technology, which is told that a plain widget only fills a place.
+QAccessibleInterface* accessibleWindow(const QString&, QObject* object) {
+    auto* const window = dynamic_cast<DemonstrationWindow*>(object);
+    return window == nullptr ? nullptr : new QAccessibleWidget(window, QAccessible::Window);
+}
+
 /// The whole screen, also where no window manager maximises.
 void showOnScreen(QWidget& window) {
     const QScreen& screen = *QGuiApplication::primaryScreen();
@@ -45,6 +52,7 @@ int runDemonstration(const HostOptions& options) {
     char* arguments[] = {name, nullptr};
     QApplication application(count, arguments);
     QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QAccessible::installFactory(&accessibleWindow);
     try {
         PointOfSale shop(options);
         DemonstrationWindow window(shop);
