@@ -41,8 +41,9 @@ namespace Kova.Drawer
             }
         }
 
-        /// <summary>What the entry screen says beside its controls: the typed amount as it would be sent; whether the
-        /// money goes in or out; a short notice of what was sent.</summary>
+        /// <summary>What the entry screen says beside its controls: the typed amount and all else that would be sent,
+        /// with what contradicts itself or is missing; whether the money goes in or out; a short notice of what was
+        /// sent.</summary>
         public static void SetScreenAids(bool amountReadBack, bool direction, bool confirmation)
         {
             KovaException.Check(Native.kova_set_screen_aids(amountReadBack ? 1 : 0, direction ? 1 : 0,

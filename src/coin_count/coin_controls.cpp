@@ -111,6 +111,7 @@ CoinControls::CoinControls()
     window.setInitialFocus(txt_valuta);
     window.setTakesKeys(true);
     CMD_CaricaMoneta.setPrimary(true);
+    Virtual_KeyPAD.setReadBack(readBack);
     for (auto* inert : {&FlatEdit[0], &FlatEdit[1], &FlatEdit[2], &txtSecondaValuta, &txtPrimaValuta}) {
         inert->setLocked(true);
         inert->setTabStop(false);

@@ -39,6 +39,8 @@ struct CoinControls {
     TextBox txtSecondaValuta;
     TextBox txtPrimaValuta;
 
+    ReadBack readBack; ///< beside the controls: that a count is typed and not loaded
+
     std::vector<Connection> handlers; ///< what the dialog connected to the controls above
     Connection ml_RuntimeSupport;     ///< the dialog's language-change notifier
     std::unique_ptr<WindowView> view;

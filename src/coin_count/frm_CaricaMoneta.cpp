@@ -53,6 +53,10 @@ void frm_CaricaMoneta::connectHandlers() {
         on(field.gotFocus, [this, index = *field.index()] { txtValuta_GotFocus(index); });
     for (auto& placeholder : c.FlatEdit)
         on(placeholder.gotFocus, [this] { FlatEdit_GotFocus(); });
+    on(c.txt_valuta.changed, [this](Property property) {
+        if (property == Property::Text)
+            showNotLoaded();
+    });
     on(c.CMD_Carica.pressed, [this] { CMD_Carica_Click(); });
     on(c.CMD_cancella.pressed, [this] { CMD_cancella_Click(); });
     on(c.CMD_Annulla.pressed, [this] { CMD_Annulla_Click(); });
@@ -108,10 +112,27 @@ void frm_CaricaMoneta::ApplyCaptions() {
     attempt([&] { c.CMD_Carica.setSpokenName(word(Word::LoadPieces)); });
 }
 
+void frm_CaricaMoneta::sayNotLoaded(bool say) noexcept {
+    saysNotLoaded_ = say;
+    showNotLoaded();
+}
+
+void frm_CaricaMoneta::showNotLoaded() noexcept {
+    attempt([&] {
+        auto& c = controls();
+        ReadBack::Content content;
+        content.hintWanted = saysNotLoaded_;
+        if (saysNotLoaded_ && !c.txt_valuta.text().empty())
+            content.hint = inWords(Word::NotLoaded, process_.CurrentLanguageId);
+        c.readBack.show(std::move(content));
+    });
+}
+
 void frm_CaricaMoneta::ml_RuntimeSupport_LanguageChanged(std::int32_t LanguageID,
                                                          const std::string& Language) {
     SetLanguage(process_, LanguageID, Language);
     ApplyCaptions();
+    showNotLoaded();
 }
 
 void frm_CaricaMoneta::setMetroStyle() {

@@ -26,6 +26,8 @@ class frm_CaricaMoneta {
     void load();
     /// The dark scheme.
     void setMetroStyle();
+    /// Whether it says that a count is typed and not loaded.
+    void sayNotLoaded(bool say) noexcept;
     /// Returns when the dialog has been hidden, true, or unloaded. Throws when it is on the screen already.
     bool showModal();
     /// Closes the dialog by other means than its buttons; no error when it is not loaded.
@@ -51,6 +53,7 @@ class frm_CaricaMoneta {
     void greySecondCurrency();
     void ApplyCaptions();
     void hide();
+    void showNotLoaded() noexcept;
     // counting.cpp
     void Form_KeyPress(char32_t character);
     void Virtual_KeyPAD_Keyboard(const std::string& key);
@@ -70,6 +73,7 @@ class frm_CaricaMoneta {
     CoinCount count_;
     WindowLifetime<CoinControls> lifetime_{process_};
     std::shared_ptr<CoinControls> controls_; ///< kept when unloaded, for the handlers that still run
+    bool saysNotLoaded_ = false;
     std::int32_t IndiceMoneta_ = -1;
     std::string result_{NothingLoaded};
 };

@@ -70,8 +70,10 @@ void frm_Drawer_Management::Load_Pagamenti(ButtonGrid& grid) {
     trapped(process_, "Load_Pagamenti", [&] {
         const auto& regional = process_.platform.regional;
         const auto addPayment = [&](const Recordset& row, std::int32_t position) {
-            if (position == 0)
+            if (position == 0) {
                 IndicePagamentoAziendale_ = IndicePagamentoEstero_ = -1;
+                paymentCurrencies_.clear();
+            }
             const std::string key =
                 asText(NullToDefault(row.field("idpagamento"), std::int64_t{-1}), regional);
             const std::string caption = asText(NullToDefault(row.field("TipoPagamento"), ""), regional);
@@ -80,6 +82,7 @@ void frm_Drawer_Management::Load_Pagamenti(ButtonGrid& grid) {
 
             const bool cash = equalsNumber(NullToDefault(row.field("IdTipoPagamento"), ""), 1, regional);
             const Value currency = row.field("Valuta");
+            attempt([&] { paymentCurrencies_.emplace(key, asText(currency, regional)); });
             if (!cash || std::holds_alternative<Null>(currency))
                 return; // Null neither equals nor differs
             const bool company = asText(currency, regional) == process_.settings.ValutaAziendale;

@@ -15,6 +15,7 @@ void frm_Drawer_Management::cmd_CaricaMoneta_Click() {
         process_.coinDialog = coins;
         if (MetroStyleAttivo_)
             coins->setMetroStyle();
+        coins->sayNotLoaded(readsBack());
         const bool hidden = coins->showModal();
         if (hidden && coins->result() == frm_CaricaMoneta::Loaded)
             takeCountedAmounts(*coins);

@@ -37,15 +37,16 @@ bool frm_Drawer_Management::SalvaMovimento() {
     trapped(process_, ConfirmLabel, tell, [&] {
         auto& s = process_.selection;
         if (s.idPagamento == -1)
-            return refuse({43, "Selezionare un pagamento."});
+            return refuse({43, "Selezionare un pagamento."}, &controls().Pulsantiera_Pagamenti);
         if (s.idAttivita == -1)
-            return refuse({44, "Selezionare un tipo di operazione."});
+            return refuse({44, "Selezionare un tipo di operazione."}, &controls().Pulsantiera_Attivita);
         if (controls().txtNote.text().empty())
-            return refuse({45, "Caricare una nota."});
+            return refuse({45, "Caricare una nota."}, &controls().txtNote);
         if (!amountIsNumeric())
-            return refuse({46, "Caricare un importo valido."});
+            return refuse({46, "Caricare un importo valido."}, &controls().txtVisore);
         if (s.Valuta.empty())
-            return refuse({47, "Selezionare la valuta relativa all'importo."});
+            return refuse({47, "Selezionare la valuta relativa all'importo."},
+                          &controls().Pulsantiera_Valuta);
 
         Movement movement{s.idPagamento, amount(),     s.Valuta,   controls().txtNote.text(),
                           s.Cassetto,    s.idAttivita, s.isIncasso};
@@ -84,19 +85,24 @@ bool frm_Drawer_Management::SalvaMovimentoDoppio() {
         auto& withdrawal = process_.settings.idCassettoCausPred_Prelievi;
         auto& deposit = process_.settings.idCassettoCausPred_Versamenti;
         if (s.idPagamento == -1)
-            return refuse({51, "Selezionare la modalità pagamento per il prelievo."});
+            return refuse({51, "Selezionare la modalità pagamento per il prelievo."},
+                          &controls().Pulsantiera_Pagamenti);
         if (s.idPagamentoVersamento == -1)
-            return refuse({52, "Selezionare la modalità pagamento per il versamento."});
+            return refuse({52, "Selezionare la modalità pagamento per il versamento."},
+                          &controls().Pulsantiera_Pagamenti_Versamenti);
         if (withdrawal == -1)
             return refuse({53, "Non è possibile salvare il movimento poichè non è configurata la causale "
-                               "predefinita cassetto per i prelievi."});
+                               "predefinita cassetto per i prelievi."},
+                          nullptr);
         if (deposit == -1)
             return refuse({54, "Non è possibile salvare il movimento poichè non è configurata la causale "
-                               "predefinita cassetto per i vesamenti."});
+                               "predefinita cassetto per i vesamenti."},
+                          nullptr);
         if (!amountIsNumeric())
-            return refuse({46, "Caricare un importo valido."});
+            return refuse({46, "Caricare un importo valido."}, &controls().txtVisore);
         if (s.Valuta.empty())
-            return refuse({47, "Selezionare la valuta relativa all'importo."});
+            return refuse({47, "Selezionare la valuta relativa all'importo."},
+                          &controls().Pulsantiera_Valuta);
 
         sent.reserve(2); // nothing may fail between the host's answer and what is made of it
         const auto send = [&](ButtonGrid& grid, std::int32_t& payment, std::int32_t& activity,
@@ -132,9 +138,11 @@ bool frm_Drawer_Management::SalvaMovimentoDoppio() {
     return saved;
 }
 
-void frm_Drawer_Management::refuse(LocalisedString reason) {
+void frm_Drawer_Management::refuse(LocalisedString reason, const Control* field) {
+    controls().refused = field;
+    showNeeds();
     process_.play(Sounds::Tone::Refused);
-    ShowMessage(process_, text(reason), InformationIcon, text({1, "Gestione cassetto"}));
+    ShowMessage(process_, text(reason), InformationIcon, text({1, "Gestione cassetto"}), field);
 }
 
 bool frm_Drawer_Management::amountIsNumeric() {

@@ -64,6 +64,7 @@ struct DrawerControls {
     static constexpr Rect NoticeAboveKeyboard{7890, 3090, 6945, 555};
     ReadBack readBack;
     PageNotice saved;
+    const Control* refused = nullptr; ///< what the last refusal asked for, until it is touched
 
     Timer TimerAttivita, TimerVersamenti; ///< 50 ms
     Timer tmrAutoClose;                   ///< 10 ms

@@ -7,6 +7,7 @@
 #include "services/window_lifetime.h"
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,7 +22,7 @@ namespace kova {
 /// component and keeps none. Every procedure that can fail traps its failures under a label of the error log.
 ///
 /// One source file per topic: start_up, catalogues, selection, entry, confirmation,
-/// previous_float, coin_count, closing, movements_page, appearance, screen_aids.
+/// previous_float, coin_count, closing, movements_page, appearance, screen_aids, what_is_sent.
 class frm_Drawer_Management {
   public:
     frm_Drawer_Management(ProcessState& process, ParentComponent& parent);
@@ -104,21 +105,34 @@ class frm_Drawer_Management {
     void cmdConferma_Click();
     bool SalvaMovimento();
     bool SalvaMovimentoDoppio();
-    void refuse(LocalisedString reason);
+    /// `field` is where it is to be mended; null where no field is.
+    void refuse(LocalisedString reason, const Control* field);
     void emptyEntries();
     void reloadPayments();
     [[nodiscard]] bool savesPairs() const;
     [[nodiscard]] bool amountIsNumeric();
     [[nodiscard]] double amount();
-    // screen_aids.cpp: none of these throws, an aid must not cost a movement.
-    void connectScreenAids();
-    void connectNotice();
-    void showAids() noexcept;
+    // what_is_sent.cpp: an aid must not cost a movement, so what shows one does not throw.
+    void showEntry() noexcept; ///< what would be sent, and what is missing
     void showReadBack() noexcept;
-    void placeNotice() noexcept;
+    void showNeeds() noexcept;
+    void stopPointing(const Control& touched) noexcept; ///< if it is what was refused
+    [[nodiscard]] bool readsBack() const;               ///< whether host and machine want it
+    [[nodiscard]] bool saysDirection() const;
+    [[nodiscard]] bool begun() const; ///< something was entered, chosen or asked for
+    void readBackAmount(ReadBack::Content& content);
+    [[nodiscard]] std::vector<ReadBack::Line> linesToSend() const;
+    [[nodiscard]] ReadBack::Part part(std::string text, const CaptionedControl& title) const;
+    [[nodiscard]] std::string hint() const; ///< what contradicts itself; empty for nothing
     /// `payments` hold the payment's caption; `activity` is said when no button has one.
     [[nodiscard]] std::string noticeLine(const Movement& movement, const ButtonGrid& payments,
                                          const std::string& activity) noexcept;
+    // screen_aids.cpp
+    void connectScreenAids();
+    void connectNotice();
+    void goOn(const Control& touched) noexcept;
+    void showAids() noexcept;
+    void placeNotice() noexcept;
     /// Lines of `noticeLine`, one a movement.
     void showSaved(const std::vector<std::string>& lines) noexcept;
     /// `sent` are the lines of what the host took before the failure.
@@ -160,6 +174,8 @@ class frm_Drawer_Management {
     std::int32_t IndicePagamentoAziendale_ = -1;
     std::int32_t IndicePagamentoEstero_ = -1;
     std::unique_ptr<ComboMultiColumn> ElencoPagamenti_;
+    std::map<std::string, std::string> paymentCurrencies_;       ///< by the payments' keys; some have none
+    std::pair<std::int32_t, std::string> automaticNote_{-1, ""}; ///< the last one, and its activity
     ScreenAids machineAids_;
     std::optional<DecimalKey> machineDecimalKey_;
     Notice notice_; ///< what was said last, in words to be had in another language

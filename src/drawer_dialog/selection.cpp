@@ -78,8 +78,10 @@ void frm_Drawer_Management::AggiornaVariabiliSelezioneAttivita(const std::int32_
             const bool automaticNote = asBoolean(NullToDefault(rows.field("isAutomaticNote"), no), regional);
             selection.isOpenECRDrawer = asBoolean(NullToDefault(rows.field("isOpenECRDrawer"), no), regional);
             auto& note = controls().txtNote;
-            if (automaticNote && note.text().empty())
+            if (automaticNote && note.text().empty()) {
                 note.setText(asText(NullToDefault(rows.field("Description"), ""), regional));
+                attempt([&] { automaticNote_ = {id, note.text()}; });
+            }
         }
         selection.idAttivita = id;
         process_.entryChanged(); // before a message or the host's handler can come

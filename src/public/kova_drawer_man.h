@@ -68,7 +68,7 @@ inline void setLanguage(std::int32_t id, const std::string& name) {
 /// What the entry screen says beside its controls, so that a wrong movement is seen before and after it is
 /// sent. None of it takes the focus or a touch, or changes what is sent.
 struct ScreenAids {
-    bool amountReadBack = true; ///< the typed amount as it would be sent, grouped, with its currency
+    bool amountReadBack = true; ///< the amount and all else that would be sent, and what is missing
     bool direction = true;      ///< whether the money goes in or out, once that is known
     bool confirmation = true;   ///< a short notice of what was sent
 };

@@ -202,9 +202,9 @@ KOVA_C_API kova_status KOVA_CALL kova_database_release(kova_database database);
 KOVA_C_API kova_status KOVA_CALL kova_set_language(int32_t id, const char* name);
 /* 0 where the environment names none. */
 KOVA_C_API kova_status KOVA_CALL kova_get_language(int32_t* id);
-/* What the entry screen says beside its controls, each 1 or 0 and at first 1: the typed amount as it would be
- * sent; whether the money goes in or out; a short notice of what was sent. The machine's settings may leave
- * out more. */
+/* What the entry screen says beside its controls, each 1 or 0 and at first 1: the typed amount and all else
+ * that would be sent, with what contradicts itself or is missing; whether the money goes in or out; a short
+ * notice of what was sent. The machine's settings may leave out more. */
 KOVA_C_API kova_status KOVA_CALL kova_set_screen_aids(int32_t amount_read_back, int32_t direction,
                                                       int32_t confirmation);
 /* Whether the cashier hears a click for keys, a tone for a save and another for a refusal, of the sound theme

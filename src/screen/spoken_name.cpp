@@ -6,6 +6,7 @@
 #include "widgets/tab_control.h"
 #include "widgets/window.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <vector>
 
@@ -139,8 +140,19 @@ std::string spokenCell(const ReportGrid& grid, std::optional<std::size_t> row, s
 
 std::string spokenText(const ReadBack::Content& content) {
     std::string text = content.amount;
+    const auto say = [&](const std::string& words) {
+        text += (text.empty() || words.empty() ? "" : ", ") + words;
+    };
     for (const ReadBack::Way& way : content.ways)
-        text += (text.empty() ? "" : ", ") + way.text;
+        say(way.text);
+    const auto sayPart = [&](const ReadBack::Part& part) {
+        say(part.text.empty() ? part.missing : part.text);
+    };
+    if (content.amount.empty() || content.currency.text.empty())
+        sayPart(content.currency);
+    for (const ReadBack::Line& line : content.lines)
+        std::ranges::for_each(line, sayPart);
+    say(content.hint);
     return text;
 }
 

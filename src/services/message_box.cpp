@@ -43,12 +43,14 @@ void frmMsgBox::unload() {
     lifetime_.unload();
 }
 
-void frmMsgBox::ShowMessage(const std::string& message, std::int32_t icon, const std::string& title) {
+void frmMsgBox::ShowMessage(const std::string& message, std::int32_t icon, const std::string& title,
+                            const Control* inSight) {
     load();
     const auto shown = lifetime_.controls(); // the button that closes the window is in it
     shown->window.setCaption(title);
     shown->lblMessaggio.setCaption(message);
     shown->window.setSeverity(static_cast<Severity>(icon));
+    shown->window.keepInSight(inSight);
     ended([&] { lifetime_.showModal(); },
           [&] {
               if (lifetime_.controls() == shown)
@@ -57,8 +59,8 @@ void frmMsgBox::ShowMessage(const std::string& message, std::int32_t icon, const
 }
 
 void ShowMessage(ProcessState& process, const std::string& message, std::int32_t icon,
-                 const std::string& title) {
-    process.messageWindow().ShowMessage(message, icon, title);
+                 const std::string& title, const Control* inSight) {
+    process.messageWindow().ShowMessage(message, icon, title, inSight);
 }
 
 } // namespace kova

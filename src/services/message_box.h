@@ -12,7 +12,9 @@ class frmMsgBox {
     explicit frmMsgBox(ProcessState& process) : lifetime_(process) {}
 
     /// Shows the message and returns when the window has closed. Throws what loading or showing throws.
-    void ShowMessage(const std::string& message, std::int32_t icon, const std::string& title);
+    /// `inSight` is what the message is about; null for nothing that could be covered.
+    void ShowMessage(const std::string& message, std::int32_t icon, const std::string& title,
+                     const Control* inSight = nullptr);
     /// Closes the window if it is open, which ends the ShowMessage that opened it.
     void unload();
     [[nodiscard]] bool loaded() const { return lifetime_.loaded(); }
@@ -29,6 +31,6 @@ class frmMsgBox {
 /// Shows a message of the component with the icon code 64 (information) or 16 (critical); the window looks
 /// the same with either.
 void ShowMessage(ProcessState& process, const std::string& message, std::int32_t icon,
-                 const std::string& title);
+                 const std::string& title, const Control* inSight = nullptr);
 
 } // namespace kova

@@ -45,13 +45,20 @@ constexpr Translations Dictionary[] = {
     {Word::ListCutShort, "Elenco non letto fino in fondo: possono mancare movimenti",
      "Liste nicht zu Ende gelesen: Bewegungen können fehlen",
      "List not read to its end: movements may be missing"},
+    {Word::Missing, "manca", "fehlt", "missing"},
+    {Word::Drawer, "Cassetto", "Fach", "Tray"},
+    {Word::PaymentIn, "Pagamento in", "Zahlung in", "Payment in"},
+    {Word::TooManyDecimals, "Troppi decimali per", "Zu viele Dezimalen für", "Too many decimals for"},
+    {Word::NoteOfAnother, "Nota di un altro movimento", "Hinweis einer anderen Bewegung",
+     "Note of another movement"},
+    {Word::NotLoaded, "Non ancora caricato", "Noch nicht übernommen", "Not loaded yet"},
 };
 
 constexpr std::size_t rowOf(Word word) {
     return static_cast<std::size_t>(word);
 }
 
-static_assert(std::size(Dictionary) == rowOf(Word::ListCutShort) + 1);
+static_assert(std::size(Dictionary) == rowOf(Word::NotLoaded) + 1);
 static_assert(std::ranges::all_of(Dictionary, [](const Translations& one) {
     return &one == &Dictionary[rowOf(one.word)];
 }));

@@ -88,6 +88,12 @@ enum class Word {
     SelectAll,
     SaveList,
     ListCutShort,
+    Missing,
+    Drawer,
+    PaymentIn,       ///< before a currency
+    TooManyDecimals, ///< before a currency
+    NoteOfAnother,   ///< activity
+    NotLoaded,       ///< a count of coins
 };
 
 /// UTF-8, in a language of `namespace language`; Italian for any other.

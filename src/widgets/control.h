@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace kova {
 
@@ -66,6 +67,13 @@ enum class Property {
     SpokenName
 };
 
+/// What a person still has to do at a control, for a rendering to point at.
+enum class Need {
+    None,
+    Missing, ///< something is to be entered or chosen
+    Refused  ///< and was asked for
+};
+
 /// What became of a gesture.
 enum class Gesture {
     Done,
@@ -111,6 +119,11 @@ class Control {
     /// What assistive technology calls it where nothing on the screen does; before a caption of its own.
     [[nodiscard]] const std::string& spokenName() const { return spokenName_; }
     void setSpokenName(const std::string& name) { assign(spokenName_, name, Property::SpokenName); }
+    [[nodiscard]] Need need() const { return need_; } ///< of a title, what its field needs
+    void setNeed(Need need) {
+        if (std::exchange(need_, need) != need)
+            needChanged();
+    }
     /// Puts it in front of the other controls.
     void bringToFront() { changed(Property::ZOrder); }
 
@@ -122,6 +135,7 @@ class Control {
     virtual Gesture typeCharacter(char32_t character);
 
     Signal<Property> changed; ///< once per real change, saying what changed
+    Signal<> needChanged;     ///< apart, since it is an aid and no part of the state
     Signal<> gotFocus;        ///< at each gesture that gives it the focus, also when it had it
 
   protected:
@@ -141,6 +155,7 @@ class Control {
     std::string spokenName_;
     bool visible_ = true;
     bool enabled_ = true;
+    Need need_ = Need::None;
 };
 
 /// What each kind derives from, so that a visitor is told of it as what it is.

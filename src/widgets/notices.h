@@ -8,8 +8,8 @@
 
 namespace kova {
 
-/// An entry read back to whoever types it. It is no control: no gesture reaches it and it has no place in the
-/// order of tabbing. Texts are UTF-8 in the user's language.
+/// What would be sent, read back to whoever enters it. It is no control: no gesture reaches it and it has no
+/// place in the order of tabbing. Texts are UTF-8 in the user's language.
 class ReadBack {
   public:
     enum class Direction { In, Out };
@@ -18,11 +18,23 @@ class ReadBack {
         std::string text; ///< sign and word
         friend bool operator==(const Way&, const Way&) = default;
     };
+    /// One thing that would be sent. Without a text it is missing, which `missing` says in words.
+    struct Part {
+        std::string text, missing;
+        friend bool operator==(const Part&, const Part&) = default;
+    };
+    using Line = std::vector<Part>;
+    /// Room is kept for what is wanted also while it is empty.
     struct Content {
-        bool wanted = false; ///< whether room is kept for it, also while it is empty
+        bool wanted = false; ///< amount and ways
         std::string amount;  ///< or the words that say that it is none; empty when nothing is entered
         bool isNumber = true;
         std::vector<Way> ways; ///< of the money, in their order; none while not known
+        bool wholeWanted = false;
+        Part currency;           ///< of the amount, which names it where it has one
+        std::vector<Line> lines; ///< the rest of what would be sent, one a movement
+        bool hintWanted = false;
+        std::string hint; ///< what contradicts itself; empty for nothing
         friend bool operator==(const Content&, const Content&) = default;
     };
 

@@ -70,6 +70,11 @@ class Window : public ControlOfKind<Window, CaptionedControl> {
     [[nodiscard]] Severity severity() const { return severity_; }
     void setSeverity(Severity severity) { severity_ = severity; }
 
+    /// A control of another window that this one should not cover where it is shown next; null for none. It
+    /// must live until then.
+    [[nodiscard]] const Control* keptInSight() const { return keptInSight_; }
+    void keepInSight(const Control* control) { keptInSight_ = control; }
+
     Signal<> activated; ///< it has come to the front as the active window
     Signal<> closeRequested;
 
@@ -80,6 +85,7 @@ class Window : public ControlOfKind<Window, CaptionedControl> {
     Control* focus_ = nullptr;
     KeyTargets keyTargets_;
     PageNotice* notice_ = nullptr;
+    const Control* keptInSight_ = nullptr;
     bool modal_ = false;
     bool blocked_ = false;
     bool takesKeys_ = false;

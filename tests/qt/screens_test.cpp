@@ -210,8 +210,10 @@ void Screens::use(Till& till) {
         look(till.frame(), till.control<PushButton>("cmdNascondiTastiera").visible()); // by the keyboard
     };
     till.insideModal = [&](Window& window) {
-        if (window.name() == "frm_CaricaMoneta")
+        if (window.name() == "frm_CaricaMoneta") {
             test::as<TextBox>(window.find("txtPrimaValuta")).setText("12.345.678,00");
+            test::as<TextBox>(window.find("txt_valuta")).setText("12");
+        }
         look(*till.userInterface.frame(window));
     };
     lookAgain();

@@ -61,6 +61,45 @@ TEST_F(DrawnAids, ReadBackStandsAboveTheKeys) {
     EXPECT_EQ(key("Virtual_KeyPAD", "7").y(), 0);
 }
 
+TEST(Refusals, LeaveInSightWhatTheyAskFor) {
+    for (const QColor& back : {QColor(Qt::white), QColor(226, 226, 226), look::toQt(colors::DarkBackground)})
+        EXPECT_GE(look::contrast(look::warningOn(back), back), 3) << back.name().toStdString();
+    const QSize fitting(780, 460); // on this toolkit's screen
+    Till till(fitting);
+    till.show();
+    const auto refuse = [](Till& at, const char* field, const char* message) {
+        bool seen = false;
+        QImage ring;
+        at.insideModal = [&](Window& window) {
+            at.loop.settle();
+            const QWidget& asked = at.widget(field);
+            seen = !at.userInterface.frame(window)->geometry().intersects(
+                QRect(asked.mapToGlobal(QPoint()), asked.size()));
+            ring = at.widget(field).grab().toImage();
+        };
+        at.control<PushButton>("cmdConferma").press();
+        EXPECT_TRUE(seen) << field;
+        EXPECT_EQ(ring.pixelColor(1, ring.height() / 2), palette::Amber) << field;
+        EXPECT_EQ(at.widget(field).accessibleDescription(), "manca") << field;
+        EXPECT_EQ(std::exchange(at.messages, {}).back(), message);
+    };
+    refuse(till, "Pulsantiera_Pagamenti", "Selezionare un pagamento.");
+    till.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
+    EXPECT_EQ(till.widget("Pulsantiera_Pagamenti").accessibleDescription(), "");
+    refuse(till, "Pulsantiera_Attivita", "Selezionare un tipo di operazione.");
+    till.control<ButtonGrid>("Pulsantiera_Attivita").touch("2");
+    till.wait(50);
+    refuse(till, "txtNote", "Caricare una nota.");
+    till.control<TextBox>("txtNote").paste("RESTO");
+    refuse(till, "txtVisore", "Caricare un importo valido.");
+    till.dialog().requestClose();
+    Till pairs(fitting);
+    pairs.component->SetSoftwareName("Cassa");
+    pairs.show(Till::Layout::Double);
+    pairs.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
+    refuse(pairs, "Pulsantiera_Pagamenti_Versamenti", "Selezionare la modalità pagamento per il versamento.");
+}
+
 TEST_F(DrawnAids, NoticeTakesNothingAndFades) {
     till.dialog().moveFocus(till.control<TextBox>("txtVisore"));
     const QWidget* const focus = QApplication::focusWidget();

@@ -15,6 +15,7 @@ class AidsPlayer : public ScenePlayer {
   public:
     AidsPlayer() {
         verbs["aids"] = [this](auto&) { addAids(); };
+        verbs["sends"] = [this](auto&) { addWhatIsSent(); };
         verbs["entry"] = [this](auto& words) {
             world.control<TextBox>("txtVisore").setText(words[1]);
             addAids();
@@ -47,6 +48,20 @@ class AidsPlayer : public ScenePlayer {
     }
 
   private:
+    /// And the fields that something is missing in; "!" where it was refused.
+    void addWhatIsSent() {
+        const auto& said = world.control<NumericKeypad>("Virtual_KeyPAD").readBack()->content();
+        TraceLine line("sends");
+        line.then(said.currency.text);
+        for (const auto& parts : said.lines)
+            for (const auto& part : parts)
+                line.then(part.text.empty() ? "(" + part.missing + ")" : part.text);
+        line.with("hint", said.hint);
+        for (const Control* control : world.dialog().controls())
+            if (control->need() != Need::None)
+                line.with(control->need() == Need::Refused ? "!" : "missing", control->name());
+        seen << line.text() << '\n';
+    }
     void addAids() {
         const std::string& typed = world.control<TextBox>("txtVisore").text();
         auto& pad = world.control<NumericKeypad>("Virtual_KeyPAD");

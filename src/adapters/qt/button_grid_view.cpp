@@ -127,6 +127,17 @@ void ButtonGridView::paintEvent(QPaintEvent* event) {
     for (int index = 0; index < cellCount(); ++index)
         if (look::toQt(cells().cell(index)).intersects(event->rect()))
             paintCell(painter, index);
+    if (model()->need() == Need::Refused)
+        paintRefused(painter);
+}
+
+void ButtonGridView::paintRefused(QPainter& painter) const {
+    const double width = look::RefusedRing * scale().smaller();
+    painter.setClipping(false);
+    painter.setPen(QPen(look::warningOn(look::toQt(model()->backColor())), width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(width / 2, width / 2, -width / 2, -width / 2),
+                            pixels(look::FaceRadius), pixels(look::FaceRadius));
 }
 
 void ButtonGridView::paintCell(QPainter& painter, int index) {

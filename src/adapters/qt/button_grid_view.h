@@ -50,6 +50,7 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
     void paintCell(QPainter& painter, int index);
     void paintFocus(QPainter& painter, int index) const;
     void paintPosition(QPainter& painter) const;
+    void paintRefused(QPainter& painter) const;
 
     ButtonGridTouch touch_;
     std::vector<look::Caption> captions_; ///< empty until drawn

@@ -9,6 +9,7 @@
 #include <QWidget>
 
 #include <cmath>
+#include <utility>
 
 namespace kova {
 namespace {
@@ -34,10 +35,12 @@ QColor backdropOf(const Control& control) {
 
 ControlView::ControlView(Control& control, WindowFrame& frame) : control_(&control), frame_(frame) {
     changed_ = control.changed.connect([this](Property property) { showProperty(property); });
+    needChanged_ = control.needChanged.connect([this] { showNeed(); });
 }
 
 void ControlView::detach() {
     changed_.disconnect();
+    needChanged_.disconnect();
     control_ = nullptr;
 }
 
@@ -75,13 +78,32 @@ void ControlView::nameWidget() {
 void ControlView::updateSpokenName() {
     if (control_ == nullptr)
         return;
+    describeNeed();
     const QString name = QString::fromStdString(spokenNameOf(*control_, frame_.words()));
     if (name != widget().accessibleName())
         showSpokenName(name);
 }
 
+// Titles have a mark, which is for the eye; the fields themselves say it.
+void ControlView::describeNeed() {
+    if (control_ == nullptr || widget().focusPolicy() == Qt::NoFocus)
+        return;
+    const bool missing = control_->need() != Need::None;
+    const QString said = missing ? QString::fromStdString(frame_.words()(Word::Missing)) : QString();
+    if (said != widget().accessibleDescription())
+        widget().setAccessibleDescription(said);
+}
+
 void ControlView::showSpokenName(const QString& name) {
     widget().setAccessibleName(name);
+}
+
+// What is missing is seen at the title; the field itself only shows that it was refused.
+void ControlView::showNeed() {
+    describeNeed();
+    const bool refused = control_->need() == Need::Refused;
+    if (std::exchange(showsRefused_, refused) != refused)
+        widget().update();
 }
 
 void ControlView::layOut() {

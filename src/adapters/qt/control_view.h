@@ -48,6 +48,7 @@ class ControlView : public AccessibleView {
     virtual void layOut();
     /// One property of the model changed.
     virtual void showProperty(Property property);
+    virtual void showNeed();
     [[nodiscard]] virtual bool drawnEnabled() const;
     [[nodiscard]] virtual bool drawnVisible() const;
     [[nodiscard]] Control* control() const { return control_; }
@@ -68,9 +69,11 @@ class ControlView : public AccessibleView {
     virtual void showSpokenName(const QString& name);
 
   private:
+    void describeNeed();
     Control* control_;
     WindowFrame& frame_;
-    Connection changed_;
+    Connection changed_, needChanged_;
+    bool showsRefused_ = false;
 };
 
 /// A view that knows its model's kind.

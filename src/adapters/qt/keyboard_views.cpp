@@ -15,7 +15,6 @@ namespace kova {
 namespace {
 
 const Font Digit{.points = 20, .bold = true};
-constexpr double ReadBackHeight = 36; // design pixels; the keys keep more than 11 mm
 
 } // namespace
 
@@ -97,7 +96,7 @@ void NumericKeypadView::layOut() {
 }
 
 double NumericKeypadView::readBackHeight() const {
-    return readBack_ != nullptr && model()->readBack()->content().wanted ? ReadBackHeight * scale().y : 0;
+    return readBack_ == nullptr ? 0 : ReadBackView::height(model()->readBack()->content()) * scale().y;
 }
 
 void NumericKeypadView::showReadBack() {

@@ -27,7 +27,7 @@ class NumericKeypadView final : public QWidget, public ModelView<NumericKeypad> 
   private:
     void nameKeys();
     void showReadBack();
-    /// The height of its band above the keys, in pixels; 0 when it is not wanted.
+    /// The height of its band above the keys, in pixels. All it can want leaves the keys more than 11 mm.
     [[nodiscard]] double readBackHeight() const;
     Connection readBackChanged_;
     ReadBackView* readBack_ = nullptr; ///< null where the pad has none

@@ -47,6 +47,8 @@ inline QColor borderOn(const QColor& background) {
 }
 /// Marks the focus and what is being used.
 QColor accentOn(const QColor& background);
+/// Points at what is missing.
+QColor warningOn(const QColor& background);
 /// Of a disabled text on `background`.
 QColor faded(const QColor& text, const QColor& background);
 
@@ -93,6 +95,11 @@ void drawFace(QPainter& painter, const QRectF& area, const Face& face);
 QRectF captionArea(const QRectF& area, const Face& face);
 /// The colour that `face` is filled with.
 QColor filling(const Face& face);
+
+/// A small diamond: what stands left of it is missing. `unit` are the pixels of a design pixel.
+void drawMissing(QPainter& painter, const QPointF& left, double unit, const QColor& background);
+constexpr double MissingWidth = 15; ///< with the gap before it, in design pixels
+constexpr double RefusedRing = 3;   ///< design pixels
 
 /// A disc with an "i", as large as fits.
 void drawInformation(QPainter& painter, const QRectF& area, const QColor& background);

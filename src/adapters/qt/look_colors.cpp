@@ -90,6 +90,10 @@ QColor accentOn(const QColor& background) {
     return isDark(background) ? palette::Yellow : palette::Blue;
 }
 
+QColor warningOn(const QColor& background) {
+    return isDark(background) ? palette::LightAmber : palette::Amber;
+}
+
 QColor faded(const QColor& text, const QColor& background) {
     return mixed(text, background, 0.5);
 }

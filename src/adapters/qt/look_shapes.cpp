@@ -139,6 +139,17 @@ QRectF captionArea(const QRectF& area, const Face& face) {
     return inside;
 }
 
+void drawMissing(QPainter& painter, const QPointF& left, double unit, const QColor& background) {
+    constexpr double Gap = 5;
+    const double half = (MissingWidth - Gap) / 2 * unit;
+    const QPointF middle = left + QPointF(Gap * unit + half, 0);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(warningOn(background));
+    painter.drawPolygon(QPolygonF{middle - QPointF(half, 0), middle - QPointF(0, half),
+                                  middle + QPointF(half, 0), middle + QPointF(0, half)});
+}
+
 void drawInformation(QPainter& painter, const QRectF& area, const QColor& background) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);

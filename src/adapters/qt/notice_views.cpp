@@ -4,7 +4,11 @@
 #include "screen/spoken_name.h"
 
 #include <QAccessibleWidget>
+#include <QPaintEvent>
 #include <QPainter>
+
+#include <algorithm>
+#include <utility>
 
 namespace kova {
 namespace {
@@ -12,9 +16,31 @@ namespace {
 // Lengths in design pixels.
 const Font AmountFont{.points = 17, .bold = true};
 const Font WayFont{.points = 11, .bold = true};
+const Font LineFont{.points = 9.6}; // 16 pixels of a panel 1280 pixels wide
 constexpr double BandMargin = 3;
+constexpr const char* Missing = "—";
 constexpr double WaysWidth = 76;
+constexpr double AmountHeight = 36;
+constexpr double LinesHeight = 31; // two lines of text
+constexpr double HintHeight = 20;
 constexpr int SmallestBandPixels = 6; // of the screen; half an amount would be a wrong one
+
+/// With a dash for what is missing.
+std::string shownAmount(const ReadBack::Content& content) {
+    if (!content.wholeWanted || !content.isNumber)
+        return content.amount;
+    const std::string& currency = content.currency.text;
+    if (content.amount.empty())
+        return currency.empty() ? Missing : Missing + (" " + currency);
+    return currency.empty() ? content.amount + " " + Missing : content.amount;
+}
+
+QString shownLine(const ReadBack::Line& line) {
+    QStringList parts;
+    for (const ReadBack::Part& part : line)
+        parts << QString::fromStdString(part.text.empty() ? Missing : part.text);
+    return parts.join(QStringLiteral("\u00A0· "));
+}
 
 } // namespace
 
@@ -29,15 +55,47 @@ QAccessibleInterface* ReadBackView::makeAccessible() {
     return new QAccessibleWidget(this, QAccessible::StaticText);
 }
 
+double ReadBackView::height(const ReadBack::Content& content) {
+    return (content.wanted ? AmountHeight : 0) + (content.wholeWanted ? LinesHeight : 0) +
+           (content.hintWanted ? HintHeight : 0);
+}
+
+// A touch must not wait for what it did not change.
 void ReadBackView::show(const ReadBack::Content& content, const QRect& place, const Scale& scale) {
-    content_ = content;
+    const ReadBack::Content before = std::exchange(content_, content);
+    const bool moved = geometry() != place || scale_.x != scale.x || scale_.y != scale.y;
     scale_ = scale;
     const QString spoken = QString::fromStdString(spokenText(content));
     setGeometry(place);
-    setVisible(content.wanted && !spoken.isEmpty());
+    setVisible(!spoken.isEmpty());
     if (accessibleName() != spoken)
         setAccessibleName(spoken);
-    update();
+    const Rows now = rows();
+    if (moved)
+        update();
+    if (before.ways != content.ways || before.isNumber != content.isNumber ||
+        shownAmount(before) != shownAmount(content))
+        update(now.amount.toAlignedRect());
+    if (before.lines != content.lines)
+        update(now.lines.toAlignedRect());
+    if (before.hint != content.hint)
+        update(now.hint.toAlignedRect());
+}
+
+ReadBackView::Rows ReadBackView::rows() const {
+    const double margin = BandMargin * scale_.smaller();
+    QRectF rest = QRectF(rect()).adjusted(margin, 0, -margin, -margin);
+    const auto row = [&](bool wanted, double height) {
+        const QRectF taken(rest.topLeft(),
+                           QSizeF(rest.width(), wanted ? std::min(height * scale_.y, rest.height()) : 0));
+        rest.setTop(taken.bottom());
+        return taken;
+    };
+    Rows all;
+    all.amount = row(content_.wanted, AmountHeight).adjusted(0, 0, 0, content_.wholeWanted ? -margin : 0);
+    all.lines = row(content_.wholeWanted, LinesHeight);
+    all.hint = rest;
+    return all;
 }
 
 QRectF ReadBackView::paintWays(QPainter& painter, QRectF area) const {
@@ -63,29 +121,54 @@ QRectF ReadBackView::paintWays(QPainter& painter, QRectF area) const {
     return area;
 }
 
+void ReadBackView::paintWarning(QPainter& painter, const QRectF& area) const {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(palette::Yellow);
+    painter.drawRoundedRect(area, look::FaceRadius * scale_.smaller(), look::FaceRadius * scale_.smaller());
+    painter.setPen(look::inkOn(palette::Yellow));
+}
+
 void ReadBackView::paintAmount(QPainter& painter, const QRectF& area) const {
-    const QString text = QString::fromStdString(content_.amount);
-    QColor back = backdrop_();
-    if (!content_.isNumber) {
-        back = palette::Yellow;
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(back);
-        painter.drawRoundedRect(area, look::FaceRadius * scale_.smaller(),
-                                look::FaceRadius * scale_.smaller());
-    }
-    painter.setPen(look::inkOn(back));
+    if (content_.isNumber)
+        painter.setPen(look::inkOn(backdrop_()));
+    else
+        paintWarning(painter, area);
     const Qt::Alignment side = content_.isNumber ? Qt::AlignRight : Qt::AlignHCenter;
-    look::drawText(painter, area, text, look::font(content_.isNumber ? AmountFont : WayFont, scale_),
+    look::drawText(painter, area, QString::fromStdString(shownAmount(content_)),
+                   look::font(content_.isNumber ? AmountFont : WayFont, scale_),
                    {.alignment = side | Qt::AlignVCenter, .smallestPixels = SmallestBandPixels});
 }
 
-void ReadBackView::paintEvent(QPaintEvent*) {
+// A single movement may take all lines.
+void ReadBackView::paintLines(QPainter& painter, const QRectF& area) const {
+    const auto count = static_cast<double>(std::max<std::size_t>(content_.lines.size(), 1));
+    QRectF place(area.left(), area.top(), area.width(), area.height() / count);
+    painter.setPen(look::inkOn(backdrop_()));
+    for (const ReadBack::Line& line : content_.lines) {
+        look::drawText(painter, place, shownLine(line), look::font(LineFont, scale_),
+                       {.alignment = Qt::AlignLeft | Qt::AlignVCenter,
+                        .wrapped = count < 2,
+                        .smallestPixels = SmallestBandPixels});
+        place.translate(0, place.height());
+    }
+}
+
+void ReadBackView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    const Rows all = rows();
+    const auto asked = [&](const QRectF& row) { return row.intersects(event->rect()); };
+    if (asked(all.amount))
+        if (const QRectF rest = paintWays(painter, all.amount); !shownAmount(content_).empty())
+            paintAmount(painter, rest);
+    if (asked(all.lines))
+        paintLines(painter, all.lines);
+    if (!asked(all.hint) || content_.hint.empty())
+        return;
+    paintWarning(painter, all.hint);
     const double margin = BandMargin * scale_.smaller();
-    const QRectF area = paintWays(painter, QRectF(rect()).adjusted(margin, 0, -margin, -margin));
-    if (!content_.amount.empty())
-        paintAmount(painter, area);
+    look::drawText(painter, all.hint.adjusted(margin, 0, -margin, 0), QString::fromStdString(content_.hint),
+                   look::font(LineFont, scale_), {.wrapped = false, .smallestPixels = SmallestBandPixels});
 }
 
 namespace {

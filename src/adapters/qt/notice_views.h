@@ -13,21 +13,30 @@ namespace kova {
 
 class WindowFrame;
 
-/// Draws an entry as it would be sent: the ways of the money on the left, the amount large on the right.
+/// Draws an entry as it would be sent: the ways of the money on the left, the amount large on the right;
+/// below them the rest of it, and what contradicts itself.
 class ReadBackView final : public QWidget, public AccessibleView {
   public:
     /// `backdrop` tells what colour lies behind it, which may change.
     ReadBackView(QWidget& parent, std::function<QColor()> backdrop);
     QAccessibleInterface* makeAccessible() override;
     void show(const ReadBack::Content& content, const QRect& place, const Scale& scale);
+    /// What it wants, in design pixels.
+    [[nodiscard]] static double height(const ReadBack::Content& content);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    struct Rows {
+        QRectF amount, lines, hint; ///< empty where no room is kept
+    };
+    [[nodiscard]] Rows rows() const;
     /// Returns what is left for the amount.
     QRectF paintWays(QPainter& painter, QRectF area) const;
     void paintAmount(QPainter& painter, const QRectF& area) const;
+    void paintLines(QPainter& painter, const QRectF& area) const;
+    void paintWarning(QPainter& painter, const QRectF& area) const;
     ReadBack::Content content_;
     Scale scale_;
     std::function<QColor()> backdrop_;

@@ -11,10 +11,12 @@ inline constexpr QColor MoneyIn(20, 96, 52);
 inline constexpr QColor MoneyOut(150, 38, 28);
 inline constexpr QColor Success(20, 83, 45);
 inline constexpr QColor Failure = MoneyOut;
+inline constexpr QColor LightAmber(255, 178, 70); ///< what is missing, on dark surfaces
 
 // On light surfaces.
 inline constexpr QColor Ink(20, 30, 42);
 inline constexpr QColor PaleInk(62, 74, 89);
+inline constexpr QColor Amber(166, 92, 0); ///< what is missing
 inline constexpr QColor DisabledInk(112, 112, 112);
 inline constexpr QColor CheckMark(16, 42, 67);
 inline constexpr QColor CancelIcon(178, 34, 44);

@@ -14,6 +14,14 @@ namespace {
 const Font Title{.points = look::LegiblePoints, .bold = true};
 constexpr double TitleHeight = 16; // above the first control, in design pixels
 
+/// Draws the mark behind a title `wanted` pixels wide, and returns what is left for the title.
+QRectF markMissing(QPainter& painter, QRectF area, int wanted, double unit, const QColor& background) {
+    area.setRight(area.right() - look::MissingWidth * unit);
+    look::drawMissing(painter, {area.left() + std::min<double>(wanted, area.width()), area.center().y()},
+                      unit, background);
+    return area;
+}
+
 } // namespace
 
 GroupFrameView::GroupFrameView(GroupFrame& group, WindowFrame& frame, QWidget& parent)
@@ -25,6 +33,10 @@ void GroupFrameView::showProperty(Property property) {
     if (property == Property::Caption)
         frame().neighbourRenamed();
     ControlView::showProperty(property);
+}
+
+void GroupFrameView::showNeed() {
+    update(0, 0, width(), static_cast<int>(TitleHeight * scale().y) + 1);
 }
 
 QAccessibleInterface* GroupFrameView::makeAccessible() {
@@ -43,10 +55,16 @@ void GroupFrameView::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2),
                             pixels(look::FaceRadius), pixels(look::FaceRadius));
     const QColor text = look::readableOn(back, look::toQt(model()->foreColor()));
+    QRectF title(pixels(8), line / 2, width() - 2 * pixels(8), TitleHeight * scale().y - line);
+    const QString caption = QString::fromStdString(model()->caption());
+    const look::TextStyle style{
+        .alignment = Qt::AlignLeft | Qt::AlignVCenter, .wrapped = false, .smallestPixels = 7};
+    const QFont font = look::fitted(caption, look::font(Title, scale()), title.size(), style);
+    if (model()->need() != Need::None)
+        title = markMissing(painter, title, QFontMetrics(font).horizontalAdvance(caption), scale().smaller(),
+                            back);
     painter.setPen(model()->enabled() ? text : look::faded(text, back));
-    const QRectF title(pixels(8), line / 2, width() - 2 * pixels(8), TitleHeight * scale().y - line);
-    look::drawText(painter, title, QString::fromStdString(model()->caption()), look::font(Title, scale()),
-                   {.alignment = Qt::AlignLeft | Qt::AlignVCenter, .wrapped = false, .smallestPixels = 7});
+    look::drawText(painter, title, caption, font, style);
 }
 
 namespace {
@@ -88,7 +106,8 @@ QFont LabelView::fullFont() const {
 void LabelView::layOut() {
     QRect place = frame().pixels(*model());
     if (!severalLines()) {
-        const int wanted = QFontMetrics(fullFont()).horizontalAdvance(text()) + pixels(2);
+        const int mark = model()->need() == Need::None ? 0 : pixels(look::MissingWidth);
+        const int wanted = QFontMetrics(fullFont()).horizontalAdvance(text()) + pixels(2) + mark;
         if (wanted > place.width())
             place.setWidth(std::max(place.width(), std::min(wanted, roomToTheRight(place))));
         place.setHeight(std::max(place.height(), 1));
@@ -122,16 +141,24 @@ void LabelView::showProperty(Property property) {
     ControlView::showProperty(property);
 }
 
+void LabelView::showNeed() {
+    layOut();
+    update();
+}
+
 void LabelView::paintEvent(QPaintEvent*) {
     if (model() == nullptr)
         return;
     QPainter painter(this);
     const QColor text = look::readableOn(backdrop(), look::toQt(model()->foreColor()));
-    painter.setPen(isEnabled() ? text : look::faded(text, backdrop()));
     const bool several = severalLines();
     const bool right = model()->alignment() == Alignment::Right;
-    look::drawText(painter, right ? rect().adjusted(pixels(LeftMargin), 0, -pixels(RightMargin), 0) : rect(),
-                   this->text(), fullFont(),
+    QRectF room = right ? rect().adjusted(pixels(LeftMargin), 0, -pixels(RightMargin), 0) : rect();
+    if (model()->need() != Need::None)
+        room = markMissing(painter, room, QFontMetrics(fullFont()).horizontalAdvance(this->text()),
+                           scale().smaller(), backdrop());
+    painter.setPen(isEnabled() ? text : look::faded(text, backdrop()));
+    look::drawText(painter, room, this->text(), fullFont(),
                    {.alignment = look::toQt(model()->alignment()) | Qt::AlignVCenter,
                     .wrapped = several,
                     .smallestPixels = several ? SmallestPixels : pixels(8)});

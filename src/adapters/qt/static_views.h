@@ -15,6 +15,7 @@ class GroupFrameView final : public QWidget, public ModelView<GroupFrame> {
 
   protected:
     void showProperty(Property property) override;
+    void showNeed() override;
     void paintEvent(QPaintEvent* event) override;
     [[nodiscard]] bool drawnEnabled() const override { return true; } // Qt would disable the controls inside
 };
@@ -30,6 +31,7 @@ class LabelView final : public QLabel, public ModelView<Label> {
   protected:
     void layOut() override;
     void showProperty(Property property) override;
+    void showNeed() override;
     void paintEvent(QPaintEvent* event) override;
 
   private:

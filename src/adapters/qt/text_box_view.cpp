@@ -112,6 +112,11 @@ bool TextBoxView::drawnEnabled() const {
     return ControlView::drawnEnabled() && !model()->inert();
 }
 
+void TextBoxView::showNeed() {
+    showColors();
+    ModelView::showNeed();
+}
+
 // Where the window takes all keys itself, a caret would suggest that typing goes into the box.
 bool TextBoxView::onlyShows() const {
     return model()->locked() || model()->window().takesKeys();
@@ -133,12 +138,16 @@ void TextBoxView::showColors() {
     const QColor back = look::toQt(model()->backColor());
     const QColor text =
         look::toQt(model()->foreColor()); // may be the same on purpose: content that is hidden
-    const QColor accent = look::accentOn(backdrop());
+    const bool refused = model()->need() == Need::Refused;
+    const QColor accent = refused ? look::warningOn(backdrop()) : look::accentOn(backdrop());
     const QColor faint = model()->inert() ? back : look::mixed(back, palette::Disabled, 0.35);
     const int padding = pixels(onlyShows() ? 2 : 4);
     // What cannot be filled in has no frame, so that it does not look as if it could.
-    const QString frame =
-        model()->locked() ? QStringLiteral("transparent") : look::borderOn(back, backdrop()).name();
+    const QString frame = refused             ? accent.name()
+                          : model()->locked() ? QStringLiteral("transparent")
+                                              : look::borderOn(back, backdrop()).name();
+    const int line = linePixels(refused ? look::RefusedRing : 1);
+    const int thickest = std::max(line, linePixels(2)); // with the focus
     const QString sheet =
         QString("QLineEdit, QPlainTextEdit { background: %1; color: %2; border: %7px solid %3;"
                 " border-radius: %6px; padding: %8px %11px; selection-background-color: %4;"
@@ -147,11 +156,11 @@ void TextBoxView::showColors() {
                 "QLineEdit:disabled, QPlainTextEdit:disabled { background: %10; }")
             .arg(back.name(), text.name(), frame, accent.name(), look::readableOn(accent, Qt::white).name())
             .arg(pixels(look::FieldRadius))
-            .arg(linePixels(1))
-            .arg(linePixels(2) - linePixels(1))
-            .arg(linePixels(2))
+            .arg(line)
+            .arg(thickest - line)
+            .arg(thickest)
             .arg(faint.name())
-            .arg(padding + linePixels(2) - linePixels(1))
+            .arg(padding + thickest - line)
             .arg(padding);
     if (widget().styleSheet() != sheet)
         widget().setStyleSheet(sheet);

@@ -54,6 +54,7 @@ class TextBoxView : public ModelView<TextBox> {
     void layOut() override;
     void showProperty(Property property) override;
     [[nodiscard]] bool drawnEnabled() const override;
+    void showNeed() override;
     void startShowing(); ///< to be called at the end of a constructor
 
     // To be called on the editor's events; true means that the event has been dealt with.

@@ -20,6 +20,7 @@
 namespace kova {
 namespace {
 
+constexpr double KeptMargin = 24; // around what is kept in sight, in design pixels: its title, the title bar
 constexpr double LargestShare = 0.96; // of the screen, for a window in front of the dialog
 
 int rounded(double value) {
@@ -31,6 +32,22 @@ QRect movedInto(const QRect& room, QRect place) {
     place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() - place.width() + 1)));
     place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() - place.height() + 1)));
     return place;
+}
+
+/// The nearest place beside `kept` that is on the screen; where there is none, the same one.
+QRect movedOff(const QRect& kept, const QRect& place, const QRect& screen) {
+    if (!place.intersects(kept))
+        return place;
+    const QPoint moves[] = {{kept.right() + 1 - place.left(), 0},
+                            {kept.left() - 1 - place.right(), 0},
+                            {0, kept.bottom() + 1 - place.top()},
+                            {0, kept.top() - 1 - place.bottom()}};
+    QPoint least;
+    for (const QPoint& move : moves)
+        if (screen.contains(place.translated(move)) &&
+            (least.isNull() || move.manhattanLength() < least.manhattanLength()))
+            least = move;
+    return place.translated(least);
 }
 
 } // namespace
@@ -230,6 +247,22 @@ QWindow* WindowFrame::windowBelow() {
     return hostWindowHandle_.get();
 }
 
+QRect WindowFrame::keptInSight() const {
+    const Control* const kept = window_->keptInSight();
+    if (kept == nullptr)
+        return {};
+    for (const QWidget* const one : QApplication::topLevelWidgets()) {
+        const auto* const frame = dynamic_cast<const WindowFrame*>(one);
+        ControlView* const drawn = frame == nullptr ? nullptr : frame->view(*kept);
+        if (drawn == nullptr || !drawn->widget().isVisible())
+            continue;
+        const int margin = rounded(KeptMargin * frame->scale().smaller());
+        return QRect(drawn->widget().mapToGlobal(QPoint()), drawn->widget().size())
+            .marginsAdded({margin, margin, margin, margin});
+    }
+    return {};
+}
+
 void WindowFrame::moveToPlace(QWindow* below) {
     if (fillsScreen()) { // all of it, unless a window manager knows better
         setGeometry((below != nullptr ? below->screen() : screen())->availableGeometry());
@@ -240,6 +273,8 @@ void WindowFrame::moveToPlace(QWindow* below) {
     QRect place(QPoint(), initialSize(room));
     place.moveCenter(below != nullptr ? QRect(below->mapToGlobal(QPoint()), below->size()).center()
                                       : room.center());
+    if (const QRect kept = keptInSight(); !kept.isEmpty())
+        place = movedOff(kept, place, room);
     const QMargins edge = below != nullptr ? below->frameMargins() : QMargins();
     resize(place.size());
     move(movedInto(room, place).topLeft() - QPoint(edge.left(), edge.top()));

@@ -88,6 +88,8 @@ class WindowFrame final : public QWidget, public AccessibleView {
     /// Where its client area may be, in front of `below`, which may be null.
     [[nodiscard]] QRect room(const QWindow* below) const;
     [[nodiscard]] QSize initialSize(const QRect& room) const;
+    /// Where on the screen; empty for nothing.
+    [[nodiscard]] QRect keptInSight() const;
 
     Window* window_;
     QtEventLoop& loop_;

@@ -40,8 +40,8 @@ public final class Kova {
         return id.getValue();
     }
 
-    /** What the entry screen says beside its controls: the typed amount as it would be sent; whether the money goes in
-     *  or out; a short notice of what was sent. */
+    /** What the entry screen says beside its controls: the typed amount and all else that would be sent, with what
+     *  contradicts itself or is missing; whether the money goes in or out; a short notice of what was sent. */
     public static void setScreenAids(boolean amountReadBack, boolean direction, boolean confirmation) {
         check(LIBRARY.kova_set_screen_aids(amountReadBack ? 1 : 0, direction ? 1 : 0, confirmation ? 1 : 0));
     }
