@@ -23,26 +23,35 @@ fs::path pathOf(const std::string& utf8) {
     return {std::u8string(utf8.begin(), utf8.end())};
 }
 
-/// Four of the shop's days as one, as it would have gone until now: a day without movements shows little.
-constexpr const char* SampleDay = R"(
+/// Each day of the last year and today, unless it has movements: four of the shop's days as one, with takings
+/// of its own, today's as it would have gone until now. A day without movements shows little.
+constexpr const char* SampleDays = R"(
     INSERT INTO tabPagamentiScontriniBackoffice(DataOperazione, TipoOperazione, idpagamento, Coefficiente,
         ImportoIncassato, Valuta, Note, Cassetto, idCassa, idutente)
-    WITH clock(opening, now) AS (
-        SELECT iif(passed > 9 * 3600, 8 * 3600, 0), passed
-        FROM (SELECT strftime('%s', 'now', 'localtime') % 86400 AS passed)
+    WITH RECURSIVE past(day) AS (
+        SELECT date('now', 'localtime', '-1 year')
+        UNION ALL
+        SELECT date(day, '+1 day') FROM past WHERE day < date('now', 'localtime')
+    ), day(day, number, passed) AS (
+        SELECT day, CAST(julianday(day) AS INTEGER),
+            iif(day < date('now', 'localtime'), 86400, strftime('%s', 'now', 'localtime') % 86400)
+        FROM past
+        WHERE day NOT IN (SELECT date(DataOperazione) FROM tabPagamentiScontriniBackoffice)
     ), sample AS (
         SELECT *, strftime('%s', DataOperazione) % 86400 - 8 * 3600
             + 780 * (julianday('2026-11-14') - julianday(date(DataOperazione))) AS second
         FROM tabPagamentiScontriniBackoffice
-        WHERE date(DataOperazione) BETWEEN '2026-11-11' AND '2026-11-14' AND TipoOperazione NOT IN (4, 8)
-            AND (TipoOperazione <> 1 OR date(DataOperazione) = '2026-11-14')
+        WHERE date(DataOperazione) BETWEEN '2026-11-11' AND '2026-11-14' AND idTestata IS NOT NULL
+            AND TipoOperazione NOT IN (4, 8) AND (TipoOperazione <> 1 OR date(DataOperazione) = '2026-11-14')
+    ), movement AS (
+        SELECT *, iif(passed > 9 * 3600, 8 * 3600, 0) AS opening FROM sample, day
     )
-    SELECT datetime(date('now', 'localtime'),
-            CAST(opening + min(1.0, (now - opening) / 43200.0) * second AS INTEGER) || ' seconds') AS moment,
-        TipoOperazione, idpagamento, Coefficiente, ImportoIncassato, Valuta, Note, Cassetto, idCassa, idutente
-    FROM sample, clock
-    WHERE NOT EXISTS(
-        SELECT 1 FROM tabPagamentiScontriniBackoffice WHERE date(DataOperazione) = date('now', 'localtime'))
+    SELECT datetime(day, CAST(opening + min(1.0, (passed - opening) / 43200.0) * second AS INTEGER)
+            || ' seconds') AS moment,
+        TipoOperazione, idpagamento, Coefficiente,
+        iif(TipoOperazione < 20, ImportoIncassato, round(ImportoIncassato * (80 + number % 37) / 100, 2)),
+        Valuta, Note, Cassetto, idCassa, idutente
+    FROM movement
     ORDER BY moment)";
 
 /// Under another name until it is complete: a start that breaks off leaves no half-filled shop behind.
@@ -86,7 +95,7 @@ ShopDatabase ShopDatabase::openSampleFile(const std::string& file) {
     if (!fs::exists(pathOf(file)))
         makeSampleFile(file);
     auto database = openFile(file);
-    database.execute(SampleDay);
+    database.execute(SampleDays);
     return database;
 }
 

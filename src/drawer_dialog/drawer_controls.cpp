@@ -70,6 +70,7 @@ DrawerControls::DrawerControls(EventLoop& loop)
     window.setKeyTargets({&txtVisore, &cmdConferma, {&cmdAnnulla, &PushButton1}, &Pulsantiera_Attivita});
     window.setNotice(saved);
     cmdConferma.setPrimary(true);
+    comboData.setStepsPlace({5160, 7385, 3150, 680}); // a finger high, around the buttons' middle
     Virtual_KeyPAD.setReadBack(readBack);
     Virtual_KeyPAD.setTakesAll(true);
 }

@@ -21,6 +21,7 @@ class Wording {
         if (std::exchange(languageId_, id) != id)
             changed();
     }
+    [[nodiscard]] std::int32_t languageId() const { return languageId_; }
     Signal<> changed;
 
   private:

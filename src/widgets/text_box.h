@@ -74,9 +74,14 @@ class DateField : public ControlOfKind<DateField> {
     void setText(const std::string& text) { assign(text_, text, Property::Text); }
     Gesture paste(const std::string& text);
     Gesture typeCharacter(char32_t character) override;
+    /// Where a rendering may offer the day before, today and the day after, on the field's parent; nowhere
+    /// while it is empty. Set before it is drawn.
+    [[nodiscard]] const Rect& stepsPlace() const { return stepsPlace_; }
+    void setStepsPlace(const Rect& place) { stepsPlace_ = place; }
 
   private:
     std::string text_;
+    Rect stepsPlace_;
 };
 
 } // namespace kova

@@ -20,7 +20,7 @@
 namespace kova {
 namespace {
 
-TEST(Demonstration, ExplainsItselfOnceAndHasMovementsOfToday) {
+TEST(Demonstration, ExplainsItselfOnceAndHasMovementsOfEachDay) {
     const QTemporaryDir home;
     for (const char* place : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"})
         qputenv(place, home.path().toUtf8());
@@ -36,6 +36,8 @@ TEST(Demonstration, ExplainsItselfOnceAndHasMovementsOfToday) {
         const std::size_t before = std::exchange(movements, shop.dayReport(shop.now()).movements.size());
         EXPECT_GT(movements, 20U);
         EXPECT_TRUE(first || movements == before) << "filled once a day";
+        for (const int days : {1, 4, 100, 360})
+            EXPECT_GT(shop.dayReport(shop.now() - std::chrono::days(days)).movements.size(), 4U) << days;
     }
 }
 

@@ -77,6 +77,37 @@ TEST_F(PhysicalKeyboard, TypesTheAmountFromAnywhereButAnEditor) {
     EXPECT_EQ(text("txtVisore"), "12,5") << "neither a program's key, nor one where the amount is not seen";
 }
 
+TEST_F(PhysicalKeyboard, ChoosesADayAndReachesNothingElseMeanwhile) {
+    till.control<TabControl>("TabControl").touchTab(1);
+    auto& field = till.control<DateField>("comboData");
+    const auto widget = [&](const char* name) { return till.frame().findChild<QWidget*>(name); };
+    const auto openOn = [&](const std::string& day) {
+        field.setText(day);
+        QTest::mouseClick(widget("comboData_calendar"), Qt::LeftButton);
+    };
+    openOn("31/01/2026");
+    press({Qt::Key_PageDown, Qt::Key_Left, Qt::Key_Up, Qt::Key_5, Qt::Key_F2, Qt::Key_Home, Qt::Key_Down,
+           Qt::Key_Enter});
+    EXPECT_EQ(field.text() + text("txtVisore"), "08/02/2026");
+    openOn("08/02/2026");
+    press({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space}); // around to the year before
+    QTest::mouseClick(widget("day_0"), Qt::LeftButton);                         // of no month: not there
+    press({Qt::Key_End, Qt::Key_Return});
+    EXPECT_EQ(field.text(), "28/02/2025");
+    openOn("28/02/2025");
+    QTest::mouseClick(widget("PushButton1"), Qt::LeftButton); // only closes the calendar
+    EXPECT_FALSE(widget("comboData_popup")->isVisible());
+    openOn("28/02/2025");
+    press({Qt::Key_Right, Qt::Key_Escape});
+    EXPECT_TRUE(till.dialog().visible());
+    for (const char* const name : {"comboData_after", "comboData_after", "comboData_before"})
+        QTest::mouseClick(widget(name), Qt::LeftButton);
+    EXPECT_EQ(field.text(), "01/03/2025");
+    field.setText("domani");
+    QTest::mouseClick(widget("comboData_after"), Qt::LeftButton);
+    EXPECT_EQ(field.text(), QDate::currentDate().addDays(1).toString("dd/MM/yyyy").toStdString());
+}
+
 TEST_F(PhysicalKeyboard, ChoosesConfirmsAndKeepsNotesByteForByte) {
     till.control<ButtonGrid>("Pulsantiera_Pagamenti").touch("1");
     press({Qt::Key_F3});

@@ -254,6 +254,8 @@ void Screens::use(Till& till) {
     till.control<ReportGrid>("grd_mov_giornata").groupBy(2);
     till.runtime.change(1031);
     lookAgain();
+    till.frame().findChild<QAbstractButton*>("comboData_calendar")->click();
+    look(till.frame(), true);
     till.control<TabControl>("TabControl").touchTab(0);
     lookAgain();
 }

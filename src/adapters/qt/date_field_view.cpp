@@ -4,22 +4,19 @@
 #include "services/conversions.h"
 
 #include <QAccessibleWidget>
-#include <QCalendarWidget>
-#include <QFrame>
 #include <QKeyEvent>
-#include <QLocale>
 #include <QPainter>
-#include <QScreen>
 #include <QToolButton>
-#include <QVBoxLayout>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 
 namespace kova {
 namespace {
 
 const Font Text{.points = 12};
+constexpr double StepPoints = 11;
 
 std::optional<QDate> toQt(const std::optional<DateTime>& time) {
     if (!time)
@@ -63,11 +60,59 @@ DateFieldView::DateFieldView(DateField& field, WindowFrame& frame, QWidget& pare
     button_->setObjectName(objectName() + "_calendar");
     button_->setFocusPolicy(Qt::NoFocus);
     showSpokenName(accessibleName());
+    makeSteps(field, parent);
     showProperty(Property::Text);
     connect(edit_, &QLineEdit::textEdited, this, [this](const QString& text) {
         act([&](DateField& target) { target.setText(text.toStdString()); });
     });
     connect(button_, &QToolButton::clicked, this, [this] { openCalendar(); });
+}
+
+void DateFieldView::makeSteps(const DateField& field, QWidget& parent) {
+    if (field.stepsPlace() == Rect())
+        return;
+    for (const char* const name : {"_before", "_today", "_after"}) {
+        auto* const button = new FaceButton(parent);
+        button->setObjectName(objectName() + name);
+        steps_.push_back(button);
+    }
+    connect(steps_[0], &QAbstractButton::clicked, this, [this] { step(-1); });
+    connect(steps_[1], &QAbstractButton::clicked, this, [this] { pick(QDate::currentDate()); });
+    connect(steps_[2], &QAbstractButton::clicked, this, [this] { step(1); });
+    scheme_ = field.parent()->changed.connect([this](Property property) {
+        if (property == Property::BackColor)
+            showSteps();
+    });
+}
+
+void DateFieldView::showSteps() {
+    if (model() == nullptr || steps_.empty())
+        return;
+    const QRect place = frame().pixels(*model()->parent(), model()->stepsPlace());
+    FaceButton::Looks looks;
+    looks.face.unit = scale().smaller();
+    looks.face.color = look::toQt(look::isDark(backdrop()) ? colors::DarkFace : colors::ButtonFace);
+    looks.text = look::inkOn(looks.face.color);
+    looks.font = look::font({.points = StepPoints}, scale());
+    looks.inset = std::max(0, place.height() - height()) / 2.0; // as high as their neighbours to the eye
+    looks.pictureSize = pixels(16);
+    constexpr std::array Words{Word::PreviousDay, Word::Today, Word::NextDay};
+    constexpr std::array Arrows{-1, 0, 1};
+    const int part = place.width() / 3;
+    for (std::size_t i = 0; i < steps_.size(); ++i) {
+        const QString word = QString::fromStdString(frame().words()(Words[i]));
+        looks.picture = Arrows[i] == 0 ? nullptr : arrowHeads(Arrows[i]);
+        steps_[i]->setText(Arrows[i] == 0 ? word : QString());
+        steps_[i]->setAccessibleName(word);
+        steps_[i]->setGeometry(place.left() + static_cast<int>(i) * part, place.top(), part, place.height());
+        steps_[i]->setLooks(looks);
+    }
+}
+
+void DateFieldView::showWords() {
+    showSpokenName(accessibleName());
+    closeCalendar();
+    showSteps();
 }
 
 void DateFieldView::showSpokenName(const QString& name) {
@@ -81,13 +126,15 @@ QAccessibleInterface* DateFieldView::makeAccessible() {
 }
 
 void DateFieldView::detach() {
-    if (popup_)
-        popup_->hide();
+    closeCalendar();
+    scheme_.disconnect();
     ModelView::detach();
 }
 
 void DateFieldView::layOut() {
     ControlView::layOut();
+    closeCalendar();
+    showSteps();
     const int side = std::min(height(), width() / 3);
     const int wide = std::min(side * 6 / 5, width() / 3); // a finger's width where the field is a bit low
     edit_->setGeometry(0, 0, width() - wide - pixels(7), height());
@@ -116,6 +163,10 @@ void DateFieldView::showProperty(Property property) {
         if (edit_->text() != text)
             edit_->setText(text); // puts the caret at the end
     }
+    for (FaceButton* const button : steps_) {
+        button->setEnabled(drawnEnabled());
+        button->setVisible(drawnVisible());
+    }
     ControlView::showProperty(property);
 }
 
@@ -131,45 +182,34 @@ bool DateFieldView::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
-void DateFieldView::makeCalendar() {
-    popup_ = new QFrame(this, Qt::Popup);
-    popup_->setObjectName(objectName() + "_popup");
-    calendar_ = new QCalendarWidget(popup_);
-    calendar_->setObjectName(objectName() + "_days");
-    calendar_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-    auto* layout = new QVBoxLayout(popup_);
-    layout->setContentsMargins(1, 1, 1, 1);
-    layout->addWidget(calendar_);
-    connect(calendar_, &QCalendarWidget::clicked, this, [this](const QDate& day) { pick(day); });
-    connect(calendar_, &QCalendarWidget::activated, this, [this](const QDate& day) { pick(day); });
-}
-
 void DateFieldView::openCalendar() {
     if (model() == nullptr)
         return;
-    if (!popup_)
-        makeCalendar();
-    const auto& regional = frame().regional();
-    const QLocale locale(QString::fromStdString(regional.name).replace('-', '_'));
-    calendar_->setLocale(locale);
-    calendar_->setFirstDayOfWeek(locale.firstDayOfWeek());
-    calendar_->setFont(look::font({.points = 11}, scale()));
-    calendar_->setSelectedDate(toQt(parseDate(model()->text(), regional)).value_or(QDate::currentDate()));
-    calendar_->setStyleSheet(QString("QToolButton { min-width: %1px; min-height: %1px; }").arg(pixels(38)));
-    popup_->resize(pixels(380), pixels(340)); // days of 9 mm on a small panel
-    const QPoint above = mapToGlobal(QPoint(0, -popup_->height()));
-    const QRect available = screen()->availableGeometry();
-    popup_->move(std::clamp(above.x(), available.left(),
-                            std::max(available.left(), available.right() - popup_->width())),
-                 std::max(above.y(), available.top()));
-    popup_->show();
-    calendar_->setFocus();
+    if (calendar_ == nullptr) {
+        calendar_ = new Calendar(frame(), frame().words());
+        calendar_->setObjectName(objectName() + "_popup");
+        calendar_->picked = [this](const QDate& day) { pick(day); };
+    }
+    calendar_->open(day().value_or(QDate::currentDate()),
+                    calendarStyle(frame().words().languageId(), frame().regional().name),
+                    {scale(), backdrop(), QRect(mapTo(&frame(), QPoint()), size())});
+}
+
+void DateFieldView::closeCalendar() {
+    if (calendar_)
+        calendar_->close();
+}
+
+std::optional<QDate> DateFieldView::day() const {
+    return model() == nullptr ? std::nullopt : toQt(parseDate(model()->text(), frame().regional()));
+}
+
+// From a text that is no date the steps count from today.
+void DateFieldView::step(int days) {
+    pick(day().value_or(QDate::currentDate()).addDays(days));
 }
 
 void DateFieldView::pick(const QDate& day) {
-    if (!popup_ || !popup_->isVisible())
-        return;
-    popup_->hide();
     act([&](DateField& field) { field.setText(shortDate(fromQt(day), frame().regional())); });
 }
 

@@ -1,23 +1,26 @@
 #pragma once
+#include "adapters/qt/calendar.h"
 #include "adapters/qt/control_view.h"
 #include "widgets/text_box.h"
 
 #include <QLineEdit>
 #include <QPointer>
 
-class QCalendarWidget;
+#include <optional>
+#include <vector>
+
 class QToolButton;
 
 namespace kova {
 
-/// A day to type, or to pick from a calendar that opens on a button (or with F4).
+/// A day to type, to pick from a calendar that opens on a button (or with F4), or to reach by steps.
 class DateFieldView final : public QWidget, public ModelView<DateField> {
   public:
     DateFieldView(DateField& field, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
     QWidget& keyboardWidget() override { return *edit_; }
     void detach() override;
-    void showWords() override { showSpokenName(accessibleName()); }
+    void showWords() override;
     QAccessibleInterface* makeAccessible() override;
 
   protected:
@@ -27,14 +30,19 @@ class DateFieldView final : public QWidget, public ModelView<DateField> {
     bool eventFilter(QObject* watched, QEvent* event) override; ///< clicks and keys of the edit
 
   private:
+    void makeSteps(const DateField& field, QWidget& parent);
+    void showSteps();
+    void step(int days);
     void openCalendar();
-    void makeCalendar();
+    void closeCalendar();
     void pick(const QDate& day);
+    [[nodiscard]] std::optional<QDate> day() const; ///< nothing while the field holds no date
 
     QLineEdit* edit_;
     QToolButton* button_;
-    QPointer<QWidget> popup_;
-    QCalendarWidget* calendar_ = nullptr; ///< in the popup
+    std::vector<FaceButton*> steps_; ///< to the day before, today and the day after; beside this widget
+    QPointer<Calendar> calendar_;    ///< null until it is opened; the frame's
+    Connection scheme_;
 };
 
 } // namespace kova
