@@ -90,8 +90,7 @@ TEST_F(PhysicalKeyboard, ChoosesADayAndReachesNothingElseMeanwhile) {
            Qt::Key_Enter});
     EXPECT_EQ(field.text() + text("txtVisore"), "08/02/2026");
     openOn("08/02/2026");
-    press({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space}); // around to the year before
-    QTest::mouseClick(widget("day_0"), Qt::LeftButton);                         // of no month: not there
+    press({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space}); // around to the year before
     press({Qt::Key_End, Qt::Key_Return});
     EXPECT_EQ(field.text(), "28/02/2025");
     openOn("28/02/2025");
