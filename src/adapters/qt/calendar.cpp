@@ -60,9 +60,10 @@ std::function<void(QPainter&, const QRectF&, const QColor&)> arrowHeads(int coun
 }
 
 /// One day; today's has a bar below its number.
-class Calendar::Day final : public FaceButton {
+class Calendar::Day final : public FaceButton, public AccessibleView {
   public:
     using FaceButton::FaceButton;
+    QAccessibleInterface* makeAccessible() override;
     void show(const QDate& day, const QDate& chosen, const CalendarStyle& style, Looks looks) {
         day_ = day;
         looks.face.flat = true;
@@ -75,10 +76,10 @@ class Calendar::Day final : public FaceButton {
         setLooks(looks);
         setText(QString::number(day.day()));
         setAccessibleName(style.names.toString(day, QLocale::LongFormat));
-        setCheckable(true);
-        setChecked(looks.face.marked);
+        chosen_ = looks.face.marked;
     }
     [[nodiscard]] const QDate& day() const { return day_; }
+    [[nodiscard]] bool chosen() const { return chosen_; }
 
   protected:
     void paintEvent(QPaintEvent* event) override {
@@ -92,9 +93,35 @@ class Calendar::Day final : public FaceButton {
 
   private:
     [[nodiscard]] bool isToday() const { return day_ == QDate::currentDate(); }
+    class Accessible;
     QDate day_;
     QColor bar_;
+    bool chosen_ = false;
 };
+
+/// A button that says whether its day is the chosen one.
+class Calendar::Day::Accessible final : public QAccessibleWidget {
+  public:
+    explicit Accessible(Day& day) : QAccessibleWidget(&day, QAccessible::Button), day_(day) {}
+    [[nodiscard]] QAccessible::State state() const override {
+        auto state = QAccessibleWidget::state();
+        state.selectable = true;
+        state.selected = day_.chosen();
+        return state;
+    }
+    [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
+    void doAction(const QString& action) override {
+        if (action == pressAction())
+            day_.click();
+    }
+
+  private:
+    Day& day_;
+};
+
+QAccessibleInterface* Calendar::Day::makeAccessible() {
+    return new Accessible(*this);
+}
 
 Calendar::Calendar(QWidget& window, const Wording& words)
     : QFrame(&window), words_(words), title_(new QLabel(this)) {
