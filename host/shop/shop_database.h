@@ -31,7 +31,8 @@ class ShopDatabase {
     /// A shop in memory without movements (`empty`) or with some of its days (`sample`), or an existing file.
     static ShopDatabase open(const std::string& what);
     /// The sample in a file that keeps the movements from one start to the next. The first start makes it,
-    /// whole or not at all, and each fills the days of a year up to today that have none. Throws std::exception.
+    /// whole or not at all, and each fills the days of a year up to today that have none. Throws
+    /// std::exception.
     static ShopDatabase openSampleFile(const std::string& file);
 
     /// All of it or nothing.

@@ -1,6 +1,7 @@
 #include "adapters/qt/calendar.h"
 
 #include "adapters/qt/palette.h"
+#include "adapters/qt/window_sheet.h"
 
 #include <QAccessibleWidget>
 #include <QApplication>
@@ -24,7 +25,7 @@ constexpr double SmallestText = 10; // points of the days' names
 const QDate FirstDay(1753, 1, 1), LastDay(9999, 12, 31);
 
 QColor faceOn(const QColor& background) {
-    return look::isDark(background) ? look::toQt(colors::DarkFace) : palette::Key;
+    return look::isDark(background) ? look::mixed(background, Qt::black, 0.3) : palette::Key;
 }
 
 bool isPointer(QEvent::Type type) {
@@ -170,6 +171,7 @@ void Calendar::open(const QDate& chosen, const CalendarStyle& style, const Looks
     chosen_ = current_ = std::clamp(chosen, FirstDay, LastDay);
     style_ = style;
     looks_ = looks;
+    looks_.background = look::windowStyle(looks.background, looks.scale).background;
     if (isHidden())
         focusBefore_ = window()->focusWidget();
     place();

@@ -91,7 +91,9 @@ void DateFieldView::showSteps() {
     const QRect place = frame().pixels(*model()->parent(), model()->stepsPlace());
     FaceButton::Looks looks;
     looks.face.unit = scale().smaller();
-    looks.face.color = look::toQt(look::isDark(backdrop()) ? colors::DarkFace : colors::ButtonFace);
+    const bool dark = look::isDark(backdrop());
+    looks.face.color = dark ? look::mixed(look::toQt(colors::DarkFace), Qt::black, 0.15) // for white texts
+                            : look::toQt(colors::ButtonFace);
     looks.text = look::inkOn(looks.face.color);
     looks.font = look::font({.points = StepPoints}, scale());
     looks.inset = std::max(0, place.height() - height()) / 2.0; // as high as their neighbours to the eye

@@ -28,7 +28,7 @@ class DateFieldView final : public QWidget, public ModelView<DateField> {
     void showProperty(Property property) override;
     void showSpokenName(const QString& name) override;
     bool eventFilter(QObject* watched, QEvent* event) override; ///< clicks and keys of the edit
-    void hideEvent(QHideEvent*) override { closeCalendar(); }                 ///< with its page, too
+    void hideEvent(QHideEvent*) override { closeCalendar(); }   ///< with its page, too
 
   private:
     void makeSteps(const DateField& field, QWidget& parent);

@@ -2,6 +2,7 @@
 
 #include "adapters/qt/input_filter.h"
 #include "adapters/qt/window_frame.h"
+#include "adapters/qt/window_sheet.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -111,9 +112,9 @@ void QtUserInterface::fillMessageBox(QMessageBox& box, const PlatformMessage& me
     box.setWindowTitle(QString::fromStdString(message.title));
     box.setTextFormat(Qt::PlainText);
     box.setText(QString::fromStdString(message.text));
+    const auto style = look::windowStyle(backColor(), scale);
     if ((message.buttons & PlatformMessage::Information) != 0)
-        box.setIconPixmap(
-            informationPicture(static_cast<int>(48 * scale.smaller()), box.palette().window().color()));
+        box.setIconPixmap(informationPicture(static_cast<int>(48 * scale.smaller()), style.background));
     if (asksYesNo(message)) {
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         box.setDefaultButton(QMessageBox::Yes);
@@ -122,12 +123,15 @@ void QtUserInterface::fillMessageBox(QMessageBox& box, const PlatformMessage& me
         box.addButton(QMessageBox::Ok)->setText("OK");
         box.setDefaultButton(QMessageBox::Ok);
     }
-    const QFont font = look::font({.points = 12}, scale);
-    box.setFont(font);
-    box.setStyleSheet(QString("QPushButton { min-width: %1px; min-height: %2px; font-size: %3px; }")
-                          .arg(static_cast<int>(110 * scale.smaller()))
-                          .arg(static_cast<int>(40 * scale.smaller()))
-                          .arg(font.pixelSize()));
+    box.setStyleSheet(look::windowSheet(style));
+}
+
+/// Of the dialog that a message stands in front of.
+QColor QtUserInterface::backColor() const {
+    const auto shown = std::find_if(frames_.rbegin(), frames_.rend(), [](const WindowFrame* frame) {
+        return frame->isVisible() && frame->model() != nullptr;
+    });
+    return shown == frames_.rend() ? palette::Paper : look::toQt((*shown)->model()->backColor());
 }
 
 void QtUserInterface::nameAnswers(const QMessageBox& box) const {

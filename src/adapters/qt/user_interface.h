@@ -50,6 +50,7 @@ class QtUserInterface final : public UserInterface {
     void retire(WindowFrame& frame);
     void fillMessageBox(QMessageBox& box, const PlatformMessage& message) const;
     void nameAnswers(const QMessageBox& box) const;
+    [[nodiscard]] QColor backColor() const;
     [[nodiscard]] QSize surface() const; ///< empty where it is the screen's
 
     QtEventLoop& loop_;
