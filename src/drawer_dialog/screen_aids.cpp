@@ -52,6 +52,7 @@ void frm_Drawer_Management::connectScreenAids() {
     machineAids_ = allowedAids(process_.platform.settingsStore);
     process_.machineSounds = soundsOf(process_.platform.settingsStore);
     machineDecimalKey_ = decimalKeyOf(process_.platform.settingsStore);
+    c.window.setSaveFolder(machineSetting(process_.platform.settingsStore, "ListFolder").value_or(""));
     c.handlers.push_back(process_.entryChanged.connect([this] { showAids(); }));
     c.handlers.push_back(c.cmdNascondiTastiera.changed.connect([this](Property property) {
         if (property == Property::Visible)

@@ -64,6 +64,10 @@ class Window : public ControlOfKind<Window, CaptionedControl> {
     [[nodiscard]] PageNotice* notice() const { return notice_; }
     void setNotice(PageNotice& notice) { notice_ = &notice; }
 
+    /// Where its lists are saved without asking; empty where a person is to choose. UTF-8.
+    [[nodiscard]] const std::string& saveFolder() const { return saveFolder_; }
+    void setSaveFolder(std::string folder) { saveFolder_ = std::move(folder); }
+
     /// The operating system's request to close, as by the title bar or a log-off.
     void requestClose() { closeRequested(); }
 
@@ -86,6 +90,7 @@ class Window : public ControlOfKind<Window, CaptionedControl> {
     KeyTargets keyTargets_;
     PageNotice* notice_ = nullptr;
     const Control* keptInSight_ = nullptr;
+    std::string saveFolder_;
     bool modal_ = false;
     bool blocked_ = false;
     bool takesKeys_ = false;

@@ -1,9 +1,10 @@
 #include "adapters/qt/save_file.h"
 
-#include <QDir>
-#include <QFileDialog>
+#include "adapters/qt/save_window.h"
+#include "adapters/qt/window_frame.h"
+
+#include <QFileInfo>
 #include <QSaveFile>
-#include <QStandardPaths>
 
 namespace kova {
 namespace {
@@ -17,19 +18,37 @@ QString write(const QString& name, const std::string& text) {
     return file.errorString();
 }
 
+/// The file in the folder, with a number where there is one of that name.
+QString unusedName(const QString& folder, const QString& name) {
+    const QFileInfo wanted(QDir(folder), name);
+    QString file = wanted.filePath();
+    for (int number = 2; QFileInfo::exists(file); ++number)
+        file = QString("%1/%2 (%3).%4")
+                   .arg(wanted.path(), wanted.completeBaseName())
+                   .arg(number)
+                   .arg(wanted.suffix());
+    return file;
+}
+
 } // namespace
 
 void askAndSave(QWidget& parent, const QString& suggestedName, std::string text, Saved done) {
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    auto* dialog = new QFileDialog(&parent, {}, folder.filePath(suggestedName), "CSV (*.csv)");
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setDefaultSuffix("csv");
-    QObject::connect(dialog, &QFileDialog::fileSelected, &parent,
-                     [text = std::move(text), done = std::move(done)](const QString& name) {
-                         done(name, write(name, text));
-                     });
-    dialog->open();
+    const auto* const frame = dynamic_cast<WindowFrame*>(parent.window());
+    if (frame == nullptr || frame->model() == nullptr)
+        return;
+    if (const auto folder = QString::fromStdString(frame->model()->saveFolder()); !folder.isEmpty()) {
+        const QString file = unusedName(folder, suggestedName);
+        done(file, write(file, text));
+        return;
+    }
+    auto* const window =
+        new SaveWindow(&parent, suggestedName, frame->words(),
+                       look::windowStyle(look::toQt(frame->model()->backColor()), frame->scale()));
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->chosen = [text = std::move(text), done = std::move(done)](const QString& file) {
+        done(file, write(file, text));
+    };
+    window->open();
 }
 
 } // namespace kova

@@ -16,12 +16,14 @@ QDialog, QMainWindow, QPrintPreviewDialog, QMessageBox { background: @background
 QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }
 QLabel { background: transparent; }
 QPushButton, QToolButton { background: @face; color: @text; border: [1]px solid @border;
-    border-bottom: [2]px solid @border; border-radius: [5]px; min-height: [41]px; min-width: [110]px;
-    padding: 0 [10]px; }
+    border-bottom: [2]px solid @border; border-radius: [5]px; min-height: [41]px; padding: 0 [10]px; }
+QPushButton { min-width: [110]px; }
+QToolButton { min-width: [34]px; padding: 0 [4]px; }
 QPushButton:default, QPushButton#Primary { background: @accent; color: @onAccent; border-color: @accent;
     font-weight: bold; }
 QPushButton:focus, QToolButton:focus, QListView:focus { border: [2]px solid @focus; }
 QPushButton:pressed, QToolButton:pressed { background: @pressed; color: @onPressed; }
+#Question { font-weight: bold; }
 QPushButton:disabled, QToolButton:disabled { color: @faded; border-style: dashed; }
 QLineEdit { background: white; color: black; border: [1]px solid @border; border-radius: [4]px;
     min-height: [41]px; padding: 0 [8]px; selection-background-color: @blue; selection-color: white; }
