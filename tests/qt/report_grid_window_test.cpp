@@ -9,10 +9,13 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QFileDialog>
+#include <QDialog>
+#include <QDir>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -139,12 +142,22 @@ TEST_F(ReportGridWindow, CopiesAndSavesWhatIsShownOrSaysWhyNot) {
         menu->actions().at(action)->trigger();
         menu->close();
     };
-    const auto save = [&](const QString& name) {
+    const QTemporaryDir home;
+    qputenv("HOME", home.path().toUtf8());
+    const auto save = [&](int touches) {
         choose(2);
-        auto* const dialog = list.findChild<QFileDialog*>();
-        emit dialog->fileSelected(name);
-        dialog->close();
+        auto* const window = list.findChild<QDialog*>("SaveWindow");
+        window->findChild<QLineEdit*>()->setText("list");
+        for (auto* const button : window->findChildren<QPushButton*>())
+            for (int i = 0; button->isDefault() && i < touches; ++i)
+                button->click();
+        window->close();
         till.loop.settle();
+    };
+    const auto saved = [&] {
+        QFile file(home.filePath("list.csv"));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll().toStdString();
     };
     touch("header 1");
     choose(1);
@@ -154,14 +167,21 @@ TEST_F(ReportGridWindow, CopiesAndSavesWhatIsShownOrSaysWhyNot) {
     QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "A\t8\t€\r\nA\t10\t€\r\n");
 
-    const QTemporaryDir folder;
-    save(folder.filePath("list.csv"));
-    QFile file(folder.filePath("list.csv"));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll().toStdString(),
-              "\xEF\xBB\xBFTipo;importo;Valuta\r\nA;8;€\r\nB;9;€\r\nA;10;€\r\n");
+    save(1);
+    const std::string first = "\xEF\xBB\xBFTipo;importo;Valuta\r\nA;8;€\r\nB;9;€\r\nA;10;€\r\n";
+    EXPECT_EQ(saved(), first);
+    touch("header 1");
+    save(1);
+    EXPECT_EQ(saved(), first) << "asked, and not answered";
+    save(2);
+    EXPECT_NE(saved(), first);
+    till.dialog().setSaveFolder(home.path().toStdString());
+    choose(2);
+    choose(2);
+    EXPECT_EQ(QDir(home.path()).entryList({"movimenti*.csv"}).size(), 2);
     EXPECT_EQ(list.findChild<QMessageBox*>(), nullptr);
-    save(folder.filePath("missing/list.csv"));
+    till.dialog().setSaveFolder(home.filePath("missing").toStdString());
+    choose(2);
     EXPECT_NE(list.findChild<QMessageBox*>(), nullptr);
 }
 
