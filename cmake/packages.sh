@@ -7,7 +7,7 @@ fail() {
 }
 
 packages_build="g++ cmake ninja-build pkg-config"
-packages_qt="qt6-base-dev libglib2.0-dev qt6-translations-l10n libgl-dev fonts-dejavu-core"
+packages_qt="qt6-base-dev libglib2.0-dev libgl-dev fonts-dejavu-core"
 packages_sqlite="libsqlite3-dev"
 packages_odbc="unixodbc unixodbc-dev odbcinst tdsodbc" # the driver manager, and FreeTDS as a driver
 packages_python="python3-pip python3-dbg mypy"

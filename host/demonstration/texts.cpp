@@ -106,7 +106,21 @@ constexpr std::array Table{
           "Document NOT printed: %1"},
     Texts{Caption::PrinterFault, "la stampante o il file non si può usare",
           "der Drucker oder die Datei ist nicht verwendbar", "the printer or the file cannot be used"},
-    Texts{Caption::ClosePreview, "Chiudi", "Schließen", "Close"}};
+    Texts{Caption::ClosePreview, "Chiudi", "Schließen", "Close"},
+    Texts{Caption::Print, "Stampa", "Drucken", "Print"},
+    Texts{Caption::Cancel, "Annulla", "Abbrechen", "Cancel"},
+    Texts{Caption::Copies, "Copie", "Kopien", "Copies"},
+    Texts{Caption::FewerCopies, "Una copia in meno", "Eine Kopie weniger", "One copy less"},
+    Texts{Caption::MoreCopies, "Una copia in più", "Eine Kopie mehr", "One copy more"},
+    Texts{Caption::SaveAsPdf, "Salva come PDF …", "Als PDF speichern …", "Save as PDF …"},
+    Texts{Caption::NoPrinter, "Nessuna stampante installata", "Kein Drucker eingerichtet",
+          "No printer is set up"},
+    Texts{Caption::AllUsers, "Tutti gli operatori", "Alle Bediener", "All operators"},
+    Texts{Caption::PreviousPage, "Pagina precedente", "Vorherige Seite", "Previous page"},
+    Texts{Caption::NextPage, "Pagina successiva", "Nächste Seite", "Next page"},
+    Texts{Caption::PageOf, "%1 di %2", "%1 von %2", "%1 of %2"},
+    Texts{Caption::Enlarge, "Ingrandisci", "Vergrößern", "Enlarge"},
+    Texts{Caption::Shrink, "Riduci", "Verkleinern", "Shrink"}};
 
 } // namespace
 

@@ -76,7 +76,20 @@ enum class Caption {
     DayUnreadable, ///< %1 is the reason
     NotPrinted,    ///< %1 is the reason
     PrinterFault,
-    ClosePreview
+    ClosePreview,
+    Print,
+    Cancel,
+    Copies,
+    FewerCopies,
+    MoreCopies,
+    SaveAsPdf,
+    NoPrinter,
+    AllUsers,
+    PreviousPage,
+    NextPage,
+    PageOf, ///< %1 is the page, %2 their number
+    Enlarge,
+    Shrink
 };
 
 /// An amount as it was stored: grouped, with two decimals, more only where it has more (up to four).

@@ -67,23 +67,13 @@ QString dayOf(const DayDocument& document) {
     return text(shortDate(document.report.scope.day, document.regional));
 }
 
-/// Till, and user if there is one.
-QString scopeOf(const DayDocument& document) {
-    const auto say = [&](Caption which) { return caption(which, document.languageId); };
-    const auto& till = document.report.scope.till;
-    QString scope = till ? say(Caption::Till) + ' ' + QString::number(*till) : say(Caption::AllTills);
-    if (document.report.scope.user)
-        scope += Between + say(Caption::User) + ' ' + document.userName;
-    return scope;
-}
-
 QString titleTable(const DayDocument& document) {
     const auto say = [&](Caption which) { return caption(which, document.languageId); };
     const std::size_t count = document.report.movements.size();
     const QString counted =
         say(count == 1 ? Caption::OneMovement : Caption::MovementCount).replace("%1", QString::number(count));
     return tableOf({}, TitleRows.arg(say(Caption::DocumentTitle), dayOf(document),
-                                     scopeOf(document).toHtmlEscaped(), counted));
+                                     document.scope().toHtmlEscaped(), counted));
 }
 
 QString movementTable(const DayDocument& document) {
@@ -138,10 +128,17 @@ QString DayDocument::title() const {
     return caption(Caption::DocumentTitle, languageId) + ' ' + dayOf(*this);
 }
 
+QString DayDocument::scope() const {
+    const auto say = [this](Caption which) { return caption(which, languageId); };
+    const auto& till = report.scope.till;
+    return (till ? say(Caption::Till) + ' ' + QString::number(*till) : say(Caption::AllTills)) + Between +
+           (report.scope.user ? say(Caption::User) + ' ' + userName : say(Caption::AllUsers));
+}
+
 DayPages::DayPages(const DayDocument& document, QPaintDevice& device)
     : scale_(std::clamp(device.widthMM() / DesignWidth, SmallestScale, 1.0)),
       paper_(QSizeF(device.width(), device.height()) / scale_), line_(RunningLine * device.logicalDpiY()),
-      header_(document.title() + Between + scopeOf(document)),
+      header_(document.title() + Between + document.scope()),
       footer_(caption(Caption::PrintedAt, document.languageId)
                   .replace("%1", text(shortDate(document.printedAt, document.regional)))
                   .replace("%2", text(timeOfDayText(document.printedAt, document.regional)))),

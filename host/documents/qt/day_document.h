@@ -20,6 +20,8 @@ struct DayDocument {
 
     /// One line, for the dialogs and the job's name.
     [[nodiscard]] QString title() const;
+    /// Which till and which operators it takes in, on one line.
+    [[nodiscard]] QString scope() const;
 };
 
 /// The document on pages of one device: title, movements, sums. Each page repeats the headings of the columns

@@ -1,28 +1,21 @@
 #include "documents/qt/day_printing.h"
 
 #include "base/error.h"
-#include "demonstration/look.h"
 #include "demonstration/texts.h"
 #include "documents/qt/day_document.h"
-#include "services/texts.h"
+#include "documents/qt/print_preview.h"
 
 #include <QApplication>
-#include <QLibraryInfo>
+#include <QDialog>
 #include <QPageRanges>
 #include <QPainter>
 #include <QPointer>
-#include <QPrintDialog>
-#include <QPrintPreviewDialog>
 #include <QPrinter>
-#include <QPushButton>
 #include <QScreen>
 #include <QTimer>
-#include <QToolBar>
-#include <QTranslator>
 #include <QWindow>
 
 #include <algorithm>
-#include <exception>
 #include <vector>
 
 namespace kova {
@@ -30,16 +23,6 @@ namespace {
 
 constexpr std::int32_t DeviceFault = 68; ///< the number of a device that is not available
 const QMarginsF Margins(16, 14, 16, 12); ///< millimetres
-
-/// Qt's own texts in the document's language, where they are installed; the translator's destructor removes
-/// them.
-void translateToolkit(QTranslator& translator, std::int32_t languageId) {
-    if (languageId == language::English)
-        return;
-    const QString name = languageId == language::German ? "qtbase_de" : "qtbase_it";
-    if (translator.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(&translator);
-}
 
 void setUp(QPrinter& printer, const DayDocument& document) {
     printer.setPageSize(QPageSize(document.regional.name == "en-US" ? QPageSize::Letter : QPageSize::A4));
@@ -79,24 +62,9 @@ std::vector<int> wantedPages(const QPrinter& printer, int count) {
     return pages;
 }
 
-void fitForFingers(QPrintPreviewDialog& dialog, const DayDocument& document, double scale) {
-    auto* const tools = dialog.findChild<QToolBar*>();
-    if (tools == nullptr)
-        return;
-    tools->setIconSize(QSize(host_look::pixels(26, scale), host_look::pixels(26, scale)));
-    tools->setStyleSheet(
-        QString("QToolButton { min-width: %1px; min-height: %1px; }").arg(host_look::pixels(40, scale)));
-    auto* const close = new QPushButton(caption(Caption::ClosePreview, document.languageId));
-    close->setObjectName("Primary");
-    close->setAutoDefault(false);
-    close->setStyleSheet(host_look::styleSheet(scale) +
-                         QString("#Primary { font-size: %1px; }").arg(host_look::pixels(16, scale)));
-    QObject::connect(close, &QPushButton::clicked, &dialog, &QDialog::reject);
-    auto* const space = new QWidget;
-    space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    tools->addWidget(space);
-    tools->addWidget(close);
-    close->setMinimumSize(host_look::pixels(120, scale), host_look::pixels(44, scale));
+/// Of the dialog that asked; light where that is no longer there.
+look::WindowStyle styleOf(double scale) {
+    return look::styleInForce().value_or(look::windowStyle(palette::Paper, {scale, scale}));
 }
 
 } // namespace
@@ -117,45 +85,29 @@ void printPages(const DayDocument& document, QPrinter& printer) {
 }
 
 void printWithDialog(const DayDocument& document, double scale) {
-    QTranslator translator;
-    translateToolkit(translator, document.languageId);
     QPrinter printer(QPrinter::HighResolution);
     setUp(printer, document);
-    QPrintDialog dialog(&printer);
-    dialog.setObjectName("DayPrintDialog");
-    dialog.setWindowTitle(document.title());
-    dialog.setFont(host_look::font(15, scale));
-    dialog.setStyleSheet(QString("QPushButton, QToolButton, QComboBox, QLineEdit { min-height: %1px; }"
-                                 "QPushButton { min-width: %2px; }")
-                             .arg(host_look::pixels(40, scale))
-                             .arg(host_look::pixels(100, scale)));
-    if (runInFront(dialog) == QDialog::Accepted)
+    PrintWindow window(document, printer, styleOf(scale));
+    if (runInFront(window) == QDialog::Accepted)
         printPages(document, printer);
 }
 
 void showPreview(const DayDocument& document, double scale) {
-    QTranslator translator;
-    translateToolkit(translator, document.languageId);
     QPrinter printer(QPrinter::HighResolution);
     setUp(printer, document);
-    QPrintPreviewDialog dialog(&printer, nullptr, Qt::Window);
-    dialog.setObjectName("DayPreview");
-    dialog.setWindowTitle(document.title());
-    fitForFingers(dialog, document, scale);
+    const look::WindowStyle style = styleOf(scale);
+    const auto print = [&] {
+        PrintWindow choice(document, printer, style);
+        if (runInFront(choice) == QDialog::Accepted)
+            printPages(document, printer);
+    };
+    PreviewWindow window(
+        document, printer, style, [&](QPrinter& target) { printPages(document, target); }, print);
     if (const QWidget* const below = QApplication::activeWindow())
-        dialog.setGeometry(below->screen()->availableGeometry());
-    dialog.setWindowState(Qt::WindowMaximized);
-    std::exception_ptr failure; // exceptions cannot pass through Qt
-    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, [&](QPrinter* target) {
-        try {
-            printPages(document, *target);
-        } catch (...) {
-            failure = std::current_exception();
-        }
-    });
-    runInFront(dialog);
-    if (failure)
-        std::rethrow_exception(failure);
+        window.setGeometry(below->screen()->availableGeometry());
+    window.setWindowState(Qt::WindowMaximized);
+    runInFront(window);
+    window.rethrow();
 }
 
 } // namespace kova

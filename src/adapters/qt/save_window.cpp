@@ -12,6 +12,7 @@
 #include <QStandardPaths>
 #include <QStorageInfo>
 #include <QStyle>
+#include <QTimer>
 
 #include <algorithm>
 #include <utility>
@@ -24,6 +25,7 @@ namespace {
 constexpr double WindowWidth = 620, WindowHeight = 460;
 constexpr double FolderIcon = 24;
 constexpr int MostDrives = 3;
+constexpr int QuestionRest = 500; // milliseconds
 
 using Place = std::pair<QString, QString>; ///< its name, its path
 
@@ -105,9 +107,9 @@ QWidget* SaveWindow::makePlaces(const Wording& words) {
     };
     const auto say = [&](Word word) { return QString::fromStdString(words(word)); };
     add(say(Word::FolderAbove), [this] { enter(folder_.filePath("..")); });
-    std::vector<Place> places{{say(Word::HomeFolder), QDir::homePath()},
-                              {say(Word::DocumentsFolder),
-                               QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)}};
+    std::vector<Place> places{
+        {say(Word::HomeFolder), QDir::homePath()},
+        {say(Word::DocumentsFolder), QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)}};
     std::ranges::copy(removableDrives(), std::back_inserter(places));
     for (const auto& [name, path] : places)
         add(name, [this, path = path] { enter(path); });
@@ -145,6 +147,8 @@ void SaveWindow::accept() {
         asked_ = true;
         hint_->setText(question_);
         confirm_->setText(replace_);
+        confirm_->setEnabled(false); // a bounced touch is no answer
+        QTimer::singleShot(QuestionRest, this, [this] { confirm_->setEnabled(true); });
         return;
     }
     if (chosen)

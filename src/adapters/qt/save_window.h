@@ -14,8 +14,8 @@ class QPushButton;
 
 namespace kova {
 
-/// Asks where a file is to be written, for fingers: folders are rows that open at a touch; home, documents and
-/// removable drives are a touch away. A file that exists is replaced by a second touch only.
+/// Asks where a file is to be written, for fingers: folders are rows that open at a touch; home, documents
+/// and removable drives are a touch away. A file that exists is replaced by a second touch only.
 class SaveWindow final : public QDialog {
   public:
     /// The name's ending is kept. It speaks the language that `words` have now.

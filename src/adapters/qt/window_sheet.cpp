@@ -18,12 +18,12 @@ QLabel { background: transparent; }
 QPushButton, QToolButton { background: @face; color: @text; border: [1]px solid @border;
     border-bottom: [2]px solid @border; border-radius: [5]px; min-height: [41]px; padding: 0 [10]px; }
 QPushButton { min-width: [110]px; }
-QToolButton { min-width: [34]px; padding: 0 [4]px; }
+QToolButton { min-width: [34]px; padding: 0 [4]px; font-size: [24]px; }
 QPushButton:default, QPushButton#Primary { background: @accent; color: @onAccent; border-color: @accent;
     font-weight: bold; }
 QPushButton:focus, QToolButton:focus, QListView:focus { border: [2]px solid @focus; }
 QPushButton:pressed, QToolButton:pressed { background: @pressed; color: @onPressed; }
-#Question { font-weight: bold; }
+#Question, #Heading { font-weight: bold; }
 QPushButton:disabled, QToolButton:disabled { color: @faded; border-style: dashed; }
 QLineEdit { background: white; color: black; border: [1]px solid @border; border-radius: [4]px;
     min-height: [41]px; padding: 0 [8]px; selection-background-color: @blue; selection-color: white; }
@@ -45,11 +45,11 @@ WindowStyle windowStyle(const QColor& dialog, const Scale& scale) {
     return {isDark(dialog) ? mixed(dialog, Qt::black, Darker) : palette::Header, scale};
 }
 
-WindowStyle styleInForce() {
+std::optional<WindowStyle> styleInForce() {
     for (QWidget* one = QApplication::activeWindow(); one != nullptr; one = one->parentWidget())
         if (const auto* const frame = dynamic_cast<WindowFrame*>(one); frame && frame->model() != nullptr)
             return windowStyle(toQt(frame->model()->backColor()), frame->scale());
-    return windowStyle(palette::Paper, {});
+    return std::nullopt;
 }
 
 QString windowSheet(const WindowStyle& style) {

@@ -1,6 +1,8 @@
 #pragma once
 #include "adapters/qt/look.h"
 
+#include <optional>
+
 /// The look of the windows that are made of a toolkit's own parts: messages, questions, files, documents.
 /// They belong to the same family as the dialog that they stand in front of.
 namespace kova::look {
@@ -10,8 +12,8 @@ struct WindowStyle {
     Scale scale;
 };
 
-/// Of the dialog in use, in whose scheme a window before it is drawn; light where there is none.
-WindowStyle styleInForce();
+/// Of the dialog in use, in whose scheme a window in front of it is drawn; nothing where there is none.
+std::optional<WindowStyle> styleInForce();
 /// The same scheme at any scale.
 WindowStyle windowStyle(const QColor& dialog, const Scale& scale);
 
