@@ -202,7 +202,9 @@ FaceButton::Looks Calendar::buttonLooks(double points) const {
     looks.text = look::inkOn(looks.face.color);
     looks.font = look::font({.points = points}, looks_.scale);
     looks.pictureSize = looks_.scale.smaller() * DaySide / 2.4;
-    looks.inset = FaceInset * looks_.scale.smaller();
+    const double inset = FaceInset * looks_.scale.smaller();
+    looks.inset = {inset, inset, inset, inset};
+    looks.backdrop = [this] { return looks_.background; };
     return looks;
 }
 

@@ -16,7 +16,6 @@ namespace kova {
 namespace {
 
 const Font Text{.points = 12};
-constexpr double StepPoints = 11;
 
 std::optional<QDate> toQt(const std::optional<DateTime>& time) {
     if (!time)
@@ -95,8 +94,11 @@ void DateFieldView::showSteps() {
     looks.face.color = dark ? look::mixed(look::toQt(colors::DarkFace), Qt::black, 0.15) // for white texts
                             : look::toQt(colors::ButtonFace);
     looks.text = look::inkOn(looks.face.color);
-    looks.font = look::font({.points = StepPoints}, scale());
-    looks.inset = std::max(0, place.height() - height()) / 2.0; // as high as their neighbours to the eye
+    looks.font = look::font({.points = look::LegiblePoints}, scale());
+    const double inset =
+        std::max(0, place.height() - height()) / 2.0; // as high as their neighbours to the eye
+    looks.inset = {inset, inset, inset, inset};
+    looks.backdrop = [this] { return backdrop(); };
     looks.pictureSize = pixels(16);
     constexpr std::array Words{Word::PreviousDay, Word::Today, Word::NextDay};
     constexpr std::array Arrows{-1, 0, 1};

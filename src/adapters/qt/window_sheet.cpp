@@ -60,21 +60,20 @@ QString windowSheet(const WindowStyle& style) {
     const QColor chosen = dark ? mixed(face, Qt::black, 0.4) : palette::Chosen;
     QString sheet = Sheet;
     sheet.replace("@family", font({}, {}).family());
-    const std::pair<const char*, QColor> colours[] = {
-        {"@background", style.background},
-        {"@face", face},
-        {"@text", inkOn(face)},
-        {"@border", mixed(style.background, dark ? Qt::white : Qt::black, 0.5)},
-        {"@onAccent", inkOn(accent)},
-        {"@accent", accent},
-        {"@focus", accent},
-        {"@onPressed", inkOn(pressed)},
-        {"@pressed", pressed},
-        {"@onChosen", inkOn(chosen)},
-        {"@chosen", chosen},
-        {"@faded", faded(inkOn(face), face)},
-        {"@blue", palette::Blue},
-        {"@ink", inkOn(style.background)}};
+    const std::pair<const char*, QColor> colours[] = {{"@background", style.background},
+                                                      {"@face", face},
+                                                      {"@text", inkOn(face)},
+                                                      {"@border", borderOn(face, style.background)},
+                                                      {"@onAccent", inkOn(accent)},
+                                                      {"@accent", accent},
+                                                      {"@focus", accent},
+                                                      {"@onPressed", inkOn(pressed)},
+                                                      {"@pressed", pressed},
+                                                      {"@onChosen", inkOn(chosen)},
+                                                      {"@chosen", chosen},
+                                                      {"@faded", faded(inkOn(face), face)},
+                                                      {"@blue", palette::Blue},
+                                                      {"@ink", inkOn(style.background)}};
     for (const auto& [name, color] : colours)
         sheet.replace(name, color.name());
     for (int length = 1; length <= LongestLength; ++length)
