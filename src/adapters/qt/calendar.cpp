@@ -35,95 +35,6 @@ bool isPointer(QEvent::Type type) {
 
 } // namespace
 
-CalendarStyle calendarStyle(std::int32_t languageId, const std::string& region) {
-    const QLocale ofRegion(QString::fromStdString(region).replace('-', '_'));
-    const QLocale::Language language = languageId == language::German    ? QLocale::German
-                                       : languageId == language::English ? QLocale::English
-                                                                         : QLocale::Italian;
-    return {QLocale(language, ofRegion.territory()), ofRegion.firstDayOfWeek()};
-}
-
-std::function<void(QPainter&, const QRectF&, const QColor&)> arrowHeads(int count) {
-    return [count](QPainter& painter, const QRectF& area, const QColor& color) {
-        const double size = area.width() / 4;
-        const double way = count < 0 ? -size : size;
-        painter.save();
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(color, area.width() / 8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        for (int i = 0; i < std::abs(count); ++i) {
-            const QPointF tip =
-                area.center() + QPointF(way / 2 + way * 1.4 * (i - (std::abs(count) - 1) / 2.0), 0);
-            painter.drawPolyline(
-                QPolygonF({tip + QPointF(-way, -1.5 * size), tip, tip + QPointF(-way, 1.5 * size)}));
-        }
-        painter.restore();
-    };
-}
-
-/// One day; today's has a bar below its number.
-class Calendar::Day final : public FaceButton, public AccessibleView {
-  public:
-    using FaceButton::FaceButton;
-    QAccessibleInterface* makeAccessible() override;
-    void show(const QDate& day, const QDate& chosen, const CalendarStyle& style, Looks looks) {
-        day_ = day;
-        looks.face.flat = true;
-        looks.face.marked = day == chosen;
-        looks.wrapped = false;
-        looks.font.setBold(looks.face.marked || isToday());
-        if (looks.face.marked && !look::isDark(looks.face.color))
-            looks.face.color = palette::Chosen;
-        bar_ = look::accentOn(looks.face.color);
-        setLooks(looks);
-        setText(QString::number(day.day()));
-        setAccessibleName(style.names.toString(day, QLocale::LongFormat));
-        chosen_ = looks.face.marked;
-    }
-    [[nodiscard]] const QDate& day() const { return day_; }
-    [[nodiscard]] bool chosen() const { return chosen_; }
-
-  protected:
-    void paintEvent(QPaintEvent* event) override {
-        FaceButton::paintEvent(event);
-        if (!isToday())
-            return;
-        QPainter painter(this);
-        painter.fillRect(
-            QRectF(width() * 0.25, height() * 0.8, width() * 0.5, std::max(2.0, height() / 16.0)), bar_);
-    }
-
-  private:
-    [[nodiscard]] bool isToday() const { return day_ == QDate::currentDate(); }
-    class Accessible;
-    QDate day_;
-    QColor bar_;
-    bool chosen_ = false;
-};
-
-/// A button that says whether its day is the chosen one.
-class Calendar::Day::Accessible final : public QAccessibleWidget {
-  public:
-    explicit Accessible(Day& day) : QAccessibleWidget(&day, QAccessible::Button), day_(day) {}
-    [[nodiscard]] QAccessible::State state() const override {
-        auto state = QAccessibleWidget::state();
-        state.selectable = true;
-        state.selected = day_.chosen();
-        return state;
-    }
-    [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
-    void doAction(const QString& action) override {
-        if (action == pressAction())
-            day_.click();
-    }
-
-  private:
-    Day& day_;
-};
-
-QAccessibleInterface* Calendar::Day::makeAccessible() {
-    return new Accessible(*this);
-}
-
 Calendar::Calendar(QWidget& window, const Wording& words)
     : QFrame(&window), words_(words), title_(new QLabel(this)) {
     title_->setAlignment(Qt::AlignCenter);
@@ -149,7 +60,7 @@ Calendar::Calendar(QWidget& window, const Wording& words)
 
 void Calendar::addDays() {
     for (int i = 0; i < DaysOfWeek * Weeks; ++i) {
-        auto* const day = new Day(*this);
+        auto* const day = new CalendarDay(*this);
         day->setObjectName(QString("day_%1").arg(i));
         connect(day, &QAbstractButton::clicked, this, [this, day] { pick(day->day()); });
         days_.push_back(day);
@@ -260,9 +171,7 @@ void Calendar::showWords() {
     }
     const QString ink = QString("color: %1;").arg(look::inkOn(looks_.background).name());
     title_->setStyleSheet(ink);
-    QFont font = look::font({.points = ButtonPoints, .bold = true}, looks_.scale);
-    title_->setFont(font);
-    font = look::font({.points = SmallestText}, looks_.scale);
+    const QFont font = look::font({.points = SmallestText}, looks_.scale);
     for (int i = 0; i < DaysOfWeek; ++i) {
         QLabel* const name = dayNames_[static_cast<std::size_t>(i)];
         const int day = (style_.firstDay - 1 + i) % DaysOfWeek + 1;
@@ -283,7 +192,7 @@ void Calendar::showMonth() {
     const int before = (first.dayOfWeek() - style_.firstDay + DaysOfWeek) % DaysOfWeek;
     const auto looks = buttonLooks(DayPoints);
     QDate date = first.addDays(-before);
-    for (Day* const day : days_) {
+    for (CalendarDay* const day : days_) {
         const bool ofMonth = date.month() == current_.month() && date.year() == current_.year();
         if (ofMonth)
             day->show(date, chosen_, style_, looks);
@@ -295,13 +204,13 @@ void Calendar::showMonth() {
 void Calendar::goTo(const QDate& day) {
     current_ = std::clamp(day, FirstDay, LastDay);
     showMonth();
-    if (Day* const current = currentDay())
+    if (CalendarDay* const current = currentDay())
         current->setFocus(Qt::OtherFocusReason);
 }
 
-Calendar::Day* Calendar::currentDay() const {
+CalendarDay* Calendar::currentDay() const {
     const auto found = std::ranges::find_if(
-        days_, [this](const Day* one) { return !one->isHidden() && one->day() == current_; });
+        days_, [this](const CalendarDay* one) { return !one->isHidden() && one->day() == current_; });
     return found == days_.end() ? nullptr : *found;
 }
 
@@ -334,33 +243,11 @@ bool Calendar::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool Calendar::takeKey(const QKeyEvent& event) {
-    const bool years = (event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) != 0;
-    const auto far = [&](int way) { return years ? current_.addYears(way) : current_.addMonths(way); };
+    if (const auto day = dayByKey(event, current_)) {
+        goTo(*day);
+        return true;
+    }
     switch (event.key()) {
-    case Qt::Key_Left:
-        goTo(current_.addDays(-1));
-        return true;
-    case Qt::Key_Right:
-        goTo(current_.addDays(1));
-        return true;
-    case Qt::Key_Up:
-        goTo(current_.addDays(-DaysOfWeek));
-        return true;
-    case Qt::Key_Down:
-        goTo(current_.addDays(DaysOfWeek));
-        return true;
-    case Qt::Key_PageUp:
-        goTo(far(-1));
-        return true;
-    case Qt::Key_PageDown:
-        goTo(far(1));
-        return true;
-    case Qt::Key_Home:
-        goTo(current_.addDays(1 - current_.day()));
-        return true;
-    case Qt::Key_End:
-        goTo(current_.addDays(current_.daysInMonth() - current_.day()));
-        return true;
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
         moveFocus(event.key() == Qt::Key_Tab && !event.modifiers().testFlag(Qt::ShiftModifier));
@@ -376,11 +263,10 @@ bool Calendar::takeKey(const QKeyEvent& event) {
     default:
         return false;
     }
+    auto* const button = qobject_cast<QAbstractButton*>(window()->focusWidget());
     if (event.isAutoRepeat())
         return true;
-    QWidget* const focused = window()->focusWidget();
-    if (auto* const button = qobject_cast<QAbstractButton*>(focused);
-        button != nullptr && isAncestorOf(button))
+    if (button != nullptr && isAncestorOf(button))
         button->click();
     else
         pick(current_);
@@ -389,7 +275,7 @@ bool Calendar::takeKey(const QKeyEvent& event) {
 
 void Calendar::moveFocus(bool forward) {
     std::vector<QWidget*> stops(turns_.begin(), turns_.end());
-    if (Day* const day = currentDay())
+    if (CalendarDay* const day = currentDay())
         stops.push_back(day);
     stops.insert(stops.end(), {today_, cancel_});
     const auto at = std::ranges::find(stops, window()->focusWidget());

@@ -1,10 +1,8 @@
 #pragma once
-#include "adapters/qt/buttons.h"
+#include "adapters/qt/calendar_parts.h"
 #include "screen/spoken_name.h"
 
-#include <QDate>
 #include <QFrame>
-#include <QLocale>
 #include <QPointer>
 
 #include <array>
@@ -15,17 +13,6 @@ class QKeyEvent;
 class QLabel;
 
 namespace kova {
-
-/// How a calendar writes: the names of days and months in the component's language, weeks as in the region.
-struct CalendarStyle {
-    QLocale names;
-    Qt::DayOfWeek firstDay = Qt::Monday;
-};
-/// `region` is a BCP 47 tag; weeks of one that is not known begin on Monday.
-CalendarStyle calendarStyle(std::int32_t languageId, const std::string& region);
-
-/// Draws so many arrow heads, to the left below zero, for a button without a caption.
-std::function<void(QPainter&, const QRectF&, const QColor&)> arrowHeads(int count);
 
 /// The days of a month to choose one from, in front of a window's other widgets and as large as fingers need.
 /// While it is open it takes the window's keys and touches; one outside only closes it.
@@ -50,7 +37,6 @@ class Calendar final : public QFrame, public AccessibleView {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    class Day;
     static constexpr int DaysOfWeek = 7, Weeks = 6;
 
     FaceButton* addButton(const char* name, std::function<void()> clicked);
@@ -63,7 +49,7 @@ class Calendar final : public QFrame, public AccessibleView {
     /// Returns whether the key is taken.
     bool takeKey(const QKeyEvent& event);
     void moveFocus(bool forward);
-    [[nodiscard]] Day* currentDay() const;
+    [[nodiscard]] CalendarDay* currentDay() const;
     [[nodiscard]] FaceButton::Looks buttonLooks(double points) const;
 
     const Wording& words_;
@@ -71,7 +57,7 @@ class Calendar final : public QFrame, public AccessibleView {
     std::array<FaceButton*, 4> turns_{}; ///< to the year and month before, the month and year after
     QLabel* title_;
     std::array<QLabel*, DaysOfWeek> dayNames_{};
-    std::vector<Day*> days_; ///< of six weeks, from the one with the first of the month
+    std::vector<CalendarDay*> days_; ///< of six weeks, from the one with the first of the month
     FaceButton* today_;
     FaceButton* cancel_;
     CalendarStyle style_;
