@@ -124,6 +124,8 @@ void QtUserInterface::fillMessageBox(QMessageBox& box, const PlatformMessage& me
         box.setDefaultButton(QMessageBox::Ok);
     }
     box.setStyleSheet(look::windowSheet(style));
+    for (QAbstractButton* const button : box.buttons())
+        button->setIcon({}); // some desktops have one for each answer
 }
 
 /// Of the dialog that a message stands in front of.

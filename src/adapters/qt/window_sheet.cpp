@@ -13,7 +13,6 @@ namespace {
 constexpr const char* Sheet = R"(
 * { font-family: "@family"; font-size: [16]px; color: @ink; }
 QDialog, QMainWindow, QPrintPreviewDialog, QMessageBox { background: @background; }
-QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }
 QLabel { background: transparent; }
 QPushButton, QToolButton { background: @face; color: @text; border: [1]px solid @border;
     border-bottom: [2]px solid @border; border-radius: [5]px; min-height: [41]px; padding: 0 [10]px; }
