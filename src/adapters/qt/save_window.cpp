@@ -9,6 +9,7 @@
 #include <QRegularExpressionValidator>
 #include <QScreen>
 #include <QScroller>
+#include <QShortcut>
 #include <QStandardPaths>
 #include <QStorageInfo>
 #include <QStyle>
@@ -34,11 +35,9 @@ std::vector<Place> removableDrives() {
     std::vector<Place> drives;
     for (const QStorageInfo& one : QStorageInfo::mountedVolumes()) {
         const QString root = one.rootPath();
-#ifdef Q_OS_WIN
-        const bool removable = root != QDir::rootPath();
-#else
-        const bool removable = root.startsWith("/media/") || root.startsWith("/run/media/");
-#endif
+        const bool letter = root.size() == 3 && root.at(1) == ':';
+        const bool removable =
+            letter ? root != QDir::rootPath() : root.startsWith("/media/") || root.startsWith("/run/media/");
         if (removable && one.isReady() && !one.isReadOnly() && drives.size() < MostDrives)
             drives.emplace_back(one.name().isEmpty() ? QDir::toNativeSeparators(root) : one.name(), root);
     }
@@ -64,8 +63,28 @@ SaveWindow::SaveWindow(QWidget* parent, const QString& suggestedName, const Word
     folders_->setIconSize(QSize(1, 1) * static_cast<int>(FolderIcon * style.scale.smaller()));
     folders_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     QScroller::grabGesture(folders_->viewport(), QScroller::TouchGesture);
-    hint_->setObjectName("Question");
     name_->setText(suggested.fileName());
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(makePlaces(words));
+    layout->addWidget(path_);
+    layout->addWidget(folders_, 1);
+    addNaming(*layout, words);
+    const auto open = [this] {
+        if (const QListWidgetItem* const item = folders_->currentItem())
+            enter(folder_.filePath(item->text()));
+    };
+    connect(folders_, &QListWidget::itemClicked, this, open);
+    new QShortcut(Qt::Key_Return, folders_, open, Qt::WidgetShortcut);
+    new QShortcut(
+        Qt::Key_Backspace, folders_, [this] { enter(folder_.filePath("..")); }, Qt::WidgetShortcut);
+    const QSize room = (parent != nullptr ? parent->screen() : screen())->availableSize();
+    resize((QSizeF(WindowWidth, WindowHeight) * style.scale.smaller()).toSize().boundedTo(room));
+    enter(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+}
+
+void SaveWindow::addNaming(QBoxLayout& layout, const Wording& words) {
+    const auto say = [&](Word word) { return QString::fromStdString(words(word)); };
+    hint_->setObjectName("Question");
     name_->setAccessibleName(say(Word::FileName));
     name_->setValidator(
         new QRegularExpressionValidator(QRegularExpression(R"([^/\\:*?"<>|]*)"), name_)); // of no system
@@ -79,20 +98,11 @@ SaveWindow::SaveWindow(QWidget* parent, const QString& suggestedName, const Word
     auto* const naming = new QHBoxLayout;
     naming->addWidget(new QLabel(say(Word::FileName)));
     naming->addWidget(name_, 1);
-    auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(makePlaces(words));
-    layout->addWidget(path_);
-    layout->addWidget(folders_, 1);
-    layout->addLayout(naming);
-    layout->addLayout(buttons);
-    connect(folders_, &QListWidget::itemClicked, this,
-            [this](const QListWidgetItem* item) { enter(folder_.filePath(item->text())); });
+    layout.addLayout(naming);
+    layout.addLayout(buttons);
     connect(name_, &QLineEdit::textChanged, this, [this] { reconsider(); });
     connect(confirm_, &QPushButton::clicked, this, [this] { accept(); });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    const QSize room = (parent != nullptr ? parent->screen() : screen())->availableSize();
-    resize((QSizeF(WindowWidth, WindowHeight) * style.scale.smaller()).toSize().boundedTo(room));
-    enter(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
 }
 
 QWidget* SaveWindow::makePlaces(const Wording& words) {

@@ -7,6 +7,7 @@
 
 #include <functional>
 
+class QBoxLayout;
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -26,6 +27,7 @@ class SaveWindow final : public QDialog {
 
   private:
     QWidget* makePlaces(const Wording& words);
+    void addNaming(QBoxLayout& layout, const Wording& words);
     void enter(const QString& folder);
     void accept() override;
     void reconsider();

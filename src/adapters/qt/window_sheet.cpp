@@ -15,7 +15,8 @@ constexpr const char* Sheet = R"(
 QDialog, QMainWindow, QPrintPreviewDialog, QMessageBox { background: @background; }
 QLabel { background: transparent; }
 QPushButton, QToolButton { background: @face; color: @text; border: [1]px solid @border;
-    border-bottom: [2]px solid @border; border-radius: [5]px; min-height: [41]px; padding: 0 [10]px; }
+    border-bottom: [2]px solid @border; border-radius: [5]px; min-height: [41]px; padding: 0 [10]px;
+    outline: 0; }
 QPushButton { min-width: [110]px; }
 QToolButton { min-width: [34]px; padding: 0 [4]px; font-size: [24]px; }
 QPushButton:default, QPushButton#Primary { background: @accent; color: @onAccent; border-color: @accent;
