@@ -86,8 +86,8 @@ TEST_F(PhysicalKeyboard, ChoosesADayAndReachesNothingElseMeanwhile) {
         QTest::mouseClick(widget("comboData_calendar"), Qt::LeftButton);
     };
     openOn("31/01/2026");
-    press({Qt::Key_PageDown, Qt::Key_Left, Qt::Key_Up, Qt::Key_5, Qt::Key_F2, Qt::Key_Home, Qt::Key_Down,
-           Qt::Key_Enter});
+    QTest::mouseClick(widget("nextMonth"), Qt::LeftButton);
+    press({Qt::Key_Left, Qt::Key_Up, Qt::Key_5, Qt::Key_F2, Qt::Key_Home, Qt::Key_Down, Qt::Key_Enter});
     EXPECT_EQ(field.text() + text("txtVisore"), "08/02/2026");
     openOn("08/02/2026");
     press({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space}); // around to the year before
@@ -97,11 +97,16 @@ TEST_F(PhysicalKeyboard, ChoosesADayAndReachesNothingElseMeanwhile) {
     QTest::mouseClick(widget("PushButton1"), Qt::LeftButton); // only closes the calendar
     EXPECT_FALSE(widget("comboData_popup")->isVisible());
     openOn("28/02/2025");
+    QTest::mouseClick(widget("nextMonth"), Qt::LeftButton);
     press({Qt::Key_Right, Qt::Key_Escape});
+    EXPECT_EQ(field.text(), "28/02/2025");
     EXPECT_TRUE(till.dialog().visible());
     for (const char* const name : {"comboData_after", "comboData_after", "comboData_before"})
         QTest::mouseClick(widget(name), Qt::LeftButton);
     EXPECT_EQ(field.text(), "01/03/2025");
+    till.dialog().moveFocus(field);
+    press({Qt::Key_Up, Qt::Key_Up, Qt::Key_Down});
+    EXPECT_EQ(field.text(), "02/03/2025");
     field.setText("domani");
     QTest::mouseClick(widget("comboData_after"), Qt::LeftButton);
     EXPECT_EQ(field.text(), QDate::currentDate().addDays(1).toString("dd/MM/yyyy").toStdString());

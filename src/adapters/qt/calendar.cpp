@@ -40,8 +40,9 @@ Calendar::Calendar(QWidget& window, const Wording& words)
     title_->setAlignment(Qt::AlignCenter);
     const auto turn = [this](const char* name, auto next) {
         return addButton(name, [this, next] {
+            const bool onDay = dynamic_cast<CalendarDay*>(this->window()->focusWidget()) != nullptr;
             current_ = std::clamp(next(current_), FirstDay, LastDay);
-            showMonth();
+            onDay ? goTo(current_) : showMonth();
         });
     };
     turns_ = {turn("previousYear", [](const QDate& day) { return day.addYears(-1); }),
@@ -62,6 +63,7 @@ void Calendar::addDays() {
     for (int i = 0; i < DaysOfWeek * Weeks; ++i) {
         auto* const day = new CalendarDay(*this);
         day->setObjectName(QString("day_%1").arg(i));
+        day->setFocusPolicy(Qt::TabFocus);
         connect(day, &QAbstractButton::clicked, this, [this, day] { pick(day->day()); });
         days_.push_back(day);
     }
@@ -70,6 +72,7 @@ void Calendar::addDays() {
 FaceButton* Calendar::addButton(const char* name, std::function<void()> clicked) {
     auto* const button = new FaceButton(*this);
     button->setObjectName(name);
+    button->setFocusPolicy(Qt::TabFocus);
     connect(button, &QAbstractButton::clicked, this, std::move(clicked));
     return button;
 }
@@ -243,6 +246,8 @@ bool Calendar::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool Calendar::takeKey(const QKeyEvent& event) {
+    if (const auto* const focused = dynamic_cast<CalendarDay*>(window()->focusWidget()))
+        current_ = focused->day(); // where assistive technology may have put the focus
     if (const auto day = dayByKey(event, current_)) {
         goTo(*day);
         return true;

@@ -94,10 +94,12 @@ class CalendarDay::Accessible final : public QAccessibleWidget {
         state.selected = day_.chosen();
         return state;
     }
-    [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
+    [[nodiscard]] QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
     void doAction(const QString& action) override {
         if (action == pressAction())
             day_.click();
+        else
+            QAccessibleWidget::doAction(action);
     }
 
   private:

@@ -179,11 +179,18 @@ bool DateFieldView::eventFilter(QObject* watched, QEvent* event) {
         return QWidget::eventFilter(watched, event);
     if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)
         act([](DateField& field) { field.window().moveFocus(field); });
-    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F4) {
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    const bool alt = key.modifiers().testFlag(Qt::AltModifier);
+    const bool up = key.key() == Qt::Key_Up;
+    if (key.key() == Qt::Key_F4 || (alt && key.key() == Qt::Key_Down))
         openCalendar();
-        return true;
-    }
-    return false;
+    else if (!alt && (up || key.key() == Qt::Key_Down))
+        step(up ? 1 : -1);
+    else
+        return false;
+    return true;
 }
 
 void DateFieldView::openCalendar() {

@@ -13,7 +13,8 @@ class QToolButton;
 
 namespace kova {
 
-/// A day to type, to pick from a calendar that opens on a button (or with F4), or to reach by steps.
+/// A day to type, to pick from a calendar that opens on a button (or with F4 or Alt and Down), or to reach
+/// by steps, for which the keys up and down stand, too.
 class DateFieldView final : public QWidget, public ModelView<DateField> {
   public:
     DateFieldView(DateField& field, WindowFrame& frame, QWidget& parent);
