@@ -1,5 +1,7 @@
 #include "services/number_format.h"
 
+#include "services/currency_decimals.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -90,13 +92,16 @@ std::string NumberFormat::FormatAmount(const double& value, const std::int16_t& 
 }
 
 std::string NumberFormat::FormatExactly(const double& value) const {
+    return formatExactly(value, std::clamp<int>(amountDecimals_, 0, MostDecimals));
+}
+
+std::string NumberFormat::formatExactly(double value, int leastDecimals) const {
     constexpr int MostPlaces = 20;
     std::string text = scientific(value);
     const Digits number = digitsOf(text);
     const int needed = static_cast<int>(number.digits.size()) - number.beforePoint;
     if (number.beforePoint <= SignificantDigits && needed <= MostPlaces)
-        return grouped(number, std::max<int>(needed, std::clamp<int>(amountDecimals_, 0, MostDecimals)),
-                       value < 0, regional_);
+        return grouped(number, std::max(needed, leastDecimals), value < 0, regional_);
     if (const auto point = text.find('.'); point != std::string::npos)
         text.replace(point, 1, regional_.decimalSeparator);
     return (value < 0 ? "-" : "") + text;
@@ -121,6 +126,26 @@ std::string NumberFormat::FormatValue(const double& value) const {
 std::string NumberFormat::FormatSum(const double& value) const {
     constexpr int MoneyDecimals = 4;
     return formatAsNeeded(value, MoneyDecimals);
+}
+
+// Lists have many amounts, and most are whole ten-thousandths of a few digits.
+std::string NumberFormat::FormatMoney(double value, std::string_view currency) const {
+    constexpr double Units = 10'000;
+    constexpr double Most = 1e15;
+    constexpr std::size_t UnitDigits = 4;
+    const auto decimals = static_cast<std::size_t>(decimalsOf(currency));
+    const double units = std::round(std::fabs(value) * Units);
+    if (!(units < Most) || units / Units != std::fabs(value))
+        return formatExactly(value, static_cast<int>(decimals));
+    std::string digits = std::to_string(static_cast<std::int64_t>(units));
+    digits.insert(0, UnitDigits + 1 - std::min(UnitDigits + 1, digits.size()), '0');
+    const std::size_t whole = digits.size() - UnitDigits;
+    const std::size_t needed = std::max(digits.find_last_not_of('0') + 1, whole + decimals);
+    std::string text = value < 0 && units > 0 ? "-" : "";
+    text += groupedDigits(std::string_view(digits).substr(0, whole), regional_);
+    if (needed > whole)
+        text.append(regional_.decimalSeparator).append(digits, whole, needed - whole);
+    return text;
 }
 
 } // namespace kova

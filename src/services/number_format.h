@@ -28,9 +28,13 @@ class NumberFormat {
     [[nodiscard]] std::string FormatExactly(const double& value) const;
     /// A sum of amounts, with the amount decimals or as many more, up to money's four, as it needs.
     [[nodiscard]] std::string FormatSum(const double& value) const;
+    /// An amount of a currency to its last digit, as FormatExactly, but with the currency's decimals at
+    /// least.
+    [[nodiscard]] std::string FormatMoney(double value, std::string_view currency) const;
 
   private:
     [[nodiscard]] std::string formatAsNeeded(double value, int mostDecimals) const;
+    [[nodiscard]] std::string formatExactly(double value, int leastDecimals) const;
     const RegionalSettings& regional_;
     std::int16_t quantityDecimals_ = 0;
     std::int16_t amountDecimals_ = 0;
