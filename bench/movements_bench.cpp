@@ -87,6 +87,26 @@ void groupByActivity(benchmark::State& state) {
 }
 BENCHMARK(groupByActivity)->EACH_SIZE;
 
+// The first letter that is typed into the search field, which a third of the records have, and the next one.
+void searchFirstLetter(benchmark::State& state) {
+    timeGesture(
+        state, [](ReportGrid& grid) { grid.search("z"); },
+        [](const ReportGrid& grid) { return grid.order().size() == (grid.recordCount() + 1) / 3; },
+        [](ReportGrid& grid) {
+            grid.search("");
+            grid.populate(); // so that nothing is known of the texts
+        });
+}
+BENCHMARK(searchFirstLetter)->EACH_SIZE;
+
+void searchNextLetter(benchmark::State& state) {
+    timeGesture(
+        state, [](ReportGrid& grid) { grid.search("not"); },
+        [](const ReportGrid& grid) { return grid.order().size() == grid.recordCount(); },
+        [](ReportGrid& grid) { grid.search("z"); });
+}
+BENCHMARK(searchNextLetter)->EACH_SIZE;
+
 } // namespace
 } // namespace kova::bench
 

@@ -82,6 +82,7 @@ void cls_Kova_Drawer_Man::ActiveColorMetroStyle(const bool& on) {
 
 void cls_Kova_Drawer_Man::AttivaVisualizzazionePrecontiDefinitivi(const bool& on) {
     state_->options().AttivaVisualizzazionePrecontiDefinitivi = on;
+    state_->listMayDiffer();
 }
 
 bool cls_Kova_Drawer_Man::AttivaVisualizzazionePrecontiDefinitivi() const {
@@ -90,6 +91,7 @@ bool cls_Kova_Drawer_Man::AttivaVisualizzazionePrecontiDefinitivi() const {
 
 void cls_Kova_Drawer_Man::idCassa(const std::int32_t& id) {
     state_->options().idCassa = id;
+    state_->listMayDiffer();
 }
 
 std::int32_t cls_Kova_Drawer_Man::idCassa() const {
@@ -130,6 +132,7 @@ std::int32_t cls_Kova_Drawer_Man::idPagamentoPredefinito() const {
 
 void cls_Kova_Drawer_Man::idUtente(const std::int32_t& id) {
     state_->options().idUtente = id;
+    state_->listMayDiffer();
 }
 
 std::int32_t cls_Kova_Drawer_Man::idUtente() const {
@@ -146,6 +149,7 @@ bool cls_Kova_Drawer_Man::UsaSoloValutaAziendale() const {
 
 void cls_Kova_Drawer_Man::VisualizzaMovimentiUtenteLoggato(const bool& on) {
     state_->options().VisualizzaMovimentiUtenteLoggato = on;
+    state_->listMayDiffer();
 }
 
 bool cls_Kova_Drawer_Man::VisualizzaMovimentiUtenteLoggato() const {

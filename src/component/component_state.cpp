@@ -89,4 +89,9 @@ void ComponentState::show(std::int32_t modality) {
     });
 }
 
+void ComponentState::listMayDiffer() noexcept {
+    if (dialog_)
+        dialog_->showWhetherListFits();
+}
+
 } // namespace kova

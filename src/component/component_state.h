@@ -43,6 +43,8 @@ class ComponentState final : public ParentComponent {
     /// Null before the first `show`.
     [[nodiscard]] frm_Drawer_Management* dialog() const { return dialog_.get(); }
     void show(std::int32_t modality);
+    /// An option changed on which the dialog's list depends.
+    void listMayDiffer() noexcept;
 
     [[nodiscard]] ProcessState& process() const { return process_; }
     /// A call that throws when it is refused, after one record. Keeps the component while it runs.

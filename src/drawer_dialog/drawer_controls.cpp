@@ -63,7 +63,7 @@ DrawerControls::DrawerControls(EventLoop& loop)
       cmd_print({&TabControlPage2, "cmd_print", {11640, 7440, 1695, 585}}, "Stampa", ActionButton),
       PushButton1({&TabControlPage2, "PushButton1", {13440, 7440, 1695, 585}}, "Chiudi", ActionButton),
 
-      saved(TabControlPage1),
+      saved(TabControlPage1), listNotice(TabControlPage2),
 
       TimerAttivita(loop, 50ms), TimerVersamenti(loop, 50ms), tmrAutoClose(loop, 10ms) {
     window.setInitialFocus(txtVisore);
@@ -71,6 +71,8 @@ DrawerControls::DrawerControls(EventLoop& loop)
     window.setNotice(saved);
     cmdConferma.setPrimary(true);
     comboData.setStepsPlace({5160, 7385, 3150, 680}); // a finger high, around the buttons' middle
+    listNotice.setBounds(NoticeOverList);
+    grd_mov_giornata.setNotice(listNotice);
     Virtual_KeyPAD.setReadBack(readBack);
     Virtual_KeyPAD.setTakesAll(true);
 }

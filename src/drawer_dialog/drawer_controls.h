@@ -12,6 +12,7 @@
 
 #include <array>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace kova {
@@ -62,9 +63,12 @@ struct DrawerControls {
     // Beside the controls. The notice moves out of the way of the keyboard of a double movement.
     static constexpr Rect NoticeLeftOfConfirm{3480, 7560, 7920, 585};
     static constexpr Rect NoticeAboveKeyboard{7890, 3090, 6945, 555};
+    static constexpr Rect NoticeOverList{3480, 5880, 7920, 585};
     ReadBack readBack;
     PageNotice saved;
     const Control* refused = nullptr; ///< what the last refusal asked for, until it is touched
+    PageNotice listNotice;
+    std::string listRequest; ///< what the list was loaded with; empty before it is
 
     Timer TimerAttivita, TimerVersamenti; ///< 50 ms
     Timer tmrAutoClose;                   ///< 10 ms

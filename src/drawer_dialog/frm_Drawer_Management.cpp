@@ -102,6 +102,7 @@ void frm_Drawer_Management::Show(std::int32_t modality) {
 
 void frm_Drawer_Management::SetSwName(const std::string& locSwName) {
     process_.SoftwareName = locSwName;
+    showWhetherListFits();
 }
 
 void frm_Drawer_Management::RecuperaFondoCassaPrecedenteAttivo() {

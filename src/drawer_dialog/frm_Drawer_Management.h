@@ -42,6 +42,9 @@ class frm_Drawer_Management {
     /// Closes the message window and the coin count, then the dialog.
     void AnnullaClick();
 
+    /// To be called when an option changed on which the list depends; it is for the eyes, and never fails.
+    void showWhetherListFits() noexcept;
+
     void ml_RuntimeSupport_LanguageChanged(std::int32_t LanguageID, const std::string& Language);
 
     [[nodiscard]] bool loaded() const { return lifetime_.loaded(); }
@@ -154,6 +157,7 @@ class frm_Drawer_Management {
     void setupReportControl();
     void TabControl_SelectedChanged(int index);
     void cmdCaricaMovimenti_Click();
+    void loadMovements();
     void cmd_print_Click();
     void cmdAnteprima_Click();
 

@@ -15,7 +15,12 @@ void prepareList(ProcessState& process, ReportGrid& grid) {
                                  return std::nullopt;
                              return static_cast<double>(date->time_since_epoch().count());
                          },
-                         [&process](double sum) { return process.numberFormat().FormatSum(sum); }});
+                         [&process](double amount, std::string_view currency) {
+                             const auto& format = process.numberFormat();
+                             return currency.empty() ? format.FormatSum(amount)
+                                                     : format.FormatMoney(amount, currency);
+                         },
+                         regional.decimalSeparator});
     grid.setSummedColumns("importo", "valuta");
 }
 
@@ -36,13 +41,36 @@ void frm_Drawer_Management::setupReportControl() {
 void frm_Drawer_Management::TabControl_SelectedChanged(int index) {
     trapped(process_, "TabControl_SelectedChanged", [&] {
         if (index == 1)
-            carica_Movimenti_Giornata(process_, controls().grd_mov_giornata, controls().comboData.text(),
-                                      options());
+            loadMovements();
     });
 }
 
 void frm_Drawer_Management::cmdCaricaMovimenti_Click() {
-    carica_Movimenti_Giornata(process_, controls().grd_mov_giornata, controls().comboData.text(), options());
+    loadMovements();
+}
+
+void frm_Drawer_Management::loadMovements() {
+    auto& c = controls();
+    c.listNotice.goOn();
+    const std::string date = c.comboData.text();
+    attempt([&] {
+        const std::string request = movementRequest(process_, date, options());
+        if (!request.empty()) // else it stays as it is
+            c.listRequest = request;
+    });
+    carica_Movimenti_Giornata(process_, c.grd_mov_giornata, date, options());
+    showWhetherListFits();
+}
+
+void frm_Drawer_Management::showWhetherListFits() noexcept {
+    if (!loaded() || lifetime_->listRequest.empty())
+        return;
+    attempt([&] {
+        auto& c = *lifetime_;
+        const bool stale = movementRequest(process_, c.comboData.text(), options()) != c.listRequest;
+        c.grd_mov_giornata.setStale(stale);
+        c.cmdCaricaMovimenti.setSuggested(stale);
+    });
 }
 
 // Print failures are filed under the confirm button's label, where support has always looked for them.

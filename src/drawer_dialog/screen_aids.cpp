@@ -54,6 +54,11 @@ void frm_Drawer_Management::connectScreenAids() {
     machineDecimalKey_ = decimalKeyOf(process_.platform.settingsStore);
     c.window.setSaveFolder(machineSetting(process_.platform.settingsStore, "ListFolder").value_or(""));
     c.handlers.push_back(process_.entryChanged.connect([this] { showAids(); }));
+    c.handlers.push_back(process_.entryChanged.connect([this] { showWhetherListFits(); }));
+    c.handlers.push_back(c.comboData.changed.connect([this](Property property) {
+        if (property == Property::Text)
+            showWhetherListFits();
+    }));
     c.handlers.push_back(c.cmdNascondiTastiera.changed.connect([this](Property property) {
         if (property == Property::Visible)
             placeNotice();

@@ -15,6 +15,7 @@ namespace {
 constexpr std::int32_t CriticalIcon = 16;
 constexpr int ColumnWidth = 20; ///< characters
 constexpr double RowPoints = 10;
+constexpr std::size_t TimeField = 0; ///< of a movement, in each query
 
 bool readsViews(const std::string& softwareName) {
     return softwareName == "FALCA" || softwareName == "MIRANTE";
@@ -75,6 +76,12 @@ std::string unionQuery(const std::string& view, const std::string& date, const S
                   " ORDER BY T.Ordinamento, T.[Data-Ora Aggiornamento]";
 }
 
+std::string isoDate(DateTime time) {
+    const std::chrono::year_month_day day(std::chrono::floor<std::chrono::days>(time));
+    return std::to_string(static_cast<int>(day.year())) + '-' +
+           twoDigits(static_cast<unsigned>(day.month())) + '-' + twoDigits(static_cast<unsigned>(day.day()));
+}
+
 Query movementQuery(ProcessState& process, const std::string& date, DateTime when,
                     const ComponentOptions& options) {
     auto& formatter = process.sqlDateFormatter();
@@ -115,11 +122,18 @@ void fillGrid(ProcessState& process, ReportGrid& grid, Recordset rows) {
     const bool german = process.CurrentLanguageId == language::German;
     const std::int32_t count = rows.recordCount();
     std::string cell;
+    DateTime newest = DateTime::min();
     for (std::int32_t j = 0; j < count; ++j) {
         grid.addRecord();
         for (std::size_t i = 0; i < fields; ++i) {
             cell.clear();
-            appendText(cell, NullToDefault(rows.field(i), ""), process.platform.regional);
+            const Value value = NullToDefault(rows.field(i), "");
+            const auto* const time = i == TimeField ? std::get_if<DateTime>(&value) : nullptr;
+            if (time != nullptr && *time >= newest) {
+                newest = *time;
+                grid.setNewest(static_cast<std::size_t>(j));
+            }
+            appendText(cell, value, process.platform.regional);
             if (german)
                 relabelInGerman(cell);
             grid.addItem(static_cast<std::size_t>(j), cell);
@@ -146,9 +160,21 @@ void carica_Movimenti_Giornata(ProcessState& process, ReportGrid& grid, const st
             grid.breakOff();
             throw;
         }
+        grid.setFileName("movimenti-" + isoDate(*when) + ".csv");
         grid.populate();
         grid.setRowPoints(RowPoints);
     });
+}
+
+std::string movementRequest(ProcessState& process, const std::string& date, const ComponentOptions& options) {
+    const auto when = parseDate(date, process.platform.regional);
+    if (!when)
+        return {};
+    const Query query = movementQuery(process, date, *when, options);
+    std::string request = query.text;
+    for (const DateParameter& parameter : query.parameters)
+        request += isoDate(parameter.value);
+    return request;
 }
 
 } // namespace kova

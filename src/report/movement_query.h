@@ -13,4 +13,8 @@ struct ComponentOptions;
 void carica_Movimenti_Giornata(ProcessState& process, ReportGrid& grid, const std::string& date,
                                const ComponentOptions& options);
 
+/// Names what loading would ask for: the same text, the same list, but for what was entered meanwhile. Empty
+/// for a text that is no date.
+std::string movementRequest(ProcessState& process, const std::string& date, const ComponentOptions& options);
+
 } // namespace kova

@@ -73,6 +73,7 @@ class TakesTabulator : public ControlVisitor {
     void visit(TabControl&) override { takes = true; }
     void visit(TextBox& box) override { takes = box.tabStop(); }
     void visit(ButtonGrid& grid) override { takes = !grid.buttons().empty(); }
+    void visit(ReportGrid&) override { takes = true; }
     bool takes = false;
 };
 

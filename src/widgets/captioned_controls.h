@@ -54,6 +54,10 @@ class PushButton : public ControlOfKind<PushButton, CaptionedControl> {
     [[nodiscard]] bool ownColors() const { return ownColors_; }
     void setOwnColors(bool own) { assign(ownColors_, own, Property::BackColor); }
 
+    /// Outlined, as what to touch next.
+    [[nodiscard]] bool suggested() const { return suggested_; }
+    void setSuggested(bool suggested) { assign(suggested_, suggested, Property::BackColor); }
+
     /// People's touches and keys do nothing for this long from now on: what it did must not be answered by a
     /// touch that was meant for it. It is drawn as ever, and programs press it all the same.
     static constexpr std::chrono::milliseconds RestTime{500};
@@ -71,6 +75,7 @@ class PushButton : public ControlOfKind<PushButton, CaptionedControl> {
     bool primary_ = false;
     bool latched_ = false;
     bool ownColors_ = false;
+    bool suggested_ = false;
 };
 
 } // namespace kova

@@ -62,7 +62,8 @@ enum class Property {
     Focus,
     Title,
     Rest,    ///< a button rests from now on
-    Records, ///< what a list holds, or its order
+    Records, ///< what a list holds
+    Order,   ///< which records of a list are shown, and in which order
     Rows,    ///< which rows of a list are shown or selected, or the widths of its columns
     SpokenName
 };

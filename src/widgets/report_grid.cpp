@@ -34,6 +34,7 @@ void appendQuoted(std::string& text, std::string_view item, std::string_view sep
 void ReportGrid::deleteRecords() {
     table_.clear();
     brokenOff_ = false;
+    newest_.reset();
     selected_.clear();
     forgetOrder();
     populate();
@@ -55,6 +56,7 @@ void ReportGrid::forgetOrder() {
     direction_ = Direction::AsLoaded;
     groupColumns_.clear();
     collapsed_.clear();
+    searched_.clear();
 }
 
 void ReportGrid::addColumn(int index, const std::string& caption, int width, bool resizable) {
@@ -73,7 +75,8 @@ std::optional<std::size_t> ReportGrid::findColumn(std::string_view caption) cons
 std::size_t ReportGrid::memoryUse() const {
     return table_.memoryUse() + order_.capacity() * sizeof(std::int32_t) + rows_.capacity() * sizeof(Row) +
            groups_.capacity() * sizeof(Group) + amounts_.capacity() * sizeof(double) +
-           selected_.capacity() / CHAR_BIT;
+           selected_.capacity() / CHAR_BIT + folded_.capacity() +
+           foldedEnds_.capacity() * sizeof(std::size_t);
 }
 
 Gesture ReportGrid::touchHeader(std::size_t column) {
@@ -89,7 +92,7 @@ Gesture ReportGrid::touchHeader(std::size_t column) {
         sortColumn_.reset();
         direction_ = Direction::AsLoaded;
     }
-    populate();
+    arrange();
     return reached;
 }
 
@@ -99,7 +102,7 @@ Gesture ReportGrid::groupBy(std::size_t column) {
         return reached;
     if (std::ranges::find(groupColumns_, column) == groupColumns_.end()) {
         groupColumns_.push_back(column);
-        populate();
+        arrange();
     }
     return reached;
 }
@@ -110,7 +113,7 @@ Gesture ReportGrid::ungroup() {
         return reached;
     groupColumns_.clear();
     collapsed_.clear();
-    populate();
+    arrange();
     return reached;
 }
 
@@ -171,7 +174,9 @@ Gesture ReportGrid::selectAll() {
     const Gesture reached = reach();
     if (reached != Gesture::Done)
         return reached;
-    selected_.assign(recordCount(), true);
+    selected_.assign(recordCount(), false);
+    for (const std::int32_t record : order_)
+        selected_[static_cast<std::size_t>(record)] = true;
     changed(Property::Rows);
     return reached;
 }

@@ -2,10 +2,12 @@
 #include "base/paged_vector.h"
 #include "base/text_arena.h"
 #include "widgets/control.h"
+#include "widgets/notices.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -36,8 +38,8 @@ class TextTable {
     PagedVector<Range> records_;
 };
 
-/// A read-only list of texts with column headers, which a touch sorts by, and a group-by area. Sorting,
-/// grouping, sums and selection work on the records held; a new load begins without them.
+/// A read-only list of texts with column headers, which a touch sorts by, a group-by area and a search.
+/// Sorting, grouping, searching, sums and selection work on the records held; a new load begins without them.
 class ReportGrid : public ControlOfKind<ReportGrid> {
   public:
     struct Column {
@@ -74,7 +76,9 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
         /// Reads a cell as a number, or as a date; nothing when it is none.
         using Reading = std::function<std::optional<double>(std::string_view)>;
         Reading number, date;
-        std::function<std::string(double)> amount; ///< writes a sum
+        /// Writes an amount, or a sum, with the decimals that its currency has at least.
+        std::function<std::string(double, std::string_view currency)> amount;
+        std::string decimalMark = {}; ///< that it writes
     };
     /// What a context menu offers, in the user's language.
     struct MenuTexts {
@@ -95,6 +99,8 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     void populate();
     /// The filling failed: shows what came until then, without sums, until the records are deleted.
     void breakOff();
+    /// The record that is to be in sight when the list is shown first.
+    void setNewest(std::size_t record) { newest_ = record; }
 
     [[nodiscard]] const std::vector<Column>& columns() const { return columns_; }
     [[nodiscard]] std::size_t recordCount() const { return table_.recordCount(); }
@@ -106,7 +112,16 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     [[nodiscard]] const Group& group(const Row& header) const {
         return groups_.at(static_cast<std::size_t>(header.group));
     }
-    /// All records in the order shown, those of collapsed groups among them; as of the last `populate`.
+    /// What is drawn in a cell: an amount with the decimals of its currency, all else as it is.
+    [[nodiscard]] std::string shown(std::size_t record, std::size_t column) const;
+    /// The most decimals that an amount is shown with.
+    [[nodiscard]] std::size_t decimals() const { return decimals_; }
+    [[nodiscard]] const std::string& decimalMark() const { return conventions_.decimalMark; }
+    /// Whether a record is money that goes out, by its sign.
+    [[nodiscard]] bool isOutflow(std::size_t record) const { return amountOf(record).value_or(0) < 0; }
+    [[nodiscard]] std::optional<std::size_t> newest() const { return newest_; }
+    /// All records in the order shown, those of collapsed groups among them and those that a search leaves
+    /// out not; as of the last `populate`.
     [[nodiscard]] const std::vector<std::int32_t>& order() const { return order_; }
     [[nodiscard]] bool brokenOff() const { return brokenOff_; }
     /// Bytes held by texts, records and rows.
@@ -118,7 +133,7 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     /// but numbers in the first, shows sums. They are exact for money, that is to four decimals.
     void setSummedColumns(std::string amount, std::string currency);
     [[nodiscard]] std::optional<std::size_t> amountColumn() const;
-    /// Of all records.
+    /// Of all records in `order`.
     [[nodiscard]] const std::vector<Sum>& totals() const { return totals_; }
     /// As shown: each currency before its amount.
     [[nodiscard]] std::string written(const std::vector<Sum>& sums) const;
@@ -137,7 +152,12 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     Gesture adoptWidths(const std::vector<int>& widths);
     /// Collapses or expands a group at its header; selects a record.
     Gesture touchRow(std::size_t row, Extent extent);
+    /// Selects all that is shown.
     Gesture selectAll();
+    /// Leaves the records of which a cell has this text, letter case and accents aside; all for none.
+    Gesture search(std::string_view text);
+    /// What is searched for, folded; empty for nothing.
+    [[nodiscard]] const std::string& searched() const { return searched_; }
 
     [[nodiscard]] std::optional<std::size_t> sortColumn() const { return sortColumn_; }
     [[nodiscard]] Direction sortDirection() const { return direction_; }
@@ -157,6 +177,15 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     /// Before the sort column's name, with whatever blank there is to be between them.
     [[nodiscard]] const std::string& sortPrefix() const { return sortPrefix_; }
     void setSortPrefix(const std::string& text) { assign(sortPrefix_, text, Property::Text); }
+    /// Whether what it would be loaded with now is something else than it was; it is drawn dimmed then.
+    [[nodiscard]] bool stale() const { return stale_; }
+    void setStale(bool stale) { assign(stale_, stale, Property::Enabled); }
+    /// Of a file that it is saved in, without a folder.
+    [[nodiscard]] const std::string& fileName() const { return fileName_; }
+    void setFileName(std::string name) { fileName_ = std::move(name); }
+    /// Says whether it was saved; a list may have none. It must outlive the list.
+    [[nodiscard]] PageNotice* notice() const { return notice_; }
+    void setNotice(PageNotice& notice) { notice_ = &notice; }
     [[nodiscard]] const MenuTexts& menuTexts() const { return menuTexts_; }
     void setMenuTexts(MenuTexts texts) { menuTexts_ = std::move(texts); }
     [[nodiscard]] const Font& headerFont() const { return headerFont_; }
@@ -169,13 +198,21 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     using GroupPath = std::vector<std::string>;
 
     // report_grid_order.cpp
+    void putInOrder();
+    void arrange(); ///< the same, and tells it
     void sortRecords(std::size_t column, bool descending);
     void groupRecords(std::size_t column);
     [[nodiscard]] GroupPath pathOf(std::int32_t group) const;
     void addRows(std::size_t first, std::size_t end, std::size_t level, std::int32_t parent);
     void buildRows();
+    // report_grid_search.cpp
+    void foldTexts();
+    [[nodiscard]] std::vector<std::int32_t> foundRecords();
     // report_grid_sums.cpp
     void readAmounts();
+    void countDecimals();
+    [[nodiscard]] std::optional<double> amountOf(std::size_t record) const;
+    [[nodiscard]] std::string_view currencyOf(std::size_t record) const;
     [[nodiscard]] std::vector<Sum> sumsOf(std::size_t first, std::size_t end) const;
 
     [[nodiscard]] std::optional<std::size_t> findColumn(std::string_view caption) const;
@@ -184,6 +221,8 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     std::vector<Column> columns_;
     TextTable table_;
     bool brokenOff_ = false;
+    std::size_t populated_ = 0; ///< records
+    std::optional<std::size_t> newest_;
     std::vector<std::int32_t> order_;
     std::vector<Row> rows_;
     std::vector<Group> groups_;
@@ -191,13 +230,20 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     Direction direction_ = Direction::AsLoaded;
     std::vector<std::size_t> groupColumns_;
     std::set<GroupPath> collapsed_;
-    std::vector<bool> selected_; ///< by record
-    std::size_t anchor_ = 0;     ///< the row where the selection was begun
+    std::string searched_;
+    std::string folded_; ///< all cells, each followed by a line break; made by the first search
+    std::vector<std::size_t> foldedEnds_; ///< of each record in it
+    std::vector<bool> selected_;          ///< by record
+    std::size_t anchor_ = 0;              ///< the row where the selection was begun
     std::string amountCaption_, currencyCaption_;
     std::vector<double> amounts_; ///< of each record in ten-thousandths; none when the list has no sums
     std::vector<Sum> totals_;
+    std::size_t decimals_ = 0;
     Conventions conventions_;
     MenuTexts menuTexts_;
+    bool stale_ = false;
+    std::string fileName_;
+    PageNotice* notice_ = nullptr;
     std::string emptyText_, brokenOffText_, groupHint_, sortPrefix_;
     Font headerFont_;
     Font rowFont_;
@@ -211,7 +257,7 @@ class ReportGrid;
 /// breaks inside an item become blanks.
 std::string tabSeparated(const ReportGrid& grid, const std::vector<std::size_t>& records);
 
-/// The captions and all records in the order shown, those of collapsed groups among them, in the form of RFC
+/// The captions and all records in `order`, in the form of RFC
 /// 4180 but for the separator, which is the region's. Begins with the byte order mark, without which
 /// spreadsheets take a file for one in the system's 8-bit page.
 std::string commaSeparated(const ReportGrid& grid, std::string_view listSeparator);

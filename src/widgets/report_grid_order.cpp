@@ -87,9 +87,27 @@ void sortByKey(Records& records, std::size_t keys, Key key) {
 } // namespace
 
 void ReportGrid::populate() {
-    order_.resize(recordCount());
-    std::iota(order_.begin(), order_.end(), 0);
+    populated_ = recordCount();
+    folded_.clear();
+    foldedEnds_.clear();
     readAmounts();
+    putInOrder();
+    countDecimals();
+    changed(Property::Records);
+}
+
+void ReportGrid::arrange() {
+    putInOrder();
+    changed(Property::Order);
+}
+
+void ReportGrid::putInOrder() {
+    if (searched_.empty()) {
+        order_.resize(populated_);
+        std::iota(order_.begin(), order_.end(), 0);
+    } else {
+        order_ = foundRecords();
+    }
     totals_ = sumsOf(0, order_.size());
     if (sortColumn_ && direction_ != Direction::AsLoaded)
         sortRecords(*sortColumn_, direction_ == Direction::Descending);
@@ -97,7 +115,6 @@ void ReportGrid::populate() {
     for (auto column = groupColumns_.rbegin(); column != groupColumns_.rend(); ++column)
         groupRecords(*column);
     buildRows();
-    changed(Property::Records);
 }
 
 void ReportGrid::sortRecords(std::size_t column, bool descending) {

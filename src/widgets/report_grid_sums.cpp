@@ -37,6 +37,41 @@ void ReportGrid::readAmounts() {
     }
 }
 
+void ReportGrid::countDecimals() {
+    const auto decimalsOf = [&](std::string_view currency) -> std::size_t {
+        const std::string text = conventions_.amount ? conventions_.amount(0, currency) : std::string();
+        const auto mark = text.rfind(conventions_.decimalMark);
+        return mark == std::string::npos ? 0 : text.size() - mark - conventions_.decimalMark.size();
+    };
+    decimals_ = totals_.empty() ? decimalsOf({}) : 0;
+    for (const Sum& sum : totals_)
+        decimals_ = std::max(decimals_, decimalsOf(sum.currency));
+    for (const double amount : amounts_) {
+        const auto units = static_cast<std::int64_t>(amount);
+        if (units % 100 != 0)
+            decimals_ = std::max(decimals_, std::size_t(units % 10 != 0 ? 4 : 3));
+    }
+}
+
+std::string_view ReportGrid::currencyOf(std::size_t record) const {
+    const auto column = currencyCaption_.empty() ? std::nullopt : findColumn(currencyCaption_);
+    return column ? item(record, *column) : std::string_view();
+}
+
+std::optional<double> ReportGrid::amountOf(std::size_t record) const {
+    const auto column = amountColumn();
+    if (!column || !conventions_.number || item(record, *column).empty())
+        return std::nullopt;
+    return conventions_.number(item(record, *column));
+}
+
+std::string ReportGrid::shown(std::size_t record, std::size_t column) const {
+    if (column == amountColumn() && conventions_.amount)
+        if (const auto amount = amountOf(record))
+            return conventions_.amount(*amount, currencyOf(record));
+    return std::string(item(record, column));
+}
+
 std::vector<ReportGrid::Sum> ReportGrid::sumsOf(std::size_t first, std::size_t end) const {
     std::vector<Sum> sums;
     if (amounts_.empty())
@@ -64,7 +99,8 @@ std::string ReportGrid::written(const std::vector<Sum>& sums) const {
         text += text.empty() ? "" : "   ";
         text += sum.currency;
         text += sum.currency.empty() ? "" : " ";
-        text += conventions_.amount ? conventions_.amount(sum.amount) : std::to_string(sum.amount);
+        text +=
+            conventions_.amount ? conventions_.amount(sum.amount, sum.currency) : std::to_string(sum.amount);
     }
     return text;
 }

@@ -14,7 +14,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMessageBox>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QScrollBar>
@@ -117,6 +116,62 @@ TEST_F(ReportGridWindow, GivesColumnsTheRoomOfTheirTextsUntilABorderMoves) {
     EXPECT_NEAR(at("border 0").x(), left / 2, right * 0.02) << "it stays where the finger left it";
     EXPECT_NEAR(at("border 1").x(), right, right * 0.02) << "the room goes to the next column alone";
     EXPECT_FALSE(grid.sortColumn());
+    const double kept = at("border 0").x();
+    touch("border 0");
+    EXPECT_EQ(grid.sortColumn(), 0U) << "a border that is touched is part of the header";
+    grid.search("8");
+    grid.groupBy(0);
+    EXPECT_NEAR(at("border 0").x(), kept, 1);
+}
+
+TEST_F(ReportGridWindow, MeasuresItsColumnsInTheFontThatTheyAreDrawnIn) {
+    grid.setRowPoints(14);
+    const double left = at("border 0").x();
+    grid.touchHeader(1);
+    EXPECT_EQ(at("border 0").x(), left);
+}
+
+TEST_F(ReportGridWindow, SearchesForWhatIsTypedByKeysOrOnItsBoard) {
+    auto& field = *till.frame().findChild<QLineEdit*>("grd_mov_giornata_search");
+    auto& board = *till.frame().findChild<QWidget*>("grd_mov_giornata_board");
+    till.dialog().moveFocus(grid);
+    QTest::keyClick(&list, 'b');
+    EXPECT_EQ(shown(), "1");
+    QTest::keyClick(till.frame().focusWidget(), 'x');
+    EXPECT_EQ(shown(), "");
+    EXPECT_FALSE(board.isVisible());
+    QTest::mouseClick(&field, Qt::LeftButton);
+    EXPECT_TRUE(board.isVisible());
+    EXPECT_EQ(till.frame().focusWidget(), &field);
+    for (const char* key : {"_\b", "_\b", "_a"})
+        QTest::mouseClick(board.findChild<QWidget*>(board.objectName() + key), Qt::LeftButton);
+    EXPECT_EQ(shown(), "02");
+    touch("row 0");
+    EXPECT_FALSE(board.isVisible());
+    EXPECT_EQ(grid.selectedRecords(), std::vector<std::size_t>{0});
+    fill(3);
+    EXPECT_TRUE(field.text().isEmpty());
+}
+
+TEST_F(ReportGridWindow, IsUsedByKeysAlone) {
+    const auto press = [&](std::initializer_list<Qt::Key> keys) {
+        for (const Qt::Key key : keys)
+            QTest::keyClick(till.frame().focusWidget(), key);
+        return till.frame().focusWidget()->objectName().toStdString();
+    };
+    till.dialog().moveFocus(grid);
+    press({Qt::Key_Up, Qt::Key_Right, Qt::Key_Return});
+    EXPECT_EQ(shown(), "210") << "sorted at the header";
+    press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Space});
+    EXPECT_EQ(grid.selectedRecords(), std::vector<std::size_t>{1});
+    grid.groupBy(0);
+    press({Qt::Key_Return});
+    EXPECT_EQ(shown(), "[A][B]1");
+    EXPECT_EQ(press({Qt::Key_Up, Qt::Key_Up}), "grd_mov_giornata_search");
+    EXPECT_EQ(press({Qt::Key_Right}), "grd_mov_giornata_menu");
+    EXPECT_EQ(press({Qt::Key_Backtab}), "grd_mov_giornata_search");
+    EXPECT_EQ(press({Qt::Key_Tab, Qt::Key_Tab}), "comboData_text");
+    EXPECT_EQ(press({Qt::Key_Backtab}), "grd_mov_giornata");
 }
 
 TEST_F(ReportGridWindow, ScrollsUnderAFingerAndSelectsWithoutScrolling) {
@@ -133,6 +188,11 @@ TEST_F(ReportGridWindow, ScrollsUnderAFingerAndSelectsWithoutScrolling) {
     EXPECT_EQ(bar->value(), 7);
     grid.touchHeader(1);
     EXPECT_EQ(bar->value(), 0) << "another order is read from its beginning";
+    grid.touchHeader(1);
+    grid.touchHeader(1);
+    grid.setNewest(199);
+    grid.populate();
+    EXPECT_EQ(bar->value(), bar->maximum()) << "a new one where it is newest";
 }
 
 TEST_F(ReportGridWindow, CopiesAndSavesWhatIsShownOrSaysWhyNot) {
@@ -172,7 +232,9 @@ TEST_F(ReportGridWindow, CopiesAndSavesWhatIsShownOrSaysWhyNot) {
     QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "A\t8\t€\r\nA\t10\t€\r\n");
 
+    const PageNotice& notice = *grid.notice();
     save(1);
+    EXPECT_EQ(notice.text(), "Elenco salvato: list.csv");
     const std::string first = "\xEF\xBB\xBFTipo;importo;Valuta\r\nA;8;€\r\nB;9;€\r\nA;10;€\r\n";
     EXPECT_EQ(saved(), first);
     touch("header 1");
@@ -184,10 +246,10 @@ TEST_F(ReportGridWindow, CopiesAndSavesWhatIsShownOrSaysWhyNot) {
     choose(2);
     choose(2);
     EXPECT_EQ(QDir(home.path()).entryList({"movimenti*.csv"}).size(), 2);
-    EXPECT_EQ(list.findChild<QMessageBox*>(), nullptr);
     till.dialog().setSaveFolder(home.filePath("missing").toStdString());
     choose(2);
-    EXPECT_NE(list.findChild<QMessageBox*>(), nullptr);
+    EXPECT_TRUE(notice.text().starts_with("Elenco NON salvato: movimenti") && notice.pending())
+        << notice.text();
 }
 
 TEST_F(ReportGridWindow, ShowsSumsOrSaysThatTheyWouldNotBeWhole) {

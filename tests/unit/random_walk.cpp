@@ -230,9 +230,11 @@ class RandomWalk {
             std::array{ReportGrid::Extent::Single, ReportGrid::Extent::Toggle, ReportGrid::Extent::UpTo});
         static const std::vector<std::string> days{"16/11/2026",       "16/11/2026", "15/11/26",
                                                    "16/11/2026 10:00", "domani",     ""};
+        static const std::vector<std::string> searches{"", "", "PRE", "à", "12,50", "zz"};
         bool changes = true; // where a handler may not close the dialog
         doOne({{2, [&] { list.touchHeader(column); }},
                {1, [&] { list.groupBy(column); }},
+               {1, [&] { list.search(pick(searches)); }},
                {1, [&] { oneIn(3) ? list.ungroup() : list.selectAll(); }},
                {1, [&] { list.resizeColumn(column, any(60) - 10); }},
                {3, [&] { touchRow(list, row, extent); }},

@@ -102,6 +102,12 @@ class ReportPlayer : public ScenePlayer {
         gesture("ungroup", [this](auto&) { grid().ungroup(); });
         gesture("row", [this](auto& words) { grid().touchRow(number(words, 1), extent(words)); });
         gesture("all", [this](auto&) { grid().selectAll(); });
+        gesture("search", [this](auto& words) { grid().search(words.size() > 1 ? words[1] : ""); });
+        verbs["shown"] = [this](auto&) {
+            for (const auto record : grid().order())
+                seen << grid().shown(static_cast<std::size_t>(record), 2) << ' ';
+            seen << "| " << grid().decimals() << " decimals\n";
+        };
         gesture("widths", [this](auto& words) {
             std::vector<int> widths;
             for (std::size_t i = 1; i < words.size(); ++i)
@@ -154,6 +160,42 @@ TEST(ScreenAids, SayWhatIsSent) {
 
 TEST(ReportGrid, GoesAsEver) {
     expectTrace("report_grid", played<ReportPlayer>("report_grid"));
+}
+
+TEST(MovementsPage, SaysWhenItsListIsOfAnotherDayOrFilter) {
+    World world;
+    world.connect();
+    world.component->SetSoftwareName("FALCA");
+    world.show();
+    auto& list = world.control<ReportGrid>("grd_mov_giornata");
+    auto& day = world.control<DateField>("comboData");
+    auto& button = world.control<PushButton>("cmdCaricaMovimenti");
+    const std::string today = day.text();
+    const auto queries = [&] { return world.database().texts.size(); };
+    const auto stale = [&] {
+        EXPECT_EQ(button.suggested(), list.stale());
+        return list.stale();
+    };
+    day.setText("14/11/2026");
+    EXPECT_FALSE(stale()) << "nothing is listed yet";
+    world.control<TabControl>("TabControl").touchTab(1);
+    const auto before = queries();
+    day.setText("domani");
+    EXPECT_TRUE(stale());
+    button.press(); // refused
+    EXPECT_TRUE(stale());
+    day.setText("14/11/26");
+    EXPECT_FALSE(stale()) << "the same day in other words";
+    world.component->idCassa(3);
+    EXPECT_TRUE(stale());
+    world.component->idCassa(-1);
+    EXPECT_FALSE(stale());
+    world.component->VisualizzaMovimentiUtenteLoggato(true);
+    EXPECT_TRUE(stale());
+    EXPECT_EQ(queries(), before);
+    button.press();
+    EXPECT_FALSE(stale());
+    EXPECT_EQ(list.fileName(), "movimenti-2026-11-14.csv");
 }
 
 TEST(Reentrancy, GoesAsEver) {

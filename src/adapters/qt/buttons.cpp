@@ -213,7 +213,7 @@ void PushButtonView::showLooks() {
         looks.face.flat = true;
     }
     looks.text = look::toQt(button.foreColor());
-    looks.face.accented = button.primary() && button.ownColors();
+    looks.face.accented = button.suggested() || (button.primary() && button.ownColors());
     if (button.primary() && !button.ownColors()) {
         looks.face.color = palette::Blue;
         looks.text = look::inkOn(palette::Blue);

@@ -30,6 +30,8 @@ class ControlView : public AccessibleView {
     virtual QWidget& widget() = 0;
     /// What has the keyboard when the control has the focus.
     virtual QWidget& keyboardWidget() { return widget(); }
+    /// The tabulator key: whether the focus went on to another part of this control.
+    virtual bool moveFocusInside(bool) { return false; }
     /// Brings the whole view in line with its model, after making and whenever the scale changed.
     void showAll();
     /// Another control was moved, shown or hidden.

@@ -123,7 +123,7 @@ void drawFace(QPainter& painter, const QRectF& area, const Face& face) {
         drawCheck(painter, whole.topRight() + QPointF(-inside, inside), disc, markOn(fill));
     }
     if (face.focused)
-        drawRing(face.accented ? QColor(Qt::white) : accentOn(fill), FocusRing * face.unit);
+        drawRing(face.accented ? markOn(fill) : accentOn(fill), FocusRing * face.unit);
     painter.restore();
 }
 

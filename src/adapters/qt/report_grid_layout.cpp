@@ -13,35 +13,53 @@ constexpr double RowHeight = 30;
 constexpr double ScrollBarWidth = 26;
 constexpr double Margin = 6;
 constexpr double BorderReach = 14; // to each side
+constexpr double ToolsWidth = 300;
+
+/// Takes from the widest what is too much for all, so that the others keep what they need.
+void shrinkWidest(std::vector<double>& widths, double room) {
+    std::vector<double> ascending = widths;
+    std::ranges::sort(ascending);
+    double widest = 0;
+    for (std::size_t i = 0; i < ascending.size(); ++i) {
+        widest = room / static_cast<double>(ascending.size() - i);
+        if (ascending[i] > widest)
+            break;
+        room -= ascending[i];
+        widest = ascending[i];
+    }
+    for (double& width : widths)
+        width = std::min(width, widest);
+}
 
 } // namespace
 
 ReportGridLayout::ReportGridLayout(const ReportGrid& grid, const QSize& size, const Scale& designScale,
-                                   bool scrollBarShown, const std::vector<double>& needs,
-                                   std::size_t firstRowShown)
+                                   const std::vector<double>& needs, std::size_t firstRowShown, int covered)
     : scale(designScale), margin(std::round(Margin * scale.smaller())),
       rowHeight(std::floor(RowHeight * scale.y)),
       scrollBarWidth(std::round(ScrollBarWidth * scale.smaller())),
-      groupArea(0, 0, size.width(), GroupHeight * scale.y),
-      headers(0, groupArea.bottom(), size.width() - (scrollBarShown ? scrollBarWidth : 0),
-              HeaderHeight * scale.y),
-      grid_(grid), firstRow_(firstRowShown) {
+      groupArea(0, 0, size.width() - std::round(ToolsWidth * scale.x), std::round(GroupHeight * scale.y)),
+      tools(groupArea.right(), 0, size.width() - groupArea.width(), groupArea.height()),
+      headers(0, groupArea.bottom(), size.width() - scrollBarWidth, HeaderHeight * scale.y), grid_(grid),
+      firstRow_(firstRowShown) {
     const bool cutShort = grid.brokenOff() && !grid.rows().empty();
-    const double footerHeight =
-        grid.totals().empty() && !cutShort ? 0 : std::round(RowHeight * scale.y * 1.2);
+    const bool nothing = grid.totals().empty() && grid.searched().empty() && !cutShort;
+    const double footerHeight = nothing ? 0 : std::round(RowHeight * scale.y * 1.2);
     footer = {0, size.height() - footerHeight, double(size.width()), footerHeight};
-    list = {0, headers.bottom(), headers.width(), std::max(0.0, footer.top() - headers.bottom())};
+    list = {0, headers.bottom(), headers.width(), std::max(0.0, footer.top() - covered - headers.bottom())};
     placeColumns(needs);
 }
 
-/// Columns that nobody resized get what they need and an equal share of the rest, or less in proportion.
-void ReportGridLayout::placeColumns(const std::vector<double>& needs) {
+/// Columns that nobody resized get what they need and an equal share of the rest.
+void ReportGridLayout::placeColumns(std::vector<double> needs) {
     const auto& columns = grid_.columns();
     const bool untouched =
         needs.size() == columns.size() && std::ranges::all_of(columns, [&](const auto& column) {
             return column.width == columns.front().width;
         });
     const double needed = std::accumulate(needs.begin(), needs.end(), 0.0);
+    if (needed > headers.width())
+        shrinkWidest(needs, headers.width());
     const double spare =
         std::max(0.0, headers.width() - needed) / std::max(static_cast<double>(columns.size()), 1.0);
     std::vector<double> shares;

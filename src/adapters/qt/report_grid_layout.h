@@ -14,9 +14,9 @@ namespace kova {
 /// Where the parts of a list are drawn, in pixels, and what lies under a finger.
 struct ReportGridLayout {
     /// `needs` are the widths that the columns' texts need, in pixels; `firstRow` is the row at the top of
-    /// the list area.
-    ReportGridLayout(const ReportGrid& grid, const QSize& size, const Scale& designScale, bool scrollBarShown,
-                     const std::vector<double>& needs, std::size_t firstRowShown);
+    /// the list area; `covered` are pixels below the rows that are needed for something else.
+    ReportGridLayout(const ReportGrid& grid, const QSize& size, const Scale& designScale,
+                     const std::vector<double>& needs, std::size_t firstRowShown, int covered);
 
     [[nodiscard]] std::optional<std::size_t> columnAt(double x) const;
     /// The column whose right border, if it can be moved, is within reach of a finger.
@@ -33,11 +33,13 @@ struct ReportGridLayout {
 
     Scale scale;
     double margin, rowHeight, scrollBarWidth;
-    QRectF groupArea, headers, list, footer; ///< the footer is empty with nothing to say
-    std::vector<double> edges;               ///< left edges of the columns, and the right edge of the last
+    /// The tools stand beside the group-by area. The footer is empty with nothing to say. Headers and rows
+    /// leave the scroll bar's place free, also while it is not needed, so that columns stay where they are.
+    QRectF groupArea, tools, headers, list, footer;
+    std::vector<double> edges; ///< left edges of the columns, and the right edge of the last
 
   private:
-    void placeColumns(const std::vector<double>& needs);
+    void placeColumns(std::vector<double> needs);
     const ReportGrid& grid_;
     std::size_t firstRow_;
 };

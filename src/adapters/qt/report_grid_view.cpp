@@ -1,17 +1,12 @@
 #include "adapters/qt/report_grid_view.h"
 
 #include "adapters/qt/accessible_views.h"
-#include "adapters/qt/save_file.h"
+#include "adapters/qt/notice_views.h"
 #include "adapters/qt/window_frame.h"
 #include "widgets/report_grid.h"
 
 #include <QAccessible>
-#include <QClipboard>
 #include <QContextMenuEvent>
-#include <QGuiApplication>
-#include <QKeyEvent>
-#include <QMenu>
-#include <QMessageBox>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
@@ -24,18 +19,38 @@ namespace {
 constexpr int LongTouchMilliseconds = 600;
 constexpr double TouchSlack = 10; // design pixels that a touching finger may roll
 
-ReportGrid::Extent extentOf(Qt::KeyboardModifiers keys) {
-    return keys.testFlag(Qt::ControlModifier) ? ReportGrid::Extent::Toggle
-           : keys.testFlag(Qt::ShiftModifier) ? ReportGrid::Extent::UpTo
-                                              : ReportGrid::Extent::Single;
-}
-
 } // namespace
 
 ReportGridView::ReportGridView(ReportGrid& grid, WindowFrame& frame, QWidget& parent)
     : QWidget(&parent), ModelView(grid, frame) {
     nameWidget();
     setFocusPolicy(Qt::ClickFocus);
+    tools_ = new ReportGridTools(
+        parent, objectName(),
+        {.search = [this](const std::string& text) { act([&](ReportGrid& list) { list.search(text); }); },
+         .touchField =
+             [this] {
+                 keyboard_ = &tools_->field();
+                 takeFocus();
+                 showBoard(true);
+             },
+         .openMenu =
+             [this] {
+                 keyboard_ = &tools_->menuButton();
+                 takeFocus();
+                 openMenu(keyboard_->mapToGlobal(QPoint(0, keyboard_->height())));
+             },
+         .focusMoved = [this] { keyboard_ = parentWidget()->focusWidget(); },
+         .leave =
+             [this] {
+                 showBoard(false);
+                 setFocus(Qt::OtherFocusReason);
+             }});
+    board_ = new SearchBoard(parent, objectName(), tools_->field());
+    board_->done = [this] { showBoard(false); };
+    if (PageNotice* const notice = grid.notice())
+        notice_ = new PageNoticeView(*notice, frame, parent);
+    ReportGridView::showWords();
     longTouch_.setSingleShot(true);
     longTouch_.setInterval(LongTouchMilliseconds);
     QObject::connect(&longTouch_, &QTimer::timeout, this, [this] { onLongTouch(); });
@@ -43,9 +58,23 @@ ReportGridView::ReportGridView(ReportGrid& grid, WindowFrame& frame, QWidget& pa
 }
 
 ReportGridLayout ReportGridView::layout() const {
-    return {*model(), size(),
-            scale(),  scrollBar_.isVisibleTo(this),
-            needs_,   static_cast<std::size_t>(scrollBar_.value())};
+    const int covered = board_->isHidden() ? 0 : SearchBoard::height(scale());
+    return {*model(), size(), scale(), needs_, static_cast<std::size_t>(scrollBar_.value()), covered};
+}
+
+void ReportGridView::detach() {
+    if (notice_ != nullptr)
+        notice_->detach();
+    tools_->hide();
+    board_->hide();
+    ModelView::detach();
+}
+
+void ReportGridView::showWords() {
+    updateSpokenName();
+    tools_->showWords(frame().words());
+    board_->showWords(frame().words());
+    update();
 }
 
 QAccessibleInterface* ReportGridView::makeAccessible() {
@@ -74,32 +103,96 @@ ReportGridView::CellPlace ReportGridView::cellAt(const QPointF& point) const {
     return {-2, 0};
 }
 
-void ReportGridView::touchCell(int row, int column) {
+ReportGrid::Extent ReportGridView::extentOf(Qt::KeyboardModifiers keys) {
+    return keys.testFlag(Qt::ControlModifier) ? ReportGrid::Extent::Toggle
+           : keys.testFlag(Qt::ShiftModifier) ? ReportGrid::Extent::UpTo
+                                              : ReportGrid::Extent::Single;
+}
+
+void ReportGridView::touchCell(int row, int column, ReportGrid::Extent extent) {
     if (row < 0)
         act([&](ReportGrid& grid) { grid.touchHeader(static_cast<std::size_t>(column)); });
     else
-        act([&](ReportGrid& grid) {
-            grid.touchRow(static_cast<std::size_t>(row), ReportGrid::Extent::Single);
-        });
+        act([&](ReportGrid& grid) { grid.touchRow(static_cast<std::size_t>(row), extent); });
 }
 
 void ReportGridView::layOut() {
     ModelView::layOut();
     if (model() == nullptr)
         return;
+    measure();
+    if (notice_ != nullptr)
+        notice_->layOut();
+}
+
+void ReportGridView::measure() {
     needs_ = neededWidths(*model(), scale());
+    const ReportGridLayout parts = layout();
+    tools_->layOut(parts.tools.translated(pos()).toRect(), scale());
+    const int high = SearchBoard::height(scale());
+    board_->layOut(QRect(x() + 1, y() + static_cast<int>(parts.footer.top()) - high, width() - 2, high),
+                   scale());
     fitScrollBar();
+}
+
+void ReportGridView::showBoard(bool shown) {
+    if (board_->isVisibleTo(parentWidget()) == shown || model() == nullptr)
+        return;
+    board_->setVisible(shown);
+    board_->raise();
+    measure();
+    update();
 }
 
 void ReportGridView::showProperty(Property property) {
     ModelView::showProperty(property);
-    if (model() == nullptr || (property != Property::Records && property != Property::Rows))
+    if (model() == nullptr)
         return;
-    if (property == Property::Records) {
-        needs_ = neededWidths(*model(), scale());
+    switch (property) {
+    case Property::Visible:
+        tools_->setVisible(drawnVisible());
+        break;
+    case Property::Enabled:
+        tools_->setEnabled(drawnEnabled());
+        break;
+    case Property::ZOrder:
+        tools_->raise();
+        break;
+    case Property::Text: // the font may be another
+        measure();
+        break;
+    case Property::Records:
+        if (model()->searched().empty())
+            tools_->empty();
+        measure();
+        showNewest();
+        break;
+    case Property::Order:
         scrollBar_.setValue(0);
+        goTo(std::min(focus_.row, 0));
+        fitScrollBar();
+        break;
+    case Property::Rows:
+        fitScrollBar();
+        break;
+    default:
+        return;
     }
-    fitScrollBar();
+    tellChanged(property);
+    update();
+}
+
+/// A new list shows its newest record, which may be its last.
+void ReportGridView::showNewest() {
+    const auto newest = static_cast<int>(model()->newest().value_or(0));
+    scrollBar_.setValue(newest - layout().fullRows() + 1);
+    focus_.column = 0;
+    goTo(newest);
+}
+
+void ReportGridView::tellChanged(Property property) {
+    if (property != Property::Records && property != Property::Order && property != Property::Rows)
+        return;
     if (QAccessible::isActive()) {
         QAccessibleTableModelChangeEvent changed(this, QAccessibleTableModelChangeEvent::ModelReset);
         QAccessible::updateAccessibility(&changed);
@@ -110,7 +203,6 @@ void ReportGridView::showProperty(Property property) {
         QAccessibleEvent alert(this, QAccessible::Alert);
         QAccessible::updateAccessibility(&alert);
     }
-    update();
 }
 
 void ReportGridView::fitScrollBar() {
@@ -130,13 +222,24 @@ void ReportGridView::paintEvent(QPaintEvent*) {
         return;
     QPainter painter(this);
     const ReportGridLayout parts = layout();
-    ReportGridPainter(painter, *model(), parts)
-        .paint(static_cast<std::size_t>(scrollBar_.value()), touch_, isEnabled());
+    ReportGridTouch touch = touch_;
+    if (focusSeen_)
+        touch.focus = focusedCell();
+    ReportGridPainter(painter, *model(), parts, frame().words())
+        .paint(static_cast<std::size_t>(scrollBar_.value()), touch, isEnabled());
 }
 
 void ReportGridView::mousePressEvent(QMouseEvent* event) {
     if (model() == nullptr || event->button() != Qt::LeftButton)
         return;
+    focusSeen_ = false;
+    keyboard_ = this;
+    takeFocus();
+    if (model() == nullptr)
+        return;
+    showBoard(false);
+    if (PageNotice* const notice = model()->notice())
+        notice->goOn();
     press_ = Press::Touch;
     pressedAt_ = event->position();
     scrolledFrom_ = scrollBar_.value();
@@ -144,11 +247,9 @@ void ReportGridView::mousePressEvent(QMouseEvent* event) {
     const ReportGridLayout parts = layout();
     if (parts.headers.contains(pressedAt_)) {
         touch_.movedBorder = parts.borderAt(pressedAt_.x());
-        if (!touch_.movedBorder)
-            touch_.pressedHeader = parts.columnAt(pressedAt_.x());
+        touch_.pressedHeader = parts.columnAt(pressedAt_.x());
     }
-    if (!touch_.movedBorder)
-        longTouch_.start();
+    longTouch_.start();
     update();
 }
 
@@ -161,6 +262,8 @@ void ReportGridView::mouseMoveEvent(QMouseEvent* event) {
     if (press_ == Press::Touch && (at - pressedAt_).manhattanLength() > TouchSlack * scale().smaller()) {
         press_ = Press::Drag;
         longTouch_.stop();
+        if (touch_.movedBorder)
+            touch_.pressedHeader.reset();
         touch_.draggedHeader = touch_.pressedHeader;
     }
     if (press_ != Press::Drag)
@@ -180,7 +283,7 @@ void ReportGridView::mouseReleaseEvent(QMouseEvent* event) {
     const Press press = std::exchange(press_, Press::None);
     const ReportGridTouch touch = std::exchange(touch_, {});
     update();
-    if (model() == nullptr || touch.movedBorder)
+    if (model() == nullptr)
         return;
     if (press == Press::Touch)
         finishTouch(event->position(), extentOf(event->modifiers()));
@@ -189,13 +292,12 @@ void ReportGridView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void ReportGridView::finishTouch(const QPointF& at, ReportGrid::Extent extent) {
-    const ReportGridLayout parts = layout();
-    if (parts.groupArea.contains(at))
+    if (layout().groupArea.contains(at))
         act([](ReportGrid& grid) { grid.ungroup(); });
-    else if (const auto column = parts.columnAt(at.x()); column && parts.headers.contains(at))
-        act([&](ReportGrid& grid) { grid.touchHeader(*column); });
-    else if (const auto row = parts.rowAt(at))
-        act([&](ReportGrid& grid) { grid.touchRow(*row, extent); });
+    else if (const CellPlace place = cellAt(at); place.row >= -1) {
+        focus_ = place;
+        touchCell(place.row, place.column, extent);
+    }
 }
 
 void ReportGridView::onLongTouch() {
@@ -215,65 +317,18 @@ void ReportGridView::wheelEvent(QWheelEvent* event) {
     scrollBar_.setValue(scrollBar_.value() - event->angleDelta().y() / EighthsPerRow);
 }
 
-void ReportGridView::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Copy))
-        copySelection();
-    else if (event->matches(QKeySequence::SelectAll))
-        act([](ReportGrid& grid) { grid.selectAll(); });
-    else if (event->key() == Qt::Key_Home)
-        scrollBar_.triggerAction(QScrollBar::SliderToMinimum);
-    else if (event->key() == Qt::Key_End)
-        scrollBar_.triggerAction(QScrollBar::SliderToMaximum);
-    else if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down || event->key() == Qt::Key_PageUp ||
-             event->key() == Qt::Key_PageDown)
-        QCoreApplication::sendEvent(&scrollBar_, event);
-    else
-        QWidget::keyPressEvent(event);
+void ReportGridView::takeFocus() {
+    act([](ReportGrid& grid) { grid.window().moveFocus(grid); });
+}
+
+void ReportGridView::hideEvent(QHideEvent* event) {
+    showBoard(false);
+    QWidget::hideEvent(event);
 }
 
 void ReportGridView::contextMenuEvent(QContextMenuEvent* event) {
     if (model() != nullptr && layout().list.contains(event->pos()))
         openMenu(event->globalPos());
-}
-
-void ReportGridView::openMenu(const QPoint& at) {
-    auto* menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->setStyleSheet(QString("QMenu { font-size: %1px; } QMenu::item { padding: %2px %3px; }")
-                            .arg(pixels(15))
-                            .arg(pixels(11))
-                            .arg(pixels(24)));
-    const auto& words = model()->menuTexts();
-    const bool empty = model()->recordCount() == 0;
-    menu->addAction(QString::fromStdString(words.copy), this, [this] { copySelection(); })
-        ->setEnabled(!model()->selectedRecords().empty());
-    menu->addAction(QString::fromStdString(words.selectAll), this,
-                    [this] { act([](ReportGrid& grid) { grid.selectAll(); }); })
-        ->setEnabled(!empty);
-    menu->addAction(QString::fromStdString(words.save), this, [this] { saveList(); })->setEnabled(!empty);
-    menu->popup(at);
-}
-
-void ReportGridView::copySelection() {
-    if (model() == nullptr)
-        return;
-    const auto records = model()->selectedRecords();
-    if (!records.empty())
-        QGuiApplication::clipboard()->setText(QString::fromStdString(tabSeparated(*model(), records)));
-}
-
-void ReportGridView::saveList() {
-    if (model() != nullptr)
-        askAndSave(*this, "movimenti.csv", commaSeparated(*model(), frame().regional().listSeparator),
-                   [this](const QString& file, const QString& failure) { showSaved(file, failure); });
-}
-
-void ReportGridView::showSaved(const QString& file, const QString& failure) {
-    if (failure.isEmpty())
-        return;
-    auto* box = new QMessageBox(QMessageBox::Warning, file, failure, QMessageBox::Ok, this);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
 }
 
 } // namespace kova

@@ -317,6 +317,9 @@ void WindowFrame::followFocus() {
 void WindowFrame::moveFocus(bool forward) {
     if (window_ == nullptr)
         return;
+    ControlView* const focused = window_->focus() == nullptr ? nullptr : view(*window_->focus());
+    if (focused != nullptr && focused->moveFocusInside(forward))
+        return;
     if (Control* const target = nextTabStop(*window_, forward))
         loop_.runHandler([&] { window_->moveFocus(*target); });
 }
