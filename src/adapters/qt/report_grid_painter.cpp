@@ -30,7 +30,7 @@ QFont headerFont(const ReportGrid& grid, const Scale& scale) {
 
 /// The records that are looked at to measure the columns; others look much the same.
 std::vector<std::size_t> samples(const ReportGrid& grid) {
-    constexpr std::size_t Looked = 50; // at either end
+    constexpr std::size_t Looked = 25; // at either end
     const std::size_t count = grid.recordCount();
     std::vector<std::size_t> records(std::min(count, 2 * Looked));
     std::iota(records.begin(), records.end(), 0);

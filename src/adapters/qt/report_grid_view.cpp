@@ -121,18 +121,15 @@ void ReportGridView::layOut() {
     if (model() == nullptr)
         return;
     measure();
+    const ReportGridLayout parts = layout();
+    tools_->layOut(parts.tools.translated(pos()).toRect(), scale());
     if (notice_ != nullptr)
         notice_->layOut();
 }
 
 void ReportGridView::measure() {
     needs_ = neededWidths(*model(), scale());
-    const ReportGridLayout parts = layout();
-    tools_->layOut(parts.tools.translated(pos()).toRect(), scale());
-    const int high = SearchBoard::height(scale());
-    board_->layOut(QRect(x() + 1, y() + static_cast<int>(parts.footer.top()) - high, width() - 2, high),
-                   scale());
-    fitScrollBar();
+    fitParts();
 }
 
 void ReportGridView::showBoard(bool shown) {
@@ -140,7 +137,7 @@ void ReportGridView::showBoard(bool shown) {
         return;
     board_->setVisible(shown);
     board_->raise();
-    measure();
+    fitParts();
     update();
 }
 
@@ -170,10 +167,10 @@ void ReportGridView::showProperty(Property property) {
     case Property::Order:
         scrollBar_.setValue(0);
         goTo(std::min(focus_.row, 0));
-        fitScrollBar();
+        fitParts();
         break;
     case Property::Rows:
-        fitScrollBar();
+        fitParts();
         break;
     default:
         return;
@@ -205,7 +202,7 @@ void ReportGridView::tellChanged(Property property) {
     }
 }
 
-void ReportGridView::fitScrollBar() {
+void ReportGridView::fitParts() {
     const ReportGridLayout parts = layout();
     const int visible = parts.fullRows();
     const auto rows = static_cast<int>(model()->rows().size());
@@ -215,6 +212,11 @@ void ReportGridView::fitScrollBar() {
     scrollBar_.setGeometry(QRectF(width() - parts.scrollBarWidth, parts.headers.top(), parts.scrollBarWidth,
                                   parts.list.bottom() - parts.headers.top())
                                .toRect());
+    if (!board_->isHidden()) {
+        const int high = SearchBoard::height(scale());
+        board_->layOut(QRect(x() + 1, y() + static_cast<int>(parts.footer.top()) - high, width() - 2, high),
+                       scale());
+    }
 }
 
 void ReportGridView::paintEvent(QPaintEvent*) {

@@ -58,7 +58,7 @@ class ReportGridView final : public QWidget, public ModelView<ReportGrid> {
     enum class Press { None, Touch, Drag, Finished };
     [[nodiscard]] ReportGridLayout layout() const;
     void measure();
-    void fitScrollBar();
+    void fitParts(); ///< the scroll bar and the board, to what is listed
     void showNewest();
     void tellChanged(Property property);
     void onLongTouch();
