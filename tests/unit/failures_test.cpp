@@ -56,9 +56,9 @@ class Rehearsal : public ScenePlayer {
     }
     void watch(Control& control, const std::string& name) {
         static const std::array names{
-            "Visible", "Enabled", "Bounds",  "Caption", "Text",        "ToolTip",   "BackColor", "ForeColor",
-            "Latched", "Locked",  "Buttons", "Marks",   "SelectedTab", "CapsLock",  "Icon",      "ZOrder",
-            "Focus",   "Title",   "Rest",    "Records", "Rows",        "SpokenName"};
+            "Visible", "Enabled", "Bounds",  "Caption", "Text",        "ToolTip",  "BackColor", "ForeColor",
+            "Latched", "Locked",  "Buttons", "Marks",   "SelectedTab", "CapsLock", "Icon",      "ZOrder",
+            "Focus",   "Title",   "Rest",    "Records", "Order",       "Rows",     "SpokenName"};
         watches_.push_back(control.changed.connect([this, name](Property property) {
             const std::string place = name + "." + names.at(static_cast<std::size_t>(property));
             if (failingNow_ && std::ranges::find(places, place) == places.end())

@@ -165,7 +165,7 @@ void ReportGridTools::layOut(const QRect& place, const Scale& scale) {
                           "QLineEdit:focus { border: %6px solid %7; }")
                       .arg(palette::Paper.name(), palette::Ink.name())
                       .arg(pixels(1))
-                      .arg(look::borderOn(palette::Paper).name())
+                      .arg(look::borderOn(palette::Paper, palette::Band).name())
                       .arg(pixels(look::FieldRadius))
                       .arg(pixels(2))
                       .arg(look::accentOn(palette::Paper).name()));
