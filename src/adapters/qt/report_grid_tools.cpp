@@ -151,6 +151,12 @@ void ReportGridTools::empty() {
     placeField();
 }
 
+void ReportGridTools::detach() {
+    const auto nothing = [](auto&&...) {};
+    actions_ = {nothing, nothing, nothing, nothing, nothing};
+    hide();
+}
+
 void ReportGridTools::layOut(const QRect& place, const Scale& scale) {
     setGeometry(place);
     const int button = std::max(place.height(), static_cast<int>(std::lround(ToolWidth * scale.x)));

@@ -50,6 +50,8 @@ class ReportGridTools final : public QWidget {
     void showWords(const Wording& words);
     /// Without a word to anybody.
     void empty();
+    /// Goes, and from now on says nothing.
+    void detach();
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -65,7 +65,7 @@ ReportGridLayout ReportGridView::layout() const {
 void ReportGridView::detach() {
     if (notice_ != nullptr)
         notice_->detach();
-    tools_->hide();
+    tools_->detach();
     board_->hide();
     ModelView::detach();
 }
@@ -234,9 +234,9 @@ void ReportGridView::paintEvent(QPaintEvent*) {
 void ReportGridView::mousePressEvent(QMouseEvent* event) {
     if (model() == nullptr || event->button() != Qt::LeftButton)
         return;
-    focusSeen_ = false;
     keyboard_ = this;
     takeFocus();
+    focusSeen_ = false;
     if (model() == nullptr)
         return;
     showBoard(false);
