@@ -17,6 +17,7 @@ packages_csharp="mono-mcs mono-runtime libmono-sqlite4.0-cil"
 packages_tests="libgtest-dev clang-format"
 packages_pictures="imagemagick" # joins the film of examples/record.sh
 packages_all="clang clang-tidy libbenchmark-dev"
+packages_accessibility="python3 python3-pyatspi at-spi2-core gir1.2-atspi-2.0 dbus-daemon xvfb xauth openbox"
 packages_windows="g++-mingw-w64-x86-64-posix wine wine64 libwine-dev mingw-w64-tools xvfb xauth openbox tcl dpkg-dev googletest zip unzip nsis"
 packages_source="xz-utils"
 packages_deb="debhelper dh-python pybuild-plugin-pyproject python3-all python3-setuptools dpkg-dev xz-utils"

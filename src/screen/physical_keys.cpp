@@ -167,6 +167,14 @@ Control* nextTabStop(const Window& window, bool forward) {
     return stops[static_cast<std::size_t>(next)];
 }
 
+Control* firstTabStop(const Window& window, const Control& part) {
+    for (Control* control : window.controls())
+        for (const Control* above = control; above != nullptr; above = above->parent())
+            if (above == &part && isTabStop(*control))
+                return control;
+    return nullptr;
+}
+
 std::vector<KeyHelpLine> keyHelp(const Window& window, const Wording& words) {
     const KeyTargets& targets = window.keyTargets();
     PartsOfWindow parts(words);

@@ -68,6 +68,8 @@ class PhysicalKeys {
 /// The tabulator key: the control after, or before, the one with the focus, in order of creation, that can be
 /// reached. Null when there is none.
 Control* nextTabStop(const Window& window, bool forward);
+/// The first control within `part` that the tabulator key would reach. Null when there is none.
+Control* firstTabStop(const Window& window, const Control& part);
 
 /// A line of the help that F1 shows; the last two are empty but for function keys that mean more with Shift.
 struct KeyHelpLine {

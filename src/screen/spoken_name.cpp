@@ -138,6 +138,32 @@ std::string spokenCell(const ReportGrid& grid, std::optional<std::size_t> row, s
            ")" + (sums.empty() ? "" : " ") + sums;
 }
 
+std::string spokenDescription(const ReportGrid& grid, const Wording& words) {
+    if (grid.brokenOff())
+        return grid.brokenOffText();
+    if (grid.recordCount() == 0)
+        return grid.emptyText();
+    std::string text = std::to_string(grid.rows().size()) + " " + words(Word::Rows);
+    if (const auto column = grid.sortColumn())
+        text += ", " + grid.columns()[*column].caption + " " +
+                spokenDescription(grid, std::nullopt, *column, words);
+    return text;
+}
+
+std::string spokenDescription(const ReportGrid& grid, std::optional<std::size_t> row, std::size_t column,
+                              const Wording& words) {
+    if (!row) {
+        if (grid.sortColumn() != column || grid.sortDirection() == ReportGrid::Direction::AsLoaded)
+            return {};
+        return words(grid.sortDirection() == ReportGrid::Direction::Ascending ? Word::Ascending
+                                                                              : Word::Descending);
+    }
+    const ReportGrid::Row& shown = grid.rows()[*row];
+    if (shown.group == ReportGrid::Row::None || column > 0)
+        return {};
+    return words(grid.group(shown).collapsed ? Word::Collapsed : Word::Expanded);
+}
+
 std::string spokenText(const ReadBack::Content& content) {
     std::string text = content.amount;
     const auto say = [&](const std::string& words) {

@@ -36,6 +36,12 @@ std::string spokenNameOf(Control& control, const Wording& words);
 std::string spokenNameOf(const ButtonGrid::Button& button);
 /// A list's cell, or the header of its column for no row. A group's header says all of it in its first cell.
 std::string spokenCell(const ReportGrid& grid, std::optional<std::size_t> row, std::size_t column);
+/// What is to be said besides of a list: that it is empty or cut short; else how long it is, and its order.
+std::string spokenDescription(const ReportGrid& grid, const Wording& words);
+/// Of a cell, or of a column's header for no row: whether the list is sorted by it, or the group is
+/// collapsed.
+std::string spokenDescription(const ReportGrid& grid, std::optional<std::size_t> row, std::size_t column,
+                              const Wording& words);
 std::string spokenText(const ReadBack::Content& content);
 /// A key of the on-screen keyboard, by its character; caps lock has none.
 std::string spokenKey(std::optional<char32_t> character, const Wording& words);

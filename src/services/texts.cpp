@@ -79,13 +79,18 @@ constexpr Translations Dictionary[] = {
     {Word::NoteOfAnother, "Nota di un altro movimento", "Hinweis einer anderen Bewegung",
      "Note of another movement"},
     {Word::NotLoaded, "Non ancora caricato", "Noch nicht übernommen", "Not loaded yet"},
+    {Word::Rows, "righe", "Zeilen", "rows"},
+    {Word::Ascending, "crescente", "aufsteigend", "ascending"},
+    {Word::Descending, "decrescente", "absteigend", "descending"},
+    {Word::Collapsed, "chiuso", "zugeklappt", "collapsed"},
+    {Word::Expanded, "aperto", "aufgeklappt", "expanded"},
 };
 
 constexpr std::size_t rowOf(Word word) {
     return static_cast<std::size_t>(word);
 }
 
-static_assert(std::size(Dictionary) == rowOf(Word::NotLoaded) + 1);
+static_assert(std::size(Dictionary) == rowOf(Word::Expanded) + 1);
 static_assert(std::ranges::all_of(Dictionary, [](const Translations& one) {
     return &one == &Dictionary[rowOf(one.word)];
 }));

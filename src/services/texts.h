@@ -117,6 +117,11 @@ enum class Word {
     TooManyDecimals, ///< before a currency
     NoteOfAnother,   ///< activity
     NotLoaded,       ///< a count of coins
+    Rows,
+    Ascending,
+    Descending,
+    Collapsed,
+    Expanded,
 };
 
 /// UTF-8, in a language of `namespace language`; Italian for any other.

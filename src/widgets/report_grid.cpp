@@ -33,6 +33,7 @@ void appendQuoted(std::string& text, std::string_view item, std::string_view sep
 
 void ReportGrid::deleteRecords() {
     table_.clear();
+    ++load_;
     brokenOff_ = false;
     newest_.reset();
     selected_.clear();

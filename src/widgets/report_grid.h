@@ -124,6 +124,8 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     /// out not; as of the last `populate`.
     [[nodiscard]] const std::vector<std::int32_t>& order() const { return order_; }
     [[nodiscard]] bool brokenOff() const { return brokenOff_; }
+    /// Another number after each `deleteRecords`: a record is the same one only under the same number.
+    [[nodiscard]] std::uint32_t load() const { return load_; }
     /// Bytes held by texts, records and rows.
     [[nodiscard]] std::size_t memoryUse() const;
 
@@ -220,6 +222,7 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
 
     std::vector<Column> columns_;
     TextTable table_;
+    std::uint32_t load_ = 0;
     bool brokenOff_ = false;
     std::size_t populated_ = 0; ///< records
     std::optional<std::size_t> newest_;

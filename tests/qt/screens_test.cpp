@@ -41,8 +41,8 @@ const std::map<std::string, QSizeF> SmallTargets{
 
 bool isUsed(QAccessible::Role role) {
     static const std::set<int> roles{
-        QAccessible::Button,   QAccessible::EditableText, QAccessible::PageTab, QAccessible::CheckBox,
-        QAccessible::ComboBox, QAccessible::ColumnHeader, QAccessible::Table};
+        QAccessible::Button,      QAccessible::EditableText, QAccessible::PageTab,      QAccessible::CheckBox,
+        QAccessible::RadioButton, QAccessible::ComboBox,     QAccessible::ColumnHeader, QAccessible::Table};
     return roles.contains(role);
 }
 

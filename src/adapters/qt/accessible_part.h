@@ -48,10 +48,22 @@ class AccessiblePart : public QAccessibleInterface, public QAccessibleActionInte
                                                     : nullptr;
     }
 
-    [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
+    /// None where a press would come to nothing, so that who asks for one is told no.
+    [[nodiscard]] QStringList actionNames() const override {
+        return isValid() && canPress() ? QStringList{pressAction()} : QStringList{};
+    }
+    /// The press comes later: it may end in a message that waits, and who asked waits for a moment only.
     void doAction(const QString& action) override {
-        if (isValid() && action == pressAction())
-            press();
+        if (!actionNames().contains(action))
+            return;
+        const QAccessible::Id id = QAccessible::uniqueId(this);
+        QMetaObject::invokeMethod(
+            static_cast<QWidget*>(widget_),
+            [id, this, action] {
+                if (QAccessible::accessibleInterface(id) == this && isValid())
+                    perform(action);
+            },
+            Qt::QueuedConnection);
     }
     [[nodiscard]] QStringList keyBindingsForAction(const QString&) const override { return {}; }
 
@@ -61,7 +73,13 @@ class AccessiblePart : public QAccessibleInterface, public QAccessibleActionInte
     [[nodiscard]] virtual QString name() const = 0;
     [[nodiscard]] virtual QRect place() const = 0; ///< in the widget
     virtual void addTo(QAccessible::State& state) const = 0;
+    [[nodiscard]] virtual bool canPress() const = 0;
     virtual void press() = 0;
+    /// Another of the actions named.
+    virtual void perform(const QString& action) {
+        if (action == pressAction())
+            press();
+    }
 
   private:
     QPointer<Widget> widget_;

@@ -1,11 +1,14 @@
 #pragma once
-#include <vector>
+#include <QAccessible>
 
-class QAccessibleInterface;
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace kova {
 
 class ButtonGridView;
+class FaceButton;
 class ReportGridView;
 class TouchTabBar;
 
@@ -17,16 +20,26 @@ class AccessibleView {
     virtual QAccessibleInterface* makeAccessible() = 0;
 };
 
-/// From now on the toolkit asks each view. Calling it again is no error.
+/// From now on the toolkit asks each view, and tells of a window that is still being filled, or that goes, as
+/// a whole. Calling it again is no error.
 void makeViewsAccessible();
+
+/// A button whose being held down is its model's business: it is pressed, and `held` is what it is while it
+/// can be held down.
+QAccessibleInterface* makeAccessibleButton(FaceButton& button,
+                                           QAccessible::Role held = QAccessible::CheckBox);
 
 /// Buttons, which can be named and touched.
 QAccessibleInterface* makeAccessibleButtonGrid(ButtonGridView& grid);
-/// Tells which buttons are marked, or no longer, since `known` was filled, and fills it again.
-void tellMarks(ButtonGridView& grid, std::vector<bool>& known);
+/// What was last told of each button: its name, and whether it is marked. Buttons that a grid lost are kept.
+using ToldButtons = std::vector<std::pair<std::string, bool>>;
+/// Tells what has changed of the buttons since `told` was filled, and fills it again.
+void tellButtons(ButtonGridView& grid, ToldButtons& told);
 
 /// A table: column headers, and below them its rows.
 QAccessibleInterface* makeAccessibleReportGrid(ReportGridView& view);
+/// Tells what a change of the model's records or rows means.
+void tellReportGrid(ReportGridView& view);
 
 /// Which tabs there are and which one is selected, as the toolkit's own tab bar does not.
 QAccessibleInterface* makeAccessibleTabBar(TouchTabBar& bar);

@@ -70,7 +70,7 @@ void ButtonGridView::showProperty(Property property) {
         showMarked();
     }
     if (property == Property::Buttons || property == Property::Marks)
-        tellMarks(*this, toldMarks_);
+        tellButtons(*this, told_);
     ControlView::showProperty(property);
 }
 

@@ -54,7 +54,7 @@ class ButtonGridView final : public QWidget, public ModelView<ButtonGrid> {
 
     ButtonGridTouch touch_;
     std::vector<look::Caption> captions_; ///< empty until drawn
-    std::vector<bool> toldMarks_;         ///< to assistive technology
+    ToldButtons told_;                    ///< to assistive technology
     int shownDown_ = -1;                  ///< the cell that is drawn under the finger
 };
 

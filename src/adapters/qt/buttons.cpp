@@ -161,6 +161,11 @@ PushButtonView::PushButtonView(PushButton& button, WindowFrame& frame, QWidget& 
     showProperty(Property::ToolTip);
 }
 
+QAccessibleInterface* PushButtonView::makeAccessible() {
+    const bool oneOfSeveral = model() != nullptr && model()->index().has_value();
+    return makeAccessibleButton(*this, oneOfSeveral ? QAccessible::RadioButton : QAccessible::CheckBox);
+}
+
 bool PushButtonView::resting() const {
     return rested_.isValid() && !rested_.hasExpired(PushButton::RestTime.count());
 }

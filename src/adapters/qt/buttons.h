@@ -48,11 +48,12 @@ class FaceButton : public QAbstractButton {
 
 /// One key of a drawn keypad or keyboard. It never takes the focus from the text that it types into. It takes
 /// touches itself, so that a quick typist's next finger may come down before the last one is up.
-class KeyButton final : public FaceButton {
+class KeyButton final : public FaceButton, public AccessibleView {
   public:
     /// `key` tells it from the others of the board; `spoken` is what assistive technology calls it.
     KeyButton(QWidget& board, std::string key, const QString& spoken);
     [[nodiscard]] const std::string& key() const { return key_; }
+    QAccessibleInterface* makeAccessible() override { return makeAccessibleButton(*this); }
 
   protected:
     bool event(QEvent* event) override;
@@ -66,6 +67,7 @@ class PushButtonView final : public FaceButton, public ModelView<PushButton> {
   public:
     PushButtonView(PushButton& button, WindowFrame& frame, QWidget& parent);
     QWidget& widget() override { return *this; }
+    QAccessibleInterface* makeAccessible() override;
     [[nodiscard]] bool resting() const override;
 
   protected:

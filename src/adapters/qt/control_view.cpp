@@ -48,6 +48,10 @@ const Scale& ControlView::scale() const {
     return frame_.scale();
 }
 
+const Wording& ControlView::words() const {
+    return frame_.words();
+}
+
 void ControlView::paintBoard(QPainter& painter, Color color, double radius) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
@@ -88,10 +92,16 @@ void ControlView::updateSpokenName() {
 void ControlView::describeNeed() {
     if (control_ == nullptr || widget().focusPolicy() == Qt::NoFocus)
         return;
-    const bool missing = control_->need() != Need::None;
-    const QString said = missing ? QString::fromStdString(frame_.words()(Word::Missing)) : QString();
+    QString said = described_;
+    if (control_->need() != Need::None)
+        said += (said.isEmpty() ? "" : ", ") + QString::fromStdString(frame_.words()(Word::Missing));
     if (said != widget().accessibleDescription())
         widget().setAccessibleDescription(said);
+}
+
+void ControlView::describe(const QString& description) {
+    described_ = description;
+    describeNeed();
 }
 
 void ControlView::showSpokenName(const QString& name) {

@@ -6,6 +6,7 @@
 
 #include <QPointF>
 #include <QRect>
+#include <QString>
 
 #include <algorithm>
 #include <optional>
@@ -17,6 +18,7 @@ class QWidget;
 namespace kova {
 
 class WindowFrame;
+class Wording;
 
 /// The drawing of one control. It observes the model and hands gestures to it; it decides nothing. Once
 /// detached it no longer knows its model. Its widget is deleted with the frame's, when no handler runs, so
@@ -36,10 +38,15 @@ class ControlView : public AccessibleView {
     void showAll();
     /// Another control was moved, shown or hidden.
     virtual void neighbourMoved() {}
+    /// Whether a gesture would reach its model.
+    [[nodiscard]] bool reachable() const { return isReachable(control_); }
+    [[nodiscard]] const Wording& words() const;
     /// Whether people's touches and keys do nothing to it.
     [[nodiscard]] virtual bool resting() const { return false; }
     /// What it is called may have changed: its caption, a label around it, or the language.
     void updateSpokenName();
+    /// Says something of it to assistive technology, besides what is missing.
+    void describe(const QString& description);
     /// The language of the view's own words may have changed.
     virtual void showWords() { updateSpokenName(); }
     QAccessibleInterface* makeAccessible() override { return nullptr; }
@@ -75,6 +82,7 @@ class ControlView : public AccessibleView {
     Control* control_;
     WindowFrame& frame_;
     Connection changed_, needChanged_;
+    QString described_;
     bool showsRefused_ = false;
 };
 

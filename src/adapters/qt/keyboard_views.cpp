@@ -4,6 +4,7 @@
 #include "adapters/qt/window_frame.h"
 #include "base/utf8.h"
 #include "screen/physical_keys.h"
+#include "widgets/text_box.h"
 
 #include <QAccessibleWidget>
 #include <QPainter>
@@ -15,6 +16,12 @@ namespace kova {
 namespace {
 
 const Font Digit{.points = 20, .bold = true};
+
+// The toolkit tells assistive technology of a name that is the same, too.
+void name(KeyButton& key, const QString& spoken) {
+    if (key.accessibleName() != spoken)
+        key.setAccessibleName(spoken);
+}
 
 } // namespace
 
@@ -43,7 +50,7 @@ void NumericKeypadView::nameKeys() {
     updateSpokenName();
     for (const auto& row : rows_)
         for (KeyButton* key : row) {
-            key->setAccessibleName(QString::fromStdString(spokenKey(*model(), key->key(), frame().words())));
+            name(*key, QString::fromStdString(spokenKey(*model(), key->key(), frame().words())));
             if (key->key() == PadDecimalKey)
                 key->setText(QString::fromStdString(model()->decimalMark()));
             if (key->key() == PadClearKey)
@@ -104,6 +111,15 @@ void NumericKeypadView::showReadBack() {
         layOut();
     else
         readBack_->show(model()->readBack()->content(), QRectF(0, 0, width(), keysTop_).toRect(), scale());
+    describeEntry();
+}
+
+// Who types without seeing is at the entry, and hears there what it will be, or that it is no number.
+void NumericKeypadView::describeEntry() {
+    const TextBox* const entry = model()->window().keyTargets().entry;
+    ControlView* const drawn = entry == nullptr ? nullptr : frame().view(*entry);
+    if (drawn != nullptr)
+        drawn->describe(QString::fromStdString(model()->readBack()->content().amount));
 }
 
 namespace {
@@ -219,7 +235,7 @@ void OnScreenKeyboardView::showKeys() {
             key.button->setLooks(looks);
             const char32_t shown = plain ? model()->shown(key.character) : key.character;
             key.button->setText(drawnText(shown));
-            key.button->setAccessibleName(spokenName(shown, frame()));
+            name(*key.button, spokenName(shown, frame()));
             key.button->setShortcut({}); // "&" is a key here, not the mark of one
         }
     }

@@ -27,6 +27,7 @@ class NumericKeypadView final : public QWidget, public ModelView<NumericKeypad> 
   private:
     void nameKeys();
     void showReadBack();
+    void describeEntry();
     /// The height of its band above the keys, in pixels. All it can want leaves the keys more than 11 mm.
     [[nodiscard]] double readBackHeight() const;
     Connection readBackChanged_;

@@ -16,7 +16,7 @@ inline constexpr QColor LightAmber(255, 178, 70); ///< what is missing, on dark 
 // On light surfaces.
 inline constexpr QColor Ink(20, 30, 42);
 inline constexpr QColor PaleInk(62, 74, 89);
-inline constexpr QColor Amber(166, 92, 0); ///< what is missing
+inline constexpr QColor Amber(166, 92, 0);      ///< what is missing
 inline constexpr QColor DimmedInk(88, 96, 106); ///< of what may be read but is out of date
 inline constexpr QColor DisabledInk(112, 112, 112);
 inline constexpr QColor CheckMark(16, 42, 67);

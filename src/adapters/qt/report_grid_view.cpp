@@ -116,6 +116,15 @@ void ReportGridView::touchCell(int row, int column, ReportGrid::Extent extent) {
         act([&](ReportGrid& grid) { grid.touchRow(static_cast<std::size_t>(row), extent); });
 }
 
+void ReportGridView::switchGroup(int column) {
+    act([at = static_cast<std::size_t>(column)](ReportGrid& grid) {
+        if (std::ranges::find(grid.groupColumns(), at) == grid.groupColumns().end())
+            grid.groupBy(at);
+        else
+            grid.ungroup();
+    });
+}
+
 void ReportGridView::layOut() {
     ModelView::layOut();
     if (model() == nullptr)
@@ -190,12 +199,7 @@ void ReportGridView::showNewest() {
 void ReportGridView::tellChanged(Property property) {
     if (property != Property::Records && property != Property::Order && property != Property::Rows)
         return;
-    if (QAccessible::isActive()) {
-        QAccessibleTableModelChangeEvent changed(this, QAccessibleTableModelChangeEvent::ModelReset);
-        QAccessible::updateAccessibility(&changed);
-        QAccessibleEvent described(this, QAccessible::DescriptionChanged);
-        QAccessible::updateAccessibility(&described);
-    }
+    tellReportGrid(*this);
     if (property == Property::Records && model()->brokenOff()) {
         QAccessibleEvent alert(this, QAccessible::Alert);
         QAccessible::updateAccessibility(&alert);

@@ -37,6 +37,7 @@ class ReportGridView final : public QWidget, public ModelView<ReportGrid> {
     void touchCell(int row, int column, ReportGrid::Extent extent = ReportGrid::Extent::Single);
     /// What the arrow keys have reached; nothing without the focus.
     [[nodiscard]] std::optional<CellPlace> focusedCell() const;
+    void switchGroup(int column); ///< groups by it, or by none when it did already
 
   protected:
     void layOut() override;

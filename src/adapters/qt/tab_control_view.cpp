@@ -1,6 +1,7 @@
 #include "adapters/qt/tab_control_view.h"
 
 #include "adapters/qt/window_frame.h"
+#include "screen/physical_keys.h"
 
 #include <QAccessibleWidget>
 #include <QKeyEvent>
@@ -116,12 +117,27 @@ TabControlView::TabControlView(TabControl& tabs, WindowFrame& frame, QWidget& pa
     bar_->setObjectName(objectName() + "_tabs");
     bar_->setAccessibleName(accessibleName());
     bar_->touched = [this](int index) { act([=](TabControl& target) { target.touchTab(index); }); };
+    bar_->chosen = [this](int index) {
+        bar_->touched(index);
+        focusPage();
+    };
     for (TabPage* page : tabs.pages())
         pages_.push_back(page->changed.connect([this](Property) { layOut(); }));
     pages_.push_back(tabs.window().changed.connect([this](Property property) {
         if (property == Property::BackColor)
             layOut();
     }));
+}
+
+// Who chose the page without a finger is where the focus is, which must not stay on one that is hidden.
+void TabControlView::focusPage() {
+    if (model() == nullptr || isReachable(model()->window().focus()))
+        return;
+    const auto& pages = model()->pages();
+    const auto selected = static_cast<std::size_t>(model()->selected());
+    if (selected < pages.size())
+        if (Control* const first = firstTabStop(model()->window(), *pages[selected]))
+            act([&](TabControl& tabs) { tabs.window().moveFocus(*first); });
 }
 
 void TabControlView::showSpokenName(const QString& name) {
@@ -161,7 +177,13 @@ void TabControlView::showTabs() {
             background = look::toQt(page.backColor());
     }
     bar_->setLooks({scale(), backdrop(), background});
-    bar_->setCurrentIndex(model()->selected());
+    const int before = bar_->currentIndex();
+    bar_->setCurrentIndex(model()->selected()); // which tells of the new one
+    if (before != model()->selected() && before >= 0) {
+        QAccessibleEvent left(bar_, QAccessible::SelectionRemove);
+        left.setChild(before);
+        QAccessible::updateAccessibility(&left);
+    }
     bar_->setEnabled(model()->enabled());
 }
 
@@ -199,7 +221,7 @@ void TabPageView::showProperty(Property property) {
 }
 
 QAccessibleInterface* TabPageView::makeAccessible() {
-    return new QAccessibleWidget(this, QAccessible::PropertyPage);
+    return new QAccessibleWidget(this, QAccessible::Pane);
 }
 
 void TabPageView::paintEvent(QPaintEvent*) {

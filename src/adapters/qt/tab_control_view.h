@@ -17,6 +17,7 @@ class TouchTabBar final : public QTabBar, public AccessibleView {
     QAccessibleInterface* makeAccessible() override { return makeAccessibleTabBar(*this); }
     void setLooks(const Looks& looks);
     std::function<void(int)> touched;
+    std::function<void(int)> chosen; ///< by assistive technology
 
   protected:
     QSize tabSizeHint(int index) const override;
@@ -48,6 +49,7 @@ class TabControlView final : public QWidget, public ModelView<TabControl> {
 
   private:
     void showTabs();
+    void focusPage();
     TouchTabBar* bar_;
     std::vector<Connection> pages_;
 };
