@@ -38,6 +38,12 @@ void stall(TdsServer& server, const Arguments& words) {
     server.add(faultFrom(Fault::Kind::Stall, Fault::Kind::StallLate, words, 2));
 }
 
+void delay(TdsServer& server, const Arguments& words) {
+    auto late = faultFrom(Fault::Kind::Delay, Fault::Kind::DelayLate, words, 3);
+    late.pause = std::chrono::milliseconds(words.natural(2));
+    server.add(std::move(late));
+}
+
 void logIns(TdsServer& server, const Arguments& words) {
     words.requireCount(2);
     static const std::map<std::string, LogIns, std::less<>> kinds{
@@ -59,9 +65,9 @@ void recover(TdsServer& server, const Arguments& words) {
 }
 
 using Command = void (*)(TdsServer&, const Arguments&);
-const std::map<std::string, Command, std::less<>> commands{{"fail", fail},   {"hang-up", hangUp},
-                                                           {"stall", stall}, {"log-ins", logIns},
-                                                           {"stop", stop},   {"recover", recover}};
+const std::map<std::string, Command, std::less<>> commands{
+    {"fail", fail},      {"hang-up", hangUp}, {"delay", delay},    {"stall", stall},
+    {"log-ins", logIns}, {"stop", stop},      {"recover", recover}};
 
 } // namespace
 
@@ -86,6 +92,8 @@ std::string_view commandsHelp() {
            "                     of the row behind ROWS others\n"
            "  stall PIECE [after ROWS]\n"
            "                     nothing more comes until the client gives up\n"
+           "  delay PIECE MILLISECONDS [after ROWS]\n"
+           "                     the answer, or what comes behind ROWS rows, is that late\n"
            "  log-ins accept|refuse|ignore\n"
            "                     what becomes of log-ins from now on\n"
            "  stop               ends all connections and takes no more\n"

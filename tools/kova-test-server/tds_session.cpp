@@ -4,6 +4,7 @@
 #include "tds_server.h"
 
 #include <sstream>
+#include <thread>
 
 namespace kova::tds {
 namespace {
@@ -177,15 +178,24 @@ void TdsSession::waitForHangUp() const {
 
 /// Returns whether that was the whole response.
 bool TdsSession::respondWith(const Fault& fault) {
-    if (fault.kind == Fault::Kind::Fail)
+    switch (fault.kind) {
+    case Fault::Kind::Fail:
         sendError(fault.number, fault.message);
-    else if (fault.kind == Fault::Kind::HangUp)
+        return true;
+    case Fault::Kind::HangUp:
         stream_.hangUp();
-    else if (fault.kind == Fault::Kind::StallForever)
+        return true;
+    case Fault::Kind::StallForever:
         waitForHangUp();
-    else
-        return fault.kind == Fault::Kind::Stall; // the client's attention comes in as the next message
-    return true;
+        return true;
+    case Fault::Kind::Stall: // the client's attention comes in as the next message
+        return true;
+    case Fault::Kind::Delay:
+        std::this_thread::sleep_for(fault.pause);
+        return false;
+    default:
+        return false;
+    }
 }
 
 /// One row of columns without names, each of them two words of hexadecimal digits: its type and its cell.
@@ -220,6 +230,10 @@ void TdsSession::sendRows(Recordset records, const std::optional<Fault>& fault) 
         const auto kind = fault && row == fault->afterRows ? fault->kind : Fault::Kind::Fail; // or no fault
         if (kind == Fault::Kind::StallLate)
             return flush(false);
+        if (kind == Fault::Kind::DelayLate) {
+            flush(false);
+            std::this_thread::sleep_for(fault->pause);
+        }
         if (kind == Fault::Kind::FailLate) {
             if (records.endOfFile())
                 addDone(isCall_ ? DoneInCallToken : DoneToken, Counted | MoreFollows, row);

@@ -1,6 +1,7 @@
 #pragma once
 #include "result_columns.h"
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -23,6 +24,8 @@ struct Fault {
         BreakOff,    ///< hangs up in the middle of the row that follows `afterRows` others
         Stall,       ///< answers only when the client gives up
         StallLate,   ///< the same behind `afterRows` rows
+        Delay,       ///< answers `pause` later
+        DelayLate,   ///< the same behind `afterRows` rows
         FailLate,    ///< refuses it with `number` and `message` behind `afterRows` rows, or behind the result
         StallForever ///< answers never, nor what the client sends when it gives up
     };
@@ -32,6 +35,7 @@ struct Fault {
     std::int32_t number = 0;
     std::string message = {};
     int times = 1'000'000; ///< how many queries it meets
+    std::chrono::milliseconds pause{0};
 };
 
 class TdsServer;
