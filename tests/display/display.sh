@@ -1,9 +1,11 @@
 #!/bin/sh
-# A bus, a screen and a window manager for bus_test.py. Python is the system's, which has the bus's own package.
+# A screen, a window manager and an accessibility bus for a test in Python. Python is the system's, which has the bus's
+# own package.
 #
-#   bus.sh TREE LIBRARY FOLDER
+#   display.sh TREE LIBRARY FOLDER TEST [ARGUMENT...]    runs TEST TREE FOLDER ARGUMENT...
 set -e
-tree=$1 library=$2 folder=$3
+tree=$1 library=$2 folder=$3 test=$4
+shift 4
 rm -rf "$folder"
 mkdir -m 700 "$folder"
 export KOVA_LIBRARY="$library" LD_LIBRARY_PATH="${library%/*}" PYTHONPATH="$tree/bindings/python" PYTHONUNBUFFERED=1
@@ -11,4 +13,4 @@ export KOVA_LOG="$folder/log" XDG_RUNTIME_DIR="$folder" XDG_CONFIG_HOME="$folder
 export QT_QPA_PLATFORM=xcb QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 LC_ALL=C.UTF-8
 exec xvfb-run -a -s "-screen 0 1280x800x24" dbus-run-session -- \
   sh -c 'openbox & "$@"; result=$?; kill $!; exit $result' sh \
-  /usr/bin/python3 "$tree/tests/accessibility/bus_test.py" "$tree" "$folder"
+  /usr/bin/python3 "$tree/tests/display/$test" "$tree" "$folder" "$@"
