@@ -58,7 +58,7 @@ void cls_Kova_Drawer_Man::InizializzaByConnString(const std::string& locConnStri
         if (!process.SharedConnection) {
             // A failed opening leaves a closed connection behind, which later calls reuse as they find it.
             process.SharedConnection = std::make_shared<ClosedConnection>();
-            process.SharedConnection = process.platform.databases.open(locConnString);
+            process.SharedConnection = process.openDatabase(locConnString);
         }
         InitOpt(process);
     });

@@ -25,7 +25,7 @@ void fill(ProcessState& process, ButtonGrid& grid, const std::string& query, Arr
           AddRow addRow) {
     grid.clearButtons();
     grid.setAnimated(false);
-    Recordset rows = process.query({query});
+    Recordset rows = process.query({query}, Word::ReadingChoices);
     arrange(grid, arrangement, rows.recordCount());
     if (rows.endOfFile())
         return;

@@ -95,6 +95,7 @@ void frm_Drawer_Management::Show(std::int32_t modality) {
             process_.windows.show(shown->window, shown->window.modal());
         return;
     }
+    showServerSilent();
     process_.windows.show(shown->window, modal);
     if (modal)
         process_.platform.userInterface.runModal(shown->window);

@@ -140,6 +140,7 @@ class frm_Drawer_Management {
     void showSaved(const std::vector<std::string>& lines) noexcept;
     /// `sent` are the lines of what the host took before the failure.
     void showNotSaved(const std::vector<std::string>& sent, const std::string& why) noexcept;
+    void showServerSilent() noexcept;
     using Notice = std::vector<std::pair<Word, std::string>>;
     void show(Notice notice, PageNotice::Kind kind);
     [[nodiscard]] std::string noticeText() const;

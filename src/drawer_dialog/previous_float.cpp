@@ -49,7 +49,7 @@ void frm_Drawer_Management::cmdRecuperaFondoCassaPrecedente_Click() {
             return process_.platform.userInterface.messageBox(
                 {message, buttons + PlatformMessage::Information, process_.platform.applicationTitle});
         };
-        const Recordset rows = process_.query({lastClosingFloatQuery(options().idCassa)});
+        const Recordset rows = process_.query({lastClosingFloatQuery(options().idCassa)}, Word::ReadingFloat);
         if (rows.endOfFile()) {
             ask("Nessun dato trovato.", PlatformMessage::OkOnly);
             return;

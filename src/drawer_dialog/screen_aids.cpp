@@ -15,24 +15,9 @@ std::string joined(const std::vector<std::string>& lines) {
     return all;
 }
 
-bool isOff(const std::string& value) {
-    return value == "0" || equalIgnoringCase(value, "off");
-}
-
-bool isAllowed(const SettingsStore& store, const std::string& aid) {
-    const auto value = machineSetting(store, aid);
-    return !value || !isOff(*value);
-}
-
-/// Nothing where the machine leaves it to the host.
-std::optional<bool> soundsOf(const SettingsStore& store) {
-    const auto value = machineSetting(store, "Sounds");
-    return value ? std::optional(!isOff(*value)) : std::nullopt;
-}
-
 ScreenAids allowedAids(const SettingsStore& store) {
-    return {isAllowed(store, "AmountReadBack"), isAllowed(store, "Direction"),
-            isAllowed(store, "Confirmation")};
+    const auto allowed = [&](const char* aid) { return machineSwitch(store, aid).value_or(true); };
+    return {allowed("AmountReadBack"), allowed("Direction"), allowed("Confirmation"), allowed("Waiting")};
 }
 
 /// Nothing where the machine leaves it to the host.
@@ -50,7 +35,7 @@ std::optional<DecimalKey> decimalKeyOf(const SettingsStore& store) {
 void frm_Drawer_Management::connectScreenAids() {
     auto& c = *lifetime_;
     machineAids_ = allowedAids(process_.platform.settingsStore);
-    process_.machineSounds = soundsOf(process_.platform.settingsStore);
+    process_.machineSounds = machineSwitch(process_.platform.settingsStore, "Sounds");
     machineDecimalKey_ = decimalKeyOf(process_.platform.settingsStore);
     c.window.setSaveFolder(machineSetting(process_.platform.settingsStore, "ListFolder").value_or(""));
     c.handlers.push_back(process_.entryChanged.connect([this] { showAids(); }));
@@ -63,8 +48,22 @@ void frm_Drawer_Management::connectScreenAids() {
         if (property == Property::Visible)
             placeNotice();
     }));
+    c.handlers.push_back(process_.serverFellSilent.connect([this] { showServerSilent(); }));
     connectNotice();
     placeNotice();
+}
+
+void frm_Drawer_Management::showServerSilent() noexcept {
+    if (!loaded() || !process_.serverSilent)
+        return;
+    attempt([&] {
+        auto& c = *lifetime_;
+        if (c.tabs.selected() == 0)
+            show({{Word::ServerSilent, ""}}, PageNotice::Kind::Failure);
+        else
+            c.listNotice.show(std::string(inWords(Word::ServerSilent, process_.CurrentLanguageId)),
+                              PageNotice::Kind::Failure);
+    });
 }
 
 void frm_Drawer_Management::connectNotice() {

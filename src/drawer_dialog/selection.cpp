@@ -69,7 +69,8 @@ void frm_Drawer_Management::AggiornaVariabiliSelezioneAttivita(const std::int32_
         const Recordset rows =
             process_.query({"SELECT description, coefficient, IsAutomaticNote, isOpenECRDrawer FROM "
                             "tabActivityDrawer WHERE id = " +
-                            std::to_string(id)});
+                            std::to_string(id)},
+                           Word::ReadingActivity);
         if (rows.endOfFile()) {
             selection.isIncasso = false;
         } else {

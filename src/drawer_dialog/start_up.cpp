@@ -71,7 +71,8 @@ void frm_Drawer_Management::showDrawersWhenConfigured() {
     c.frameCassetti.setVisible(false);
     const Recordset rows = process_.query(
         {"SELECT Valore FROM tabimpostazioni WHERE descrizione = 'Attiva_Gestione_MultiCassetto'",
-         CursorType::Static, LockType::Optimistic});
+         CursorType::Static, LockType::Optimistic},
+        Word::ReadingSettings);
     if (rows.endOfFile() ||
         asText(NullToDefault(rows.field("Valore"), "0"), process_.platform.regional) == "0")
         return;
@@ -88,8 +89,8 @@ void frm_Drawer_Management::chooseCurrency() {
         selection.MultiValuta = false;
         return;
     }
-    const Recordset rows =
-        process_.query({"SELECT valuta FROM tabValute", CursorType::Static, LockType::Optimistic});
+    const Recordset rows = process_.query(
+        {"SELECT valuta FROM tabValute", CursorType::Static, LockType::Optimistic}, Word::ReadingChoices);
     if (rows.endOfFile()) {
         selection.Valuta = options().ValutaAziendale;
         selection.MultiValuta = false;

@@ -98,7 +98,7 @@ std::shared_ptr<cls_Kova_Drawer_Man> createComponent() {
 }
 
 std::shared_ptr<DatabaseConnection> openDatabase(const std::string& connectionString) {
-    return Databases().open(connectionString);
+    return Databases(machineTimeouts(*machineSettings())).open(connectionString);
 }
 
 std::shared_ptr<DatabaseConnection> hostOdbcConnection(void* connectionHandle) {

@@ -87,12 +87,14 @@ void LibraryProcess::enter(CallKind kind) {
     if (kind == CallKind::Opening)
         followRegion();
     ++calls_;
+    eventLoop_.hostCallBegins();
     events_ += kind == CallKind::Event ? 1 : 0;
 }
 
 void LibraryProcess::leave(CallKind kind) noexcept {
     if (kind == CallKind::Event && --events_ == 0 && phase_ == Phase::Ending)
         closeDialogs();
+    eventLoop_.hostCallEnds();
     if (--calls_ > 0)
         return;
     if (phase_ == Phase::Ending) {

@@ -79,7 +79,7 @@ class LibraryProcess final : public HostCalls, public std::enable_shared_from_th
     SystemClock clock_;
     SystemLanguageRuntime language_;
     std::unique_ptr<SettingsStore> settings_ = machineSettings();
-    Databases databases_;
+    Databases databases_{machineTimeouts(*settings_)};
     std::unique_ptr<Sounds> sounds_ = systemSounds();
     ProcessState state_;
     std::vector<std::weak_ptr<cls_Kova_Drawer_Man>> components_;

@@ -10,6 +10,8 @@
 namespace kova {
 namespace {
 
+constexpr std::string_view NoConnection = "08003"; ///< there never was one
+
 bool isTimeOut(std::string_view state) {
     return state == "HYT00" || state == "HYT01";
 }
@@ -119,6 +121,12 @@ Value Recordset::field(std::size_t index) const {
     return snapshot_->at(row_, index);
 }
 
+bool meansNoAnswer(const DatabaseError& error) {
+    const std::string& state = error.sqlState();
+    return error.number() == QueryTimedOut || state.starts_with("HYT") ||
+           (state.starts_with("08") && state != NoConnection);
+}
+
 DatabaseError asDatabaseError(std::string state, std::int32_t native, std::string text) {
     state = currentState(std::move(state));
     text.append(" (SQLSTATE ").append(state).append(", native error ");
@@ -131,7 +139,7 @@ Recordset ClosedConnection::query(const Query&) {
         DatabaseError::NotConnected,
         "The connection cannot be used to perform this operation. It is either closed or invalid "
         "in this context.",
-        "08003");
+        std::string(NoConnection));
 }
 
 } // namespace kova

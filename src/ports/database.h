@@ -4,6 +4,7 @@
 #include "base/paged_vector.h"
 #include "base/text_arena.h"
 
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -120,14 +121,27 @@ struct Query {
     CursorType cursor = CursorType::Static;
     LockType lock = LockType::ReadOnly;
     std::vector<DateParameter> parameters = {};
+    std::atomic<std::size_t>* rowsRead = nullptr; ///< told now and then while rows are read; may be null
 };
 
-/// An open connection to the host's database. Used from the user-interface thread only; never writes.
+/// An open connection to the host's database. Never used from two threads at once; never writes.
 class DatabaseConnection {
   public:
     virtual ~DatabaseConnection() = default;
+    /// Whether `query` may be called on another thread than the user interface's.
+    [[nodiscard]] virtual bool onAnyThread() const { return false; }
+    /// After how long a query fails that the server does not answer; 0 where nobody knows.
+    [[nodiscard]] virtual std::chrono::seconds queryTimeout() const { return {}; }
     /// Reads the whole result. Throws DatabaseError. An empty result is not an error.
     virtual Recordset query(const Query& query) = 0;
+};
+
+/// How long a server may take to answer, where the machine's settings say so; 0: as long as it likes. They
+/// overrule what a connection string says.
+struct ServerTimeouts {
+    std::optional<std::chrono::seconds> logIn = std::nullopt, query = std::nullopt;
+    /// For how long a server that did not answer is left alone at first, see ServerPause.
+    std::chrono::seconds pause{5};
 };
 
 /// Opens connections from connection strings.
@@ -136,11 +150,19 @@ class DatabaseProvider {
     virtual ~DatabaseProvider() = default;
     /// Never null. Throws DatabaseError when no driver knows the text or the database cannot be opened.
     virtual std::shared_ptr<DatabaseConnection> open(const std::string& connectionString) = 0;
+    /// Whether `open` may be called on another thread than the user interface's.
+    [[nodiscard]] virtual bool opensOnAnyThread(const std::string& connectionString) const {
+        (void)connectionString;
+        return false;
+    }
 };
 
 // Error numbers beside those of DatabaseError, as the shops' data access reports them.
 inline constexpr std::int32_t LogInRefused = -2147217843;
 inline constexpr std::int32_t QueryTimedOut = -2147217871;
+
+/// The server did not answer in time, or the link to it is gone or was never there.
+[[nodiscard]] bool meansNoAnswer(const DatabaseError& error);
 
 /// The error for a driver's SQLSTATE, of ODBC 3 or of ODBC 2, the server's own error number and the text. Its
 /// number tells the kind of failure, the description ends with SQLSTATE and the server's number.

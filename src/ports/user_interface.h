@@ -1,5 +1,7 @@
 #pragma once
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -28,6 +30,13 @@ struct PlatformMessage {
 
 enum class MessageAnswer : std::int32_t { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
 
+/// What a user waits for.
+struct Awaited {
+    /// Says it and how long it has taken so far, UTF-8, a line or two. Called on the waiting thread.
+    std::function<std::string(std::chrono::seconds)> text;
+    bool onAnyThread = false; ///< the work may be done beside the user interface's thread
+};
+
 /// What the component asks of the toolkit that shows it.
 class UserInterface {
   public:
@@ -39,6 +48,12 @@ class UserInterface {
     virtual void runModal(Window& window) = 0;
     /// Shows a message box and returns the button that closed it.
     virtual MessageAnswer messageBox(const PlatformMessage& message) = 0;
+    /// Does `work` and returns when it is done; nothing else of this thread's happens meanwhile, no event is
+    /// handled. A toolkit may show what is awaited. Throws what `work` throws.
+    virtual void await(const Awaited& awaited, const std::function<void()>& work) {
+        (void)awaited;
+        work();
+    }
     /// The component's language, 1040, 1031 or 9, in which the toolkit is to say what it says by itself; on
     /// open windows too.
     virtual void setLanguage(std::int32_t id) = 0;

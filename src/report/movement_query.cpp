@@ -155,7 +155,8 @@ void carica_Movimenti_Giornata(ProcessState& process, ReportGrid& grid, const st
         grid.deleteRecords();
         grid.deleteColumns();
         try {
-            fillGrid(process, grid, process.query(movementQuery(process, date, *when, options)));
+            fillGrid(process, grid,
+                     process.query(movementQuery(process, date, *when, options), Word::ReadingMovements));
         } catch (...) {
             grid.breakOff();
             throw;

@@ -1,7 +1,11 @@
 #include "services/process_state.h"
 
+#include "base/ascii_text.h"
 #include "services/conversions.h"
 #include "services/message_box.h"
+
+#include <atomic>
+#include <utility>
 
 namespace kova {
 
@@ -36,10 +40,59 @@ frmMsgBox& ProcessState::messageWindow() {
     return *messageWindow_;
 }
 
-Recordset ProcessState::query(const Query& query) {
+std::string ProcessState::waitingText(Word what, std::chrono::seconds gone, std::chrono::seconds limit,
+                                      std::size_t rows) const {
+    constexpr std::chrono::seconds LimitShown{3};
+    const auto word = [&](Word which) { return std::string(inWords(which, CurrentLanguageId)); };
+    std::string text = word(what) + " …\n";
+    if (gone.count() > 0)
+        text += std::to_string(gone.count()) + " s";
+    if (gone >= LimitShown && limit.count() > 0)
+        text += " " + word(Word::OfLimit) + " " + std::to_string(limit.count()) + " s";
+    if (rows > 0)
+        text += " · " + std::to_string(rows) + " " + word(Word::Rows);
+    return text;
+}
+
+std::optional<bool> machineSwitch(const SettingsStore& store, const std::string& name) {
+    const auto value = store.read(std::string(SettingsStore::BaseKey), "Screen", name);
+    return value ? std::optional(*value != "0" && !equalIgnoringCase(*value, "off")) : std::nullopt;
+}
+
+void ProcessState::askServer(const Awaited& awaited, const std::function<void()>& work) {
+    try {
+        if (screenAids.waiting && machineSwitch(platform.settingsStore, "Waiting").value_or(true))
+            platform.userInterface.await(awaited, work);
+        else
+            work();
+        serverSilent = false;
+    } catch (const DatabaseError& error) {
+        if (meansNoAnswer(error) && !std::exchange(serverSilent, true))
+            serverFellSilent();
+        throw;
+    }
+}
+
+Recordset ProcessState::query(Query query, Word what) {
     // The slot may be refilled while the query runs.
     const auto connection = SharedConnection ? SharedConnection : std::make_shared<ClosedConnection>();
-    return connection->query(query);
+    std::atomic<std::size_t> rows = 0;
+    query.rowsRead = &rows;
+    std::optional<Recordset> result;
+    const auto text = [&](std::chrono::seconds gone) {
+        return waitingText(what, gone, connection->queryTimeout(), rows);
+    };
+    askServer({text, connection->onAnyThread()}, [&] { result = connection->query(query); });
+    return *result;
+}
+
+std::shared_ptr<DatabaseConnection> ProcessState::openDatabase(const std::string& connectionString) {
+    std::shared_ptr<DatabaseConnection> opened;
+    const auto text = [&](std::chrono::seconds gone) { return waitingText(Word::Connecting, gone, {}, 0); };
+    auto& databases = platform.databases;
+    askServer({text, databases.opensOnAnyThread(connectionString)},
+              [&] { opened = databases.open(connectionString); });
+    return opened;
 }
 
 void ProcessState::logError(std::string_view label, const std::string& message) {
@@ -50,8 +103,8 @@ std::string getDbValue(ProcessState& process, const std::string& key, const std:
     constexpr std::string_view Procedure = "getDbValue";
     std::string result;
     try {
-        const Recordset rows =
-            process.query({"SELECT * FROM tabImpostazioni WHERE descrizione='" + key + "'"});
+        const Recordset rows = process.query(
+            {"SELECT * FROM tabImpostazioni WHERE descrizione='" + key + "'"}, Word::ReadingSettings);
         if (rows.endOfFile())
             result = fallback;
         else

@@ -80,19 +80,30 @@ class ProcessState {
     /// Null while no message was ever shown.
     [[nodiscard]] frmMsgBox* existingMessageWindow() { return messageWindow_.get(); }
 
-    /// Runs a query on the shared connection; without one it fails like a closed connection.
-    Recordset query(const Query& query);
+    /// Runs a query on the shared connection; without one it fails like a closed connection. `what` is read
+    /// tells a user who has to wait.
+    Recordset query(Query query, Word what);
+    /// Opens a connection. Throws DatabaseError.
+    std::shared_ptr<DatabaseConnection> openDatabase(const std::string& connectionString);
+    bool serverSilent = false; ///< the last time that the server was asked, no answer came
+    Signal<> serverFellSilent; ///< once, until an answer comes again
     /// One record of the error log: the fixed label of a procedure and the error's description. May be called
     /// on any thread, as long as the logger allows it.
     void logError(std::string_view label, const std::string& message);
 
   private:
+    void askServer(const Awaited& awaited, const std::function<void()>& work);
+    [[nodiscard]] std::string waitingText(Word what, std::chrono::seconds gone, std::chrono::seconds limit,
+                                          std::size_t rows) const;
     std::once_flag loggerMade_;
     std::shared_ptr<ErrorLogger> errorLogger_;
     std::unique_ptr<NumberFormat> numberFormat_;
     std::unique_ptr<SqlDateFormatter> sqlDateFormatter_;
     std::unique_ptr<frmMsgBox> messageWindow_;
 };
+
+/// A switch of the machine's, of section Screen; nothing where the machine leaves it to the host.
+std::optional<bool> machineSwitch(const SettingsStore& store, const std::string& name);
 
 /// Runs `body`. Any failure ends it, becomes exactly one record under `label`, and goes no further;
 /// `onFailure` is then called with its description. Returns whether `body` ended without a failure.

@@ -84,13 +84,28 @@ constexpr Translations Dictionary[] = {
     {Word::Descending, "decrescente", "absteigend", "descending"},
     {Word::Collapsed, "chiuso", "zugeklappt", "collapsed"},
     {Word::Expanded, "aperto", "aufgeklappt", "expanded"},
+    {Word::ReadingSettings, "Lettura delle impostazioni", "Einstellungen werden gelesen",
+     "Reading the settings"},
+    {Word::ReadingChoices, "Lettura di pagamenti, movimenti e valute",
+     "Zahlungsarten, Bewegungsarten und Währungen werden gelesen",
+     "Reading payments, movement types and currencies"},
+    {Word::ReadingActivity, "Lettura del tipo di movimento", "Bewegungsart wird gelesen",
+     "Reading the type of movement"},
+    {Word::ReadingMovements, "Lettura dei movimenti", "Bewegungen werden gelesen", "Reading the movements"},
+    {Word::ReadingFloat, "Lettura del fondo cassa precedente", "Vorheriger Kassenbestand wird gelesen",
+     "Reading the previous cash float"},
+    {Word::Connecting, "Connessione al server", "Verbindung zum Server", "Connecting to the server"},
+    {Word::OfLimit, "di", "von", "of"},
+    {Word::ServerSilent, "Il server non risponde. Nessun movimento è stato perso.",
+     "Der Server antwortet nicht. Keine Bewegung ging verloren.",
+     "The server does not answer. No movement was lost."},
 };
 
 constexpr std::size_t rowOf(Word word) {
     return static_cast<std::size_t>(word);
 }
 
-static_assert(std::size(Dictionary) == rowOf(Word::Expanded) + 1);
+static_assert(std::size(Dictionary) == rowOf(Word::ServerSilent) + 1);
 static_assert(std::ranges::all_of(Dictionary, [](const Translations& one) {
     return &one == &Dictionary[rowOf(one.word)];
 }));

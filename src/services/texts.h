@@ -122,6 +122,14 @@ enum class Word {
     Descending,
     Collapsed,
     Expanded,
+    ReadingSettings,
+    ReadingChoices, ///< payments, activities, currencies
+    ReadingActivity,
+    ReadingMovements,
+    ReadingFloat,
+    Connecting,
+    OfLimit, ///< between the seconds gone and those that there are
+    ServerSilent,
 };
 
 /// UTF-8, in a language of `namespace language`; Italian for any other.

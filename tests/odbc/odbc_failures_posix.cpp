@@ -4,6 +4,7 @@
 #include "../unit/test_world.h"
 #include "adapters/odbc/odbc_error.h"
 #include "odbc_shop.h"
+#include "ports/server_pause.h"
 
 #include <gtest/gtest.h>
 
@@ -21,11 +22,15 @@ const std::string logInRefusal =
     driver + "Login failed for user 'till'. (SQLSTATE 42000, native error 18456)";
 const std::string timedOut = driver + "Timeout expired (SQLSTATE HYT00, native error 0)";
 
+std::shared_ptr<DatabaseConnection> openImpatiently(const std::string& text) {
+    return openOdbc(text, {.pause = 0s});
+}
+
 /// The sample shop behind a server, and a cashier.
 struct Till {
     Till() {
         shop.host.loadSample();
-        world.openDatabase = openOdbc;
+        world.openDatabase = openImpatiently;
         world.component->UsaSoloValutaAziendale(true);
     }
     void connect(const std::string& more = "") {
@@ -62,6 +67,7 @@ class OdbcFailures : public testing::Test, protected Till {
 struct Failure {
     std::string name, text;
     void (*begin)(TdsServer& server);
+    bool silent = true; ///< the cashier is told so
     bool linkSurvives = false;
 };
 
@@ -76,10 +82,11 @@ const Failure failures[] = {{"server gone", unreachable, [](TdsServer& server) {
                                  server.stop();
                                  server.setLogIns(LogIns::Refuse);
                                  server.start();
-                             }},
+                             },
+                             false},
                             {"query refused",
                              driver + "deadlock victim – riprovare (SQLSTATE 42000, native error 1205)",
-                             failEverywhere<Fault::Kind::Fail>, true},
+                             failEverywhere<Fault::Kind::Fail>, false, true},
                             {"broken in a row", linkBroken, failEverywhere<Fault::Kind::BreakOff>},
                             {"stalled", timedOut, failEverywhere<Fault::Kind::Stall>},
                             {"stalled for good", timedOut, failEverywhere<Fault::Kind::StallForever>}};
@@ -96,6 +103,7 @@ TEST(OdbcFailure, CostsNothingThatWasTypedAndPasses) {
         const auto start = std::chrono::steady_clock::now();
         till.touchActivity();
         EXPECT_LT(std::chrono::steady_clock::now() - start, 3s);
+        EXPECT_EQ(world.dialog().notice()->text().starts_with("Il server non risponde."), failure.silent);
         world.control<TabControl>("TabControl").touchTab(1);
         EXPECT_EQ(world.takeLog(), (Log{{"AggiornaVariabiliSelezioneAttivita", failure.text},
                                         {"carica_Movimenti_Giornata", failure.text}}));
@@ -144,10 +152,33 @@ TEST_F(OdbcFailures, AServerThatNeverAnswersKeepsACashierWaitingOnce) {
         EXPECT_NE(databaseErrorOf([&] { (void)connection->query({"SELECT 1"}); }).number(),
                   DatabaseError::CommandFailed);
     EXPECT_LT(std::chrono::steady_clock::now() - start, 4s) << "five queries, one time-out";
+
+    ServerPause pause(5s);
+    const ServerPause::Clock::time_point begin{};
+    const auto asks = [&](std::chrono::seconds at) {
+        try {
+            pause.check(begin + at);
+            return true;
+        } catch (const DatabaseError&) {
+            return false;
+        }
+    };
+    const DatabaseError silence(QueryTimedOut, "", "HYT00");
+    pause.attemptFailed(silence, begin, begin + 400ms);
+    EXPECT_TRUE(asks(0s)) << "failed at once";
+    std::string asked;
+    for (auto at = 0s; at < 200s; at += 1s)
+        if (asks(at)) {
+            asked += std::to_string(at.count()) + " ";
+            pause.attemptFailed(silence, begin + at - 1s, begin + at);
+        }
+    EXPECT_EQ(asked, "0 5 15 35 75 135 195 ");
+    pause.answered();
+    EXPECT_TRUE(asks(196s));
 }
 
 TEST_F(OdbcFailures, TheKindOfAFailureShowsInItsNumber) {
-    const auto connection = openOdbc(server.connectionString("Query Timeout=1"));
+    const auto connection = openImpatiently(server.connectionString("Query Timeout=1"));
     const auto failing = [&](const std::string& text) {
         const auto error = databaseErrorOf([&] { (void)connection->query({text}); });
         return std::to_string(error.number()) + " " + error.sqlState();

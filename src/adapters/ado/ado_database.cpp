@@ -1,6 +1,7 @@
 #include "adapters/ado/ado_database.h"
 
 #include "adapters/ado/ado_objects.h"
+#include "ports/server_pause.h"
 
 namespace kova {
 namespace {
@@ -8,24 +9,37 @@ namespace {
 class AdoConnection final : public DatabaseConnection {
   public:
     explicit AdoConnection(IDispatch* given) : connection_(com::Pointer<IDispatch>(given), ids_.connection) {}
-    /// Of a new object.
-    AdoConnection() : connection_(com::LateBound::create(L"ADODB.Connection", ids_.connection)) {}
+    /// Of a new object, which is not open yet.
+    explicit AdoConnection(std::string connectionString, const ServerTimeouts& timeouts)
+        : connection_(com::LateBound::create(L"ADODB.Connection", ids_.connection)),
+          text_(std::move(connectionString)), timeouts_(timeouts) {}
     /// Throws com::CallFailure.
-    void open(const std::string& connectionString);
+    void open();
     DatabaseError asError(const com::CallFailure& failure) { return adoError(failure, connection_, ids_); }
     Recordset query(const Query& query) override;
 
   private:
     bool usable();
+    /// It may be half open after the server fell silent.
+    void close() noexcept;
+    Recordset read(const Query& query);
+    Recordset readReopening(const Query& query);
     // Keeps ADO loaded while there is an object of it.
     com::Apartment apartment_;
     AdoIds ids_;
     com::LateBound connection_;
+    std::optional<std::string> text_; ///< of one of our own
+    ServerTimeouts timeouts_;
+    ServerPause pause_{timeouts_.pause};
 };
 
-void AdoConnection::open(const std::string& connectionString) {
+void AdoConnection::open() {
     constexpr std::int32_t OptionsUnspecified = -1;
-    connection_.set(L"ConnectionString", connectionString);
+    connection_.set(L"ConnectionString", *text_);
+    if (timeouts_.logIn)
+        connection_.set(L"ConnectionTimeout", static_cast<std::int32_t>(timeouts_.logIn->count()));
+    if (timeouts_.query)
+        connection_.set(L"CommandTimeout", static_cast<std::int32_t>(timeouts_.query->count()));
     connection_.call(L"Open", "", "", "", OptionsUnspecified);
 }
 
@@ -40,14 +54,43 @@ bool AdoConnection::usable() {
     }
 }
 
-Recordset AdoConnection::query(const Query& query) {
+void AdoConnection::close() noexcept {
     try {
-        if (!usable())
+        connection_.call(L"Close");
+    } catch (...) { // it was closed
+    }
+}
+
+Recordset AdoConnection::read(const Query& query) {
+    try {
+        if (!usable() && text_)
+            open();
+        else if (!usable())
             return ClosedConnection().query(query);
         return Recordset(AdoRecords(connection_, query, ids_).readAll());
     } catch (const com::CallFailure& failure) {
         throw asError(failure);
     }
+}
+
+Recordset AdoConnection::readReopening(const Query& query) {
+    pause_.check();
+    const auto begun = ServerPause::Clock::now();
+    try {
+        Recordset rows = read(query);
+        pause_.answered();
+        return rows;
+    } catch (const DatabaseError& error) {
+        if (meansNoAnswer(error)) {
+            close();
+            pause_.attemptFailed(error, begun);
+        }
+        throw;
+    }
+}
+
+Recordset AdoConnection::query(const Query& query) {
+    return text_ ? readReopening(query) : read(query);
 }
 
 /// ADO is not registered, or is one that has the objects and does nothing with them.
@@ -62,11 +105,12 @@ std::shared_ptr<DatabaseConnection> shareAdo(IDispatch* connection) {
     return connection == nullptr ? nullptr : std::make_shared<AdoConnection>(connection);
 }
 
-std::shared_ptr<DatabaseConnection> openAdo(const std::string& connectionString) {
+std::shared_ptr<DatabaseConnection> openAdo(const std::string& connectionString,
+                                            const ServerTimeouts& machine) {
     std::shared_ptr<AdoConnection> connection;
     try {
-        connection = std::make_shared<AdoConnection>();
-        connection->open(connectionString);
+        connection = std::make_shared<AdoConnection>(connectionString, machine);
+        connection->open();
     } catch (const com::CallFailure& failure) {
         if (meansNoAdo(failure.code()))
             return nullptr;

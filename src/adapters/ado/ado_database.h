@@ -12,8 +12,10 @@ namespace kova {
 /// before a query. Nothing gives null, the empty slot.
 std::shared_ptr<DatabaseConnection> shareAdo(IDispatch* connection);
 
-/// A connection of one's own, opened with the text as it is. Null where Windows has no ADO that opens
-/// connections; throws DatabaseError when the opening fails.
-std::shared_ptr<DatabaseConnection> openAdo(const std::string& connectionString);
+/// A connection of one's own, opened with the text as it is, and opened anew after its link was lost. A
+/// server that keeps it waiting in vain is left alone for a while, see ServerPause. Null where Windows has no
+/// ADO that opens connections; throws DatabaseError when the opening fails.
+std::shared_ptr<DatabaseConnection> openAdo(const std::string& connectionString,
+                                            const ServerTimeouts& machine = {});
 
 } // namespace kova

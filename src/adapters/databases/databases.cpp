@@ -9,19 +9,43 @@
 #include "adapters/ado/ado_database.h"
 #endif
 
+#include <charconv>
+
 namespace kova {
 
 std::shared_ptr<DatabaseConnection> Databases::open(const std::string& connectionString) {
 #ifdef KOVA_WITH_ADO
     if (namesAdoProvider(connectionString))
-        if (auto connection = openAdo(connectionString))
+        if (auto connection = openAdo(connectionString, timeouts_))
             return connection;
 #endif
 #ifdef KOVA_WITH_ODBC
     if (namesOdbc(connectionString))
-        return openOdbc(connectionString);
+        return openOdbc(connectionString, timeouts_);
 #endif
     return SqliteProvider().open(connectionString);
+}
+
+bool Databases::opensOnAnyThread([[maybe_unused]] const std::string& connectionString) const {
+#ifdef KOVA_WITH_ADO
+    return !namesAdoProvider(connectionString); // its objects stay on the thread that made them
+#else
+    return true;
+#endif
+}
+
+ServerTimeouts machineTimeouts(const SettingsStore& settings) {
+    const auto seconds = [&](const char* name) -> std::optional<std::chrono::seconds> {
+        const std::string text =
+            settings.read(std::string(SettingsStore::BaseKey), "Database", name).value_or("");
+        std::int32_t number = 0;
+        const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+        if (text.empty() || read.ec != std::errc() || read.ptr != text.data() + text.size() || number < 0)
+            return std::nullopt;
+        return std::chrono::seconds(number);
+    };
+    const ServerTimeouts usual;
+    return {seconds("LogInTimeout"), seconds("QueryTimeout"), seconds("RetryPause").value_or(usual.pause)};
 }
 
 std::shared_ptr<DatabaseConnection> shareOdbcConnection([[maybe_unused]] void* connectionHandle) {

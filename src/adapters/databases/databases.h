@@ -1,5 +1,5 @@
 #pragma once
-#include "ports/database.h"
+#include "ports/platform.h"
 
 #include <memory>
 #include <string>
@@ -11,8 +11,17 @@ namespace kova {
 /// else the embedded database, which reads `Data Source=FILE`.
 class Databases final : public DatabaseProvider {
   public:
+    explicit Databases(const ServerTimeouts& timeouts = {}) : timeouts_(timeouts) {}
     std::shared_ptr<DatabaseConnection> open(const std::string& connectionString) override;
+    [[nodiscard]] bool opensOnAnyThread(const std::string& connectionString) const override;
+
+  private:
+    ServerTimeouts timeouts_;
 };
+
+/// `LogInTimeout`, `QueryTimeout` and `RetryPause` of section `Database`, in seconds. What is no such number
+/// counts as not set.
+ServerTimeouts machineTimeouts(const SettingsStore& settings);
 
 /// A connection that the host opened, an SQLHDBC, which stays the host's. Throws DatabaseError in builds
 /// without ODBC.

@@ -8,8 +8,8 @@ namespace kova {
 /// A connection string as it goes to the driver manager, with the time-outs that are ours taken out.
 struct OdbcConnectionText {
     std::string driverText;
-    std::string driver;                   ///< value of `Driver`, without braces; empty when a DSN is named
-    std::chrono::seconds logInTimeout{5}; ///< 0: none; the cashier's window stands still for as long
+    std::string driver;                    ///< value of `Driver`, without braces; empty when a DSN is named
+    std::chrono::seconds logInTimeout{15}; ///< 0: none
     std::chrono::seconds queryTimeout{30};
 };
 

@@ -3,19 +3,17 @@
 #include "adapters/odbc/odbc_error.h"
 #include "adapters/odbc/odbc_handles.h"
 #include "adapters/odbc/odbc_statement.h"
+#include "ports/server_pause.h"
 
 #include <optional>
 
 namespace kova {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-constexpr std::chrono::milliseconds BearableWait{500}; ///< of a cashier, several times in a row
-
 class SharedConnection final : public DatabaseConnection {
   public:
     explicit SharedConnection(SQLHDBC connection) : connection_(connection) {}
+    [[nodiscard]] bool onAnyThread() const override { return true; }
     Recordset query(const Query& query) override {
         OdbcStatement statement(connection_, std::nullopt);
         statement.execute(query);
@@ -28,11 +26,17 @@ class SharedConnection final : public DatabaseConnection {
 
 class OwnConnection final : public DatabaseConnection {
   public:
-    explicit OwnConnection(OdbcConnectionText text) : text_(std::move(text)) { connect(); }
+    OwnConnection(OdbcConnectionText text, std::chrono::seconds pause)
+        : text_(std::move(text)), pause_(pause) {
+        connect();
+    }
     Recordset query(const Query& query) override;
+    [[nodiscard]] bool onAnyThread() const override { return true; }
+    [[nodiscard]] std::chrono::seconds queryTimeout() const override { return text_.queryTimeout; }
 
   private:
     void connect();
+    Recordset read(const Query& query);
     std::unique_ptr<OdbcStatement> send(const Query& query);
     /// Null when the link turns out to have died since it was used last.
     std::unique_ptr<OdbcStatement> sendOnOldLink(const Query& query);
@@ -40,26 +44,11 @@ class OwnConnection final : public DatabaseConnection {
 
     OdbcConnectionText text_;
     std::unique_ptr<OdbcSession> session_; ///< null after the link was lost
-    Clock::time_point nextAttempt_{};
-    std::optional<DatabaseError> lastFailure_; ///< of connecting
+    ServerPause pause_;
 };
 
-/// A server that cannot be reached may keep the cashier waiting until the log-in time-out, and a dialog that
-/// opens sends several queries. After an attempt that took long, none follows for as long again: the queries
-/// of that time fail at once.
 void OwnConnection::connect() {
-    const auto start = Clock::now();
-    if (lastFailure_ && start < nextAttempt_)
-        throw *lastFailure_;
-    try {
-        session_ = std::make_unique<OdbcSession>(text_);
-        lastFailure_.reset();
-    } catch (const DatabaseError& error) {
-        const auto duration = Clock::now() - start;
-        nextAttempt_ = Clock::now() + (duration < BearableWait ? Clock::duration::zero() : duration);
-        lastFailure_ = error;
-        throw;
-    }
+    session_ = std::make_unique<OdbcSession>(text_);
 }
 
 /// After a time-out the server may still be about to answer, so that the connection is as good as lost.
@@ -89,7 +78,7 @@ std::unique_ptr<OdbcStatement> OwnConnection::sendOnOldLink(const Query& query) 
     }
 }
 
-Recordset OwnConnection::query(const Query& query) {
+Recordset OwnConnection::read(const Query& query) {
     auto statement = session_ ? sendOnOldLink(query) : nullptr;
     if (!statement) { // a query that only reads may be sent again
         connect();
@@ -104,10 +93,28 @@ Recordset OwnConnection::query(const Query& query) {
     }
 }
 
+Recordset OwnConnection::query(const Query& query) {
+    pause_.check();
+    const auto begun = ServerPause::Clock::now();
+    try {
+        Recordset rows = read(query);
+        pause_.answered();
+        return rows;
+    } catch (const DatabaseError& error) {
+        if (meansNoAnswer(error))
+            pause_.attemptFailed(error, begun);
+        throw;
+    }
+}
+
 } // namespace
 
-std::shared_ptr<DatabaseConnection> openOdbc(const std::string& connectionString) {
-    return std::make_shared<OwnConnection>(parseOdbcConnectionText(connectionString, serverDriver()));
+std::shared_ptr<DatabaseConnection> openOdbc(const std::string& connectionString,
+                                             const ServerTimeouts& machine) {
+    OdbcConnectionText text = parseOdbcConnectionText(connectionString, serverDriver());
+    text.logInTimeout = machine.logIn.value_or(text.logInTimeout);
+    text.queryTimeout = machine.query.value_or(text.queryTimeout);
+    return std::make_shared<OwnConnection>(std::move(text), machine.pause);
 }
 
 std::shared_ptr<DatabaseConnection> shareOdbc(void* connectionHandle) {

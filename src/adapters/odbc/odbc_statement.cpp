@@ -49,6 +49,7 @@ void OdbcStatement::bindParameter(const DateParameter& parameter) {
 }
 
 void OdbcStatement::execute(const Query& query) {
+    rowsRead_ = query.rowsRead;
     for (const DateParameter& parameter : query.parameters)
         bindParameter(parameter);
     std::u16string text = toUtf16(query.text);
@@ -89,6 +90,8 @@ std::shared_ptr<const Snapshot> OdbcStatement::readAll() {
         for (ColumnBuffer& column : columns)
             column.readInto(*snapshot, handle_);
         snapshot->endRow();
+        if (rowsRead_ != nullptr)
+            rowsRead_->store(snapshot->rowCount(), std::memory_order_relaxed);
     }
     // What went wrong behind the last row shows when the driver looks for another result.
     const auto another = SQLMoreResults(handle_.get());

@@ -22,7 +22,8 @@ class OdbcStatement {
     void bindParameter(const DateParameter& parameter);
     void skipToRows();
     OdbcStatementHandle handle_;
-    std::list<SQL_DATE_STRUCT> dates_; ///< the driver reads them when the text is sent
+    std::list<SQL_DATE_STRUCT> dates_;             ///< the driver reads them when the text is sent
+    std::atomic<std::size_t>* rowsRead_ = nullptr; ///< of the query
     SQLLEN dateSize_ = sizeof(SQL_DATE_STRUCT);
 };
 

@@ -1,6 +1,8 @@
 #pragma once
 #include <QString>
 
+#include <chrono>
+#include <functional>
 #include <memory>
 
 class QApplication;
@@ -41,6 +43,25 @@ class HostWindows {
     struct Blocked;
     std::unique_ptr<Blocked> blocked_;
 };
+
+/// Lives while touches and keys may be refused as they come in. `unwanted` is asked of each that begins, with
+/// its widget and how long ago the user made it; one that it wants not is dropped. What programs send is let
+/// through.
+class InputGate {
+  public:
+    using Unwanted = std::function<bool(const QWidget& target, std::chrono::milliseconds age)>;
+    explicit InputGate(Unwanted unwanted);
+    InputGate(const InputGate&) = delete;
+    InputGate& operator=(const InputGate&) = delete;
+    ~InputGate();
+
+  private:
+    struct Watch;
+    std::unique_ptr<Watch> watch_;
+};
+
+/// The system must not take this thread for dead: it handles no messages for a while, on purpose.
+void stayAlive();
 
 /// A font family to draw with when none that the design knows is installed.
 QString standInFamily();

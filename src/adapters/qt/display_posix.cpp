@@ -3,12 +3,16 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
+#include <QInputEvent>
 #include <QString>
 #include <QStringList>
+#include <QWidget>
 
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <cstdint>
 
 namespace kova {
 namespace {
@@ -92,6 +96,50 @@ std::unique_ptr<QApplication> openApplication(int& count, char** arguments) {
         throw Error(5, "No display can be opened");
     return std::make_unique<QApplication>(count, arguments);
 }
+
+/// Qt hands on the display's own time of an event, milliseconds in 32 bits. On this machine that is the clock
+/// of the kernel; one that is another machine's tells ages older than this object, which count as none.
+struct InputGate::Watch final : QObject {
+    explicit Watch(Unwanted toAsk) : unwanted(std::move(toAsk)) {
+        lifetime.start();
+        qApp->installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    [[nodiscard]] std::chrono::milliseconds ageOf(const QInputEvent& event) const;
+
+    Unwanted unwanted;
+    QElapsedTimer lifetime;
+};
+
+std::chrono::milliseconds InputGate::Watch::ageOf(const QInputEvent& event) const {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    const auto ticks = std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
+    const std::uint32_t age =
+        static_cast<std::uint32_t>(ticks) - static_cast<std::uint32_t>(event.timestamp());
+    return std::chrono::milliseconds(age <= lifetime.elapsed() ? age : 0);
+}
+
+bool InputGate::Watch::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::TouchBegin:
+    case QEvent::TabletPress:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::ShortcutOverride:
+        return event->spontaneous() && watched->isWidgetType() &&
+               unwanted(*static_cast<QWidget*>(watched), ageOf(static_cast<const QInputEvent&>(*event)));
+    default:
+        return false;
+    }
+}
+
+InputGate::InputGate(Unwanted unwanted) : watch_(std::make_unique<Watch>(std::move(unwanted))) {}
+
+InputGate::~InputGate() = default;
+
+void stayAlive() {} // window managers ask only when a window is to be closed
 
 QString standInFamily() {
     return "DejaVu Sans";

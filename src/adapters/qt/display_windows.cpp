@@ -1,6 +1,7 @@
 #include "adapters/qt/display.h"
 #include "base/error.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QApplication>
 #include <QWidget>
 #include <QWindow>
@@ -147,6 +148,55 @@ HostWindows::HostWindows(QWidget& modal) : blocked_(std::make_unique<Blocked>(mo
 
 HostWindows::~HostWindows() {
     blocked_->end();
+}
+
+namespace {
+
+bool begins(UINT message) {
+    switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:
+    case WM_MBUTTONDOWN:
+    case WM_MBUTTONDBLCLK:
+    case WM_MOUSEWHEEL:
+    case WM_POINTERDOWN:
+    case WM_TOUCH:
+    case WM_KEYDOWN:
+    case WM_SYSKEYDOWN:
+    case WM_CHAR:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+// Qt's own events tell when they were handled, not when they were made.
+struct InputGate::Watch final : QAbstractNativeEventFilter {
+    explicit Watch(Unwanted toAsk) : unwanted(std::move(toAsk)) { qApp->installNativeEventFilter(this); }
+    bool nativeEventFilter(const QByteArray&, void* data, qintptr*) override {
+        const auto& message = *static_cast<const MSG*>(data);
+        const QWidget* const target =
+            begins(message.message) ? QWidget::find(reinterpret_cast<WId>(message.hwnd)) : nullptr;
+        return target != nullptr &&
+               unwanted(*target, std::chrono::milliseconds(GetTickCount() - message.time));
+    }
+
+    Unwanted unwanted;
+};
+
+InputGate::InputGate(Unwanted unwanted) : watch_(std::make_unique<Watch>(std::move(unwanted))) {}
+
+InputGate::~InputGate() = default;
+
+// The system paints over a window whose thread has not looked for messages for five seconds. Looking removes
+// none and delivers none.
+void stayAlive() {
+    MSG message;
+    PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYFIRST, PM_NOREMOVE | PM_QS_INPUT);
 }
 
 QString standInFamily() {

@@ -11,7 +11,13 @@ namespace kova {
 
 using namespace std::chrono_literals;
 
+QtEventLoop::Handler::Handler(QtEventLoop& loop) : loop_(loop) {
+    ++loop_.runningHandlers_;
+    loop_.unanswered_.begin(loop_.elapsed());
+}
+
 QtEventLoop::Handler::~Handler() {
+    loop_.unanswered_.end(loop_.elapsed());
     if (--loop_.runningHandlers_ > 0)
         return;
     for (const auto& object : std::exchange(loop_.toDelete_, {}))
@@ -25,6 +31,17 @@ QtEventLoop::Handler::~Handler() {
                     loop.runDeferred();
             },
             Qt::QueuedConnection);
+}
+
+QtEventLoop::Answering::Answering(QtEventLoop& loop)
+    : loop_(loop), running_(loop.unanswered_.suspend(loop.elapsed())) {}
+
+QtEventLoop::Answering::~Answering() {
+    loop_.unanswered_.resume(running_, loop_.elapsed());
+}
+
+bool QtEventLoop::unansweredBefore(Milliseconds age) const {
+    return unanswered_.contain(elapsed() - age, elapsed());
 }
 
 QtEventLoop::QtEventLoop() : application_(makeApplication()), alarm_(std::make_unique<QTimer>()) {
@@ -59,6 +76,7 @@ void QtEventLoop::stopTimer(TimerId id) {
 
 void QtEventLoop::processPendingEvents() {
     Caller caller(*this);
+    const Answering answering(*this);
     QCoreApplication::processEvents();
     caller.rethrow();
 }
@@ -89,6 +107,7 @@ void QtEventLoop::hostLeaves() {
 }
 
 void QtEventLoop::Wait::run() {
+    const Answering answering(owner_);
     if (owner_.turns_.inside()) {
         owner_.turns_.waitUntil([this] { return ended_; });
         return;
@@ -184,7 +203,7 @@ void QtEventLoop::Caller::rethrow() {
 // then, but never early and never in a burst.
 
 QtEventLoop::Milliseconds QtEventLoop::wall() const {
-    return Milliseconds(clock_.elapsed()) - slip_;
+    return elapsed() - slip_;
 }
 
 void QtEventLoop::alignWithWall() {

@@ -4,6 +4,7 @@
 #include "adapters/qt/turns.h"
 #include "ports/event_loop.h"
 #include "ports/timers.h"
+#include "screen/unanswered_times.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -26,6 +27,7 @@ namespace kova {
 /// and whoever waits for Qt (a modal loop, a gesture, a pause) is a `Caller` and throws on what was kept.
 class QtEventLoop : public EventLoop {
   public:
+    using Milliseconds = std::chrono::milliseconds;
     QtEventLoop();
     QtEventLoop(const QtEventLoop&) = delete;
     QtEventLoop& operator=(const QtEventLoop&) = delete;
@@ -46,7 +48,10 @@ class QtEventLoop : public EventLoop {
     /// A descriptor that can be read when something waits for `takeTurn`; -1 where the system's own queue of
     /// messages says so. This object's, and valid as long. Throws Error when there can be none.
     int eventDescriptor();
-    /// The host's call is over, which may have begun timers.
+    /// A call of the host's begins, perhaps inside another.
+    void hostCallBegins() { unanswered_.begin(elapsed()); }
+    void hostCallEnds() { unanswered_.end(elapsed()); }
+    /// The outermost one is over, which may have begun timers.
     void hostLeaves();
 
     /// Waiting for a window to close: in a loop of Qt's or, in a turn, until a later one.
@@ -76,6 +81,9 @@ class QtEventLoop : public EventLoop {
     /// be given.
     void deleteAfterHandlers(QObject* object);
 
+    /// Whether nothing could answer the user `age` ago.
+    [[nodiscard]] bool unansweredBefore(Milliseconds age) const;
+
     /// Whether a handler is running.
     [[nodiscard]] bool handling() const { return runningHandlers_ > 0; }
     /// Calls `action` at once, or from Qt's loop after the outermost handler has returned; a later action
@@ -100,11 +108,10 @@ class QtEventLoop : public EventLoop {
     };
 
   protected:
-    using Milliseconds = std::chrono::milliseconds;
     /// Counts a handler as running; when the outermost ends, deletes what was to be deleted after them.
     class Handler {
       public:
-        explicit Handler(QtEventLoop& loop) : loop_(loop) { ++loop_.runningHandlers_; }
+        explicit Handler(QtEventLoop& loop);
         Handler(const Handler&) = delete;
         Handler& operator=(const Handler&) = delete;
         ~Handler();
@@ -114,9 +121,22 @@ class QtEventLoop : public EventLoop {
     };
 
   private:
+    /// Events are handled while this lives.
+    class Answering {
+      public:
+        explicit Answering(QtEventLoop& loop);
+        Answering(const Answering&) = delete;
+        Answering& operator=(const Answering&) = delete;
+        ~Answering();
+
+      private:
+        QtEventLoop& loop_;
+        int running_;
+    };
     void deleteLeft() const;
     void runDeferred();
     void keepFailure(std::exception_ptr failure);
+    [[nodiscard]] Milliseconds elapsed() const { return Milliseconds(clock_.elapsed()); }
     [[nodiscard]] Milliseconds wall() const;
     void alignWithWall();
     void arm();
@@ -132,6 +152,7 @@ class QtEventLoop : public EventLoop {
     std::function<void()> deferred_; ///< what waits for the handlers
     std::vector<Caller*> callers_;   ///< the innermost last
     std::exception_ptr failure_;
+    UnansweredTimes unanswered_;
     Turns turns_;
     int loops_ = 0;                               ///< of Qt's in which handlers wait
     std::unique_ptr<EventDescriptor> descriptor_; ///< where the host has asked for it

@@ -1,11 +1,13 @@
 #include "adapters/qt/user_interface.h"
 
 #include "adapters/qt/input_filter.h"
+#include "adapters/qt/waiting.h"
 #include "adapters/qt/window_frame.h"
 #include "adapters/qt/window_sheet.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
@@ -50,7 +52,8 @@ class QtUserInterface::FrameView final : public WindowView {
 };
 
 QtUserInterface::QtUserInterface(QtEventLoop& loop, const RegionalSettings& regional, const QSize& surface)
-    : loop_(loop), regional_(regional), surface_(surface), filter_(std::make_unique<InputFilter>(frames_)) {}
+    : loop_(loop), regional_(regional), surface_(surface), filter_(std::make_unique<InputFilter>(frames_)),
+      gate_([this](const QWidget& target, QtEventLoop::Milliseconds age) { return tooLate(target, age); }) {}
 
 QtUserInterface::~QtUserInterface() {
     for (WindowFrame* frame : std::exchange(frames_, {})) {
@@ -78,6 +81,38 @@ std::unique_ptr<WindowView> QtUserInterface::present(Window& window) {
     frames_.push_back(frame.get());
     frame.release(); // NOLINT: its view retires it
     return view;
+}
+
+/// Made when nothing could answer it, in one of our windows or one that stands in front of it.
+bool QtUserInterface::tooLate(const QWidget& target, QtEventLoop::Milliseconds age) const {
+    const QWidget* top = target.window();
+    while (top->parentWidget() != nullptr)
+        top = top->parentWidget()->window();
+    return std::ranges::find(frames_, top) != frames_.end() && loop_.unansweredBefore(age);
+}
+
+void QtUserInterface::await(const Awaited& awaited, const std::function<void()>& work) {
+    using namespace std::chrono_literals;
+    constexpr auto Noticeable = 300ms;
+    constexpr auto Step = 80ms;
+    const auto shown = std::ranges::find_if(frames_.rbegin(), frames_.rend(),
+                                            [](const WindowFrame* frame) { return frame->isVisible(); });
+    if (!awaited.onAnyThread || shown == frames_.rend())
+        return work();
+    QElapsedTimer clock;
+    clock.start();
+    WatchedWork watched(work);
+    if (!watched.endsWithin(Noticeable)) {
+        const auto text = [&] {
+            return QString::fromStdString(awaited.text(std::chrono::seconds(clock.elapsed() / 1000)));
+        };
+        WaitingSign sign(**shown, text());
+        while (!watched.endsWithin(Step)) {
+            sign.step(text());
+            stayAlive();
+        }
+    }
+    watched.rethrow();
 }
 
 void QtUserInterface::retire(WindowFrame& frame) {

@@ -1,5 +1,6 @@
 #pragma once
 #include "adapters/qt/control_view.h"
+#include "adapters/qt/display.h"
 #include "adapters/qt/event_loop.h"
 #include "adapters/qt/window_frame.h"
 #include "ports/regional_settings.h"
@@ -32,6 +33,7 @@ class QtUserInterface final : public UserInterface {
     std::unique_ptr<WindowView> present(Window& window) override;
     void runModal(Window& window) override;
     MessageAnswer messageBox(const PlatformMessage& message) override;
+    void await(const Awaited& awaited, const std::function<void()>& work) override;
     void setLanguage(std::int32_t id) override { words_.setLanguage(id); }
 
     /// The host's window that windows stand in front of which are presented from now on; 0 for none.
@@ -52,6 +54,7 @@ class QtUserInterface final : public UserInterface {
     void nameAnswers(const QMessageBox& box) const;
     [[nodiscard]] QColor backColor() const;
     [[nodiscard]] QSize surface() const; ///< empty where it is the screen's
+    [[nodiscard]] bool tooLate(const QWidget& target, QtEventLoop::Milliseconds age) const;
 
     QtEventLoop& loop_;
     const RegionalSettings& regional_;
@@ -60,6 +63,7 @@ class QtUserInterface final : public UserInterface {
     WId hostWindow_ = 0;
     std::vector<WindowFrame*> frames_; ///< from the oldest to the newest
     std::unique_ptr<InputFilter> filter_;
+    InputGate gate_;
 };
 
 } // namespace kova

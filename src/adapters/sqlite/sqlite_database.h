@@ -43,6 +43,7 @@ class SqliteConnection final : public DatabaseConnection {
   public:
     explicit SqliteConnection(std::shared_ptr<SqliteHandle> handle) : handle_(std::move(handle)) {}
     Recordset query(const Query& query) override;
+    [[nodiscard]] bool onAnyThread() const override { return true; }
 
   private:
     std::shared_ptr<SqliteHandle> handle_;

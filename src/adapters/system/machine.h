@@ -45,8 +45,8 @@ std::string userLanguage();
 /// /etc/kova/kova.ini.
 std::unique_ptr<SettingsStore> machineSettings();
 
-/// The tones of the user's sound theme: of libcanberra, where that is installed, on Windows of the system. They
-/// are found and played on another thread.
+/// The tones of the user's sound theme: of libcanberra, where that is installed, on Windows of the system.
+/// They are found and played on another thread.
 std::unique_ptr<Sounds> systemSounds();
 
 /// Whether there is a screen to show windows on.
