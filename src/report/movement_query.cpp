@@ -155,8 +155,8 @@ void carica_Movimenti_Giornata(ProcessState& process, ReportGrid& grid, const st
         grid.deleteRecords();
         grid.deleteColumns();
         try {
-            fillGrid(process, grid,
-                     process.query(movementQuery(process, date, *when, options), Word::ReadingMovements));
+            process.query(movementQuery(process, date, *when, options), Word::ReadingMovements,
+                          [&](Recordset rows) { fillGrid(process, grid, std::move(rows)); });
         } catch (...) {
             grid.breakOff();
             throw;

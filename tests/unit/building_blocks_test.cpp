@@ -2,6 +2,7 @@
 #include "adapters/system/file_error_logger.h"
 #include "base/signal.h"
 #include "ports/database.h"
+#include "screen/unanswered_times.h"
 #include "services/combo_multi_column.h"
 #include "test_world.h"
 #include "widgets/report_grid.h"
@@ -156,6 +157,27 @@ TEST_F(LogFile, SurvivesADeletedFileAndAFullDisk) {
     logger.LogError("full", "", nullptr, 0, "");
     logger.SetLogFile(path);
     EXPECT_EQ(lines().size(), 2U);
+}
+
+TEST(UnansweredTimes, AreThoseInWhichNothingCouldAnswerForLong) {
+    using namespace std::chrono_literals;
+    UnansweredTimes times;
+    times.begin(1000ms);
+    times.begin(1100ms);
+    times.end(1200ms); // inside the first
+    times.end(1499ms);
+    times.begin(2000ms);
+    const int running = times.suspend(2500ms); // it waits for the user
+    times.begin(2600ms);
+    times.end(2700ms);
+    times.resume(running, 9000ms);
+    times.end(9600ms);
+    std::string refused;
+    for (auto touched = 900ms; touched < 10s; touched += 100ms)
+        if (times.contain(touched, 10s))
+            refused += std::to_string(touched.count()) + " ";
+    EXPECT_EQ(refused, "2000 2100 2200 2300 2400 9000 9100 9200 9300 9400 9500 ");
+    EXPECT_FALSE(times.contain(9500ms, 70s)) << "nothing waits that long to be heard";
 }
 
 } // namespace
