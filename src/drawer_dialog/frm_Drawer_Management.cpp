@@ -95,7 +95,8 @@ void frm_Drawer_Management::Show(std::int32_t modality) {
             process_.windows.show(shown->window, shown->window.modal());
         return;
     }
-    showServerSilent();
+    if (process_.serverSilent)
+        showServerSilent();
     process_.windows.show(shown->window, modal);
     if (modal)
         process_.platform.userInterface.runModal(shown->window);

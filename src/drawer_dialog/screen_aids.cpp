@@ -48,21 +48,27 @@ void frm_Drawer_Management::connectScreenAids() {
         if (property == Property::Visible)
             placeNotice();
     }));
-    c.handlers.push_back(process_.serverFellSilent.connect([this] { showServerSilent(); }));
+    c.handlers.push_back(process_.serverSilenceChanged.connect([this] { showServerSilent(); }));
     connectNotice();
     placeNotice();
 }
 
+// Told until an answer comes.
 void frm_Drawer_Management::showServerSilent() noexcept {
-    if (!loaded() || !process_.serverSilent)
+    if (!loaded())
         return;
     attempt([&] {
         auto& c = *lifetime_;
-        if (c.tabs.selected() == 0)
+        const std::string words(inWords(Word::ServerSilent, process_.CurrentLanguageId));
+        if (!process_.serverSilent) {
+            for (PageNotice* const notice : {&c.saved, &c.listNotice})
+                if (notice->text() == words)
+                    notice->withdraw();
+        } else if (c.tabs.selected() == 0) {
             show({{Word::ServerSilent, ""}}, PageNotice::Kind::Failure);
-        else
-            c.listNotice.show(std::string(inWords(Word::ServerSilent, process_.CurrentLanguageId)),
-                              PageNotice::Kind::Failure);
+        } else {
+            c.listNotice.show(words, PageNotice::Kind::Failure);
+        }
     });
 }
 

@@ -44,14 +44,14 @@ std::string ProcessState::waitingText(Word what, std::chrono::seconds gone, std:
                                       std::size_t rows) const {
     constexpr std::chrono::seconds LimitShown{3};
     const auto word = [&](Word which) { return std::string(inWords(which, CurrentLanguageId)); };
-    std::string text = word(what) + " …\n";
+    std::string text;
     if (gone.count() > 0)
-        text += std::to_string(gone.count()) + " s";
+        text = std::to_string(gone.count()) + " s";
     if (gone >= LimitShown && limit.count() > 0)
         text += " " + word(Word::OfLimit) + " " + std::to_string(limit.count()) + " s";
     if (rows > 0)
-        text += " · " + std::to_string(rows) + " " + word(Word::Rows);
-    return text;
+        text += (text.empty() ? "" : " · ") + std::to_string(rows) + " " + word(Word::Rows);
+    return word(what) + " …\n" + text;
 }
 
 std::optional<bool> machineSwitch(const SettingsStore& store, const std::string& name) {
@@ -65,10 +65,13 @@ void ProcessState::askServer(const Awaited& awaited, const std::function<void()>
             platform.userInterface.await(awaited, work);
         else
             work();
-        serverSilent = false;
+        if (std::exchange(serverSilent, false))
+            serverSilenceChanged();
     } catch (const DatabaseError& error) {
-        if (meansNoAnswer(error) && !std::exchange(serverSilent, true))
-            serverFellSilent();
+        const bool silent =
+            meansNoAnswer(error) || (serverSilent && error.number() == DatabaseError::NotConnected);
+        if (std::exchange(serverSilent, silent) != silent)
+            serverSilenceChanged();
         throw;
     }
 }

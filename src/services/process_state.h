@@ -89,7 +89,7 @@ class ProcessState {
     /// Opens a connection. Throws DatabaseError.
     std::shared_ptr<DatabaseConnection> openDatabase(const std::string& connectionString);
     bool serverSilent = false; ///< the last time that the server was asked, no answer came
-    Signal<> serverFellSilent; ///< once, until an answer comes again
+    Signal<> serverSilenceChanged;
     /// One record of the error log: the fixed label of a procedure and the error's description. May be called
     /// on any thread, as long as the logger allows it.
     void logError(std::string_view label, const std::string& message);

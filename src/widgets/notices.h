@@ -67,7 +67,8 @@ class PageNotice {
         bounds_ = bounds;
         changed();
     }
-    /// The last text shown, UTF-8, one line per thing that happened; empty before the first.
+    /// The last text shown, UTF-8, one line per thing that happened; empty before the first,
+    /// and when it was withdrawn.
     [[nodiscard]] const std::string& text() const { return text_; }
     [[nodiscard]] Kind kind() const { return kind_; }
     /// Whether it still waits for its reader to go on.
@@ -84,6 +85,12 @@ class PageNotice {
         if (text_.empty() || text == text_)
             return;
         text_ = std::move(text);
+        changed();
+    }
+    /// What it says is no longer so.
+    void withdraw() {
+        text_.clear();
+        pending_ = false;
         changed();
     }
     /// Its reader does something else.

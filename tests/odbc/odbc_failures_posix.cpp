@@ -111,6 +111,7 @@ TEST(OdbcFailure, CostsNothingThatWasTypedAndPasses) {
         till.shop.server.recover();
         world.control<PushButton>("cmdCaricaMovimenti").press();
         EXPECT_GT(till.movementsListed(), 0u);
+        EXPECT_FALSE(world.dialog().notice()->pending()) << "the server answers";
         world.control<TabControl>("TabControl").touchTab(0);
         till.expectMovementCanBeSaved();
         EXPECT_EQ(till.shop.server.takeVersions().empty(), failure.linkSurvives);

@@ -214,6 +214,8 @@ void PageNoticeView::detach() {
 }
 
 void PageNoticeView::follow() {
+    if (notice_->text().empty())
+        return hide();
     setAccessibleName(QString::fromStdString(notice_->text()));
     layOut();
     update();
