@@ -64,6 +64,8 @@ void frm_Drawer_Management::showServerSilent() noexcept {
             for (PageNotice* const notice : {&c.saved, &c.listNotice})
                 if (notice->text() == words)
                     notice->withdraw();
+        } else if (!process_.screenAids.waiting || !machineAids_.waiting) {
+            return;
         } else if (c.tabs.selected() == 0) {
             show({{Word::ServerSilent, ""}}, PageNotice::Kind::Failure);
         } else {
