@@ -2,10 +2,10 @@
 Sub Withdraw()
   WScript.Touch 0.065, 0.76 ' euro
   WScript.Touch 0.263, 0.19 ' in cash
-  WScript.Touch 0.043, 0.524 ' 1250
-  WScript.Touch 0.115, 0.524
-  WScript.Touch 0.115, 0.414
-  WScript.Touch 0.043, 0.632
+  WScript.Touch 0.043, 0.555 ' 1250
+  WScript.Touch 0.115, 0.555
+  WScript.Touch 0.115, 0.467
+  WScript.Touch 0.043, 0.643
   WScript.Touch 0.561, 0.195
   WScript.When 1, "Confirm"
 End Sub
@@ -16,9 +16,9 @@ Sub Confirm()
 End Sub
 
 Sub WithdrawLess()
-  WScript.Touch 0.186, 0.632 ' clears the amount
-  WScript.Touch 0.115, 0.414 ' 50
-  WScript.Touch 0.043, 0.632
+  WScript.Touch 0.186, 0.643 ' clears the amount
+  WScript.Touch 0.115, 0.467 ' 50
+  WScript.Touch 0.043, 0.643
   WScript.Touch 0.813, 0.945
   WScript.When 1, "ListDay"
 End Sub

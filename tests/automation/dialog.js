@@ -16,7 +16,7 @@ function On_SalvaPagamento(idpagamento, importo, Valuta, note, cassetto, tipoInc
 function enter(next) {
   WScript.Touch(0.165, 0.76);
   WScript.Touch(0.263, 0.345);
-  WScript.Touch(0.115, 0.524);
+  WScript.Touch(0.115, 0.555);
   WScript.Touch(0.485, 0.195);
   following = next;
   WScript.When(1, "confirm");

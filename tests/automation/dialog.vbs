@@ -25,9 +25,9 @@ Sub Enter(digits, nextStep)
   WScript.Touch 0.263, 0.19
   For i = 1 To Len(digits)
     If Mid(digits, i, 1) = "2" Then
-      WScript.Touch 0.115, 0.524
+      WScript.Touch 0.115, 0.555
     Else
-      WScript.Touch 0.115, 0.414
+      WScript.Touch 0.115, 0.467
     End If
   Next
   WScript.Touch 0.561, 0.195

@@ -14,7 +14,7 @@ case $1 in
     exported=$(printf '%s\n' "$headers" | sed '1,/\[Ordinal\/Name Pointer\] Table/d; /^ *$/q' | sed -nE 's/^.*\[ *[0-9]+\] (\+base\[ *[0-9]+\] +[0-9a-f]+ )?([A-Za-z_]\w*)$/\2/p' |
         grep -vxE 'qt_startup_hook|Dll(GetClassObject|CanUnloadNow|RegisterServer|UnregisterServer|Install)')
     known=$(sed 's/@@.*//' "$list")
-    system='advapi32|authz|comdlg32|d3d9|d3d11|dwmapi|dxgi|gdi32|imm32|kernel32|msvcrt|netapi32|odbc32|ole32|oleaut32|shcore|shell32|shlwapi|user32|userenv|uxtheme|version|winmm|ws2_32|wtsapi32|api-ms-win-core-[a-z0-9-]*'
+    system='advapi32|authz|comdlg32|d3d9|d3d11|dwmapi|dxgi|gdi32|imm32|kernel32|mpr|msvcrt|netapi32|odbc32|ole32|oleaut32|shcore|shell32|shlwapi|user32|userenv|uxtheme|version|winmm|ws2_32|wtsapi32|api-ms-win-core-[a-z0-9-]*'
     foreign=$(printf '%s\n' "$headers" | sed -n 's/^.*DLL Name: //p' | tr 'A-Z\r' 'a-z ' | grep -vE "^($system)\.dll *$")
     if [ -n "$foreign" ]; then
         printf 'imported beyond the system:\n%s\n' "$foreign"
