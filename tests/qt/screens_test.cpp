@@ -260,6 +260,13 @@ void Screens::use(Till& till) {
     lookAgain();
 }
 
+TEST(Accent, StandsOutFromEveryFace) {
+    for (int i = 0; i < 4096; ++i) {
+        const QColor face(i / 256 * 17, i / 16 % 16 * 17, i % 16 * 17);
+        EXPECT_TRUE(look::standsOut(look::accentOn(face), face)) << face.name().toStdString();
+    }
+}
+
 TEST_F(Screens, AreReadTouchedAndNamedInEveryLayout) {
     // What the rules fix; docs/contrast.md says where.
     const std::vector<std::set<std::string>> fixed{{}, {"#ffffff on #737f8d", "#000000 on #586472"}};

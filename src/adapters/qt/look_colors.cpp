@@ -87,7 +87,11 @@ QColor borderOn(const QColor& filling, const QColor& backdrop) {
 }
 
 QColor accentOn(const QColor& background) {
-    return isDark(background) ? palette::Yellow : palette::Blue;
+    const bool dark = isDark(background);
+    QColor accent = dark ? palette::Yellow : palette::Blue;
+    while (contrast(accent, background) < LeastOfEdges * Rounding)
+        accent = mixed(accent, dark ? Qt::white : Qt::black, 0.1);
+    return accent;
 }
 
 QColor warningOn(const QColor& background) {
