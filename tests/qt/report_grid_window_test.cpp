@@ -6,14 +6,12 @@
 #include "unit/report_checks.h"
 
 #include <QAccessible>
-#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
 #include <QDir>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QScrollBar>
@@ -169,6 +167,9 @@ TEST_F(ReportGridWindow, IsUsedByKeysAlone) {
     EXPECT_EQ(shown(), "[A][B]1");
     EXPECT_EQ(press({Qt::Key_Up, Qt::Key_Up}), "grd_mov_giornata_search");
     EXPECT_EQ(press({Qt::Key_Right}), "grd_mov_giornata_menu");
+    EXPECT_EQ(press({Qt::Key_Return, Qt::Key_Down, Qt::Key_Return}), "grd_mov_giornata_menu");
+    EXPECT_EQ(grid.selectedRecords().size(), 3U) << "the second choice";
+    EXPECT_EQ(press({Qt::Key_Return, Qt::Key_Escape}), "grd_mov_giornata_menu");
     EXPECT_EQ(press({Qt::Key_Backtab}), "grd_mov_giornata_search");
     EXPECT_EQ(press({Qt::Key_Tab, Qt::Key_Tab}), "comboData_text");
     EXPECT_EQ(press({Qt::Key_Backtab}), "grd_mov_giornata");
@@ -198,10 +199,17 @@ TEST_F(ReportGridWindow, ScrollsUnderAFingerAndSelectsWithoutScrolling) {
 TEST_F(ReportGridWindow, CopiesAndSavesWhatIsShownOrSaysWhyNot) {
     const auto choose = [&](int action) {
         longTouch("row 1");
-        auto* const menu = list.findChild<QMenu*>();
-        menu->actions().at(action)->trigger();
-        menu->close();
+        till.frame()
+            .findChild<QWidget*>("grd_mov_giornata_choices")
+            ->findChildren<QAbstractButton*>()
+            .at(action)
+            ->click();
     };
+    longTouch("row 1");
+    touch("row 2");
+    EXPECT_TRUE(grid.selectedRecords().empty() &&
+                till.frame().findChild<QWidget*>("grd_mov_giornata_choices")->isHidden())
+        << "a touch outside closes the menu alone";
     const QTemporaryDir home;
     qputenv("HOME", home.path().toUtf8());
     const auto save = [&](int touches) {

@@ -254,8 +254,11 @@ void Screens::use(Till& till) {
     till.control<ReportGrid>("grd_mov_giornata").groupBy(2);
     till.runtime.change(1031);
     lookAgain();
-    till.frame().findChild<QAbstractButton*>("comboData_calendar")->click();
-    look(till.frame(), true);
+    for (const char* const panel : {"grd_mov_giornata_menu", "comboData_calendar"}) {
+        till.frame().findChild<QAbstractButton*>(panel)->click();
+        look(till.frame(), true);
+        QTest::keyClick(till.frame().focusWidget(), Qt::Key_Escape);
+    }
     till.control<TabControl>("TabControl").touchTab(0);
     lookAgain();
 }

@@ -1,42 +1,23 @@
 #include "adapters/qt/calendar.h"
 
-#include "adapters/qt/palette.h"
-#include "adapters/qt/window_sheet.h"
-
-#include <QAccessibleWidget>
-#include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QPainter>
 
 #include <algorithm>
 
 namespace kova {
 namespace {
 
-// Lengths in design pixels.
-constexpr double DaySide = 45; // more than 9 mm on a small panel
-constexpr double BoardMargin = 6;
-constexpr double FaceInset = 2;
-constexpr double NamesHeight = 20;
-constexpr double DayPoints = 13, ButtonPoints = 11;
+constexpr double NamesHeight = 20; // design pixels
+constexpr double DayPoints = 13;
 constexpr double SmallestText = 10; // points of the days' names
 // What the movements' tables can hold.
 const QDate FirstDay(1753, 1, 1), LastDay(9999, 12, 31);
 
-QColor faceOn(const QColor& background) {
-    return look::isDark(background) ? look::mixed(background, Qt::black, 0.3) : palette::Key;
-}
-
-bool isPointer(QEvent::Type type) {
-    return type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick ||
-           type == QEvent::TouchBegin || type == QEvent::Wheel || type == QEvent::ContextMenu;
-}
-
 } // namespace
 
 Calendar::Calendar(QWidget& window, const Wording& words)
-    : QFrame(&window), words_(words), title_(new QLabel(this)) {
+    : Panel(window), words_(words), title_(new QLabel(this)) {
     title_->setAlignment(Qt::AlignCenter);
     const auto turn = [this](const char* name, auto next) {
         return addButton(name, [this, next] {
@@ -56,7 +37,6 @@ Calendar::Calendar(QWidget& window, const Wording& words)
     addDays();
     today_ = addButton("today", [this] { pick(QDate::currentDate()); });
     cancel_ = addButton("cancel", [this] { close(); });
-    hide();
 }
 
 void Calendar::addDays() {
@@ -69,69 +49,26 @@ void Calendar::addDays() {
     }
 }
 
-FaceButton* Calendar::addButton(const char* name, std::function<void()> clicked) {
-    auto* const button = new FaceButton(*this);
-    button->setObjectName(name);
-    button->setFocusPolicy(Qt::TabFocus);
-    connect(button, &QAbstractButton::clicked, this, std::move(clicked));
-    return button;
-}
-
-QAccessibleInterface* Calendar::makeAccessible() {
-    return new QAccessibleWidget(this, QAccessible::Dialog);
-}
-
 void Calendar::open(const QDate& chosen, const CalendarStyle& style, const Looks& looks) {
     chosen_ = current_ = std::clamp(chosen, FirstDay, LastDay);
     style_ = style;
-    looks_ = looks;
-    looks_.background = look::windowStyle(looks.background, looks.scale).background;
-    if (isHidden())
-        focusBefore_ = window()->focusWidget();
+    setLooks(looks);
     place();
     showWords();
-    raise();
-    show();
-    goTo(chosen_);
-    qApp->installEventFilter(this);
-    QAccessibleEvent opened(this, QAccessible::DialogStart);
-    QAccessible::updateAccessibility(&opened);
-}
-
-void Calendar::close() {
-    if (isHidden())
-        return;
-    qApp->removeEventFilter(this);
-    if (focusBefore_)
-        focusBefore_->setFocus(Qt::PopupFocusReason);
-    hide();
-    QAccessibleEvent closed(this, QAccessible::DialogEnd);
-    QAccessible::updateAccessibility(&closed);
-}
-
-FaceButton::Looks Calendar::buttonLooks(double points) const {
-    FaceButton::Looks looks;
-    looks.face.unit = looks_.scale.smaller();
-    looks.face.color = faceOn(looks_.background);
-    looks.text = look::inkOn(looks.face.color);
-    looks.font = look::font({.points = points}, looks_.scale);
-    looks.pictureSize = looks_.scale.smaller() * DaySide / 2.4;
-    const double inset = FaceInset * looks_.scale.smaller();
-    looks.inset = {inset, inset, inset, inset};
-    looks.backdrop = [this] { return looks_.background; };
-    return looks;
+    showMonth();
+    appear(currentDay());
 }
 
 /// Smaller than it is designed where the window has no room for it.
 void Calendar::place() {
-    const double wide = DaysOfWeek * DaySide + 2 * BoardMargin;
-    const double high = (Weeks + 2) * DaySide + NamesHeight + 2 * BoardMargin;
+    const double wide = DaysOfWeek * Side + 2 * Margin;
+    const double high = (Weeks + 2) * Side + NamesHeight + 2 * Margin;
     const QSize room = parentWidget()->size();
-    const double unit = std::min({looks_.scale.smaller(), room.width() / wide, room.height() / high});
+    const double unit = std::min({Panel::looks().scale.smaller(), room.width() / wide, room.height() / high});
     const auto px = [unit](double design) { return static_cast<int>(design * unit); };
-    const int side = px(DaySide);
-    const int left = px(BoardMargin);
-    int top = px(BoardMargin);
+    const int side = px(Side);
+    const int left = px(Margin);
+    int top = px(Margin);
     const auto cell = [&](int column, int columns = 1) {
         return QRect(left + column * side, top, columns * side, side);
     };
@@ -150,10 +87,8 @@ void Calendar::place() {
     }
     today_->setGeometry(cell(0, 4));
     cancel_->setGeometry(cell(4, 3));
-    resize(DaysOfWeek * side + 2 * left, top + side + px(BoardMargin));
-    const QPoint above = looks_.beside.topLeft() - QPoint(0, height() + px(FaceInset));
-    move(std::clamp(above.x(), 0, std::max(0, room.width() - width())),
-         std::clamp(above.y(), 0, std::max(0, room.height() - height())));
+    resize(DaysOfWeek * side + 2 * left, top + side + px(Margin));
+    moveInside(Panel::looks().beside.topLeft() - QPoint(0, height() + px(FaceInset)));
 }
 
 void Calendar::showWords() {
@@ -172,9 +107,9 @@ void Calendar::showWords() {
         button->setText(say(word));
         button->setLooks(looks);
     }
-    const QString ink = QString("color: %1;").arg(look::inkOn(looks_.background).name());
+    const QString ink = QString("color: %1;").arg(look::inkOn(Panel::looks().background).name());
     title_->setStyleSheet(ink);
-    const QFont font = look::font({.points = SmallestText}, looks_.scale);
+    const QFont font = look::font({.points = SmallestText}, Panel::looks().scale);
     for (int i = 0; i < DaysOfWeek; ++i) {
         QLabel* const name = dayNames_[static_cast<std::size_t>(i)];
         const int day = (style_.firstDay - 1 + i) % DaysOfWeek + 1;
@@ -188,7 +123,8 @@ void Calendar::showWords() {
 void Calendar::showMonth() {
     const QString month = style_.names.standaloneMonthName(current_.month());
     const QString title = month + ' ' + QString::number(current_.year());
-    title_->setFont(look::fitted(title, look::font({.points = ButtonPoints, .bold = true}, looks_.scale),
+    title_->setFont(look::fitted(title,
+                                 look::font({.points = ButtonPoints, .bold = true}, Panel::looks().scale),
                                  title_->size(), {.wrapped = false}));
     title_->setText(title);
     const QDate first(current_.year(), current_.month(), 1);
@@ -225,81 +161,29 @@ void Calendar::pick(const QDate& day) {
         picked(day);
 }
 
-bool Calendar::eventFilter(QObject* watched, QEvent* event) {
-    const auto type = event->type();
-    if (watched == window() && (type == QEvent::Hide || type == QEvent::Close || type == QEvent::Resize ||
-                                type == QEvent::WindowDeactivate))
-        close();
-    if (!watched->isWidgetType() || static_cast<QWidget*>(watched)->window() != window())
-        return false;
-    auto* const widget = static_cast<QWidget*>(watched);
-    const bool inside = widget == this || isAncestorOf(widget);
-    if (isPointer(type) && !inside) {
-        if (type != QEvent::Wheel)
-            close();
-        return true;
-    }
-    if (type == QEvent::KeyPress && takeKey(static_cast<QKeyEvent&>(*event)))
-        return true;
-    return type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::ShortcutOverride ||
-           type == QEvent::InputMethod;
-}
-
 bool Calendar::takeKey(const QKeyEvent& event) {
-    if (const auto* const focused = dynamic_cast<CalendarDay*>(window()->focusWidget()))
-        current_ = focused->day(); // where assistive technology may have put the focus
-    if (const auto day = dayByKey(event, current_)) {
+    auto* const focused = window()->focusWidget();
+    if (const auto* const day = dynamic_cast<CalendarDay*>(focused))
+        current_ = day->day(); // where assistive technology may have put the focus
+    const int key = event.key();
+    if (const auto day = dayByKey(event, current_))
         goTo(*day);
-        return true;
-    }
-    switch (event.key()) {
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab:
-        moveFocus(event.key() == Qt::Key_Tab && !event.modifiers().testFlag(Qt::ShiftModifier));
-        return true;
-    case Qt::Key_Escape:
-    case Qt::Key_F4:
+    else if (key == Qt::Key_F4)
         close();
-        return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Space:
-        break;
-    default:
-        return false;
-    }
-    auto* const button = qobject_cast<QAbstractButton*>(window()->focusWidget());
-    if (event.isAutoRepeat())
-        return true;
-    if (button != nullptr && isAncestorOf(button))
-        button->click();
-    else
+    else if ((key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) &&
+             !event.isAutoRepeat() && !isAncestorOf(focused))
         pick(current_);
+    else
+        return Panel::takeKey(event);
     return true;
 }
 
-void Calendar::moveFocus(bool forward) {
+std::vector<QWidget*> Calendar::stops() const {
     std::vector<QWidget*> stops(turns_.begin(), turns_.end());
     if (CalendarDay* const day = currentDay())
         stops.push_back(day);
     stops.insert(stops.end(), {today_, cancel_});
-    const auto at = std::ranges::find(stops, window()->focusWidget());
-    const auto count = static_cast<std::ptrdiff_t>(stops.size());
-    std::ptrdiff_t next = forward ? 0 : count - 1;
-    if (at != stops.end())
-        next = (at - stops.begin() + (forward ? 1 : count - 1)) % count;
-    stops[static_cast<std::size_t>(next)]->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-}
-
-void Calendar::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const double unit = looks_.scale.smaller();
-    const double line = look::lineWidth(2 * unit);
-    painter.setPen(QPen(look::accentOn(looks_.background), line));
-    painter.setBrush(looks_.background);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2),
-                            look::BoardRadius * unit, look::BoardRadius * unit);
+    return stops;
 }
 
 } // namespace kova

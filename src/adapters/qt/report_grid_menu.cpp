@@ -5,32 +5,28 @@
 #include <QClipboard>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QMenu>
-#include <QScreen>
 
 #include <algorithm>
 
 namespace kova {
 
-void ReportGridView::openMenu(const QPoint& at) {
+void ReportGridView::openMenu(const QRect& beside) {
     if (model() == nullptr)
         return;
     showBoard(false);
-    auto* menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->setStyleSheet(QString("QMenu { font-size: %1px; } QMenu::item { padding: %2px %3px; }")
-                            .arg(pixels(15))
-                            .arg(pixels(13))
-                            .arg(pixels(24)));
+    if (menu_ == nullptr) {
+        menu_ = new ChoicePanel(frame());
+        menu_->setObjectName(objectName() + "_choices");
+    }
+    std::vector<ChoicePanel::Choice> choices;
     const auto add = [&](const std::string& words, bool enabled, auto action) {
-        menu->addAction(QString::fromStdString(words).replace('&', "&&"), this, action)->setEnabled(enabled);
+        choices.push_back({QString::fromStdString(words), enabled, std::move(action)});
     };
     const auto& words = model()->menuTexts();
     const bool empty = model()->order().empty();
     add(words.copy, !model()->selectedRecords().empty(), [this] { copySelection(); });
     add(words.selectAll, !empty, [this] { act([](ReportGrid& grid) { grid.selectAll(); }); });
     add(words.save, !empty, [this] { saveList(); });
-    menu->addSeparator();
     const auto& groups = model()->groupColumns();
     for (std::size_t column = 0; column < model()->columns().size(); ++column)
         add(frame().words()(Word::GroupBy) + ": " + model()->columns()[column].caption,
@@ -38,7 +34,13 @@ void ReportGridView::openMenu(const QPoint& at) {
             [this, column] { act([=](ReportGrid& grid) { grid.groupBy(column); }); });
     add(frame().words()(Word::Ungroup), !groups.empty(),
         [this] { act([](ReportGrid& grid) { grid.ungroup(); }); });
-    menu->popup(at);
+    menu_->open(QString::fromStdString(frame().words()(Word::ListMenu)), choices,
+                {scale(), look::toQt(model()->window().backColor()), beside});
+}
+
+void ReportGridView::closeMenu() {
+    if (menu_)
+        menu_->close();
 }
 
 void ReportGridView::copySelection() {

@@ -38,7 +38,7 @@ ReportGridView::ReportGridView(ReportGrid& grid, WindowFrame& frame, QWidget& pa
              [this] {
                  keyboard_ = &tools_->menuButton();
                  takeFocus();
-                 openMenu(keyboard_->mapToGlobal(QPoint(0, keyboard_->height())));
+                 openMenu({keyboard_->mapTo(&this->frame(), QPoint()), keyboard_->size()});
              },
          .focusMoved = [this] { keyboard_ = parentWidget()->focusWidget(); },
          .leave =
@@ -67,10 +67,12 @@ void ReportGridView::detach() {
         notice_->detach();
     tools_->detach();
     board_->hide();
+    closeMenu();
     ModelView::detach();
 }
 
 void ReportGridView::showWords() {
+    closeMenu();
     updateSpokenName();
     tools_->showWords(frame().words());
     board_->showWords(frame().words());
@@ -168,6 +170,7 @@ void ReportGridView::showProperty(Property property) {
         measure();
         break;
     case Property::Records:
+        closeMenu();
         if (model()->searched().empty())
             tools_->empty();
         measure();
@@ -314,7 +317,7 @@ void ReportGridView::onLongTouch() {
     if (header)
         act([&](ReportGrid& grid) { grid.groupBy(*header); });
     else if (layout().list.contains(pressedAt_))
-        openMenu(mapToGlobal(pressedAt_.toPoint()));
+        openMenu({mapTo(&frame(), pressedAt_.toPoint()), QSize(1, 1)});
     update();
 }
 
@@ -329,12 +332,13 @@ void ReportGridView::takeFocus() {
 
 void ReportGridView::hideEvent(QHideEvent* event) {
     showBoard(false);
+    closeMenu();
     QWidget::hideEvent(event);
 }
 
 void ReportGridView::contextMenuEvent(QContextMenuEvent* event) {
     if (model() != nullptr && layout().list.contains(event->pos()))
-        openMenu(event->globalPos());
+        openMenu({mapTo(&frame(), event->pos()), QSize(1, 1)});
 }
 
 } // namespace kova

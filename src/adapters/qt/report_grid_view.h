@@ -1,5 +1,6 @@
 #pragma once
 #include "adapters/qt/control_view.h"
+#include "adapters/qt/panel.h"
 #include "adapters/qt/report_grid_painter.h"
 #include "adapters/qt/report_grid_tools.h"
 #include "widgets/report_grid.h"
@@ -72,7 +73,8 @@ class ReportGridView final : public QWidget, public ModelView<ReportGrid> {
     void useFocused(Qt::KeyboardModifiers keys);
     static ReportGrid::Extent extentOf(Qt::KeyboardModifiers keys);
     // report_grid_menu.cpp
-    void openMenu(const QPoint& at);
+    void openMenu(const QRect& beside); ///< in the window
+    void closeMenu();
     void copySelection();
     void saveList();
     void showSaved(const QString& file, const QString& failure);
@@ -80,6 +82,7 @@ class ReportGridView final : public QWidget, public ModelView<ReportGrid> {
     QScrollBar scrollBar_{Qt::Vertical, this};
     ReportGridTools* tools_; ///< owned, as the two below, by the page
     SearchBoard* board_;
+    QPointer<ChoicePanel> menu_;       ///< null until it is opened; the frame's
     PageNoticeView* notice_ = nullptr; ///< null where the list has none
     QWidget* keyboard_ = this;         ///< the part that the keys go to
     std::vector<double> needs_;        ///< widths of the columns
