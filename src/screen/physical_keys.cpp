@@ -92,7 +92,12 @@ class PartsOfWindow : public ControlVisitor {
         if (isReachable(&grid) && !grid.buttons().empty())
             grids += (grids.empty() ? "" : ", ") + spokenNameOf(grid, words_);
     }
+    void visit(ReportGrid& grid) override {
+        if (isReachable(&grid))
+            list = spokenNameOf(grid, words_);
+    }
     std::string grids;
+    std::string list;
     std::string decimalMark = ",";
 
   private:
@@ -194,6 +199,10 @@ std::vector<KeyHelpLine> keyHelp(const Window& window, const Wording& words) {
     add("⇥", words(Word::NextField));
     if (!parts.grids.empty())
         add("← ↑ ↓ →  ␣", parts.grids);
+    if (!parts.list.empty()) {
+        add("← ↑ ↓ →  ↵", parts.list);
+        add("A … Z", words(Word::SearchList));
+    }
     if (isReachable(targets.functionKeys))
         addFunctionKeys(lines, *targets.functionKeys);
     return lines;

@@ -11,6 +11,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -170,6 +171,9 @@ TEST_F(ReportGridWindow, IsUsedByKeysAlone) {
     EXPECT_EQ(press({Qt::Key_Return, Qt::Key_Down, Qt::Key_Return}), "grd_mov_giornata_menu");
     EXPECT_EQ(grid.selectedRecords().size(), 3U) << "the second choice";
     EXPECT_EQ(press({Qt::Key_Return, Qt::Key_Escape}), "grd_mov_giornata_menu");
+    press({Qt::Key_F1});
+    EXPECT_TRUE(till.frame().findChild<QLabel*>("KeyHelp")->text().contains("Cerca nell'elenco"));
+    press({Qt::Key_Escape});
     EXPECT_EQ(press({Qt::Key_Backtab}), "grd_mov_giornata_search");
     EXPECT_EQ(press({Qt::Key_Tab, Qt::Key_Tab}), "comboData_text");
     EXPECT_EQ(press({Qt::Key_Backtab}), "grd_mov_giornata");
