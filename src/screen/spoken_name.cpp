@@ -109,6 +109,18 @@ std::string wordsAround(const Control& control) {
     return surrounding.text;
 }
 
+std::string rowsAndOrder(const ReportGrid& grid, const Wording& words) {
+    std::string text = std::to_string(grid.rows().size());
+    if (!grid.searched().empty())
+        text = std::to_string(grid.order().size()) + " " + words(Word::OfLimit) + " " +
+               std::to_string(grid.recordCount());
+    text += " " + words(Word::Rows);
+    if (const auto column = grid.sortColumn())
+        text += ", " + grid.columns()[*column].caption + " " +
+                spokenDescription(grid, std::nullopt, *column, words);
+    return text;
+}
+
 } // namespace
 
 std::string spokenNameOf(Control& control, const Wording& words) {
@@ -129,7 +141,7 @@ std::string spokenCell(const ReportGrid& grid, std::optional<std::size_t> row, s
         return grid.columns()[column].caption;
     const ReportGrid::Row& shown = grid.rows()[*row];
     if (shown.record != ReportGrid::Row::None)
-        return std::string(grid.item(static_cast<std::size_t>(shown.record), column));
+        return grid.shown(static_cast<std::size_t>(shown.record), column);
     if (column > 0)
         return {};
     const ReportGrid::Group& group = grid.group(shown);
@@ -139,15 +151,10 @@ std::string spokenCell(const ReportGrid& grid, std::optional<std::size_t> row, s
 }
 
 std::string spokenDescription(const ReportGrid& grid, const Wording& words) {
-    if (grid.brokenOff())
-        return grid.brokenOffText();
-    if (grid.recordCount() == 0)
-        return grid.emptyText();
-    std::string text = std::to_string(grid.rows().size()) + " " + words(Word::Rows);
-    if (const auto column = grid.sortColumn())
-        text += ", " + grid.columns()[*column].caption + " " +
-                spokenDescription(grid, std::nullopt, *column, words);
-    return text;
+    const std::string text = grid.brokenOff()          ? grid.brokenOffText()
+                             : grid.recordCount() == 0 ? grid.emptyText()
+                                                       : rowsAndOrder(grid, words);
+    return text + (grid.stale() ? ", " + words(Word::ListOfOther) : "");
 }
 
 std::string spokenDescription(const ReportGrid& grid, std::optional<std::size_t> row, std::size_t column,

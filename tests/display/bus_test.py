@@ -3,7 +3,8 @@
     bus_test.py TREE FOLDER
 
 The host is the till in Python, with the environment that it is given; TREE has it, FOLDER is for its files. Nothing
-is clicked and no key is pressed: there are accessible actions, the focus and the text of a field.
+is clicked, and no key is pressed but to move in the list: there are accessible actions, the focus and the text of a
+field.
 """
 
 import os
@@ -16,6 +17,7 @@ import pyatspi
 from gi.repository import GLib
 
 PATIENCE = 15  # seconds
+KEYS = {"Home": 0xFF50, "Up": 0xFF52, "Right": 0xFF53, "Down": 0xFF54}
 EVENTS = ("object", "window", "focus")
 
 
@@ -91,6 +93,10 @@ def states(part):
     """As they are now, not as the client's library remembers them."""
     part.clear_cache()
     return {pyatspi.stateToString(state) for state in part.getState().getStates()}
+
+
+def focused(where):
+    return next((part for part in within(where) if "focused" in states(part)), None)
 
 
 def press(part, action=0):
@@ -285,9 +291,6 @@ def movements(cashier):
     bus.hears("object:state-changed:selected", "Gestione cassetto", 0)
     page = cashier.find("panel", "Movimenti", cashier.program[0][0])
 
-    def focused(where):
-        return next((part for part in within(where) if "focused" in states(part)), None)
-
     bus.until(lambda: focused(page), "the focus on the page")
     cashier.press("push button", "Data movimenti, Calendario", page)
     calendar = cashier.find("dialog", "Calendario")
@@ -352,6 +355,74 @@ def movements(cashier):
         except GLib.Error:
             seen = ""
         expect(seen, name if word == "aperto" else "", "a cell held in a group")
+    expect(press(kinds, 1), True, "grouping no longer")
+    bus.until(lambda: rows() == all_rows, "no groups")
+    moving(bus, table)
+    menu_of_list(cashier, page, table)
+    said_of_list(cashier, page, table)
+
+
+def moving(bus, table):
+    """Each cell that the arrows reach is told of: a screen reader reads what has the focus."""
+    cells = table.queryTable().getAccessibleAt
+    start = cells(1, 0)
+    expect(start.queryComponent().grabFocus(), True, "focus on a cell")
+    bus.hears("object:state-changed:focused", start.name, 1)
+    header = table.getChildAtIndex(1)
+    ways = [("Down", cells(2, 0)), ("Right", cells(2, 1)), ("Up", cells(1, 1)), ("Home", cells(0, 1)), ("Up", header)]
+    before = start
+    for key, reached in ways:
+        bus.forget()
+        pyatspi.Registry.generateKeyboardEvent(KEYS[key], None, pyatspi.KEY_SYM)
+        bus.hears("object:state-changed:focused", reached.name, 1)
+        expect("focused" in states(reached), True, f"the focus after {key}")
+        expect("focused" in states(before), False, f"the focus before {key}")
+        heard = [count for (kind, _, detail), count in bus.forget().items() if "focused" in kind and detail]
+        expect(heard, [1], f"words for {key}")
+        before = reached
+
+
+def menu_of_list(cashier, page, table):
+    bus = cashier.bus
+    header = table.getChildAtIndex(1)  # where the keys were last
+
+    def choose(*name):
+        cashier.press("push button", "Menu dell'elenco", page)
+        menu = cashier.find("dialog", "Menu dell'elenco")
+        bus.until(lambda: focused(menu), "the focus on a choice")
+        if name:
+            cashier.press("push button", *name, menu)
+            bus.until(lambda: "showing" not in states(menu), "the menu goes")
+            bus.until(lambda: "focused" in states(header), "the focus where it was")
+        return menu
+
+    last = table.queryTable().getAccessibleAt(table.queryTable().nRows - 1, 0)
+    choose("Seleziona tutto")
+    bus.until(lambda: "selected" in states(last), "all rows selected")
+    rows = table.queryTable().nRows
+    choose("Raggruppa per: Tipo Operazione")
+    bus.until(lambda: table.queryTable().nRows > rows, "groups")
+    expect("sensitive" in states(cashier.find("push button", "Raggruppa per: Tipo Operazione", choose())), False, "again")
+    cashier.press("push button", "Togli i gruppi", cashier.find("dialog", "Menu dell'elenco"))
+    bus.until(lambda: table.queryTable().nRows == rows, "no groups")
+
+
+def said_of_list(cashier, page, table):
+    bus = cashier.bus
+    rows = table.queryTable().nRows
+    amounts = [table.queryTable().getAccessibleAt(row, 4).name for row in range(rows)]
+    expect({len(amount.partition(",")[2]) for amount in amounts}, {2}, "decimals of the amounts as they are drawn")
+    search = cashier.find("text", "Cerca nell'elenco", page)
+    for text, words in (("bancomat", f" di {rows} righe"), ("", f"{rows} righe")):
+        bus.forget()
+        search.queryEditableText().setTextContents(text)
+        bus.hears("object:property-change:accessible-description", "Movimenti")
+        expect(words in table.description, True, f"{words} in {table.description!r}")
+    for way, stale in (("Giorno precedente", True), ("Giorno successivo", False)):
+        bus.forget()
+        cashier.press("push button", way, page)
+        bus.hears("object:property-change:accessible-description", "Movimenti")
+        expect("di un'altra data" in table.description, stale, f"{way}: {table.description!r}")
 
 
 def pair(cashier):

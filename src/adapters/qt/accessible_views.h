@@ -38,8 +38,10 @@ void tellButtons(ButtonGridView& grid, ToldButtons& told);
 
 /// A table: column headers, and below them its rows.
 QAccessibleInterface* makeAccessibleReportGrid(ReportGridView& view);
-/// Tells what a change of the model's records or rows means.
-void tellReportGrid(ReportGridView& view);
+enum class ToldOfGrid { All, Description, Focus };
+/// Tells what a change of the model's records or rows means, or of what the list is said to be, or which cell
+/// the keys have reached; nothing where that is as it was.
+void tellReportGrid(ReportGridView& view, ToldOfGrid what);
 
 /// Which tabs there are and which one is selected, as the toolkit's own tab bar does not.
 QAccessibleInterface* makeAccessibleTabBar(TouchTabBar& bar);

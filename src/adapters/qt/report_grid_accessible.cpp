@@ -1,135 +1,14 @@
-#include "adapters/qt/accessible_part.h"
 #include "adapters/qt/accessible_views.h"
-#include "adapters/qt/report_grid_view.h"
-#include "screen/spoken_name.h"
+#include "adapters/qt/report_grid_cells.h"
 
 #include <map>
 #include <set>
-#include <tuple>
 #include <utility>
 
 namespace kova {
 namespace {
 
-constexpr int Header = -1;                           // the row number of the column headers
-const QString GroupAction = QStringLiteral("Group"); // by a column, or no longer
-constexpr int LeastRowHeight = 8;                    // pixels
-constexpr int Nowhere = -2;                          // of what is not to be seen, for now or for ever
-
-/// What stands in a row, wherever that row is: a record, by its number; a group, by its value and those
-/// around it; the column headers, when it is neither.
-struct RowKey {
-    std::int32_t record = ReportGrid::Row::None;
-    std::string group = {};
-    friend bool operator==(const RowKey&, const RowKey&) = default;
-    friend bool operator<(const RowKey& one, const RowKey& other) {
-        return std::tie(one.record, one.group) < std::tie(other.record, other.group);
-    }
-};
-
-RowKey keyOf(const ReportGrid& grid, int row) {
-    if (row == Header)
-        return {};
-    const ReportGrid::Row& shown = grid.rows()[static_cast<std::size_t>(row)];
-    RowKey key{shown.record};
-    for (auto at = shown.group; at != ReportGrid::Row::None;) {
-        const ReportGrid::Group& group = grid.group({.group = at});
-        key.group += std::to_string(group.column) + ':' + group.value + '\n';
-        at = group.parent;
-    }
-    return key;
-}
-
-class GridTableAccessible;
-
-/// A cell of a record or of a group, or a column header. It follows what it shows to other rows.
-class GridCellAccessible final : public AccessiblePart<ReportGridView>, public QAccessibleTableCellInterface {
-  public:
-    GridCellAccessible(ReportGridView& view, const GridTableAccessible& table, RowKey key, int column)
-        : AccessiblePart(view), table_(table), key_(std::move(key)), column_(column) {}
-
-    [[nodiscard]] bool isValid() const override {
-        return model() != nullptr && column_ < static_cast<int>(model()->columns().size()) &&
-               row() != Nowhere;
-    }
-    [[nodiscard]] QAccessible::Role role() const override {
-        return key_ == RowKey() ? QAccessible::ColumnHeader : QAccessible::Cell;
-    }
-    [[nodiscard]] QString text(QAccessible::Text kind) const override {
-        if (kind == QAccessible::Description && isValid())
-            return QString::fromStdString(
-                spokenDescription(*model(), modelRow(), column(), widget()->words()));
-        return AccessiblePart::text(kind == QAccessible::Value ? QAccessible::Name : kind);
-    }
-    void* interface_cast(QAccessible::InterfaceType type) override {
-        return type == QAccessible::TableCellInterface ? static_cast<QAccessibleTableCellInterface*>(this)
-                                                       : AccessiblePart::interface_cast(type);
-    }
-
-    [[nodiscard]] QStringList actionNames() const override {
-        QStringList names = AccessiblePart::actionNames();
-        if (!names.isEmpty() && key_ == RowKey())
-            names << GroupAction;
-        return names;
-    }
-
-    [[nodiscard]] bool isSelected() const override {
-        return isValid() && key_.record != ReportGrid::Row::None &&
-               model()->selected(static_cast<std::size_t>(key_.record));
-    }
-    [[nodiscard]] QList<QAccessibleInterface*> columnHeaderCells() const override {
-        QAccessibleInterface* const table = parent();
-        return table == nullptr ? QList<QAccessibleInterface*>()
-                                : QList<QAccessibleInterface*>{table->child(column_)};
-    }
-    [[nodiscard]] QList<QAccessibleInterface*> rowHeaderCells() const override { return {}; }
-    [[nodiscard]] int columnIndex() const override { return column_; }
-    [[nodiscard]] int rowIndex() const override { return row(); }
-    [[nodiscard]] int columnExtent() const override { return 1; }
-    [[nodiscard]] int rowExtent() const override { return 1; }
-    [[nodiscard]] QAccessibleInterface* table() const override { return parent(); }
-
-  protected:
-    [[nodiscard]] QRect place() const override {
-        return widget()->cell(row(), column_).toAlignedRect() & widget()->rect();
-    }
-    void addTo(QAccessible::State& state) const override {
-        state.offscreen = rect().isEmpty();
-        state.readOnly = true;
-        if (key_ == RowKey())
-            return;
-        state.selectable = key_.record != ReportGrid::Row::None;
-        state.selected = isSelected();
-        if (!state.selectable) {
-            state.expandable = true;
-            state.collapsed = model()->group(model()->rows()[*modelRow()]).collapsed;
-            state.expanded = !state.collapsed;
-        }
-    }
-    [[nodiscard]] bool canPress() const override { return widget()->reachable(); }
-    void press() override { widget()->touchCell(row(), column_); }
-    void perform(const QString& action) override {
-        if (action == GroupAction)
-            widget()->switchGroup(column_);
-        else
-            AccessiblePart::perform(action);
-    }
-    [[nodiscard]] QString name() const override {
-        return QString::fromStdString(spokenCell(*model(), modelRow(), column()));
-    }
-
-  private:
-    [[nodiscard]] const ReportGrid* model() const { return widget() ? widget()->shownGrid() : nullptr; }
-    [[nodiscard]] int row() const;
-    [[nodiscard]] std::optional<std::size_t> modelRow() const {
-        const int at = row();
-        return at == Header ? std::nullopt : std::optional(static_cast<std::size_t>(at));
-    }
-    [[nodiscard]] std::size_t column() const { return static_cast<std::size_t>(column_); }
-    const GridTableAccessible& table_; ///< which owns this
-    RowKey key_;
-    int column_;
-};
+constexpr int LeastRowHeight = 8; // pixels
 
 /// What stands in the way of an interface's number being given again.
 class NumberTaken final : public QAccessibleInterface {
@@ -152,7 +31,7 @@ class NumberTaken final : public QAccessibleInterface {
 class GridTableAccessible final : public QAccessibleWidget, public QAccessibleTableInterface {
   public:
     explicit GridTableAccessible(ReportGridView& view)
-        : QAccessibleWidget(&view, QAccessible::Table), view_(view) {}
+        : QAccessibleWidget(&view, QAccessible::Table), view_(view), places_(view) {}
     ~GridTableAccessible() override {
         forget();
         QAccessible::deleteAccessibleInterface(taken_);
@@ -174,17 +53,19 @@ class GridTableAccessible final : public QAccessibleWidget, public QAccessibleTa
     [[nodiscard]] QAccessibleInterface* child(int index) const override {
         if (index < 0 || index >= childCount())
             return nullptr;
-        return at(index / columnCount() + Header, index % columnCount());
+        return at(index / columnCount() + HeaderRow, index % columnCount());
     }
     int indexOfChild(const QAccessibleInterface* wanted) const override {
         for (const auto& [place, id] : cells_)
             if (QAccessible::accessibleInterface(id) == wanted)
-                return wanted->isValid() ? (rowOf(place.first) - Header) * columnCount() + place.second : -1;
+                return wanted->isValid()
+                           ? (places_.rowOf(place.first) - HeaderRow) * columnCount() + place.second
+                           : -1;
         return -1;
     }
     [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override {
         const auto [row, column] = view_.cellAt(QPointF(view_.mapFromGlobal(QPoint(x, y))));
-        return row < Header ? nullptr : at(row, column);
+        return row < HeaderRow ? nullptr : at(row, column);
     }
 
     [[nodiscard]] QAccessibleInterface* caption() const override { return nullptr; }
@@ -240,23 +121,14 @@ class GridTableAccessible final : public QAccessibleWidget, public QAccessibleTa
     bool unselectRow(int) override { return false; }
     bool unselectColumn(int) override { return false; }
 
-    [[nodiscard]] int rowOf(const RowKey& key) const {
-        if (key == RowKey())
-            return Header;
-        if (const int row = knownRow(key); row < rowCount() && row != Nowhere && keyOf(grid(), row) == key)
-            return row;
-        recordRows_.assign(grid().recordCount(), Nowhere);
-        groupRows_.clear();
-        for (int row = 0; row < rowCount(); ++row)
-            if (const auto record = grid().rows()[static_cast<std::size_t>(row)].record;
-                record != ReportGrid::Row::None)
-                recordRows_[static_cast<std::size_t>(record)] = row;
-            else
-                groupRows_.emplace(keyOf(grid(), row).group, row);
-        return knownRow(key);
-    }
     void modelChange(QAccessibleTableModelChangeEvent*) override {} // tellChanges knows more
     void tellChanges();
+    void tellDescription();
+    void tellFocus();
+    [[nodiscard]] QAccessibleInterface* focusChild() const override {
+        const auto place = view_.focusedCell();
+        return place ? at(place->row, place->column) : nullptr;
+    }
 
   private:
     /// What has been told or could be read, of which only changes are told.
@@ -273,22 +145,14 @@ class GridTableAccessible final : public QAccessibleWidget, public QAccessibleTa
         const auto& shown = grid().rows()[static_cast<std::size_t>(row)];
         return shown.group == ReportGrid::Row::None ? isRowSelected(row) : grid().group(shown).collapsed;
     }
-    [[nodiscard]] int knownRow(const RowKey& key) const {
-        if (key.record != ReportGrid::Row::None) {
-            const auto record = static_cast<std::size_t>(key.record);
-            return record < recordRows_.size() ? recordRows_[record] : Nowhere;
-        }
-        const auto found = groupRows_.find(key.group);
-        return found == groupRows_.end() ? Nowhere : found->second;
-    }
     [[nodiscard]] QAccessibleInterface* at(int row, int column) const {
         RowKey key = keyOf(grid(), row);
         const auto [known, isNew] = cells_.try_emplace({key, column});
         if (isNew) { // QAccessible owns what is registered
-            if (row != Header && told_)
+            if (row != HeaderRow && told_)
                 told_->marks.try_emplace(key, mark(row));
             known->second = QAccessible::registerAccessibleInterface(
-                new GridCellAccessible(view_, *this, std::move(key), column));
+                new GridCellAccessible(view_, places_, std::move(key), column));
         }
         return QAccessible::accessibleInterface(known->second);
     }
@@ -301,6 +165,7 @@ class GridTableAccessible final : public QAccessibleWidget, public QAccessibleTa
     void forget() {
         const QAccessible::Id taken =
             cells_.empty() ? 0 : QAccessible::registerAccessibleInterface(new NumberTaken);
+        focused_ = 0;
         for (const auto& [place, id] : std::exchange(cells_, {}))
             QAccessible::deleteAccessibleInterface(id);
         if (taken != 0 && taken_ != 0)
@@ -310,16 +175,11 @@ class GridTableAccessible final : public QAccessibleWidget, public QAccessibleTa
     }
     ReportGridView& view_;
     mutable std::map<std::pair<RowKey, int>, QAccessible::Id> cells_;
-    // Where they were when last looked for.
-    mutable std::vector<int> recordRows_;
-    mutable std::map<std::string, int> groupRows_;
+    RowPlaces places_;
     QAccessible::Id taken_ = 0;
+    QAccessible::Id focused_ = 0;      ///< the cell last told of
     mutable std::optional<Told> told_; ///< nothing before the first change
 };
-
-int GridCellAccessible::row() const {
-    return table_.rowOf(key_);
-}
 
 GridTableAccessible::Told GridTableAccessible::present() const {
     Told now;
@@ -331,7 +191,7 @@ GridTableAccessible::Told GridTableAccessible::present() const {
         if (const int row = view_.cellAt(QPointF(1, y)).row; row >= 0)
             now.marks[keyOf(grid(), row)] = mark(row);
     for (const auto& [place, id] : cells_)
-        if (const int row = rowOf(place.first); row >= 0)
+        if (const int row = places_.rowOf(place.first); row >= 0)
             now.marks[place.first] = mark(row);
     return now;
 }
@@ -368,11 +228,26 @@ void GridTableAccessible::tellChanges() {
     if (before->sortColumn != told_->sortColumn || before->direction != told_->direction)
         for (const auto& column : std::set{before->sortColumn, told_->sortColumn})
             if (column && static_cast<int>(*column) < columnCount())
-                tell(at(Header, static_cast<int>(*column)), QAccessible::DescriptionChanged);
+                tell(at(HeaderRow, static_cast<int>(*column)), QAccessible::DescriptionChanged);
     for (const auto& [key, mark] : told_->marks)
         if (const auto known = before->marks.find(key);
             known != before->marks.end() ? known->second != mark : mark && key.group.empty())
-            tellMark(key, rowOf(key));
+            tellMark(key, places_.rowOf(key));
+}
+
+void GridTableAccessible::tellDescription() {
+    if (!told_ || view_.shownGrid() == nullptr)
+        return;
+    const QString before = std::exchange(told_->description, text(QAccessible::Description));
+    if (before != told_->description)
+        tell(this, QAccessible::DescriptionChanged);
+}
+
+void GridTableAccessible::tellFocus() {
+    QAccessibleInterface* const cell = focusChild();
+    const QAccessible::Id before = std::exchange(focused_, cell == nullptr ? 0 : QAccessible::uniqueId(cell));
+    if (cell != nullptr && focused_ != before)
+        tell(cell, QAccessible::Focus);
 }
 
 } // namespace
@@ -381,12 +256,21 @@ QAccessibleInterface* makeAccessibleReportGrid(ReportGridView& view) {
     return new GridTableAccessible(view);
 }
 
-void tellReportGrid(ReportGridView& view) {
+void tellReportGrid(ReportGridView& view, ToldOfGrid what) {
     if (!QAccessible::isActive())
         return;
-    if (auto* const table = dynamic_cast<GridTableAccessible*>(
-            QAccessible::queryAccessibleInterface(static_cast<QWidget*>(&view))))
-        table->tellChanges();
+    auto* const table = dynamic_cast<GridTableAccessible*>(
+        QAccessible::queryAccessibleInterface(static_cast<QWidget*>(&view)));
+    if (table == nullptr)
+        return;
+    switch (what) {
+    case ToldOfGrid::All:
+        return table->tellChanges();
+    case ToldOfGrid::Description:
+        return table->tellDescription();
+    case ToldOfGrid::Focus:
+        return table->tellFocus();
+    }
 }
 
 } // namespace kova

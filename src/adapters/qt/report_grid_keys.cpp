@@ -19,8 +19,29 @@ bool isTyped(const QKeyEvent& event) {
 } // namespace
 
 std::optional<ReportGridView::CellPlace> ReportGridView::focusedCell() const {
-    const bool reached = hasFocus() && model() != nullptr && !model()->columns().empty();
-    return reached ? std::optional(focus_) : std::nullopt;
+    if (!hasFocus() || model() == nullptr || model()->columns().empty())
+        return std::nullopt;
+    // A search, or a group that collapses, may have left fewer.
+    return CellPlace{std::min(focus_.row, static_cast<int>(model()->rows().size()) - 1),
+                     std::min(focus_.column, static_cast<int>(model()->columns().size()) - 1)};
+}
+
+void ReportGridView::focusCell(const CellPlace& place) {
+    keyboard_ = this;
+    takeFocus();
+    if (model() == nullptr)
+        return;
+    setFocus(Qt::OtherFocusReason);
+    focusSeen_ = true;
+    focus_.column = place.column;
+    goTo(place.row);
+    tellFocus();
+    update();
+}
+
+void ReportGridView::tellFocus() {
+    if (focusedCell())
+        tellReportGrid(*this, ToldOfGrid::Focus);
 }
 
 bool ReportGridView::moveFocusInside(bool forward) {
@@ -41,11 +62,18 @@ void ReportGridView::focusInEvent(QFocusEvent* event) {
     focusSeen_ = event->reason() != Qt::MouseFocusReason && press_ == Press::None;
     update();
     QWidget::focusInEvent(event);
+    // After the toolkit's own word that it is somewhere in the list. A finger has yet to say where.
+    const auto tell = [this] {
+        if (press_ == Press::None)
+            tellFocus();
+    };
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
 
 void ReportGridView::focusOutEvent(QFocusEvent* event) {
     update();
     QWidget::focusOutEvent(event);
+    tellReportGrid(*this, ToldOfGrid::Focus);
 }
 
 void ReportGridView::keyPressEvent(QKeyEvent* event) {
@@ -65,6 +93,7 @@ void ReportGridView::keyPressEvent(QKeyEvent* event) {
     } else if (!moveByKey(event->key())) {
         QWidget::keyPressEvent(event);
     }
+    tellFocus();
     update();
 }
 

@@ -10,6 +10,7 @@ namespace kova {
 /// Row -1 has the column headers.
 struct ReportGridPlace {
     int row, column;
+    friend bool operator==(const ReportGridPlace&, const ReportGridPlace&) = default;
 };
 
 /// What a finger or a key is doing to a list, to be seen while it does.

@@ -160,7 +160,7 @@ void ReportGridView::showProperty(Property property) {
     case Property::Visible:
         tools_->setVisible(drawnVisible());
         break;
-    case Property::Enabled:
+    case Property::Enabled: // or stale, or no longer
         tools_->setEnabled(drawnEnabled());
         break;
     case Property::ZOrder:
@@ -200,9 +200,11 @@ void ReportGridView::showNewest() {
 }
 
 void ReportGridView::tellChanged(Property property) {
-    if (property != Property::Records && property != Property::Order && property != Property::Rows)
+    if (property != Property::Records && property != Property::Order && property != Property::Rows &&
+        property != Property::Enabled)
         return;
-    tellReportGrid(*this);
+    tellReportGrid(*this, property == Property::Enabled ? ToldOfGrid::Description : ToldOfGrid::All);
+    tellFocus();
     if (property == Property::Records && model()->brokenOff()) {
         QAccessibleEvent alert(this, QAccessible::Alert);
         QAccessible::updateAccessibility(&alert);
@@ -306,6 +308,7 @@ void ReportGridView::finishTouch(const QPointF& at, ReportGrid::Extent extent) {
     else if (const CellPlace place = cellAt(at); place.row >= -1) {
         focus_ = place;
         touchCell(place.row, place.column, extent);
+        tellFocus();
     }
 }
 

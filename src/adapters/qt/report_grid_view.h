@@ -38,6 +38,7 @@ class ReportGridView final : public QWidget, public ModelView<ReportGrid> {
     void touchCell(int row, int column, ReportGrid::Extent extent = ReportGrid::Extent::Single);
     /// What the arrow keys have reached; nothing without the focus.
     [[nodiscard]] std::optional<CellPlace> focusedCell() const;
+    void focusCell(const CellPlace& place);
     void switchGroup(int column); ///< groups by it, or by none when it did already
 
   protected:
@@ -70,6 +71,7 @@ class ReportGridView final : public QWidget, public ModelView<ReportGrid> {
     // report_grid_keys.cpp
     bool moveByKey(int key);
     void goTo(int row);
+    void tellFocus();
     void useFocused(Qt::KeyboardModifiers keys);
     static ReportGrid::Extent extentOf(Qt::KeyboardModifiers keys);
     // report_grid_menu.cpp
