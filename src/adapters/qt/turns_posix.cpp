@@ -11,12 +11,13 @@
 #include <utility>
 #include <vector>
 
-#if defined(__has_feature)
+// g++ says so by a macro, clang by a feature, of which toolkits make a macro that is always no.
+#if defined(__SANITIZE_ADDRESS__)
+#define KOVA_ADDRESSES_CHECKED
+#elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
 #define KOVA_ADDRESSES_CHECKED
 #endif
-#elif defined(__SANITIZE_ADDRESS__)
-#define KOVA_ADDRESSES_CHECKED
 #endif
 #ifdef KOVA_ADDRESSES_CHECKED
 #include <sanitizer/common_interface_defs.h>
