@@ -32,6 +32,21 @@ class ServerPause {
         end_ = now + length_;
     }
     void answered() { failure_.reset(); }
+    /// Asks the server by `ask`, outside of pauses, and returns what that returns. Throws what it throws.
+    template <class Ask>
+    auto asked(const Ask& ask) {
+        check();
+        const auto begun = Clock::now();
+        try {
+            auto answer = ask();
+            answered();
+            return answer;
+        } catch (const DatabaseError& failure) {
+            if (meansNoAnswer(failure))
+                attemptFailed(failure, begun);
+            throw;
+        }
+    }
 
   private:
     Clock::duration first_;

@@ -23,7 +23,6 @@ class AdoConnection final : public DatabaseConnection {
     /// It may be half open after the server fell silent.
     void close() noexcept;
     Recordset read(const Query& query);
-    Recordset readReopening(const Query& query);
     // Keeps ADO loaded while there is an object of it.
     com::Apartment apartment_;
     AdoIds ids_;
@@ -73,24 +72,18 @@ Recordset AdoConnection::read(const Query& query) {
     }
 }
 
-Recordset AdoConnection::readReopening(const Query& query) {
-    pause_.check();
-    const auto begun = ServerPause::Clock::now();
-    try {
-        Recordset rows = read(query);
-        pause_.answered();
-        return rows;
-    } catch (const DatabaseError& error) {
-        if (meansNoAnswer(error)) {
-            close();
-            pause_.attemptFailed(error, begun);
-        }
-        throw;
-    }
-}
-
 Recordset AdoConnection::query(const Query& query) {
-    return text_ ? readReopening(query) : read(query);
+    if (!text_)
+        return read(query);
+    return pause_.asked([&] {
+        try {
+            return read(query);
+        } catch (const DatabaseError& error) {
+            if (meansNoAnswer(error))
+                close();
+            throw;
+        }
+    });
 }
 
 /// ADO is not registered, or is one that has the objects and does nothing with them.

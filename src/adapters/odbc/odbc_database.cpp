@@ -94,17 +94,7 @@ Recordset OwnConnection::read(const Query& query) {
 }
 
 Recordset OwnConnection::query(const Query& query) {
-    pause_.check();
-    const auto begun = ServerPause::Clock::now();
-    try {
-        Recordset rows = read(query);
-        pause_.answered();
-        return rows;
-    } catch (const DatabaseError& error) {
-        if (meansNoAnswer(error))
-            pause_.attemptFailed(error, begun);
-        throw;
-    }
+    return pause_.asked([&] { return read(query); });
 }
 
 } // namespace

@@ -13,7 +13,7 @@
 namespace kova {
 namespace {
 
-/// Names of freedesktop.org's sound naming specification, the next one where the theme has not the first.
+/// Names of freedesktop.org's sound naming, the next one where the theme has not the first.
 std::array<const char*, 2> eventsOf(Sounds::Tone tone) {
     switch (tone) {
     case Sounds::Tone::Key:
