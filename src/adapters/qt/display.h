@@ -4,6 +4,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <thread>
 
 class QApplication;
 class QWidget;
@@ -59,6 +60,9 @@ class InputGate {
     struct Watch;
     std::unique_ptr<Watch> watch_;
 };
+
+/// A thread that the host's signals do not reach. Throws std::system_error.
+std::thread quietThread(const std::function<void()>& work);
 
 /// The system must not take this thread for dead: it handles no messages for a while, on purpose.
 void stayAlive();

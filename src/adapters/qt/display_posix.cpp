@@ -12,6 +12,7 @@
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdint>
 
 namespace kova {
@@ -138,6 +139,15 @@ bool InputGate::Watch::eventFilter(QObject* watched, QEvent* event) {
 InputGate::InputGate(Unwanted unwanted) : watch_(std::make_unique<Watch>(std::move(unwanted))) {}
 
 InputGate::~InputGate() = default;
+
+std::thread quietThread(const std::function<void()>& work) {
+    sigset_t all, before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    const std::shared_ptr<void> restored(nullptr,
+                                         [&](void*) { pthread_sigmask(SIG_SETMASK, &before, nullptr); });
+    return std::thread(work);
+}
 
 void stayAlive() {} // window managers ask only when a window is to be closed
 

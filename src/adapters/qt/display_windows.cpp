@@ -192,6 +192,10 @@ InputGate::InputGate(Unwanted unwanted) : watch_(std::make_unique<Watch>(std::mo
 
 InputGate::~InputGate() = default;
 
+std::thread quietThread(const std::function<void()>& work) {
+    return std::thread(work); // the system's signals have threads of their own
+}
+
 // The system paints over a window whose thread has not looked for messages for five seconds. Looking removes
 // none and delivers none.
 void stayAlive() {

@@ -1,5 +1,6 @@
 #include "adapters/qt/waiting.h"
 
+#include "adapters/qt/display.h"
 #include "adapters/qt/window_frame.h"
 
 #include <QPainter>
@@ -7,7 +8,7 @@
 namespace kova {
 
 WatchedWork::WatchedWork(const std::function<void()>& work)
-    : thread_([this, &work] {
+    : thread_(quietThread([this, &work] {
           std::exception_ptr failure;
           try {
               work();
@@ -18,7 +19,7 @@ WatchedWork::WatchedWork(const std::function<void()>& work)
           failure_ = std::move(failure);
           ended_ = true;
           ending_.notify_all();
-      }) {}
+      })) {}
 
 bool WatchedWork::endsWithin(std::chrono::milliseconds patience) {
     std::unique_lock lock(mutex_);
