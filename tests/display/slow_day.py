@@ -132,6 +132,14 @@ def play(server: Server, display: Display, seed: int, count: int, stalling: bool
 
 def main(tree: str, seed: int, count: int) -> None:
     server, display = Server(tree + "/build/test/kova-test-server"), Display()
+    try:
+        play_days(server, display, seed, count)
+    finally:
+        server.process.kill()
+        display.process.kill()
+
+
+def play_days(server: Server, display: Display, seed: int, count: int) -> None:
     healthy, _ = play(server, display, seed, count, stalling=False, slow=0)
     expected = [f"{amount} € 1 2" for amount in movements(seed, count)]
     if [line.split(" ")[0] for line in healthy] != [line.split(" ")[0] for line in expected]:
