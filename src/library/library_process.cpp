@@ -87,14 +87,15 @@ void LibraryProcess::enter(CallKind kind) {
     if (kind == CallKind::Opening)
         followRegion();
     ++calls_;
-    eventLoop_.hostCallBegins();
+    if (userInterface_.showsWindow() || eventLoop_.handling()) // else there is nothing to touch
+        eventLoop_.workBegins();
     events_ += kind == CallKind::Event ? 1 : 0;
 }
 
 void LibraryProcess::leave(CallKind kind) noexcept {
     if (kind == CallKind::Event && --events_ == 0 && phase_ == Phase::Ending)
         closeDialogs();
-    eventLoop_.hostCallEnds();
+    eventLoop_.workEnds();
     if (--calls_ > 0)
         return;
     if (phase_ == Phase::Ending) {

@@ -7,16 +7,6 @@ namespace kova {
 
 using namespace std::chrono_literals;
 
-void UnansweredTimes::begin(Time now) {
-    if (running_++ == 0)
-        since_ = now;
-}
-
-void UnansweredTimes::end(Time now) {
-    if (running_ > 0 && --running_ == 0)
-        close(now);
-}
-
 int UnansweredTimes::suspend(Time now) {
     if (running_ > 0)
         close(now);

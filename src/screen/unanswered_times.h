@@ -15,9 +15,18 @@ class UnansweredTimes {
     /// lose nothing.
     static constexpr Time Noticed{500};
 
-    /// Something runs, possibly inside of something that runs already.
-    void begin(Time now);
-    void end(Time now);
+    /// Something runs, possibly inside of something that runs already. `now` is asked for the time where it
+    /// matters: a clock costs more than the whole of a short call.
+    template <class Clock>
+    void begin(const Clock& now) {
+        if (running_++ == 0)
+            since_ = now();
+    }
+    template <class Clock>
+    void end(const Clock& now) {
+        if (running_ > 0 && --running_ == 0)
+            close(now());
+    }
     /// What runs waits for the user and lets events be handled. Returns what `resume` takes.
     [[nodiscard]] int suspend(Time now);
     void resume(int running, Time now);

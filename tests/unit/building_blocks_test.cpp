@@ -162,16 +162,16 @@ TEST_F(LogFile, SurvivesADeletedFileAndAFullDisk) {
 TEST(UnansweredTimes, AreThoseInWhichNothingCouldAnswerForLong) {
     using namespace std::chrono_literals;
     UnansweredTimes times;
-    times.begin(1000ms);
-    times.begin(1100ms);
-    times.end(1200ms); // inside the first
-    times.end(1499ms);
-    times.begin(2000ms);
+    times.begin([] { return 1000ms; });
+    times.begin([] { return 1100ms; });
+    times.end([] { return 1200ms; }); // inside the first
+    times.end([] { return 1499ms; });
+    times.begin([] { return 2000ms; });
     const int running = times.suspend(2500ms); // it waits for the user
-    times.begin(2600ms);
-    times.end(2700ms);
+    times.begin([] { return 2600ms; });
+    times.end([] { return 2700ms; });
     times.resume(running, 9000ms);
-    times.end(9600ms);
+    times.end([] { return 9600ms; });
     std::string refused;
     for (auto touched = 900ms; touched < 10s; touched += 100ms)
         if (times.contain(touched, 10s))

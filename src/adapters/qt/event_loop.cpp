@@ -13,11 +13,11 @@ using namespace std::chrono_literals;
 
 QtEventLoop::Handler::Handler(QtEventLoop& loop) : loop_(loop) {
     ++loop_.runningHandlers_;
-    loop_.unanswered_.begin(loop_.elapsed());
+    loop_.workBegins();
 }
 
 QtEventLoop::Handler::~Handler() {
-    loop_.unanswered_.end(loop_.elapsed());
+    loop_.workEnds();
     if (--loop_.runningHandlers_ > 0)
         return;
     for (const auto& object : std::exchange(loop_.toDelete_, {}))

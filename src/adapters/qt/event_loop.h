@@ -48,9 +48,13 @@ class QtEventLoop : public EventLoop {
     /// A descriptor that can be read when something waits for `takeTurn`; -1 where the system's own queue of
     /// messages says so. This object's, and valid as long. Throws Error when there can be none.
     int eventDescriptor();
-    /// A call of the host's begins, perhaps inside another.
-    void hostCallBegins() { unanswered_.begin(elapsed()); }
-    void hostCallEnds() { unanswered_.end(elapsed()); }
+    /// A handler, or a call of the host's, begins, perhaps inside another.
+    void workBegins() {
+        unanswered_.begin([this] { return elapsed(); });
+    }
+    void workEnds() {
+        unanswered_.end([this] { return elapsed(); });
+    }
     /// The outermost one is over, which may have begun timers.
     void hostLeaves();
 
