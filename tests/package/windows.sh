@@ -35,7 +35,7 @@ done
 for file in Kova_Drawer_Man.dll kova-host.exe; do
     $target-objdump -p "$unpacked/bin/$file" | sed -n 's/^.*DLL Name: //p' | tr A-Z a-z >"$work/imports"
     check "imports of $file" grep -q '^kernel32.dll' "$work/imports"
-    check "$file needs what not every Windows has" none -vE '^(advapi32|authz|comdlg32|d3d11|d3d9|dwmapi|dxgi|gdi32|imm32|kernel32|msvcrt|netapi32|odbc32|ole32|oleaut32|shcore|shell32|shlwapi|user32|userenv|uxtheme|version|winmm|ws2_32|wtsapi32|api-ms-win-core-(synch-l1-2-0|winrt-l1-1-0|winrt-string-l1-1-0))\.dll$|^winspool\.drv$' "$work/imports"
+    check "$file needs what not every Windows has" none -vE '^(advapi32|authz|comdlg32|d3d11|d3d9|dwmapi|dxgi|gdi32|imm32|kernel32|mpr|msvcrt|netapi32|odbc32|ole32|oleaut32|shcore|shell32|shlwapi|user32|userenv|uxtheme|version|winmm|ws2_32|wtsapi32|api-ms-win-core-(synch-l1-2-0|winrt-l1-1-0|winrt-string-l1-1-0))\.dll$|^winspool\.drv$' "$work/imports"
     $target-windres "$unpacked/bin/$file" -O rc -o "$work/$file.rc"
     check "$file names the folder that it was built in" none -qaF "$(realpath "$here/../..")" "$unpacked/bin/$file"
     check "version of $file" grep -q '"ProductName", "Kova_Drawer_Man"' "$work/$file.rc"
