@@ -49,7 +49,8 @@ class UserInterface {
     /// Shows a message box and returns the button that closed it.
     virtual MessageAnswer messageBox(const PlatformMessage& message) = 0;
     /// Does `work` and returns when it is done; nothing else of this thread's happens meanwhile, no event is
-    /// handled. A toolkit may show what is awaited. Throws what `work` throws.
+    /// handled. A toolkit may show what is awaited, and paint what waits to be painted: work that may be done
+    /// on any thread must leave the models alone. Throws what `work` throws.
     virtual void await(const Awaited& awaited, const std::function<void()>& work) {
         (void)awaited;
         work();

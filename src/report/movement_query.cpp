@@ -155,8 +155,8 @@ void carica_Movimenti_Giornata(ProcessState& process, ReportGrid& grid, const st
         grid.deleteRecords();
         grid.deleteColumns();
         try {
-            process.query(movementQuery(process, date, *when, options), Word::ReadingMovements,
-                          [&](Recordset rows) { fillGrid(process, grid, std::move(rows)); });
+            fillGrid(process, grid,
+                     process.query(movementQuery(process, date, *when, options), Word::ReadingMovements));
         } catch (...) {
             grid.breakOff();
             throw;

@@ -76,20 +76,16 @@ void ProcessState::askServer(const Awaited& awaited, const std::function<void()>
     }
 }
 
-void ProcessState::query(Query query, Word what, const std::function<void(Recordset)>& use) {
+Recordset ProcessState::query(Query query, Word what) {
     // The slot may be refilled while the query runs.
     const auto connection = SharedConnection ? SharedConnection : std::make_shared<ClosedConnection>();
     std::atomic<std::size_t> rows = 0;
     query.rowsRead = &rows;
+    std::optional<Recordset> result;
     const auto text = [&](std::chrono::seconds gone) {
         return waitingText(what, gone, connection->queryTimeout(), rows);
     };
-    askServer({text, connection->onAnyThread()}, [&] { use(connection->query(query)); });
-}
-
-Recordset ProcessState::query(Query query, Word what) {
-    std::optional<Recordset> result;
-    this->query(std::move(query), what, [&](Recordset rows) { result = std::move(rows); });
+    askServer({text, connection->onAnyThread()}, [&] { result = connection->query(query); });
     return *result;
 }
 

@@ -83,9 +83,6 @@ class ProcessState {
     /// Runs a query on the shared connection; without one it fails like a closed connection. `what` is read
     /// tells a user who has to wait.
     Recordset query(Query query, Word what);
-    /// The same, and `use` is part of what is waited for: where the connection allows it, it runs on the
-    /// thread that reads.
-    void query(Query query, Word what, const std::function<void(Recordset)>& use);
     /// Opens a connection. Throws DatabaseError.
     std::shared_ptr<DatabaseConnection> openDatabase(const std::string& connectionString);
     bool serverSilent = false; ///< the last time that the server was asked, no answer came
