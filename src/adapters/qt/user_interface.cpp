@@ -16,6 +16,8 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <optional>
+#include <system_error>
 #include <utility>
 
 namespace kova {
@@ -75,6 +77,11 @@ QSize QtUserInterface::surface() const {
     return surface_;
 }
 
+Scale QtUserInterface::scaleOf(const QScreen& screen) const {
+    const QSize size = surface().isEmpty() ? screen.availableSize() : surface();
+    return {size.width() / DesignSurface.width, size.height() / DesignSurface.height};
+}
+
 std::unique_ptr<WindowView> QtUserInterface::present(Window& window) {
     auto frame = std::make_unique<WindowFrame>(window, loop_, regional_, words_, surface(), hostWindow_);
     auto view = std::make_unique<FrameView>(*this, *frame);
@@ -95,24 +102,44 @@ void QtUserInterface::await(const Awaited& awaited, const std::function<void()>&
     using namespace std::chrono_literals;
     constexpr auto Noticeable = 300ms;
     constexpr auto Step = 80ms;
-    const auto shown = std::ranges::find_if(frames_.rbegin(), frames_.rend(),
-                                            [](const WindowFrame* frame) { return frame->isVisible(); });
-    if (!awaited.onAnyThread || shown == frames_.rend())
+    if (!awaited.onAnyThread)
         return work();
     QElapsedTimer clock;
     clock.start();
-    WatchedWork watched(work);
-    if (!watched.endsWithin(Noticeable)) {
+    std::optional<WatchedWork> watched;
+    try {
+        watched.emplace(work);
+    } catch (const std::system_error&) { // no thread is left: an answer matters more than a sign
+        return work();
+    }
+    if (!watched->endsWithin(Noticeable)) {
         const auto text = [&] {
             return QString::fromStdString(awaited.text(std::chrono::seconds(clock.elapsed() / 1000)));
         };
-        WaitingSign sign(**shown, text());
-        while (!watched.endsWithin(Step)) {
-            sign.step(text());
+        const auto sign = waitingSign(text());
+        while (!watched->endsWithin(Step)) {
+            sign->step(text());
             stayAlive();
         }
     }
-    watched.rethrow();
+    watched->rethrow();
+}
+
+/// Over the newest window of ours that is on the screen, else where the host's window is.
+std::unique_ptr<WaitingSign> QtUserInterface::waitingSign(const QString& text) const {
+    const auto shown = std::ranges::find_if(frames_.rbegin(), frames_.rend(), [](const WindowFrame* frame) {
+        return frame->isVisible() && frame->windowHandle()->isExposed();
+    });
+    if (shown != frames_.rend())
+        return std::make_unique<SignInWindow>(**shown, text);
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    QRect room = screen->availableGeometry();
+    if (hostWindow_ != 0) {
+        const std::unique_ptr<const QWindow> below(QWindow::fromWinId(hostWindow_));
+        screen = below->screen();
+        room = areaOf(*below);
+    }
+    return std::make_unique<SignOnScreen>(room, scaleOf(*screen), text);
 }
 
 void QtUserInterface::retire(WindowFrame& frame) {
@@ -139,8 +166,7 @@ void QtUserInterface::runModal(Window& window) {
 void QtUserInterface::fillMessageBox(QMessageBox& box, const PlatformMessage& message) const {
     const QWidget* const below = QApplication::activeWindow();
     const QScreen* const on = below != nullptr ? below->screen() : QGuiApplication::primaryScreen();
-    const QSize size = surface().isEmpty() ? on->availableSize() : surface();
-    const Scale scale{size.width() / DesignSurface.width, size.height() / DesignSurface.height};
+    const Scale scale = scaleOf(*on);
     box.setAttribute(Qt::WA_QuitOnClose, false);
     box.setObjectName("PlatformMessage");
     box.setWindowModality(Qt::ApplicationModal);

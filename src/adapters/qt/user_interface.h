@@ -15,10 +15,12 @@
 #include <vector>
 
 class QMessageBox;
+class QScreen;
 
 namespace kova {
 
 class InputFilter;
+class WaitingSign;
 
 /// Windows on the screen. Each model that is presented gets a top-level widget, which goes with its view.
 class QtUserInterface final : public UserInterface {
@@ -54,6 +56,8 @@ class QtUserInterface final : public UserInterface {
     void nameAnswers(const QMessageBox& box) const;
     [[nodiscard]] QColor backColor() const;
     [[nodiscard]] QSize surface() const; ///< empty where it is the screen's
+    [[nodiscard]] Scale scaleOf(const QScreen& screen) const;
+    [[nodiscard]] std::unique_ptr<WaitingSign> waitingSign(const QString& text) const;
     [[nodiscard]] bool tooLate(const QWidget& target, QtEventLoop::Milliseconds age) const;
 
     QtEventLoop& loop_;

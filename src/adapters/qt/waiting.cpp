@@ -43,50 +43,27 @@ const Font SignFont{.points = 15, .bold = true};
 
 } // namespace
 
-WaitingSign::WaitingSign(WindowFrame& frame, const QString& text)
-    : QWidget(&frame), frame_(frame), text_(text) {
-    setObjectName("waiting");
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    setFocusPolicy(Qt::NoFocus);
-    const double unit = frame.scale().smaller();
-    QRectF place(QPointF(), SignSize * unit);
-    place.moveCenter(QRectF(frame.rect()).center());
-    setGeometry(place.toRect());
-    raise();
-    show();
-    repaint();
+QRect WaitingPicture::place(const QRect& room, const Scale& scale) {
+    QRectF place(QPointF(), SignSize * scale.smaller());
+    place.moveCenter(QRectF(room).center());
+    return place.toRect();
 }
 
-WaitingSign::~WaitingSign() {
-    const QRect below = geometry();
-    hide();
-    frame_.repaint(below);
-}
-
-void WaitingSign::step(const QString& text) {
-    text_ = text;
-    ++steps_;
-    repaint();
-}
-
-void WaitingSign::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
+void WaitingPicture::paint(QPainter& painter, const QRectF& whole, const Scale& scale) const {
     painter.setRenderHint(QPainter::Antialiasing);
-    const double unit = frame_.scale().smaller();
+    const double unit = scale.smaller();
     const double border = look::lineWidth(Border * unit);
-    painter.fillRect(rect(), palette::Ink);
     painter.setBrush(palette::Paper);
     painter.setPen(QPen(palette::Blue, border));
-    painter.drawRect(QRectF(rect()).adjusted(border / 2, border / 2, -border / 2, -border / 2));
+    painter.drawRect(whole.adjusted(border / 2, border / 2, -border / 2, -border / 2));
 
-    QRectF area = QRectF(rect()).adjusted(Margin * unit, Margin * unit, -Margin * unit, -Margin * unit);
+    QRectF area = whole.adjusted(Margin * unit, Margin * unit, -Margin * unit, -Margin * unit);
     QRectF track = area;
     track.setTop(track.bottom() - TrackHeight * unit);
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette::Band);
     painter.drawRect(track);
-    const int turn = steps_ % (2 * StepsAcross);
+    const int turn = steps % (2 * StepsAcross);
     QRectF mark = track;
     mark.setWidth(track.width() / 4);
     mark.translate((track.width() - mark.width()) * std::min(turn, 2 * StepsAcross - turn) / StepsAcross, 0);
@@ -95,7 +72,53 @@ void WaitingSign::paintEvent(QPaintEvent*) {
 
     area.setBottom(track.top() - Margin / 2 * unit);
     painter.setPen(palette::Ink);
-    look::drawText(painter, area, text_, look::font(SignFont, frame_.scale()));
+    look::drawText(painter, area, text, look::font(SignFont, scale));
+}
+
+SignInWindow::SignInWindow(WindowFrame& frame, const QString& text)
+    : QWidget(&frame), WaitingSign(text), frame_(frame) {
+    setObjectName("waiting");
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFocusPolicy(Qt::NoFocus);
+    setGeometry(WaitingPicture::place(frame.rect(), frame.scale()));
+    raise();
+    show();
+    repaint();
+}
+
+SignInWindow::~SignInWindow() {
+    const QRect below = geometry();
+    hide();
+    frame_.repaint(below);
+}
+
+void SignInWindow::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    picture().paint(painter, rect(), frame_.scale());
+}
+
+// A tooltip is shown at once by every system, and takes neither the keyboard nor a place among the windows.
+SignOnScreen::SignOnScreen(const QRect& room, const Scale& scale, const QString& text)
+    : WaitingSign(text), scale_(scale) {
+    window_.setObjectName("waiting");
+    window_.setFlags(Qt::ToolTip | Qt::WindowDoesNotAcceptFocus | Qt::WindowTransparentForInput);
+    window_.setGeometry(WaitingPicture::place(room, scale));
+    window_.show();
+    pixels_.resize(window_.size());
+    paintNow();
+}
+
+// Not by paint events: until events are handled Qt does not hear that the window is on the screen.
+void SignOnScreen::paintNow() {
+    const QRect area(QPoint(), window_.size());
+    pixels_.beginPaint(area);
+    {
+        QPainter painter(pixels_.paintDevice());
+        picture().paint(painter, area, scale_);
+    }
+    pixels_.endPaint();
+    pixels_.flush(area);
 }
 
 } // namespace kova

@@ -1,6 +1,10 @@
 #pragma once
+#include "screen/geometry.h"
+
+#include <QBackingStore>
 #include <QString>
 #include <QWidget>
+#include <QWindow>
 
 #include <chrono>
 #include <condition_variable>
@@ -34,22 +38,61 @@ class WatchedWork {
     std::thread thread_; ///< the last, which uses the others
 };
 
-/// Says over a window what the user waits for. It needs no event to be handled: it is painted at once, and
-/// what was below it too when it goes.
-class WaitingSign final : public QWidget {
+/// What the user waits for, and a mark that moves. May be painted on any thread.
+struct WaitingPicture {
+    /// In the middle of `room`.
+    static QRect place(const QRect& room, const Scale& scale);
+    void paint(QPainter& painter, const QRectF& area, const Scale& scale) const;
+
+    QString text;
+    int steps = 0; ///< of the mark
+};
+
+/// Says what the user waits for. It needs no event to be handled: it is painted at once, and what was below
+/// it too when it goes.
+class WaitingSign {
   public:
-    WaitingSign(WindowFrame& frame, const QString& text);
-    ~WaitingSign() override;
-    /// The next picture of its moving mark.
-    void step(const QString& text);
+    virtual ~WaitingSign() = default;
+    /// The next picture.
+    void step(const QString& text) {
+        picture_.text = text;
+        ++picture_.steps;
+        paintNow();
+    }
+
+  protected:
+    explicit WaitingSign(const QString& text) : picture_{text} {}
+    [[nodiscard]] const WaitingPicture& picture() const { return picture_; }
+
+  private:
+    virtual void paintNow() = 0;
+    WaitingPicture picture_;
+};
+
+/// Over a window that is on the screen.
+class SignInWindow final : public QWidget, public WaitingSign {
+  public:
+    SignInWindow(WindowFrame& frame, const QString& text);
+    ~SignInWindow() override;
 
   protected:
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    void paintNow() override { repaint(); }
     WindowFrame& frame_;
-    QString text_;
-    int steps_ = 0;
+};
+
+/// On its own while no window is on the screen, in front of all and without the keyboard.
+class SignOnScreen final : public WaitingSign {
+  public:
+    SignOnScreen(const QRect& room, const Scale& scale, const QString& text);
+
+  private:
+    void paintNow() override;
+    Scale scale_;
+    QWindow window_;
+    QBackingStore pixels_{&window_};
 };
 
 } // namespace kova

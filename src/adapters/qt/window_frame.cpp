@@ -263,6 +263,12 @@ QRect WindowFrame::keptInSight() const {
     return {};
 }
 
+// X11's part of Qt asks nothing about other toolkits' windows.
+QRect areaOf(const QWindow& window) {
+    const QRect area(window.mapToGlobal(QPoint()), window.size());
+    return area.isEmpty() ? window.screen()->availableGeometry() : area;
+}
+
 void WindowFrame::moveToPlace(QWindow* below) {
     if (fillsScreen()) { // all of it, unless a window manager knows better
         setGeometry((below != nullptr ? below->screen() : screen())->availableGeometry());
@@ -271,8 +277,7 @@ void WindowFrame::moveToPlace(QWindow* below) {
     }
     const QRect room = this->room(below);
     QRect place(QPoint(), initialSize(room));
-    place.moveCenter(below != nullptr ? QRect(below->mapToGlobal(QPoint()), below->size()).center()
-                                      : room.center());
+    place.moveCenter((below != nullptr ? areaOf(*below) : room).center());
     if (const QRect kept = keptInSight(); !kept.isEmpty())
         place = movedOff(kept, place, room);
     const QMargins edge = below != nullptr ? below->frameMargins() : QMargins();

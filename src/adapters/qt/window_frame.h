@@ -19,6 +19,9 @@ namespace kova {
 
 class PageNoticeView;
 
+/// Where a window stands, the host's or one of Qt's; all there is of its screen when Qt does not know.
+QRect areaOf(const QWindow& window);
+
 /// The top-level widget of one window: draws its background, holds the views of its controls and scales them
 /// all with the client area. The model decides when it is visible and where the focus is; the title bar's
 /// close button only asks the model.
