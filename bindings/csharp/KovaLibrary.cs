@@ -56,6 +56,13 @@ namespace Kova.Drawer
             KovaException.Check(Native.kova_set_sounds(wanted ? 1 : 0));
         }
 
+        /// <summary>Whether a sign says what the cashier waits for when the server is slow, or dead; at first it
+        /// does.</summary>
+        public static void SetWaitingSign(bool wanted)
+        {
+            KovaException.Check(Native.kova_set_waiting_sign(wanted ? 1 : 0));
+        }
+
         /// <summary>The host's window that dialogs stand in front of: an X11 window id or an HWND; 0 for
         /// none.</summary>
         public static void SetParentWindow(ulong window)

@@ -91,6 +91,7 @@ namespace Kova.Drawer
         [DllImport(Library, CallingConvention = Cdecl)]
         internal static extern int kova_set_screen_aids(int amountReadBack, int direction, int confirmation);
         [DllImport(Library, CallingConvention = Cdecl)] internal static extern int kova_set_sounds(int wanted);
+        [DllImport(Library, CallingConvention = Cdecl)] internal static extern int kova_set_waiting_sign(int wanted);
         [DllImport(Library, CallingConvention = Cdecl)]
         internal static extern int kova_set_parent_window(ulong window);
         [DllImport(Library, CallingConvention = Cdecl)] internal static extern int kova_set_decimal_key(int key);

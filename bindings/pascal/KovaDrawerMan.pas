@@ -94,6 +94,8 @@ function KovaGetLanguage: LongInt;
 procedure KovaSetScreenAids(amountReadBack, direction, confirmation: Boolean);
 { Whether the cashier hears keys, saves and refusals; at first not. }
 procedure KovaSetSounds(wanted: Boolean);
+{ Whether a sign says what the cashier waits for when the server is slow, or dead; at first it does. }
+procedure KovaSetWaitingSign(wanted: Boolean);
 { The X11 window id or HWND that dialogs stand in front of; 0 for none. }
 procedure KovaSetParentWindow(window: QWord);
 { Whether the decimal key enters the region's separator, and not a comma. }

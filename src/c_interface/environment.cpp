@@ -104,6 +104,10 @@ kova_status kova_set_sounds(int32_t wanted) {
     return guarded([&] { setSounds(wanted != 0); });
 }
 
+kova_status kova_set_waiting_sign(int32_t wanted) {
+    return guarded([&] { setWaitingSign(wanted != 0); });
+}
+
 kova_status kova_set_parent_window(uint64_t window) {
     return guarded([&] { setParentWindow(window); });
 }

@@ -141,6 +141,7 @@ class frm_Drawer_Management {
     /// `sent` are the lines of what the host took before the failure.
     void showNotSaved(const std::vector<std::string>& sent, const std::string& why) noexcept;
     void showServerSilent() noexcept;
+    [[nodiscard]] bool tellsWhatWasSent() const;
     using Notice = std::vector<std::pair<Word, std::string>>;
     void show(Notice notice, PageNotice::Kind kind);
     [[nodiscard]] std::string noticeText() const;

@@ -17,7 +17,7 @@ std::string joined(const std::vector<std::string>& lines) {
 
 ScreenAids allowedAids(const SettingsStore& store) {
     const auto allowed = [&](const char* aid) { return machineSwitch(store, aid).value_or(true); };
-    return {allowed("AmountReadBack"), allowed("Direction"), allowed("Confirmation"), allowed("Waiting")};
+    return {allowed("AmountReadBack"), allowed("Direction"), allowed("Confirmation")};
 }
 
 /// Nothing where the machine leaves it to the host.
@@ -64,7 +64,7 @@ void frm_Drawer_Management::showServerSilent() noexcept {
             for (PageNotice* const notice : {&c.saved, &c.listNotice})
                 if (notice->text() == words)
                     notice->withdraw();
-        } else if (!process_.screenAids.waiting || !machineAids_.waiting) {
+        } else if (!process_.tellsOfWaiting()) {
             return;
         } else if (c.tabs.selected() == 0) {
             show({{Word::ServerSilent, ""}}, PageNotice::Kind::Failure);
@@ -106,6 +106,9 @@ void frm_Drawer_Management::showAids() noexcept {
     attempt([&] { lifetime_->Virtual_KeyPAD.setDecimalMark(decimalMark()); });
     attempt([&] { lifetime_->saved.rephrase(noticeText()); });
     attempt([&] {
+        lifetime_->listNotice.rephrase(std::string(inWords(Word::ServerSilent, process_.CurrentLanguageId)));
+    });
+    attempt([&] {
         const auto word = [&](Word which) { return std::string(inWords(which, process_.CurrentLanguageId)); };
         auto& list = lifetime_->grd_mov_giornata;
         list.setMenuTexts({word(Word::CopySelection), word(Word::SelectAll), word(Word::SaveList)});
@@ -136,7 +139,7 @@ void frm_Drawer_Management::showSaved(const std::vector<std::string>& lines) noe
     process_.play(Sounds::Tone::Saved);
     attempt([&] { controls().cmdConferma.rest(); }); // a second touch would be refused over the success
     attempt([&] {
-        if (options().ChiusuraAutomatica)
+        if (options().ChiusuraAutomatica || !tellsWhatWasSent())
             return;
         show({{Word::Saved, joined(lines)}}, PageNotice::Kind::Success);
     });
@@ -146,6 +149,8 @@ void frm_Drawer_Management::showNotSaved(const std::vector<std::string>& sent,
                                          const std::string& why) noexcept {
     process_.play(Sounds::Tone::Refused);
     attempt([&] {
+        if (!tellsWhatWasSent())
+            return;
         if (sent.empty())
             show({{Word::NothingSaved, why}}, PageNotice::Kind::Failure);
         else
@@ -153,9 +158,11 @@ void frm_Drawer_Management::showNotSaved(const std::vector<std::string>& sent,
     });
 }
 
+bool frm_Drawer_Management::tellsWhatWasSent() const {
+    return loaded() && process_.screenAids.confirmation && machineAids_.confirmation;
+}
+
 void frm_Drawer_Management::show(Notice notice, PageNotice::Kind kind) {
-    if (!loaded() || !process_.screenAids.confirmation || !machineAids_.confirmation)
-        return;
     notice_ = std::move(notice);
     lifetime_->saved.show(noticeText(), kind);
 }

@@ -126,6 +126,11 @@ void setSounds(bool wanted) {
     call("setSounds", CallKind::Operation, process, [&](LibraryProcess& all) { all.setSounds(wanted); });
 }
 
+void setWaitingSign(bool wanted) {
+    call("setWaitingSign", CallKind::Operation, process,
+         [&](LibraryProcess& all) { all.setWaitingSign(wanted); });
+}
+
 void setDecimalKey(DecimalKey key) {
     call("setDecimalKey", CallKind::Operation, process, [&](LibraryProcess& all) { all.setDecimalKey(key); });
 }

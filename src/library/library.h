@@ -60,6 +60,10 @@ void setDecimalKey(DecimalKey key);
 /// they say so, decide instead.
 void setSounds(bool wanted);
 
+/// Whether a sign says what a cashier waits for when the server is slow, and a notice that it does not answer,
+/// from now on; at first yes. The machine's settings may leave them out.
+void setWaitingSign(bool wanted);
+
 /// The host's window that dialogs stand in front of when they open from now on: an X11 window id or an HWND;
 /// 0, as at first, for none. An id that is no window's is no error. A host with Qt need not say it.
 void setParentWindow(std::uint64_t window);

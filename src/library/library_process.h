@@ -49,6 +49,7 @@ class LibraryProcess final : public HostCalls, public std::enable_shared_from_th
     void setScreenAids(const ScreenAids& aids);
     void setDecimalKey(DecimalKey key);
     void setSounds(bool wanted) { state_.sounds = wanted; }
+    void setWaitingSign(bool wanted) { state_.waitingSign = wanted; }
     void setParentWindow(std::uint64_t window) { userInterface_.setHostWindow(static_cast<WId>(window)); }
     void processEvents() { eventLoop_.takeTurn(); }
     [[nodiscard]] int eventDescriptor() { return eventLoop_.eventDescriptor(); }

@@ -87,6 +87,12 @@ inline void setSounds(bool wanted) {
     detail::check(kova_set_sounds(wanted ? 1 : 0));
 }
 
+/// Whether a sign says what the cashier waits for when the server is slow, and a notice that it does not
+/// answer, from now on; at first yes. The machine's settings may leave them out.
+inline void setWaitingSign(bool wanted) {
+    detail::check(kova_set_waiting_sign(wanted ? 1 : 0));
+}
+
 /// What the decimal key of the amount enters, on the screen and on a physical keyboard.
 enum class DecimalKey {
     Comma = KOVA_DECIMAL_COMMA,     ///< a comma, which is no decimal separator in every region

@@ -211,6 +211,9 @@ KOVA_C_API kova_status KOVA_CALL kova_set_screen_aids(int32_t amount_read_back, 
  * that the user has chosen: 1 or 0, as at first. The machine's settings, where they say so, decide instead.
  */
 KOVA_C_API kova_status KOVA_CALL kova_set_sounds(int32_t wanted);
+/* Whether a sign says what the cashier waits for when the server is slow, and a notice that it does not
+ * answer: 1, as at first, or 0. The machine's settings may leave them out. */
+KOVA_C_API kova_status KOVA_CALL kova_set_waiting_sign(int32_t wanted);
 /* The host's window that dialogs stand in front of when they open from now on: an X11 window id or an HWND;
  * 0, as at first, for none. Wayland has no such ids. An id that is no window's is no error. */
 KOVA_C_API kova_status KOVA_CALL kova_set_parent_window(uint64_t window);

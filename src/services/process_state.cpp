@@ -59,9 +59,13 @@ std::optional<bool> machineSwitch(const SettingsStore& store, const std::string&
     return value ? std::optional(*value != "0" && !equalIgnoringCase(*value, "off")) : std::nullopt;
 }
 
+bool ProcessState::tellsOfWaiting() const {
+    return waitingSign && machineSwitch(platform.settingsStore, "Waiting").value_or(true);
+}
+
 void ProcessState::askServer(const Awaited& awaited, const std::function<void()>& work) {
     try {
-        if (screenAids.waiting && machineSwitch(platform.settingsStore, "Waiting").value_or(true))
+        if (tellsOfWaiting())
             platform.userInterface.await(awaited, work);
         else
             work();

@@ -53,7 +53,8 @@ class ProcessState {
     Settings settings;
     std::string SoftwareName;
     SelectionState selection;
-    ScreenAids screenAids; ///< as the host wants them; the machine's settings may leave out more
+    ScreenAids screenAids;   ///< as the host wants them; the machine's settings may leave out more
+    bool waitingSign = true; ///< the same, also of the notice that the server does not answer
     DecimalKey decimalKey =
         DecimalKey::Comma; ///< as the host wants it, where the machine's settings do not say
     bool sounds = false;   ///< as the host wants them, where the machine's settings do not say
@@ -85,6 +86,8 @@ class ProcessState {
     Recordset query(Query query, Word what);
     /// Opens a connection. Throws DatabaseError.
     std::shared_ptr<DatabaseConnection> openDatabase(const std::string& connectionString);
+    /// Whether users are told that they wait, and that the server is silent.
+    [[nodiscard]] bool tellsOfWaiting() const;
     bool serverSilent = false; ///< the last time that the server was asked, no answer came
     Signal<> serverSilenceChanged;
     /// One record of the error log: the fixed label of a procedure and the error's description. May be called

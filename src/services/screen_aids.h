@@ -8,7 +8,6 @@ struct ScreenAids {
     bool amountReadBack = true; ///< the amount and all else that would be sent, and what is missing
     bool direction = true;      ///< whether the money goes in or out, once that is known
     bool confirmation = true;   ///< a short notice of what was sent
-    bool waiting = true;        ///< what is waited for, when the server keeps the user waiting
 };
 
 /// What the decimal key of the amount enters, on the screen and on a physical keyboard.

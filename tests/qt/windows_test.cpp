@@ -16,12 +16,17 @@
 #include <QMessageBox>
 #include <QMetaEnum>
 #include <QPointer>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
 #include <dlfcn.h>
+
+#include <stdexcept>
+#include <thread>
 
 namespace kova {
 namespace {
@@ -215,6 +220,44 @@ TEST(Windows, StayOnTheirScreenWithTheirFrame) {
         EXPECT_EQ(frame.frameGeometry() == screen, whole);
         frame.detach();
     }
+}
+
+TEST(Waiting, IsSaidOverTheDialogAndBeforeThereIsOne) {
+    Till till;
+    const auto seen = [&] {
+        std::pair<int, int> signs; // on their own, and in the dialog
+        QImage drawn;
+        const auto look = [&](std::chrono::seconds) {
+            for (QWindow* const window : QGuiApplication::allWindows())
+                if (window->objectName() == "waiting" && window->isVisible()) {
+                    ++signs.first;
+                    drawn = window->screen()->grabWindow(window->winId()).toImage();
+                }
+            if (till.userInterface.showsWindow() && till.frame().findChild<QWidget*>("waiting") != nullptr)
+                ++signs.second;
+            return std::string("Connessione");
+        };
+        EXPECT_THROW(till.userInterface.await({look, true},
+                                              [] {
+                                                  std::this_thread::sleep_for(500ms);
+                                                  throw std::range_error("that the server did not answer");
+                                              }),
+                     std::range_error);
+        if (signs.first > 0) {
+            EXPECT_EQ(drawn.pixelColor(drawn.rect().center().x(), 4), palette::Paper);
+            EXPECT_EQ(drawn.pixelColor(0, 0), palette::Blue);
+        }
+        for (const QWindow* const window : QGuiApplication::allWindows())
+            EXPECT_NE(window->objectName(), "waiting");
+        return signs;
+    };
+    EXPECT_GT(seen().first, 0);
+    till.show();
+    till.loop.settle();
+    const auto [alone, inDialog] = seen();
+    EXPECT_EQ(alone, 0);
+    EXPECT_GT(inDialog, 0);
+    EXPECT_EQ(till.frame().findChild<QWidget*>("waiting"), nullptr);
 }
 
 TEST(LiveTime, EndsAModalWindowWhoseTimerFails) {

@@ -16,6 +16,7 @@ from ._drawer import (
     set_parent_window,
     set_screen_aids,
     set_sounds,
+    set_waiting_sign,
     shut_down,
 )
 from ._library import Database, DatabaseError, KovaError, Refusal, Text
@@ -46,5 +47,6 @@ __all__ = [
     "set_parent_window",
     "set_screen_aids",
     "set_sounds",
+    "set_waiting_sign",
     "shut_down",
 ]

@@ -261,6 +261,11 @@ def set_sounds(wanted: bool) -> None:
     call("kova_set_sounds", ctypes.c_int32(bool(wanted)))
 
 
+def set_waiting_sign(wanted: bool) -> None:
+    """Whether a sign says what the cashier waits for when the server is slow, or dead; at first it does."""
+    call("kova_set_waiting_sign", ctypes.c_int32(bool(wanted)))
+
+
 def set_parent_window(window: int) -> None:
     """The X11 window id or HWND that dialogs stand in front of; 0 for none."""
     call("kova_set_parent_window", ctypes.c_uint64(window))

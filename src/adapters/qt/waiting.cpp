@@ -54,7 +54,7 @@ void WaitingPicture::paint(QPainter& painter, const QRectF& whole, const Scale& 
     const double unit = scale.smaller();
     const double border = look::lineWidth(Border * unit);
     painter.setBrush(palette::Paper);
-    painter.setPen(QPen(palette::Blue, border));
+    painter.setPen(QPen(palette::Blue, border, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.drawRect(whole.adjusted(border / 2, border / 2, -border / 2, -border / 2));
 
     QRectF area = whole.adjusted(Margin * unit, Margin * unit, -Margin * unit, -Margin * unit);

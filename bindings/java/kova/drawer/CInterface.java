@@ -93,6 +93,7 @@ interface CInterface extends DrawerMembers.Functions {
     int kova_get_language(IntByReference id);
     int kova_set_screen_aids(int amountReadBack, int direction, int confirmation);
     int kova_set_sounds(int wanted);
+    int kova_set_waiting_sign(int wanted);
     int kova_set_parent_window(long window);
     int kova_set_decimal_key(int key);
     int kova_set_log_folder(String folder);

@@ -51,6 +51,11 @@ public final class Kova {
         check(LIBRARY.kova_set_sounds(wanted ? 1 : 0));
     }
 
+    /** Whether a sign says what the cashier waits for when the server is slow, or dead; at first it does. */
+    public static void setWaitingSign(boolean wanted) {
+        check(LIBRARY.kova_set_waiting_sign(wanted ? 1 : 0));
+    }
+
     /** The host's window that dialogs stand in front of: an X11 window id or an HWND; 0 for none. Of an AWT window that
      *  is shown: {@code com.sun.jna.Native.getWindowID(window)}. */
     public static void setParentWindow(long window) {
