@@ -130,8 +130,9 @@ class DatabaseConnection {
     virtual ~DatabaseConnection() = default;
     /// Whether `query` may be called on another thread than the user interface's.
     [[nodiscard]] virtual bool onAnyThread() const { return false; }
-    /// After how long a query fails that the server does not answer; 0 where nobody knows.
-    [[nodiscard]] virtual std::chrono::seconds queryTimeout() const { return {}; }
+    /// After how long the server is given up that does not answer what it is asked now; 0 where nobody knows.
+    /// Any thread may ask.
+    [[nodiscard]] virtual std::chrono::seconds timeout() const { return {}; }
     /// Reads the whole result. Throws DatabaseError. An empty result is not an error.
     virtual Recordset query(const Query& query) = 0;
 };
@@ -154,6 +155,11 @@ class DatabaseProvider {
     [[nodiscard]] virtual bool opensOnAnyThread(const std::string& connectionString) const {
         (void)connectionString;
         return false;
+    }
+    /// After how long `open` gives a server up that does not answer; 0 where nobody knows.
+    [[nodiscard]] virtual std::chrono::seconds logInTimeout(const std::string& connectionString) const {
+        (void)connectionString;
+        return {};
     }
 };
 

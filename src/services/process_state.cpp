@@ -87,7 +87,7 @@ Recordset ProcessState::query(Query query, Word what) {
     query.rowsRead = &rows;
     std::optional<Recordset> result;
     const auto text = [&](std::chrono::seconds gone) {
-        return waitingText(what, gone, connection->queryTimeout(), rows);
+        return waitingText(what, gone, connection->timeout(), rows);
     };
     askServer({text, connection->onAnyThread()}, [&] { result = connection->query(query); });
     return *result;
@@ -95,8 +95,10 @@ Recordset ProcessState::query(Query query, Word what) {
 
 std::shared_ptr<DatabaseConnection> ProcessState::openDatabase(const std::string& connectionString) {
     std::shared_ptr<DatabaseConnection> opened;
-    const auto text = [&](std::chrono::seconds gone) { return waitingText(Word::Connecting, gone, {}, 0); };
     auto& databases = platform.databases;
+    const auto text = [&](std::chrono::seconds gone) {
+        return waitingText(Word::Connecting, gone, databases.logInTimeout(connectionString), 0);
+    };
     askServer({text, databases.opensOnAnyThread(connectionString)},
               [&] { opened = databases.open(connectionString); });
     return opened;

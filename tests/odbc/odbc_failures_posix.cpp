@@ -144,7 +144,10 @@ TEST_F(OdbcFailures, AtTheBeginningAreRecorded) {
 }
 
 TEST_F(OdbcFailures, AServerThatNeverAnswersKeepsACashierWaitingOnce) {
-    const auto connection = openOdbc(server.connectionString("Connection Timeout=1"));
+    const std::string text = server.connectionString("Connection Timeout=1");
+    const auto connection = openOdbc(text);
+    EXPECT_EQ(connection->timeout(), 30s);
+    EXPECT_EQ(odbcLogInTimeout(text, {.logIn = 7s}), 7s) << "of the machine's settings";
     server.stop();
     server.setLogIns(LogIns::Ignore);
     server.start();
@@ -153,6 +156,7 @@ TEST_F(OdbcFailures, AServerThatNeverAnswersKeepsACashierWaitingOnce) {
         EXPECT_NE(databaseErrorOf([&] { (void)connection->query({"SELECT 1"}); }).number(),
                   DatabaseError::CommandFailed);
     EXPECT_LT(std::chrono::steady_clock::now() - start, 4s) << "five queries, one time-out";
+    EXPECT_EQ(connection->timeout(), 1s) << "what it waits for is to be let in";
 
     ServerPause pause(5s);
     const ServerPause::Clock::time_point begin{};

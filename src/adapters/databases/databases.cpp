@@ -34,6 +34,14 @@ bool Databases::opensOnAnyThread([[maybe_unused]] const std::string& connectionS
 #endif
 }
 
+std::chrono::seconds Databases::logInTimeout([[maybe_unused]] const std::string& connectionString) const {
+#ifdef KOVA_WITH_ODBC
+    if (opensOnAnyThread(connectionString) && namesOdbc(connectionString))
+        return odbcLogInTimeout(connectionString, timeouts_);
+#endif
+    return timeouts_.logIn.value_or(std::chrono::seconds(0));
+}
+
 ServerTimeouts machineTimeouts(const SettingsStore& settings) {
     const auto seconds = [&](const char* name) -> std::optional<std::chrono::seconds> {
         const std::string text =

@@ -14,6 +14,7 @@ class Databases final : public DatabaseProvider {
     explicit Databases(const ServerTimeouts& timeouts = {}) : timeouts_(timeouts) {}
     std::shared_ptr<DatabaseConnection> open(const std::string& connectionString) override;
     [[nodiscard]] bool opensOnAnyThread(const std::string& connectionString) const override;
+    [[nodiscard]] std::chrono::seconds logInTimeout(const std::string& connectionString) const override;
 
   private:
     ServerTimeouts timeouts_;

@@ -5,10 +5,18 @@
 #include "adapters/odbc/odbc_statement.h"
 #include "ports/server_pause.h"
 
+#include <atomic>
 #include <optional>
 
 namespace kova {
 namespace {
+
+OdbcConnectionText textOf(const std::string& connectionString, const ServerTimeouts& machine) {
+    OdbcConnectionText text = parseOdbcConnectionText(connectionString, serverDriver());
+    text.logInTimeout = machine.logIn.value_or(text.logInTimeout);
+    text.queryTimeout = machine.query.value_or(text.queryTimeout);
+    return text;
+}
 
 class SharedConnection final : public DatabaseConnection {
   public:
@@ -32,7 +40,9 @@ class OwnConnection final : public DatabaseConnection {
     }
     Recordset query(const Query& query) override;
     [[nodiscard]] bool onAnyThread() const override { return true; }
-    [[nodiscard]] std::chrono::seconds queryTimeout() const override { return text_.queryTimeout; }
+    [[nodiscard]] std::chrono::seconds timeout() const override {
+        return linked_ ? text_.queryTimeout : text_.logInTimeout;
+    }
 
   private:
     void connect();
@@ -43,12 +53,15 @@ class OwnConnection final : public DatabaseConnection {
     void dropIfUnusable(const DatabaseError& error);
 
     OdbcConnectionText text_;
+    std::atomic<bool> linked_ = false;     ///< or the next that the server is asked is to let us in
     std::unique_ptr<OdbcSession> session_; ///< null after the link was lost
     ServerPause pause_;
 };
 
 void OwnConnection::connect() {
+    linked_ = false;
     session_ = std::make_unique<OdbcSession>(text_);
+    linked_ = true;
 }
 
 /// After a time-out the server may still be about to answer, so that the connection is as good as lost.
@@ -101,10 +114,11 @@ Recordset OwnConnection::query(const Query& query) {
 
 std::shared_ptr<DatabaseConnection> openOdbc(const std::string& connectionString,
                                              const ServerTimeouts& machine) {
-    OdbcConnectionText text = parseOdbcConnectionText(connectionString, serverDriver());
-    text.logInTimeout = machine.logIn.value_or(text.logInTimeout);
-    text.queryTimeout = machine.query.value_or(text.queryTimeout);
-    return std::make_shared<OwnConnection>(std::move(text), machine.pause);
+    return std::make_shared<OwnConnection>(textOf(connectionString, machine), machine.pause);
+}
+
+std::chrono::seconds odbcLogInTimeout(const std::string& connectionString, const ServerTimeouts& machine) {
+    return textOf(connectionString, machine).logInTimeout;
 }
 
 std::shared_ptr<DatabaseConnection> shareOdbc(void* connectionHandle) {

@@ -15,6 +15,10 @@ namespace kova {
 std::shared_ptr<DatabaseConnection> openOdbc(const std::string& connectionString,
                                              const ServerTimeouts& machine = {});
 
+/// How long that connection waits for the server when it is opened; 0: as long as it likes. Throws
+/// DatabaseError for what is no connection string.
+std::chrono::seconds odbcLogInTimeout(const std::string& connectionString, const ServerTimeouts& machine);
+
 /// Reads from a connection that the host opened: an SQLHDBC, which stays the host's. It is never closed and
 /// never opened again, its time-outs are the host's, and it must stay valid as long as it is used.
 std::shared_ptr<DatabaseConnection> shareOdbc(void* connectionHandle);
