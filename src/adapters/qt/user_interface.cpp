@@ -108,7 +108,7 @@ void QtUserInterface::await(const Awaited& awaited, const std::function<void()>&
     clock.start();
     std::optional<WatchedWork> watched;
     try {
-        watched.emplace(work);
+        watched.emplace(workThread_, work);
     } catch (const std::system_error&) { // no thread is left: an answer matters more than a sign
         return work();
     }

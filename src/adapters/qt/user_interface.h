@@ -2,6 +2,7 @@
 #include "adapters/qt/control_view.h"
 #include "adapters/qt/display.h"
 #include "adapters/qt/event_loop.h"
+#include "adapters/qt/waiting.h"
 #include "adapters/qt/window_frame.h"
 #include "ports/regional_settings.h"
 #include "ports/user_interface.h"
@@ -20,7 +21,6 @@ class QScreen;
 namespace kova {
 
 class InputFilter;
-class WaitingSign;
 
 /// Windows on the screen. Each model that is presented gets a top-level widget, which goes with its view.
 class QtUserInterface final : public UserInterface {
@@ -68,6 +68,7 @@ class QtUserInterface final : public UserInterface {
     std::vector<WindowFrame*> frames_; ///< from the oldest to the newest
     std::unique_ptr<InputFilter> filter_;
     InputGate gate_;
+    WorkThread workThread_; ///< of queries
 };
 
 } // namespace kova

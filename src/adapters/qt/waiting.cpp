@@ -5,30 +5,58 @@
 
 #include <QPainter>
 
+#include <utility>
+
 namespace kova {
 
-WatchedWork::WatchedWork(const std::function<void()>& work)
-    : thread_(quietThread([this, &work] {
-          std::exception_ptr failure;
-          try {
-              work();
-          } catch (...) {
-              failure = std::current_exception();
-          }
-          const std::lock_guard lock(mutex_);
-          failure_ = std::move(failure);
-          ended_ = true;
-          ending_.notify_all();
-      })) {}
+WorkThread::~WorkThread() {
+    const std::lock_guard lock(shared_->mutex);
+    shared_->over = true;
+    shared_->changed.notify_all();
+}
+
+void WorkThread::serve(Shared& shared) {
+    constexpr std::chrono::seconds Kept{2};
+    std::unique_lock lock(shared.mutex);
+    const auto called = [&] { return shared.over || shared.work != nullptr; };
+    while (shared.changed.wait_for(lock, Kept, called) && !shared.over) {
+        std::exception_ptr failure;
+        lock.unlock();
+        try {
+            (*shared.work)();
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        lock.lock();
+        shared.failure = std::move(failure);
+        shared.work = nullptr;
+        shared.changed.notify_all();
+    }
+    shared.served = false;
+}
+
+WatchedWork::WatchedWork(WorkThread& thread, const std::function<void()>& work) : shared_(*thread.shared_) {
+    const std::lock_guard lock(shared_.mutex);
+    if (!shared_.served)
+        quietThread([shared = thread.shared_] { WorkThread::serve(*shared); }).detach();
+    shared_.served = true;
+    shared_.work = &work;
+    shared_.changed.notify_all();
+}
+
+WatchedWork::~WatchedWork() {
+    std::unique_lock lock(shared_.mutex);
+    shared_.changed.wait(lock, [this] { return ended(); });
+}
 
 bool WatchedWork::endsWithin(std::chrono::milliseconds patience) {
-    std::unique_lock lock(mutex_);
-    return ending_.wait_for(lock, patience, [this] { return ended_; });
+    std::unique_lock lock(shared_.mutex);
+    return shared_.changed.wait_for(lock, patience, [this] { return ended(); });
 }
 
 void WatchedWork::rethrow() const {
-    if (failure_)
-        std::rethrow_exception(failure_);
+    if (shared_.failure)
+        std::rethrow_exception(std::exchange(shared_.failure, nullptr));
 }
 
 namespace {

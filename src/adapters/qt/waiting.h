@@ -10,32 +10,54 @@
 #include <condition_variable>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <mutex>
-#include <thread>
 
 namespace kova {
 
 class WindowFrame;
 
-/// Work on a thread of its own, which begins at once.
+/// A thread beside the user interface's, made for the first work and kept for what comes soon after it: to
+/// make one takes longer than many a query. It is told to end and never waited for, since it could not end
+/// where Windows waits for the end of another.
+class WorkThread {
+  public:
+    WorkThread() = default;
+    WorkThread(const WorkThread&) = delete;
+    WorkThread& operator=(const WorkThread&) = delete;
+    ~WorkThread();
+
+  private:
+    friend class WatchedWork;
+    struct Shared {
+        std::mutex mutex;
+        std::condition_variable changed;
+        const std::function<void()>* work = nullptr; ///< until it has ended
+        std::exception_ptr failure;                  ///< of the last
+        bool served = false;                         ///< there is a thread
+        bool over = false;
+    };
+    static void serve(Shared& shared);
+    std::shared_ptr<Shared> shared_ = std::make_shared<Shared>();
+};
+
+/// Work on such a thread, one at a time.
 class WatchedWork {
   public:
-    /// Throws std::system_error when there can be no thread.
-    explicit WatchedWork(const std::function<void()>& work);
+    /// It begins at once. Throws std::system_error when there can be no thread.
+    WatchedWork(WorkThread& thread, const std::function<void()>& work);
     WatchedWork(const WatchedWork&) = delete;
     WatchedWork& operator=(const WatchedWork&) = delete;
-    ~WatchedWork() { thread_.join(); }
-    /// Waits for the end of the work, but no longer than that.
+    /// Waits for the end of the work.
+    ~WatchedWork();
+    /// Waits for the end, but no longer than that.
     bool endsWithin(std::chrono::milliseconds patience);
     /// Throws what the ended work threw.
     void rethrow() const;
 
   private:
-    std::mutex mutex_;
-    std::condition_variable ending_;
-    bool ended_ = false;
-    std::exception_ptr failure_;
-    std::thread thread_; ///< the last, which uses the others
+    [[nodiscard]] bool ended() const { return shared_.work == nullptr; }
+    WorkThread::Shared& shared_;
 };
 
 /// What the user waits for, and a mark that moves. May be painted on any thread.
