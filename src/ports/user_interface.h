@@ -32,7 +32,8 @@ enum class MessageAnswer : std::int32_t { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
 
 /// What a user waits for.
 struct Awaited {
-    /// Says it and how long it has taken so far, UTF-8, a line or two. Called on the waiting thread.
+    /// Says it and how long it has taken so far, UTF-8, a line or two. May be called on any thread until the
+    /// work is done, by one at a time.
     std::function<std::string(std::chrono::seconds)> text;
     bool onAnyThread = false; ///< the work may be done beside the user interface's thread
 };

@@ -40,10 +40,10 @@ frmMsgBox& ProcessState::messageWindow() {
     return *messageWindow_;
 }
 
-std::string ProcessState::waitingText(Word what, std::chrono::seconds gone, std::chrono::seconds limit,
-                                      std::size_t rows) const {
+std::string ProcessState::waitingText(std::int32_t language, Word what, std::chrono::seconds gone,
+                                      std::chrono::seconds limit, std::size_t rows) {
     constexpr std::chrono::seconds LimitShown{3};
-    const auto word = [&](Word which) { return std::string(inWords(which, CurrentLanguageId)); };
+    const auto word = [&](Word which) { return std::string(inWords(which, language)); };
     std::string text;
     if (gone.count() > 0)
         text = std::to_string(gone.count()) + " s";
@@ -86,8 +86,8 @@ Recordset ProcessState::query(Query query, Word what) {
     std::atomic<std::size_t> rows = 0;
     query.rowsRead = &rows;
     std::optional<Recordset> result;
-    const auto text = [&](std::chrono::seconds gone) {
-        return waitingText(what, gone, connection->timeout(), rows);
+    const auto text = [&rows, &connection, what, language = CurrentLanguageId](std::chrono::seconds gone) {
+        return waitingText(language, what, gone, connection->timeout(), rows);
     };
     askServer({text, connection->onAnyThread()}, [&] { result = connection->query(query); });
     return *result;
@@ -96,8 +96,9 @@ Recordset ProcessState::query(Query query, Word what) {
 std::shared_ptr<DatabaseConnection> ProcessState::openDatabase(const std::string& connectionString) {
     std::shared_ptr<DatabaseConnection> opened;
     auto& databases = platform.databases;
-    const auto text = [&](std::chrono::seconds gone) {
-        return waitingText(Word::Connecting, gone, databases.logInTimeout(connectionString), 0);
+    const auto text = [language = CurrentLanguageId,
+                       limit = databases.logInTimeout(connectionString)](std::chrono::seconds gone) {
+        return waitingText(language, Word::Connecting, gone, limit, 0);
     };
     askServer({text, databases.opensOnAnyThread(connectionString)},
               [&] { opened = databases.open(connectionString); });

@@ -96,8 +96,8 @@ class ProcessState {
 
   private:
     void askServer(const Awaited& awaited, const std::function<void()>& work);
-    [[nodiscard]] std::string waitingText(Word what, std::chrono::seconds gone, std::chrono::seconds limit,
-                                          std::size_t rows) const;
+    [[nodiscard]] static std::string waitingText(std::int32_t language, Word what, std::chrono::seconds gone,
+                                                 std::chrono::seconds limit, std::size_t rows);
     std::once_flag loggerMade_;
     std::shared_ptr<ErrorLogger> errorLogger_;
     std::unique_ptr<NumberFormat> numberFormat_;

@@ -1,6 +1,7 @@
 #include "../database/database_contract.h"
 #include "adapters/ado/ado_database.h"
 #include "adapters/databases/databases.h"
+#include "adapters/qt/user_interface.h"
 #include "ado_stand_in.h"
 
 #include <limits>
@@ -171,6 +172,33 @@ TEST_F(Ado, FailuresHaveNumberStateAndText) {
     given = ado.object({});
     EXPECT_NE(std::string(failure().what()).find("no Connection of ADO"), std::string::npos);
     EXPECT_EQ(shareAdo(nullptr), nullptr);
+}
+
+TEST_F(Ado, ASlowCallHasASignWhileItBlocksTheThreadOfTheWindows) {
+    QtEventLoop loop;
+    const RegionalSettings regional;
+    QtUserInterface userInterface(loop, regional);
+    const auto sign = [] { return FindWindowW(L"Static", L"reading"); };
+    HWND tooEarly = nullptr;
+    RECT place{};
+    COLORREF edge = 0;
+    const auto slow = [&](test::AdoCall&) {
+        Sleep(150);
+        tooEarly = sign();
+        Sleep(1000);
+        GetWindowRect(sign(), &place);
+        edge = GetPixel(GetDC(nullptr), place.left, place.bottom - 2);
+        throw E_FAIL;
+    };
+    const auto shared = shareAdo(ado.object({{L"State", slow}}).get());
+    const auto words = [](std::chrono::seconds) { return "reading"; };
+    const HWND front = GetForegroundWindow();
+    EXPECT_THROW(userInterface.await({words, shared->onAnyThread()}, [&] { shared->query(plain); }),
+                 DatabaseError);
+    EXPECT_EQ(tooEarly, nullptr);
+    EXPECT_EQ(edge, RGB(15, 98, 172)) << place.left << ' ' << place.bottom;
+    EXPECT_EQ(sign(), nullptr) << "is gone";
+    EXPECT_EQ(GetForegroundWindow(), front);
 }
 
 TEST_F(Ado, OpensWithTheTextAsItIsOrLeavesItToOthers) {

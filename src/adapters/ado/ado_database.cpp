@@ -66,7 +66,7 @@ Recordset AdoConnection::read(const Query& query) {
             open();
         else if (!usable())
             return ClosedConnection().query(query);
-        return Recordset(AdoRecords(connection_, query, ids_).readAll());
+        return Recordset(AdoRecords(connection_, query, ids_).readAll(query.rowsRead));
     } catch (const com::CallFailure& failure) {
         throw asError(failure);
     }

@@ -2,6 +2,8 @@
 #include "com/late_bound.h"
 #include "ports/database.h"
 
+#include <atomic>
+#include <cstddef>
 #include <memory>
 
 namespace kova {
@@ -24,8 +26,8 @@ class AdoRecords {
     AdoRecords(const AdoRecords&) = delete;
     AdoRecords& operator=(const AdoRecords&) = delete;
     ~AdoRecords();
-    /// Reads forward to the end.
-    std::shared_ptr<const Snapshot> readAll();
+    /// Reads forward to the end, and tells `rowsRead` how far it is; null for nobody.
+    std::shared_ptr<const Snapshot> readAll(std::atomic<std::size_t>* rowsRead);
 
   private:
     void open(const com::LateBound& connection, const Query& query);

@@ -113,14 +113,17 @@ void AdoRecords::close() noexcept {
     }
 }
 
-std::shared_ptr<const Snapshot> AdoRecords::readAll() {
+std::shared_ptr<const Snapshot> AdoRecords::readAll(std::atomic<std::size_t>* rowsRead) {
     auto snapshot = std::make_shared<Snapshot>();
     const auto fields = records_.object(L"Fields", ids_.fields);
     const std::int32_t count = fields.number(L"Count");
     for (std::int32_t i = 0; i < count; ++i)
         snapshot->addColumn(fields.object(L"Item", ids_.field, i).text(L"Name"));
-    while (records_.number(L"EOF") == VARIANT_FALSE)
+    while (records_.number(L"EOF") == VARIANT_FALSE) {
         addRows(*snapshot, records_.call(L"GetRows", RowsAtATime));
+        if (rowsRead != nullptr)
+            rowsRead->store(snapshot->rowCount(), std::memory_order_relaxed);
+    }
     return snapshot;
 }
 

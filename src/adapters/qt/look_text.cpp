@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <mutex>
 #include <optional>
 
 namespace kova::look {
@@ -28,9 +29,11 @@ QString installedFamily(const QString& wanted) {
     return standInFamily();
 }
 
-// Asking the font database takes longer than drawing the text does.
+// Asking the font database takes longer than drawing the text does. Signs of waiting ask on other threads.
 QString family(const QString& wanted) {
+    static std::mutex mutex;
     static QHash<QString, QString> known;
+    const std::lock_guard lock(mutex);
     auto found = known.find(wanted);
     if (found == known.end())
         found = known.insert(wanted, installedFamily(wanted));

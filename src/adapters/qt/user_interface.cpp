@@ -99,11 +99,11 @@ bool QtUserInterface::tooLate(const QWidget& target, QtEventLoop::Milliseconds a
 }
 
 void QtUserInterface::await(const Awaited& awaited, const std::function<void()>& work) {
-    using namespace std::chrono_literals;
-    constexpr auto Noticeable = 300ms;
-    constexpr auto Step = 80ms;
-    if (!awaited.onAnyThread)
+    const auto text = [&](std::chrono::seconds gone) { return QString::fromStdString(awaited.text(gone)); };
+    if (!awaited.onAnyThread) {
+        const SignBeside sign = signBeside(text);
         return work();
+    }
     QElapsedTimer clock;
     clock.start();
     std::optional<WatchedWork> watched;
@@ -112,26 +112,29 @@ void QtUserInterface::await(const Awaited& awaited, const std::function<void()>&
     } catch (const std::system_error&) { // no thread is left: an answer matters more than a sign
         return work();
     }
-    if (!watched->endsWithin(Noticeable)) {
-        const auto text = [&] {
-            return QString::fromStdString(awaited.text(std::chrono::seconds(clock.elapsed() / 1000)));
-        };
-        const auto sign = waitingSign(text());
-        while (!watched->endsWithin(Step)) {
-            sign->step(text());
+    if (!watched->endsWithin(WaitingSign::Noticeable)) {
+        const auto textNow = [&] { return text(std::chrono::seconds(clock.elapsed() / 1000)); };
+        const auto sign = waitingSign(textNow());
+        while (!watched->endsWithin(WaitingSign::Step)) {
+            sign->step(textNow());
             stayAlive();
         }
     }
     watched->rethrow();
 }
 
-/// Over the newest window of ours that is on the screen, else where the host's window is.
-std::unique_ptr<WaitingSign> QtUserInterface::waitingSign(const QString& text) const {
+/// The newest window of ours that is on the screen; null when none is.
+WindowFrame* QtUserInterface::frameInSight() const {
     const auto shown = std::ranges::find_if(frames_.rbegin(), frames_.rend(), [](const WindowFrame* frame) {
         return frame->isVisible() && frame->windowHandle()->isExposed();
     });
-    if (shown != frames_.rend())
-        return std::make_unique<SignInWindow>(**shown, text);
+    return shown == frames_.rend() ? nullptr : *shown;
+}
+
+/// Over a window of ours, else where the host's window is.
+std::unique_ptr<WaitingSign> QtUserInterface::waitingSign(const QString& text) const {
+    if (WindowFrame* const shown = frameInSight())
+        return std::make_unique<SignInWindow>(*shown, text);
     const QScreen* screen = QGuiApplication::primaryScreen();
     QRect room = screen->availableGeometry();
     if (hostWindow_ != 0) {
@@ -140,6 +143,19 @@ std::unique_ptr<WaitingSign> QtUserInterface::waitingSign(const QString& text) c
         room = areaOf(*below);
     }
     return std::make_unique<SignOnScreen>(room, scaleOf(*screen), text);
+}
+
+/// In the same place.
+SignBeside QtUserInterface::signBeside(const std::function<QString(std::chrono::seconds)>& text) const {
+    const auto times = [](const Scale& scale, double ratio) {
+        return Scale{scale.x * ratio, scale.y * ratio};
+    };
+    if (const WindowFrame* const shown = frameInSight())
+        return {shown->winId(), times(shown->scale(), shown->devicePixelRatioF()), text};
+    if (surface().isEmpty())
+        return {hostWindow_, std::nullopt, text};
+    const QScreen& screen = *QGuiApplication::primaryScreen();
+    return {hostWindow_, times(scaleOf(screen), screen.devicePixelRatio()), text};
 }
 
 void QtUserInterface::retire(WindowFrame& frame) {

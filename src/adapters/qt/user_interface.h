@@ -21,6 +21,7 @@ class QScreen;
 namespace kova {
 
 class InputFilter;
+class SignBeside;
 
 /// Windows on the screen. Each model that is presented gets a top-level widget, which goes with its view.
 class QtUserInterface final : public UserInterface {
@@ -57,6 +58,8 @@ class QtUserInterface final : public UserInterface {
     [[nodiscard]] QColor backColor() const;
     [[nodiscard]] QSize surface() const; ///< empty where it is the screen's
     [[nodiscard]] Scale scaleOf(const QScreen& screen) const;
+    [[nodiscard]] WindowFrame* frameInSight() const;
+    [[nodiscard]] SignBeside signBeside(const std::function<QString(std::chrono::seconds)>& text) const;
     [[nodiscard]] std::unique_ptr<WaitingSign> waitingSign(const QString& text) const;
     [[nodiscard]] bool tooLate(const QWidget& target, QtEventLoop::Milliseconds age) const;
 

@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace kova {
 
@@ -74,6 +75,8 @@ struct WaitingPicture {
 /// it too when it goes.
 class WaitingSign {
   public:
+    static constexpr std::chrono::milliseconds Noticeable{300}; ///< what takes longer has a sign
+    static constexpr std::chrono::milliseconds Step{80};        ///< from picture to picture
     virtual ~WaitingSign() = default;
     /// The next picture.
     void step(const QString& text) {
@@ -103,6 +106,25 @@ class SignInWindow final : public QWidget, public WaitingSign {
   private:
     void paintNow() override { repaint(); }
     WindowFrame& frame_;
+};
+
+/// For work that must stay on this thread, where nothing can be painted until it is done: a sign on a thread
+/// of its own, once the work takes long. None where there can be no thread, and on systems whose databases
+/// are read on any thread. Throws nothing.
+class SignBeside {
+  public:
+    /// In the middle of `over`, a window of this thread's; of the screen where it is 0 or shows nothing.
+    /// `scale` in the screen's own pixels; nothing for as much as the screen has. `text` says what for how
+    /// long, and is called on the other thread.
+    SignBeside(WId over, const std::optional<Scale>& scale,
+               const std::function<QString(std::chrono::seconds)>& text) noexcept;
+    SignBeside(const SignBeside&) = delete;
+    SignBeside& operator=(const SignBeside&) = delete;
+    ~SignBeside();
+
+  private:
+    class Thread;
+    std::unique_ptr<Thread> thread_;
 };
 
 /// On its own while no window is on the screen, in front of all and without the keyboard.
