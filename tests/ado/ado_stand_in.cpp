@@ -204,6 +204,7 @@ AdoObject AdoStandIn::connection() {
     return object({{L"State", [this](AdoCall& call) { call.give(connectionState); }},
                    {L"Errors", [this](AdoCall& call) { call.give(collection(errors_).get()); }},
                    {L"Close", [this](AdoCall& call) { note(call, "Close"); }},
+                   {L"CommandTimeout", gives("47")},
                    {L"ConnectionString", [this](AdoCall& call) { note(call, "ConnectionString"); }},
                    {L"Open", open}});
 }
@@ -249,6 +250,7 @@ AdoObject AdoStandIn::command() {
     const auto text = [this](AdoCall& call) { commanded_ = {com::narrow(call.arguments.at(0)->bstrVal)}; };
     return object({{L"ActiveConnection", [this](AdoCall& call) { note(call, "ActiveConnection"); }},
                    {L"CommandText", text},
+                   {L"CommandTimeout", [this](AdoCall& call) { note(call, "CommandTimeout"); }},
                    {L"CommandType", [this](AdoCall& call) { note(call, "CommandType"); }},
                    {L"CreateParameter", create},
                    {L"Parameters", parameters}});

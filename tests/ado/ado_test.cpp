@@ -53,16 +53,19 @@ TEST_F(Ado, GetsTextsAndDaysAsTheyAreAndTheConnectionStaysAsItIs) {
     EXPECT_EQ(connection->query(daily).recordCount(), 1);
     const Lines made{"Recordset|SELECT amount FROM cash|object|3|1|-1",
                      "ActiveConnection|object",
+                     "CommandTimeout|47",
                      "CommandType|1",
                      "Parameter|Data|133|1|0|2026-11-05",
                      "Append|object",
                      "Recordset|object|left out|3|3|-1",
                      "ActiveConnection|object",
+                     "CommandTimeout|47",
                      "CommandType|1",
                      "Parameter|Data|133|1|0|11/05/2026",
                      "Append|object",
                      "Recordset|object|left out|3|3|-1"};
     EXPECT_EQ(ado.log, made);
+    EXPECT_EQ(connection->timeout().count(), 47);
     connection.reset();
     EXPECT_EQ(ado.objects, 1) << "the host's";
     EXPECT_EQ(ado.openRecords, 0);
@@ -145,7 +148,7 @@ TEST_F(Ado, AnyCallMayFail) {
                 connection.reset();
                 ASSERT_EQ(ado.objects, 1) << number;
             }
-            EXPECT_EQ(failed, calls - 3) << "all but those that close the record set";
+            EXPECT_EQ(failed, calls - 5) << "all but those that close the record set, and the time-out";
         }
     }
 }

@@ -16,10 +16,12 @@ class AdoConnection final : public DatabaseConnection {
     /// Throws com::CallFailure.
     void open();
     DatabaseError asError(const com::CallFailure& failure) { return adoError(failure, connection_, ids_); }
+    [[nodiscard]] std::chrono::seconds timeout() const override { return std::chrono::seconds(timeout_); }
     Recordset query(const Query& query) override;
 
   private:
     bool usable();
+    std::optional<std::int32_t> timeoutOf(const wchar_t* member);
     /// It may be half open after the server fell silent.
     void close() noexcept;
     Recordset read(const Query& query);
@@ -29,6 +31,7 @@ class AdoConnection final : public DatabaseConnection {
     com::LateBound connection_;
     std::optional<std::string> text_; ///< of one of our own
     ServerTimeouts timeouts_;
+    std::atomic<std::int32_t> timeout_ = 0; ///< in seconds, of what is asked now
     ServerPause pause_{timeouts_.pause};
 };
 
@@ -39,6 +42,7 @@ void AdoConnection::open() {
         connection_.set(L"ConnectionTimeout", static_cast<std::int32_t>(timeouts_.logIn->count()));
     if (timeouts_.query)
         connection_.set(L"CommandTimeout", static_cast<std::int32_t>(timeouts_.query->count()));
+    timeoutOf(L"ConnectionTimeout");
     connection_.call(L"Open", "", "", "", OptionsUnspecified);
 }
 
@@ -50,6 +54,16 @@ bool AdoConnection::usable() {
             throw;
         throw DatabaseError(DatabaseError::Unspecified, "The object is no Connection of ADO: it has no State",
                             "HY000");
+    }
+}
+
+/// Told as the one of what is asked next.
+std::optional<std::int32_t> AdoConnection::timeoutOf(const wchar_t* member) {
+    timeout_ = 0;
+    try {
+        return timeout_ = connection_.number(member);
+    } catch (const com::CallFailure&) { // an object that only answers queries
+        return std::nullopt;
     }
 }
 
@@ -66,7 +80,8 @@ Recordset AdoConnection::read(const Query& query) {
             open();
         else if (!usable())
             return ClosedConnection().query(query);
-        return Recordset(AdoRecords(connection_, query, ids_).readAll(query.rowsRead));
+        const auto timeout = timeoutOf(L"CommandTimeout");
+        return Recordset(AdoRecords(connection_, query, ids_, timeout).readAll(query.rowsRead));
     } catch (const com::CallFailure& failure) {
         throw asError(failure);
     }

@@ -4,7 +4,9 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace kova {
 
@@ -22,7 +24,9 @@ bool isOpen(const com::LateBound& object);
 /// DatabaseError for what is no failed call.
 class AdoRecords {
   public:
-    AdoRecords(const com::LateBound& connection, const Query& query, AdoIds& ids);
+    /// `timeout`, in seconds, is the connection's; nothing where it has none.
+    AdoRecords(const com::LateBound& connection, const Query& query, AdoIds& ids,
+               std::optional<std::int32_t> timeout);
     AdoRecords(const AdoRecords&) = delete;
     AdoRecords& operator=(const AdoRecords&) = delete;
     ~AdoRecords();
@@ -30,7 +34,7 @@ class AdoRecords {
     std::shared_ptr<const Snapshot> readAll(std::atomic<std::size_t>* rowsRead);
 
   private:
-    void open(const com::LateBound& connection, const Query& query);
+    void open(const com::LateBound& connection, const Query& query, std::optional<std::int32_t> timeout);
     void close() noexcept;
     void skipToRows();
     AdoIds& ids_;

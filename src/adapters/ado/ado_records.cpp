@@ -20,9 +20,12 @@ com::Value dayOf(const DateParameter& parameter) {
     return com::Value(parameter.value);
 }
 
-com::LateBound commandFor(const Query& query, const com::LateBound& connection, AdoIds& ids) {
+com::LateBound commandFor(const Query& query, const com::LateBound& connection, AdoIds& ids,
+                          std::optional<std::int32_t> timeout) {
     auto command = com::LateBound::create(L"ADODB.Command", ids.command);
     command.set(L"ActiveConnection", connection.get());
+    if (timeout) // which it does not take over
+        command.set(L"CommandTimeout", *timeout);
     command.set(L"CommandType", CommandIsText);
     command.set(L"CommandText", query.text);
     const auto parameters = command.object(L"Parameters", ids.parameters);
@@ -71,10 +74,11 @@ bool isOpen(const com::LateBound& object) {
     return (object.number(L"State") & StateOpen) != 0;
 }
 
-AdoRecords::AdoRecords(const com::LateBound& connection, const Query& query, AdoIds& ids)
+AdoRecords::AdoRecords(const com::LateBound& connection, const Query& query, AdoIds& ids,
+                       std::optional<std::int32_t> timeout)
     : ids_(ids), records_(com::LateBound::create(L"ADODB.Recordset", ids.records)) {
     try {
-        open(connection, query);
+        open(connection, query, timeout);
         skipToRows();
     } catch (...) {
         close();
@@ -86,13 +90,14 @@ AdoRecords::~AdoRecords() {
     close();
 }
 
-void AdoRecords::open(const com::LateBound& connection, const Query& query) {
+void AdoRecords::open(const com::LateBound& connection, const Query& query,
+                      std::optional<std::int32_t> timeout) {
     const auto cursor = static_cast<std::int32_t>(query.cursor), lock = static_cast<std::int32_t>(query.lock);
     if (query.parameters.empty())
         records_.call(L"Open", query.text, connection.get(), cursor, lock, OptionsUnspecified);
     else
-        records_.call(L"Open", commandFor(query, connection, ids_).get(), com::LeftOut(), cursor, lock,
-                      OptionsUnspecified);
+        records_.call(L"Open", commandFor(query, connection, ids_, timeout).get(), com::LeftOut(), cursor,
+                      lock, OptionsUnspecified);
 }
 
 /// A server may count rows before it sends some.

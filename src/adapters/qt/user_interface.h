@@ -21,7 +21,6 @@ class QScreen;
 namespace kova {
 
 class InputFilter;
-class SignBeside;
 
 /// Windows on the screen. Each model that is presented gets a top-level widget, which goes with its view.
 class QtUserInterface final : public UserInterface {
