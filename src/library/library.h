@@ -60,8 +60,8 @@ void setDecimalKey(DecimalKey key);
 /// they say so, decide instead.
 void setSounds(bool wanted);
 
-/// Whether a sign says what a cashier waits for when the server is slow, and a notice that it does not answer,
-/// from now on; at first yes. The machine's settings may leave them out.
+/// Whether a sign says what a cashier waits for when the server is slow, and a notice that it does not
+/// answer, from now on; at first yes. The machine's settings may leave them out.
 void setWaitingSign(bool wanted);
 
 /// The host's window that dialogs stand in front of when they open from now on: an X11 window id or an HWND;
