@@ -18,6 +18,7 @@ const std::string driver = "[FreeTDS][SQL Server]";
 const std::string linkBroken = driver + "Unexpected EOF from the server (SQLSTATE 08S01, native error 20017)";
 const std::string unreachable = driver + "Unable to connect: Adaptive Server is unavailable or does not exist"
                                          " (SQLSTATE 08S01, native error 20009)";
+const std::string hungUp = driver + "Unable to connect to data source (SQLSTATE 08001, native error 0)";
 const std::string logInRefusal =
     driver + "Login failed for user 'till'. (SQLSTATE 42000, native error 18456)";
 const std::string timedOut = driver + "Timeout expired (SQLSTATE HYT00, native error 0)";
@@ -89,7 +90,14 @@ const Failure failures[] = {{"server gone", unreachable, [](TdsServer& server) {
                              failEverywhere<Fault::Kind::Fail>, false, true},
                             {"broken in a row", linkBroken, failEverywhere<Fault::Kind::BreakOff>},
                             {"stalled", timedOut, failEverywhere<Fault::Kind::Stall>},
-                            {"stalled for good", timedOut, failEverywhere<Fault::Kind::StallForever>}};
+                            {"stalled for good", timedOut, failEverywhere<Fault::Kind::StallForever>},
+                            {"stalled in a packet", timedOut, failEverywhere<Fault::Kind::StallHalf>},
+                            {"broken in a packet", linkBroken, failEverywhere<Fault::Kind::HangUpHalf>},
+                            {"broken at the log-in", hungUp, [](TdsServer& server) {
+                                 server.stop();
+                                 server.setLogIns(LogIns::HangUp);
+                                 server.start();
+                             }}};
 
 TEST(OdbcFailure, CostsNothingThatWasTypedAndPasses) {
     for (const Failure& failure : failures) {

@@ -8,10 +8,11 @@ rm -rf "$3" && mkdir -p "$3" && cd "$3" || exit 1
 
 mkfifo asked
 "$server" --port 0 --database sample --user anna --password 'a;b' <asked >connection 2>errors &
-trap 'kill $! 2>/dev/null' EXIT
+serving=$!
+trap 'kill $serving 2>/dev/null' EXIT
 exec 3>asked
 while [ ! -s connection ]; do
-    kill -0 $! || exit 1
+    kill -0 $serving || exit 1
     sleep 0.05
 done
 
@@ -21,7 +22,7 @@ ask() {
     echo "$1" >&3
     asked=$((asked + 1))
     until [ "$(grep -c . connection)" -eq "$asked" ]; do
-        kill -0 $! || exit 1
+        kill -0 $serving || exit 1
         sleep 0.02
     done
 }
@@ -41,12 +42,21 @@ ask recover
 ask 'fail Operation 50000 "half a list" after 2'
 played_holds 'half a list'
 ask recover
+ask 'hang-up Operation half'
+played_holds 'Unexpected EOF'
+ask recover
+ask 'hold tabPagamenti'
+played_holds 'caption="Bancomat"' &
+playing=$!
+ask held
+ask recover
+wait $playing || exit 1
 echo frobnicate >&3
 echo 'recover now' >&3
 ask 'log-ins refuse'
 played_holds "Login failed for user 'anna'"
 echo quit >&3
-wait $!
+wait $serving
 [ $? -eq 0 ] && grep -q 'no such command: frobnicate' errors && [ "$(grep -c . connection)" -eq "$asked" ] || exit 1
 "$server" --tds-version 8.0 >/dev/null 2>&1
 [ $? -eq 2 ]

@@ -30,12 +30,29 @@ void fail(TdsServer& server, const Arguments& words) {
     server.add(std::move(failing));
 }
 
+/// The same, or `NAME PIECE half`.
+Fault cutFrom(Fault::Kind atOnce, Fault::Kind later, Fault::Kind half, const Arguments& words) {
+    const bool cut = words.count() == 3 && words.text(2) == "half";
+    return cut ? Fault{words.text(1), half} : faultFrom(atOnce, later, words, 2);
+}
+
 void hangUp(TdsServer& server, const Arguments& words) {
-    server.add(faultFrom(Fault::Kind::HangUp, Fault::Kind::BreakOff, words, 2));
+    server.add(cutFrom(Fault::Kind::HangUp, Fault::Kind::BreakOff, Fault::Kind::HangUpHalf, words));
 }
 
 void stall(TdsServer& server, const Arguments& words) {
-    server.add(faultFrom(Fault::Kind::Stall, Fault::Kind::StallLate, words, 2));
+    server.add(cutFrom(Fault::Kind::Stall, Fault::Kind::StallLate, Fault::Kind::StallHalf, words));
+}
+
+void hold(TdsServer& server, const Arguments& words) {
+    words.requireCount(2);
+    server.add({words.text(1), Fault::Kind::Hold});
+}
+
+void held(TdsServer& server, const Arguments& words) {
+    words.requireCount(1);
+    if (!server.awaitHeld())
+        throw ScenarioError("no answer waits for recover");
 }
 
 void delay(TdsServer& server, const Arguments& words) {
@@ -46,11 +63,13 @@ void delay(TdsServer& server, const Arguments& words) {
 
 void logIns(TdsServer& server, const Arguments& words) {
     words.requireCount(2);
-    static const std::map<std::string, LogIns, std::less<>> kinds{
-        {"accept", LogIns::Accept}, {"refuse", LogIns::Refuse}, {"ignore", LogIns::Ignore}};
+    static const std::map<std::string, LogIns, std::less<>> kinds{{"accept", LogIns::Accept},
+                                                                  {"refuse", LogIns::Refuse},
+                                                                  {"ignore", LogIns::Ignore},
+                                                                  {"hang-up", LogIns::HangUp}};
     const auto kind = kinds.find(words.text(1));
     if (kind == kinds.end())
-        throw ScenarioError("neither accept nor refuse nor ignore: " + words.text(1));
+        throw ScenarioError("none of accept, refuse, ignore and hang-up: " + words.text(1));
     server.setLogIns(kind->second);
 }
 
@@ -66,8 +85,8 @@ void recover(TdsServer& server, const Arguments& words) {
 
 using Command = void (*)(TdsServer&, const Arguments&);
 const std::map<std::string, Command, std::less<>> commands{
-    {"fail", fail},      {"hang-up", hangUp}, {"delay", delay},    {"stall", stall},
-    {"log-ins", logIns}, {"stop", stop},      {"recover", recover}};
+    {"fail", fail}, {"hang-up", hangUp}, {"delay", delay}, {"stall", stall},    {"hold", hold},
+    {"held", held}, {"log-ins", logIns}, {"stop", stop},   {"recover", recover}};
 
 } // namespace
 
@@ -87,14 +106,17 @@ bool carryOut(const std::string& line, TdsServer& server) {
 std::string_view commandsHelp() {
     return "  fail PIECE NUMBER MESSAGE [after ROWS]\n"
            "                     queries whose text contains PIECE fail with that error\n"
-           "  hang-up PIECE [after ROWS]\n"
-           "                     the connection ends instead of an answer, or in the middle\n"
-           "                     of the row behind ROWS others\n"
-           "  stall PIECE [after ROWS]\n"
-           "                     nothing more comes until the client gives up\n"
+           "  hang-up PIECE [after ROWS | half]\n"
+           "                     the connection ends instead of an answer, in the middle of\n"
+           "                     the row behind ROWS others, or of the answer's first packet\n"
+           "  stall PIECE [after ROWS | half]\n"
+           "                     nothing more comes until the client gives up; behind half a\n"
+           "                     packet not even then\n"
            "  delay PIECE MILLISECONDS [after ROWS]\n"
            "                     the answer, or what comes behind ROWS rows, is that late\n"
-           "  log-ins accept|refuse|ignore\n"
+           "  hold PIECE         the answer waits for recover\n"
+           "  held               carried out when an answer waits so\n"
+           "  log-ins accept|refuse|ignore|hang-up\n"
            "                     what becomes of log-ins from now on\n"
            "  stop               ends all connections and takes no more\n"
            "  recover            forgets all faults and takes connections and log-ins again\n"

@@ -56,6 +56,7 @@ void TdsServer::stop() {
     acceptor_.join();
     close(listener_);
     listener_ = -1;
+    letGo();
     for (Client& client : clients_) {
         client.session->hangUp();
         client.thread.join();
@@ -80,8 +81,29 @@ void TdsServer::recover() {
         const std::lock_guard lock(mutex_);
         faults_.clear();
     }
+    letGo();
     if (listener_ < 0)
         start();
+}
+
+void TdsServer::letGo() {
+    const std::lock_guard lock(mutex_);
+    ++recoveries_;
+    changed_.notify_all();
+}
+
+void TdsServer::holdUntilRecovery() {
+    std::unique_lock lock(mutex_);
+    ++held_;
+    changed_.notify_all();
+    changed_.wait(lock, [this, before = recoveries_] { return recoveries_ != before; });
+    --held_;
+}
+
+bool TdsServer::awaitHeld() {
+    using namespace std::chrono_literals;
+    std::unique_lock lock(mutex_);
+    return changed_.wait_for(lock, 10s, [this] { return held_ > 0; });
 }
 
 std::vector<ExecuteCall> TdsServer::takeReceived() {

@@ -2,6 +2,7 @@
 #include "tds_session.h"
 
 #include <atomic>
+#include <condition_variable>
 #include <list>
 #include <memory>
 #include <mutex>
@@ -40,6 +41,8 @@ class TdsServer {
 
     void setLogIns(LogIns logIns) { logIns_ = logIns; }
     void add(Fault fault);
+    /// Waits until a query waits for recovery, but no longer than ten seconds. Whether one does.
+    bool awaitHeld();
     /// What arrived since the last call, in order.
     std::vector<ExecuteCall> takeReceived();
     /// Highest byte of each protocol version that a client came in with.
@@ -55,6 +58,8 @@ class TdsServer {
     LogIns logIn(const std::string& user, const std::string& password, unsigned version);
     std::optional<Fault> received(const ExecuteCall& call);
     Recordset answer(const Query& query);
+    void holdUntilRecovery();
+    void letGo();
 
     void accept();
 
@@ -66,6 +71,9 @@ class TdsServer {
     std::list<Client> clients_; ///< of the acceptor, and of `stop` when that has ended
 
     std::mutex mutex_; ///< guards what follows
+    std::condition_variable changed_;
+    int held_ = 0;       ///< queries that wait
+    int recoveries_ = 0; ///< each lets them go
     std::vector<Fault> faults_;
     std::vector<ExecuteCall> received_;
     std::vector<unsigned> versions_;

@@ -138,6 +138,8 @@ bool TdsSession::answerLogIn(const std::string& body) {
     const auto what = server_.logIn(user, readPassword(passwordReader, passwordLength), version_);
     if (what == LogIns::Ignore)
         waitForHangUp();
+    if (what == LogIns::HangUp)
+        return false;
     if (what != LogIns::Accept) {
         sendError(LogInFailed, "Login failed for user '" + user + "'.");
         return false;
@@ -164,7 +166,12 @@ void TdsSession::answer(const ExecuteCall& call) {
         Query query{call.text};
         for (const DateTime date : call.dates)
             query.parameters.push_back({"", "", date});
+        half_ = fault && (fault->kind == Fault::Kind::StallHalf || fault->kind == Fault::Kind::HangUpHalf);
         sendRows(server_.answer(query), fault);
+        if (half_ && fault->kind == Fault::Kind::StallHalf)
+            waitForHangUp();
+        else if (half_)
+            stream_.hangUp();
     } catch (const DatabaseError& error) {
         sendError(error.sqlState() == "42S02" ? InvalidObject : WrongSyntax, error.what());
     }
@@ -192,6 +199,9 @@ bool TdsSession::respondWith(const Fault& fault) {
         return true;
     case Fault::Kind::Delay:
         std::this_thread::sleep_for(fault.pause);
+        return false;
+    case Fault::Kind::Hold:
+        server_.holdUntilRecovery();
         return false;
     default:
         return false;
@@ -279,7 +289,10 @@ void TdsSession::addDone(unsigned token, unsigned status, std::size_t rows) {
 }
 
 void TdsSession::flush(bool last) {
-    stream_.send(writer_.built(), last);
+    if (half_)
+        stream_.sendHalf(writer_.built());
+    else
+        stream_.send(writer_.built(), last);
     writer_.cut(0);
 }
 

@@ -14,20 +14,23 @@ struct ExecuteCall {
     std::vector<DateTime> dates; ///< the parameters, of which this server knows dates alone
 };
 
-enum class LogIns { Accept, Refuse, Ignore };
+enum class LogIns { Accept, Refuse, Ignore, HangUp };
 
 /// What the server does to a query whose text contains a piece.
 struct Fault {
     enum class Kind {
-        Fail,        ///< refuses it with `number` and `message`
-        HangUp,      ///< hangs up without an answer
-        BreakOff,    ///< hangs up in the middle of the row that follows `afterRows` others
-        Stall,       ///< answers only when the client gives up
-        StallLate,   ///< the same behind `afterRows` rows
-        Delay,       ///< answers `pause` later
-        DelayLate,   ///< the same behind `afterRows` rows
-        FailLate,    ///< refuses it with `number` and `message` behind `afterRows` rows, or behind the result
-        StallForever ///< answers never, nor what the client sends when it gives up
+        Fail,      ///< refuses it with `number` and `message`
+        HangUp,    ///< hangs up without an answer
+        BreakOff,  ///< hangs up in the middle of the row that follows `afterRows` others
+        Stall,     ///< answers only when the client gives up
+        StallLate, ///< the same behind `afterRows` rows
+        Delay,     ///< answers `pause` later
+        DelayLate, ///< the same behind `afterRows` rows
+        FailLate,  ///< refuses it with `number` and `message` behind `afterRows` rows, or behind the result
+        StallForever, ///< answers never, nor what the client sends when it gives up
+        StallHalf,    ///< the same behind half of the answer's first packet
+        HangUpHalf,   ///< hangs up there
+        Hold          ///< answers when the server recovers
     };
     std::string piece;
     Kind kind = Kind::Fail;
@@ -67,6 +70,7 @@ class TdsSession {
     WireWriter writer_;
     unsigned version_ = 0x74;
     bool isCall_ = false; ///< that a call is being answered, not a batch
+    bool half_ = false;   ///< of the answer's first packet is all that is sent
 };
 
 } // namespace kova::tds

@@ -10,6 +10,17 @@ constexpr std::size_t HeaderSize = 8;
 constexpr std::size_t PacketSize = 4096; ///< what a client takes until it has agreed on another one
 constexpr unsigned char LastOfMessage = 1;
 
+std::string packetOf(std::string_view payload, bool last) {
+    const std::size_t length = payload.size() + HeaderSize;
+    std::string packet(HeaderSize, '\0');
+    packet[0] = static_cast<char>(MessageKind::Response);
+    packet[1] = static_cast<char>(last ? LastOfMessage : 0);
+    packet[2] = static_cast<char>(length >> 8);
+    packet[3] = static_cast<char>(length & 0xFF);
+    packet += payload;
+    return packet;
+}
+
 } // namespace
 
 PacketStream::~PacketStream() {
@@ -44,16 +55,17 @@ void PacketStream::send(std::string_view part, bool last) const {
     do {
         const auto payload = part.substr(0, PacketSize - HeaderSize);
         part.remove_prefix(payload.size());
-        const std::size_t length = payload.size() + HeaderSize;
-        std::string packet(HeaderSize, '\0');
-        packet[0] = static_cast<char>(MessageKind::Response);
-        packet[1] = static_cast<char>(last && part.empty() ? LastOfMessage : 0);
-        packet[2] = static_cast<char>(length >> 8);
-        packet[3] = static_cast<char>(length & 0xFF);
-        packet += payload;
-        (void)::send(socket_, packet.data(), packet.size(),
-                     MSG_NOSIGNAL); // the next receive tells of a failure
+        sendBytes(packetOf(payload, last && part.empty()));
     } while (!part.empty());
+}
+
+void PacketStream::sendHalf(std::string_view part) const {
+    const auto packet = packetOf(part.substr(0, PacketSize - HeaderSize), false);
+    sendBytes(std::string_view(packet).substr(0, packet.size() / 2));
+}
+
+void PacketStream::sendBytes(std::string_view bytes) const {
+    (void)::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL); // the next receive tells of a failure
 }
 
 void PacketStream::hangUp() const {

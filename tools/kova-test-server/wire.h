@@ -37,10 +37,13 @@ class PacketStream {
     std::optional<Message> receive() const;
     /// Sends a part of the response, cut into packets; the last part ends it.
     void send(std::string_view part, bool last) const;
+    /// Sends half of the first of those packets.
+    void sendHalf(std::string_view part) const;
     /// Makes all waiting end; the only operation for other threads.
     void hangUp() const;
 
   private:
+    void sendBytes(std::string_view bytes) const;
     bool receiveExactly(void* target, std::size_t count) const;
     int socket_;
 };
