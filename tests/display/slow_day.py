@@ -51,6 +51,8 @@ class Display:
                 shell = subprocess.run(["xdotool", "getwindowgeometry", "--shell", found[-1]],
                                        capture_output=True, text=True).stdout
                 values = dict(line.split("=") for line in shell.split())
+                if "X" not in values:
+                    continue  # it is being made
                 self.window = tuple(int(values[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
                 time.sleep(0.5)
                 return

@@ -1,6 +1,7 @@
 #include "adapters/qt/display.h"
 #include "base/error.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -8,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 #include <QWidget>
+#include <QWindow>
 
 #include <dlfcn.h>
 
@@ -100,26 +102,30 @@ std::unique_ptr<QApplication> openApplication(int& count, char** arguments) {
 
 /// Qt hands on the display's own time of an event, milliseconds in 32 bits. On this machine that is the clock
 /// of the kernel; one that is another machine's tells ages older than this object, which count as none.
-struct InputGate::Watch final : QObject {
+struct InputGate::Watch final : QObject, QAbstractNativeEventFilter {
     explicit Watch(Unwanted toAsk) : unwanted(std::move(toAsk)) {
         lifetime.start();
         qApp->installEventFilter(this);
+        qApp->installNativeEventFilter(this);
     }
     bool eventFilter(QObject* watched, QEvent* event) override;
-    [[nodiscard]] std::chrono::milliseconds ageOf(const QInputEvent& event) const;
+    bool nativeEventFilter(const QByteArray& kind, void* message, qintptr*) override;
+    [[nodiscard]] bool refuses(WId window, std::uint64_t time) const;
 
     Unwanted unwanted;
     QElapsedTimer lifetime;
 };
 
-std::chrono::milliseconds InputGate::Watch::ageOf(const QInputEvent& event) const {
+bool InputGate::Watch::refuses(WId window, std::uint64_t time) const {
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     const auto ticks = std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
-    const std::uint32_t age =
-        static_cast<std::uint32_t>(ticks) - static_cast<std::uint32_t>(event.timestamp());
-    return std::chrono::milliseconds(age <= lifetime.elapsed() ? age : 0);
+    const std::uint32_t age = static_cast<std::uint32_t>(ticks) - static_cast<std::uint32_t>(time);
+    const QWidget* const target = QWidget::find(window);
+    return target != nullptr &&
+           unwanted(*target, std::chrono::milliseconds(age <= lifetime.elapsed() ? age : 0));
 }
 
+// On its way to a window: on the way from there to a widget a touch has moved the focus already.
 bool InputGate::Watch::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::MouseButtonPress:
@@ -129,11 +135,25 @@ bool InputGate::Watch::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::Wheel:
     case QEvent::KeyPress:
     case QEvent::ShortcutOverride:
-        return event->spontaneous() && watched->isWidgetType() &&
-               unwanted(*static_cast<QWidget*>(watched), ageOf(static_cast<const QInputEvent&>(*event)));
+        return event->spontaneous() && watched->isWindowType() &&
+               refuses(static_cast<QWindow*>(watched)->winId(),
+                       static_cast<QInputEvent*>(event)->timestamp());
     default:
         return false;
     }
+}
+
+// Where assistive technology listens, Qt asks it about each key, and hands on a copy that has no time.
+bool InputGate::Watch::nativeEventFilter(const QByteArray& kind, void* message, qintptr*) {
+    struct Key { ///< of X11's protocol
+        std::uint8_t type, code;
+        std::uint16_t sequence;
+        std::uint32_t time, root, window;
+    };
+    constexpr unsigned KeyPress = 2, SentByPrograms = 0x80;
+    const auto& key = *static_cast<const Key*>(message);
+    return kind == "xcb_generic_event_t" && (key.type & ~SentByPrograms) == KeyPress &&
+           refuses(key.window, key.time);
 }
 
 InputGate::InputGate(Unwanted unwanted) : watch_(std::make_unique<Watch>(std::move(unwanted))) {}

@@ -347,6 +347,10 @@ void WindowFrame::takeKey(const QEvent& event) {
 
 void WindowFrame::closeEvent(QCloseEvent* event) {
     event->ignore();
+    // It has no time. Nobody sees that the screen goes on, and wants it closed, as soon as this.
+    constexpr std::chrono::milliseconds Reaction{150};
+    if (event->spontaneous() && loop_.unansweredBefore(Reaction))
+        return;
     if (Window* const asked = window_)
         loop_.runHandler([&] { asked->requestClose(); });
 }
