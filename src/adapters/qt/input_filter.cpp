@@ -69,6 +69,14 @@ bool isTabulator(const QEvent& event) {
            (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0;
 }
 
+/// A copy has no time: it is made as soon as the key is heard of.
+std::chrono::milliseconds timeOf(const QKeyEvent& event) {
+    using namespace std::chrono;
+    if (event.spontaneous())
+        return milliseconds(event.timestamp());
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch());
+}
+
 KeyStroke strokeOf(const QKeyEvent& event) {
     KeyStroke stroke;
     if (event.key() == Qt::Key_Escape)
@@ -83,7 +91,7 @@ KeyStroke strokeOf(const QKeyEvent& event) {
     stroke.shift = event.modifiers().testFlag(Qt::ShiftModifier);
     stroke.command = (event.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) != 0;
     stroke.repeated = event.isAutoRepeat();
-    stroke.time = std::chrono::milliseconds(event.timestamp());
+    stroke.time = timeOf(event);
     return stroke;
 }
 
@@ -102,6 +110,8 @@ InputFilter::InputFilter(const std::vector<WindowFrame*>& frames) : frames_(fram
 }
 
 bool InputFilter::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && watched->isWindowType())
+        keyOfWindow_ = event;
     const bool givesKeyboard = event->type() == QEvent::FocusIn &&
                                static_cast<QFocusEvent*>(event)->reason() == Qt::OtherFocusReason;
     if ((!givesKeyboard && !isInput(event->type())) || !watched->isWidgetType())
@@ -156,7 +166,7 @@ bool InputFilter::swallowsBounce(const QObject& target, const QEvent& event) {
 }
 
 bool InputFilter::takeKey(WindowFrame& frame, const QKeyEvent& event) {
-    if (!event.spontaneous() || frame.model()->takesKeys())
+    if ((!event.spontaneous() && &event != keyOfWindow_) || frame.model()->takesKeys())
         return false;
     if (hideKeyHelp(frame))
         return true;

@@ -25,13 +25,15 @@ class InputFilter final : public QObject {
 
   private:
     bool swallowsBounce(const QObject& target, const QEvent& event);
-    /// What a program sends to a widget goes to that widget: only keys from the window system count.
+    /// What a program sends to a widget goes to that widget: only keys from the window system count. Where
+    /// assistive technology listens, those are copies that Qt sends, but to a window.
     bool takeKey(WindowFrame& frame, const QKeyEvent& event);
     bool carryOut(const KeyMeaning& meaning, WindowFrame& frame, const QKeyEvent& event);
 
     const std::vector<WindowFrame*>& frames_;
     BounceFilter bounces_;
     PhysicalKeys keys_;
+    const QEvent* keyOfWindow_ = nullptr; ///< the last; only compared
 };
 
 } // namespace kova
