@@ -2,27 +2,32 @@
 
     slow_day.py TREE FOLDER SEED MOVEMENTS
 
-The same movements are entered twice: on a healthy server, and on one that stalls now and then while the cashier goes on
-touching at random. Touches made while nothing could answer must come to nothing, so that both days end with the same
-movements. Needs what display.sh sets up.
+The same movements are entered on a healthy day, with a server that stalls now and then, and with a slow host, while the
+cashier goes on with fingers and keys at random. What is done while nothing could answer must come to nothing, so that all
+days end with the same movements. Needs what display.sh sets up.
 """
 
 from __future__ import annotations
 
-import os
 import random
+import queue
+import select
 import subprocess
 import sys
+import threading
 import time
 from typing import Iterator
 
+import pyatspi
+from bus_test import Bus, states
+
 TILL = """
-import sys, time
+import sys
 import kova_drawer_man as kova
 class Till(kova.Events):
     def SalvaPagamento(self, movement):
         print(f"{movement.importo:g} {movement.Valuta} {movement.idpagamento} {movement.tipoIncasso}", flush=True)
-        time.sleep(float(sys.argv[2]))
+        sys.stdin.readline()  # until it is to go on
 with kova.DrawerMan() as drawer:
     drawer.connect(Till())
     drawer.InizializzaByConnString(sys.argv[1])
@@ -36,11 +41,14 @@ DIGITS = {"0": ZERO, "1": ONE, "2": TWO, "3": THREE}
 STALLS = {DEPOSIT: ["IsAutomaticNote"], CONFIRM: ["FROM tabPagamenti", "where visible", "tabValute"]}
 
 
+KEYS = ["1", "5", "comma", "BackSpace", "Return", "Escape", "F2", "F4", "Tab"]
+PATIENCE = 20  # seconds
+
+
 class Display:
-    """The pointer, held by one process so that touches follow each other as fast as fingers."""
+    """The cashier's hands."""
 
     def __init__(self) -> None:
-        self.process = subprocess.Popen(["xdotool", "-"], stdin=subprocess.PIPE, text=True)
         self.window = (0, 0, 1, 1)
 
     def find(self, title: str) -> None:
@@ -54,17 +62,21 @@ class Display:
                 if "X" not in values:
                     continue  # it is being made
                 self.window = tuple(int(values[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
-                time.sleep(0.5)
+                time.sleep(1)
                 return
             time.sleep(0.05)
         raise SystemExit("no window: " + title)
 
-    def touch(self, place: tuple[int, int]) -> None:
+    def does(self, *what: str | tuple[int, int]) -> None:
+        """Strikes keys and touches places, and returns when the display has it all."""
         left, top, width, height = self.window
-        x = left + place[0] * width // WIDTH
-        y = top + (place[1] + PAGE) * height // HEIGHT
-        self.process.stdin.write(f"mousemove {x} {y} click 1\n")
-        self.process.stdin.flush()
+        words = []
+        for one in what:
+            if isinstance(one, str):
+                words += ["key", one]
+            else:
+                words += ["mousemove", left + one[0] * width // WIDTH, top + (one[1] + PAGE) * height // HEIGHT, "click", 1]
+        subprocess.run(["xdotool", *map(str, words)], check=True)
 
 
 class Server:
@@ -76,7 +88,38 @@ class Server:
     def ask(self, line: str) -> None:
         self.process.stdin.write(line + "\n")
         self.process.stdin.flush()
+        if not select.select([self.process.stdout], [], [], PATIENCE)[0]:
+            raise SystemExit("the server did not: " + line)
         self.process.stdout.readline()
+
+
+class Till:
+    """A host that tells of each event, and waits for an answer in it."""
+
+    def __init__(self, bus: Bus, program: str, connection: str) -> None:
+        self.bus = bus
+        self.process = subprocess.Popen([sys.executable, "-c", program, connection], stdin=subprocess.PIPE,
+                                        stdout=subprocess.PIPE, text=True)
+        self.told: queue.Queue[str] = queue.Queue()
+        threading.Thread(target=lambda: [self.told.put(line.strip()) for line in self.process.stdout], daemon=True).start()
+        self.program = bus.until(self.find_program, "the dialog")
+
+    def find_program(self):
+        if self.process.poll() is not None:
+            raise SystemExit(f"the till has ended: {self.process.returncode}")
+        for program in pyatspi.Registry.getDesktop(0):
+            if program is not None and program.get_process_id() == self.process.pid and program.childCount:
+                return program
+        return None
+
+    def answer(self, words: str = "") -> None:
+        self.process.stdin.write(words + "\n")
+        self.process.stdin.flush()
+
+    def listens(self) -> None:
+        """Returns when it answers again."""
+        self.bus.forget()
+        self.bus.until(lambda: states(self.program[0]), "an answer of the dialog")
 
 
 def movements(seed: int, count: int) -> Iterator[str]:
@@ -85,72 +128,76 @@ def movements(seed: int, count: int) -> Iterator[str]:
         yield choice.choice("123") + "".join(choice.choices("0123", k=choice.randint(0, 3)))
 
 
-def play(server: Server, display: Display, seed: int, count: int, stalling: bool, slow: float) -> tuple[list[str], int]:
-    """The movements that the host got, and how many touches were made while nothing could answer."""
-    till = subprocess.Popen([sys.executable, "-c", TILL, server.connection, str(slow)], stdout=subprocess.PIPE, text=True)
+def play(server: Server, display: Display, bus: Bus, seed: int, count: int, stalling: bool, slow: bool) -> tuple[list[str], int]:
+    """The movements that the host got, and how many touches and keys were made while nothing could answer."""
+    till = Till(bus, TILL, server.connection)
     chance = random.Random(seed + 1)
+    got: list[str] = []
     idle = 0
     try:
         display.find("Gestione cassetto")
 
-        def hurry(seconds: float) -> None:
+        def hurry() -> None:
             nonlocal idle
-            end = time.monotonic() + seconds - 0.25
-            time.sleep(0.15)
+            end = time.monotonic() + chance.choice([0.7, 1.2, 2.5])
             while time.monotonic() < end:
-                display.touch(chance.choice([CLOSE, CONFIRM, DEPOSIT, CASH, EURO, *DIGITS.values()]))
+                display.does(chance.choice([CLOSE, CONFIRM, DEPOSIT, CASH, EURO, *DIGITS.values(), *KEYS]))
                 idle += 1
-                time.sleep(chance.uniform(0.03, 0.25))
-            time.sleep(max(0.0, end + 0.6 - time.monotonic()))
+                time.sleep(chance.uniform(0.01, 0.2))
 
-        def touch(place: tuple[int, int]) -> None:
+        def touch(*what: str | tuple[int, int]) -> None:
+            place = what[-1]
             stalls = stalling and place in STALLS and chance.random() < 0.5
-            wait = chance.choice([0.7, 1.2, 2.5]) if stalls else 0.0
             if stalls:
-                server.ask(f'delay "{chance.choice(STALLS[place])}" {int(wait * 1000)}')
-            display.touch(place)
+                server.ask(f'hold "{chance.choice(STALLS[place])}"')
+            display.does(*what)
+            if place == CONFIRM:
+                got.append(till.told.get(timeout=PATIENCE))
+                if slow:
+                    hurry()
+                till.answer()
             if stalls:
-                time.sleep(0.1)
-                server.ask("recover")  # for the queries after the one that waits
-            if place == CONFIRM and slow:
-                wait += slow
-            if wait:
-                hurry(wait)
-            else:
-                time.sleep(0.7 if place == CONFIRM else 0.22)
+                server.ask("held")
+                hurry()
+                server.ask("recover")
+            if place in STALLS:
+                time.sleep(0.3)
+                till.listens()
+            time.sleep(0.22)
 
         for amount in movements(seed, count):
-            for digit in amount:
+            for digit in amount[:-1]:
                 touch(DIGITS[digit])
-            for place in (CASH, EURO, DEPOSIT, CONFIRM):
+            for place in (CASH, EURO):
                 touch(place)
-        return_code = till.poll()
-        if return_code is not None:
-            raise SystemExit(f"the till has ended: {return_code}")
+            touch(amount[-1], DEPOSIT)  # what is typed before the wait, however shortly, is never lost
+            touch(CONFIRM)
+        till.find_program()
+        while not till.told.empty():
+            got.append(till.told.get())
+    except queue.Empty:
+        print("no movement came")
     finally:
-        till.terminate()
-    return till.stdout.read().split("\n")[:-1], idle
+        till.process.kill()
+    return got, idle
 
 
 def main(tree: str, seed: int, count: int) -> None:
-    server, display = Server(tree + "/build/test/kova-test-server"), Display()
+    server = Server(tree + "/build/test/kova-test-server")
     try:
-        play_days(server, display, seed, count)
+        play_days(server, Display(), Bus(), seed, count)
     finally:
         server.process.kill()
-        display.process.kill()
 
 
-def play_days(server: Server, display: Display, seed: int, count: int) -> None:
-    healthy, _ = play(server, display, seed, count, stalling=False, slow=0)
-    expected = [f"{amount} € 1 2" for amount in movements(seed, count)]
-    if [line.split(" ")[0] for line in healthy] != [line.split(" ")[0] for line in expected]:
-        raise SystemExit(f"the healthy day went wrong:\n{healthy}\n{expected}")
-    for name, stalling, slow in (("stalling server", True, 0.0), ("slow host", False, 1.0)):
-        got, idle = play(server, display, seed, count, stalling, slow)
-        print(f"{name}: {len(got)} movements, {idle} touches while nothing could answer")
-        if got != healthy or idle == 0:
-            raise SystemExit(f"another day: {[pair for pair in zip(got, healthy) if pair[0] != pair[1]]} {len(got)} {len(healthy)}")
+def play_days(server: Server, display: Display, bus: Bus, seed: int, count: int) -> None:
+    expected = [f"{float(amount):g} € 1 2" for amount in movements(seed, count)]
+    for name, stalling, slow in (("healthy", False, False), ("stalling server", True, False), ("slow host", False, True),
+                                 ("both", True, True)):
+        got, idle = play(server, display, bus, seed, count, stalling, slow)
+        print(f"{name}: {len(got)} movements, {idle} touches and keys while nothing could answer")
+        if got != expected or (idle == 0) == (stalling or slow):
+            raise SystemExit(f"another day: {got}, not {expected}")
 
 
 if __name__ == "__main__":

@@ -4,23 +4,21 @@
 
 Every handler of the host is slow in turn, and the cashier goes on with fingers and keys. Afterwards the screen is, to
 the pixel and to the accessible state of each control, the one of a cashier who waited, and the host has got the same.
-Without SECONDS a handler takes one and a half, in which each control is touched once; with them each control gets a
-wait of its own, and TOUCHES. Needs what display.sh sets up.
+Without SECONDS a handler takes one and a half or longer, in which all controls but some of the keyboard's are touched
+once; with them each control gets a wait of its own, and TOUCHES. Needs what display.sh sets up.
 """
 
 from __future__ import annotations
 
 import functools
 import hashlib
-import os
-import queue
 import subprocess
 import sys
-import threading
 import time
 
 import pyatspi
 from bus_test import PATIENCE, Bus, expect, make_shop, press, states, within
+from slow_day import Till
 
 TILL = """
 import sys
@@ -66,30 +64,11 @@ def hands(*words: object) -> None:
     subprocess.run(["xdotool", *map(str, words)], check=True)
 
 
-class Till:
-    def __init__(self, shop: str, bus: Bus) -> None:
-        self.bus = bus
-        self.process = subprocess.Popen([sys.executable, "-c", TILL, f"Data Source={shop}"], stdin=subprocess.PIPE,
-                                        stdout=subprocess.PIPE, text=True)
-        self.told: queue.Queue[str] = queue.Queue()
-        threading.Thread(target=lambda: [self.told.put(line.rstrip()) for line in self.process.stdout], daemon=True).start()
-        self.program = bus.until(self.find_program, "the dialog")
-
-    def find_program(self):
-        expect(self.process.poll(), None, "the host's end")
-        for program in pyatspi.Registry.getDesktop(0):
-            if program is not None and program.get_process_id() == self.process.pid and program.childCount:
-                return program
-        return None
-
+class BusyTill(Till):
     def hears(self, event: str) -> str:
         told = self.told.get(timeout=PATIENCE)
         expect(told.split(" ")[0], event, "the host's event")
         return told
-
-    def answer(self, words: str = "") -> None:
-        self.process.stdin.write(words + "\n")
-        self.process.stdin.flush()
 
     def parts(self):
         self.bus.forget()
@@ -136,7 +115,7 @@ def place_of(part) -> tuple[int, int]:
     return box.x + box.width // 2, box.y + box.height // 2
 
 
-def entered(till: Till) -> None:
+def entered(till: BusyTill) -> None:
     """All of a movement."""
     for name in ("Contanti", "€", "2", "Spese varie"):
         till.touch("radio button", name)
@@ -158,7 +137,7 @@ EVENTS = (
 )
 
 
-def round_of(till: Till, event, seconds: float, gestures: list[list[object]], focus=None):
+def round_of(till: BusyTill, event, seconds: float, gestures: list[list[object]], focus=None):
     """What the host got. The gestures come while its handler runs, spread over it."""
     _, page, button, expected, slow, words = event
     if page == "Gestione cassetto":
@@ -180,7 +159,7 @@ def round_of(till: Till, event, seconds: float, gestures: list[list[object]], fo
     return told
 
 
-def restore(till: Till, event) -> None:
+def restore(till: BusyTill, event) -> None:
     """After a refusal the entry is still there: it goes with the next confirmation."""
     if event[5]:
         till.touch("push button", "Conferma")
@@ -191,7 +170,7 @@ def restore(till: Till, event) -> None:
         till.settled()
 
 
-def targets(till: Till) -> dict[str, tuple[int, int]]:
+def targets(till: BusyTill) -> dict[str, tuple[int, int]]:
     """All that can be touched on the page, by its names."""
     found, cells = {}, 0
     for part in till.parts():
@@ -201,7 +180,7 @@ def targets(till: Till) -> dict[str, tuple[int, int]]:
     return found | {"the frame's close button": CLOSE, "the page": (640, 745), "the list or the note": (1258, 340)}
 
 
-def play(till: Till, event, seconds: float, touches: int) -> int:
+def play(till: BusyTill, event, seconds: float, touches: int) -> int:
     """How many touches and keys came to nothing."""
     title, page, *_ = event
     made = 0
@@ -244,7 +223,7 @@ def play(till: Till, event, seconds: float, touches: int) -> int:
 
 
 def main(tree: str, seconds: float = 1.5, touches: int = 0) -> None:
-    till = Till(make_shop(tree, f"{folder}/shop.db"), Bus())
+    till = BusyTill(Bus(), TILL, "Data Source=" + make_shop(tree, f"{folder}/shop.db"))
     try:
         for event in EVENTS:
             made = play(till, event, seconds, touches)
