@@ -17,15 +17,31 @@ void arrange(ButtonGrid& grid, Arrangement arrangement, std::int32_t count) {
     grid.layoutButtons();
 }
 
+/// What was loaded before serves as long as the server is silent.
+Recordset choices(ProcessState& process, ButtonGrid& grid, const std::string& query,
+                  const std::vector<ButtonGrid::Button>& before) {
+    try {
+        return process.query({query}, Word::ReadingChoices);
+    } catch (const DatabaseError&) {
+        if (process.serverSilent) {
+            for (const auto& button : before)
+                grid.addButton(button.key, button.caption, ButtonFace, colors::Black, "");
+            grid.layoutButtons();
+        }
+        throw;
+    }
+}
+
 /// Fills a grid with one button per row of the query. `addRow(row, position)` adds the button and whatever
 /// else the row means. Waiting events are handled after each row: a touch may come while the grid is
 /// incomplete.
 template <class AddRow>
 void fill(ProcessState& process, ButtonGrid& grid, const std::string& query, Arrangement arrangement,
           AddRow addRow) {
+    const auto before = grid.buttons();
     grid.clearButtons();
     grid.setAnimated(false);
-    Recordset rows = process.query({query}, Word::ReadingChoices);
+    Recordset rows = choices(process, grid, query, before);
     arrange(grid, arrangement, rows.recordCount());
     if (rows.endOfFile())
         return;

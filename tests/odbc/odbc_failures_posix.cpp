@@ -142,6 +142,22 @@ TEST_F(OdbcFailures, ALinkThatDiedUnnoticedIsReplacedUnnoticed) {
     EXPECT_EQ(databaseErrorOf(count).number(), DatabaseError::NotConnected) << "sent twice at most";
 }
 
+TEST_F(OdbcFailures, LeaveTheChoicesOfBeforeToGoOnWith) {
+    connect();
+    compose();
+    touchActivity();
+    server.stop();
+    world.control<PushButton>("cmdConferma").press();
+    EXPECT_EQ(world.takeLog(), (Log{{"Load_Pagamenti", unreachable}, {"Load_Attivita", unreachable}}));
+    server.recover();
+    for (const auto& [grid, key] : {std::pair("Pulsantiera_Pagamenti", "1"), {"Pulsantiera_Attivita", "3"}})
+        world.control<ButtonGrid>(grid).touch(key);
+    world.control<TextBox>("txtVisore").paste("7");
+    world.wait(50);
+    world.control<PushButton>("cmdConferma").press();
+    EXPECT_EQ(world.sink.movements.size(), 2u);
+}
+
 TEST_F(OdbcFailures, AtTheBeginningAreRecorded) {
     server.setLogIns(LogIns::Refuse);
     EXPECT_EQ(databaseErrorOf([&] { openOdbc(server.connectionString()); }).number(), LogInRefused);
