@@ -47,7 +47,7 @@ std::string ProcessState::waitingText(std::int32_t language, Word what, std::chr
     std::string text;
     if (gone.count() > 0)
         text = std::to_string(gone.count()) + " s";
-    if (gone >= LimitShown && limit.count() > 0)
+    if (gone >= LimitShown && gone <= limit) // behind it the driver waits for the end of its query
         text += " " + word(Word::OfLimit) + " " + std::to_string(limit.count()) + " s";
     if (rows > 0)
         text += (text.empty() ? "" : " · ") + std::to_string(rows) + " " + word(Word::Rows);
