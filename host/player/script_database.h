@@ -64,6 +64,7 @@ class WatchedConnection final : public DatabaseConnection {
     WatchedConnection(std::shared_ptr<DatabaseConnection> connection, QueryWatch& watch)
         : connection_(std::move(connection)), watch_(watch) {}
     Recordset query(const Query& query) override { return watch_.run(*connection_, query); }
+    [[nodiscard]] bool onAnyThread() const override { return connection_->onAnyThread(); }
 
   private:
     std::shared_ptr<DatabaseConnection> connection_;

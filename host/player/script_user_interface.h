@@ -22,6 +22,9 @@ class ScriptUserInterface final : public UserInterface {
     std::unique_ptr<WindowView> present(Window& window) override { return drawing_.present(window); }
     void runModal(Window& window) override;
     MessageAnswer messageBox(const PlatformMessage& message) override;
+    void await(const Awaited& awaited, const std::function<void()>& work) override {
+        drawing_.await(awaited, work);
+    }
     void setLanguage(std::int32_t id) override { drawing_.setLanguage(id); }
 
     void queueAnswer(MessageAnswer answer) { answers_.push_back(answer); }
