@@ -112,6 +112,7 @@ TEST(OdbcFailure, CostsNothingThatWasTypedAndPasses) {
         till.touchActivity();
         EXPECT_LT(std::chrono::steady_clock::now() - start, 3s);
         EXPECT_EQ(world.dialog().notice()->text().starts_with("Il server non risponde."), failure.silent);
+        EXPECT_EQ(world.control<ButtonGrid>("Pulsantiera_Attivita").find("3")->marked, !failure.silent);
         world.control<TabControl>("TabControl").touchTab(1);
         EXPECT_EQ(world.takeLog(), (Log{{"AggiornaVariabiliSelezioneAttivita", failure.text},
                                         {"carica_Movimenti_Giornata", failure.text}}));
