@@ -115,31 +115,54 @@ void relabelInGerman(std::string& cell) {
     }
 }
 
-void fillGrid(ProcessState& process, ReportGrid& grid, Recordset rows) {
+/// What is listed, apart from the list: it is filled beside the user interface's thread.
+struct Movements {
+    std::vector<std::string> captions;
+    TextTable records;
+    std::optional<std::size_t> newest;
+};
+
+void addMovements(Movements& movements, Recordset rows, const RegionalSettings& regional, bool german) {
     const std::size_t fields = rows.fieldCount();
     for (std::size_t i = 0; i < fields; ++i)
-        grid.addColumn(static_cast<int>(i), rows.fieldName(i), ColumnWidth, true);
-    const bool german = process.CurrentLanguageId == language::German;
-    const std::int32_t count = rows.recordCount();
+        movements.captions.push_back(rows.fieldName(i));
     std::string cell;
     DateTime newest = DateTime::min();
-    for (std::int32_t j = 0; j < count; ++j) {
-        grid.addRecord();
+    for (std::size_t j = 0; !rows.endOfFile(); ++j, rows.moveNext()) {
+        movements.records.addRecord();
         for (std::size_t i = 0; i < fields; ++i) {
             cell.clear();
             const Value value = NullToDefault(rows.field(i), "");
             const auto* const time = i == TimeField ? std::get_if<DateTime>(&value) : nullptr;
             if (time != nullptr && *time >= newest) {
                 newest = *time;
-                grid.setNewest(static_cast<std::size_t>(j));
+                movements.newest = j;
             }
-            appendText(cell, value, process.platform.regional);
+            appendText(cell, value, regional);
             if (german)
                 relabelInGerman(cell);
-            grid.addItem(static_cast<std::size_t>(j), cell);
+            movements.records.addItem(j, cell);
         }
-        rows.moveNext();
     }
+}
+
+/// Reads the movements into the emptied list; as far as they came when it fails.
+void fillGrid(ProcessState& process, ReportGrid& grid, Query query) {
+    Movements movements{.captions = {}, .records = grid.takeRecords(), .newest = {}};
+    ended(
+        [&] {
+            process.query(std::move(query), Word::ReadingMovements, [&](Recordset rows) {
+                addMovements(movements, std::move(rows), process.platform.regional,
+                             process.CurrentLanguageId == language::German);
+            });
+        },
+        [&] {
+            for (const std::string& caption : movements.captions)
+                grid.addColumn(static_cast<int>(grid.columns().size()), caption, ColumnWidth, true);
+            grid.giveRecords(std::move(movements.records));
+            if (movements.newest)
+                grid.setNewest(*movements.newest);
+        });
 }
 
 } // namespace
@@ -155,8 +178,7 @@ void carica_Movimenti_Giornata(ProcessState& process, ReportGrid& grid, const st
         grid.deleteRecords();
         grid.deleteColumns();
         try {
-            fillGrid(process, grid,
-                     process.query(movementQuery(process, date, *when, options), Word::ReadingMovements));
+            fillGrid(process, grid, movementQuery(process, date, *when, options));
         } catch (...) {
             grid.breakOff();
             throw;

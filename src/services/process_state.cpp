@@ -81,16 +81,27 @@ void ProcessState::askServer(const Awaited& awaited, const std::function<void()>
 }
 
 Recordset ProcessState::query(Query query, Word what) {
+    std::optional<Recordset> result;
+    this->query(std::move(query), what, [&](Recordset rows) { result = std::move(rows); });
+    return *result;
+}
+
+void ProcessState::query(Query query, Word what, const std::function<void(Recordset)>& use) {
     // The slot may be refilled while the query runs.
     const auto connection = SharedConnection ? SharedConnection : std::make_shared<ClosedConnection>();
     std::atomic<std::size_t> rows = 0;
+    std::atomic<bool> answered = false;
     query.rowsRead = &rows;
-    std::optional<Recordset> result;
-    const auto text = [&rows, &connection, what, language = CurrentLanguageId](std::chrono::seconds gone) {
-        return waitingText(language, what, gone, connection->timeout(), rows);
+    const auto text = [&, what, language = CurrentLanguageId](std::chrono::seconds gone) {
+        const auto limit = answered ? std::chrono::seconds() : connection->timeout();
+        return waitingText(language, what, gone, limit, rows);
     };
-    askServer({text, connection->onAnyThread()}, [&] { result = connection->query(query); });
-    return *result;
+    askServer({text, connection->onAnyThread()}, [&] {
+        Recordset result = connection->query(query);
+        rows = static_cast<std::size_t>(result.recordCount());
+        answered = true;
+        use(std::move(result));
+    });
 }
 
 std::shared_ptr<DatabaseConnection> ProcessState::openDatabase(const std::string& connectionString) {

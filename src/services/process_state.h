@@ -84,6 +84,9 @@ class ProcessState {
     /// Runs a query on the shared connection; without one it fails like a closed connection. `what` is read
     /// tells a user who has to wait.
     Recordset query(Query query, Word what);
+    /// The same; making something of a long result is part of what is waited for. `use` runs where the query
+    /// does, perhaps beside the user interface's thread: it leaves the models alone.
+    void query(Query query, Word what, const std::function<void(Recordset)>& use);
     /// Opens a connection. Throws DatabaseError.
     std::shared_ptr<DatabaseConnection> openDatabase(const std::string& connectionString);
     /// Whether users are told that they wait, and that the server is silent.

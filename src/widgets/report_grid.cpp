@@ -39,6 +39,7 @@ void ReportGrid::deleteRecords() {
     selected_.clear();
     forgetOrder();
     populate();
+    filling_ = true;
 }
 
 void ReportGrid::deleteColumns() {

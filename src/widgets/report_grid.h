@@ -11,6 +11,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kova {
@@ -95,6 +96,10 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     void addRecord() { table_.addRecord(); }
     /// The next item of a record, which must exist. Cheapest for the last record.
     void addItem(std::size_t record, std::string_view text) { table_.addItem(record, text); }
+    /// The records and their memory, to be filled where the list's drawing cannot see it; none are left until
+    /// they are given back.
+    [[nodiscard]] TextTable takeRecords() { return std::exchange(table_, TextTable()); }
+    void giveRecords(TextTable records) { table_ = std::move(records); }
     /// Builds the rows shown from the records.
     void populate();
     /// The filling failed: shows what came until then, without sums, until the records are deleted.
@@ -124,6 +129,8 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     /// out not; as of the last `populate`.
     [[nodiscard]] const std::vector<std::int32_t>& order() const { return order_; }
     [[nodiscard]] bool brokenOff() const { return brokenOff_; }
+    /// Whether its records were deleted and others have yet to come: nobody knows whether it is empty.
+    [[nodiscard]] bool filling() const { return filling_; }
     /// Another number after each `deleteRecords`: a record is the same one only under the same number.
     [[nodiscard]] std::uint32_t load() const { return load_; }
     /// Bytes held by texts, records and rows.
@@ -223,7 +230,7 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     std::vector<Column> columns_;
     TextTable table_;
     std::uint32_t load_ = 0;
-    bool brokenOff_ = false;
+    bool brokenOff_ = false, filling_ = false;
     std::size_t populated_ = 0; ///< records
     std::optional<std::size_t> newest_;
     std::vector<std::int32_t> order_;

@@ -87,6 +87,7 @@ void sortByKey(Records& records, std::size_t keys, Key key) {
 } // namespace
 
 void ReportGrid::populate() {
+    filling_ = false;
     populated_ = recordCount();
     folded_.clear();
     foldedEnds_.clear();

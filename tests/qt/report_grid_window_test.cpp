@@ -18,8 +18,13 @@
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
+
+#include <semaphore>
+#include <set>
+#include <thread>
 
 namespace kova {
 namespace {
@@ -280,6 +285,73 @@ TEST_F(ReportGridWindow, ShowsSumsOrSaysThatTheyWouldNotBeWhole) {
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&list)->text(QAccessible::Description), warning);
     EXPECT_FALSE(shows("Σ"));
     EXPECT_EQ(till.takeLog().size(), 1U);
+}
+
+/// A day of three movements, of which the last can be read when `hold` returns.
+class HeldDay final : public DatabaseConnection, private Snapshot {
+  public:
+    explicit HeldDay(std::function<void()> hold) : hold_(std::move(hold)) {
+        addColumn("Tipo");
+        for (const char* kind : {"A", "B", "C"}) {
+            add(std::string_view(kind));
+            endRow();
+        }
+    }
+    Recordset query(const Query&) override { return Recordset({std::shared_ptr<void>(), this}); }
+    [[nodiscard]] bool onAnyThread() const override { return true; }
+
+  private:
+    [[nodiscard]] Value at(std::size_t row, std::size_t column) const override {
+        if (row == 2)
+            hold_();
+        return Snapshot::at(row, column);
+    }
+    std::function<void()> hold_;
+};
+
+/// Calls back while the sign of a wait is painted.
+class SignWatch final : public QObject {
+  public:
+    explicit SignWatch(std::function<void()> seen) : seen_(std::move(seen)) {
+        qApp->installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint && watched->objectName() == "waiting")
+            seen_();
+        return false;
+    }
+
+  private:
+    std::function<void()> seen_;
+};
+
+TEST_F(ReportGridWindow, IsFilledBesideASignThatShowsNothingOfIt) {
+    std::binary_semaphore shown{0};
+    bool handled = false;
+    std::set<QString> words;
+    const SignWatch watch([&] {
+        EXPECT_FALSE(handled) << "an event was handled";
+        for (const auto& text : TextPaper(list).texts)
+            words.insert(text.words);
+        shown.release();
+    });
+    bool inTime = false;
+    std::thread::id filling;
+    till.process.SharedConnection = std::make_shared<HeldDay>([&] {
+        filling = std::this_thread::get_id();
+        inTime = till.process.waitingSign && shown.try_acquire_for(std::chrono::seconds(10));
+    });
+    QTimer::singleShot(0, &list, [&] { handled = true; });
+    auto& load = till.control<PushButton>("cmdCaricaMovimenti");
+    load.press();
+    EXPECT_TRUE(inTime);
+    EXPECT_EQ(this->shown(), "012");
+    EXPECT_EQ(words, std::set{QString::fromStdString(grid.groupHint())}) << "nor that there is nothing";
+    till.loop.settle();
+    EXPECT_TRUE(handled);
+    till.process.waitingSign = false;
+    load.press();
+    EXPECT_EQ(filling, std::this_thread::get_id());
 }
 
 } // namespace

@@ -22,6 +22,9 @@ class AttendedInterface final : public UserInterface {
     void runModal(Window& window) override { modalLoop(window); }
     /// Shows the box and presses the button of the answer.
     MessageAnswer messageBox(const PlatformMessage& message) override;
+    void await(const Awaited& awaited, const std::function<void()>& work) override {
+        drawing_.await(awaited, work);
+    }
     void setLanguage(std::int32_t id) override { drawing_.setLanguage(id); }
 
     std::function<void(Window&)> modalLoop;

@@ -188,7 +188,7 @@ void ReportGridPainter::paintRows(std::size_t firstRow) {
     const auto& rows = grid_.rows();
     const QRectF& area = layout_.list;
     painter_.setClipRect(area);
-    if (rows.empty()) {
+    if (rows.empty() && !grid_.filling()) {
         painter_.setPen(palette::PaleInk);
         const std::string words = grid_.brokenOff()          ? grid_.brokenOffText()
                                   : grid_.searched().empty() ? grid_.emptyText()
