@@ -77,8 +77,7 @@ std::optional<std::size_t> ReportGrid::findColumn(std::string_view caption) cons
 std::size_t ReportGrid::memoryUse() const {
     return table_.memoryUse() + order_.capacity() * sizeof(std::int32_t) + rows_.capacity() * sizeof(Row) +
            groups_.capacity() * sizeof(Group) + amounts_.capacity() * sizeof(double) +
-           selected_.capacity() / CHAR_BIT + folded_.capacity() +
-           foldedEnds_.capacity() * sizeof(std::size_t);
+           currencies_.capacity() * sizeof(std::uint32_t) + selected_.capacity() / CHAR_BIT;
 }
 
 Gesture ReportGrid::touchHeader(std::size_t column) {
@@ -148,9 +147,12 @@ Gesture ReportGrid::touchRow(std::size_t row, Extent extent) {
     if (reached != Gesture::Done || row >= rows_.size())
         return reached;
     if (rows_[row].group != Row::None) {
-        const GroupPath path = pathOf(rows_[row].group);
-        if (!collapsed_.insert(path).second)
-            collapsed_.erase(path);
+        Group& group = groups_[static_cast<std::size_t>(rows_[row].group)];
+        group.collapsed = !group.collapsed;
+        if (group.collapsed)
+            collapsed_.insert(pathOf(rows_[row].group));
+        else
+            collapsed_.erase(pathOf(rows_[row].group));
         buildRows();
     } else {
         selected_.resize(recordCount());
@@ -215,11 +217,11 @@ void TextTable::addItem(std::size_t record, std::string_view text) {
     ++range.count;
 }
 
-std::string_view TextTable::item(std::size_t record, std::size_t column) const {
+TextArena::Place TextTable::place(std::size_t record, std::size_t column) const {
     if (record >= records_.size())
         throw std::out_of_range("no such record");
     const Range& range = records_[record];
-    return column < range.count ? texts_.at(items_[range.first + column]) : std::string_view();
+    return column < range.count ? items_[range.first + column] : TextArena::Place::Empty;
 }
 
 std::size_t TextTable::memoryUse() const {

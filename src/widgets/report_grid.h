@@ -26,7 +26,12 @@ class TextTable {
 
     [[nodiscard]] std::size_t recordCount() const { return records_.size(); }
     /// Empty for an item that was not added. The view is valid until the records are cleared.
-    [[nodiscard]] std::string_view item(std::size_t record, std::size_t column) const;
+    [[nodiscard]] std::string_view item(std::size_t record, std::size_t column) const {
+        return texts_.at(place(record, column));
+    }
+    /// Where its text is. Texts of one place are the same; the same text may have several.
+    [[nodiscard]] TextArena::Place place(std::size_t record, std::size_t column) const;
+    [[nodiscard]] std::string_view text(TextArena::Place place) const { return texts_.at(place); }
     /// Bytes held.
     [[nodiscard]] std::size_t memoryUse() const;
 
@@ -37,6 +42,13 @@ class TextTable {
     TextArena texts_;
     PagedVector<TextArena::Place> items_; ///< those of one record in a row
     PagedVector<Range> records_;
+};
+
+/// The texts of a column without their repetitions, in order of first appearance, and which each record has.
+struct DistinctTexts {
+    DistinctTexts(const TextTable& table, std::size_t column);
+    std::vector<std::string_view> texts;
+    std::vector<std::uint32_t> ofRecord;
 };
 
 /// A read-only list of texts with column headers, which a touch sorts by, a group-by area and a search.
@@ -68,6 +80,7 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
         std::string value;
         std::int32_t count;
         std::vector<Sum> sums; ///< by first appearance; none when the list has nothing to add up
+        std::size_t first;     ///< of its records in `order`
         bool collapsed = false;
     };
     enum class Direction { AsLoaded, Ascending, Descending };
@@ -203,6 +216,7 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     void setRowPoints(double points) { assign(rowFont_, Font{rowFont_.face, points, false}, Property::Text); }
 
   private:
+    static constexpr std::uint32_t NoAmount = UINT32_MAX;
     /// The values of a group and of those around it.
     using GroupPath = std::vector<std::string>;
 
@@ -210,18 +224,20 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     void putInOrder();
     void arrange(); ///< the same, and tells it
     void sortRecords(std::size_t column, bool descending);
-    void groupRecords(std::size_t column);
+    /// Gives the number of each record's value.
+    std::vector<std::uint32_t> groupRecords(std::size_t column);
     [[nodiscard]] GroupPath pathOf(std::int32_t group) const;
-    void addRows(std::size_t first, std::size_t end, std::size_t level, std::int32_t parent);
+    void addGroups(const std::vector<std::vector<std::uint32_t>>& values, std::size_t first, std::size_t end,
+                   std::size_t level, std::int32_t parent);
     void buildRows();
     // report_grid_search.cpp
-    void foldTexts();
-    [[nodiscard]] std::vector<std::int32_t> foundRecords();
+    [[nodiscard]] std::vector<std::int32_t> foundRecords() const;
     // report_grid_sums.cpp
     void readAmounts();
     void countDecimals();
     [[nodiscard]] std::optional<double> amountOf(std::size_t record) const;
-    [[nodiscard]] std::string_view currencyOf(std::size_t record) const;
+    [[nodiscard]] std::optional<std::size_t> currencyColumn() const;
+    [[nodiscard]] std::string shownAmount(std::string_view cell, std::string_view currency) const;
     [[nodiscard]] std::vector<Sum> sumsOf(std::size_t first, std::size_t end) const;
 
     [[nodiscard]] std::optional<std::size_t> findColumn(std::string_view caption) const;
@@ -241,12 +257,12 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     std::vector<std::size_t> groupColumns_;
     std::set<GroupPath> collapsed_;
     std::string searched_;
-    std::string folded_; ///< all cells, each followed by a line break; made by the first search
-    std::vector<std::size_t> foldedEnds_; ///< of each record in it
-    std::vector<bool> selected_;          ///< by record
-    std::size_t anchor_ = 0;              ///< the row where the selection was begun
+    std::vector<bool> selected_; ///< by record
+    std::size_t anchor_ = 0;     ///< the row where the selection was begun
     std::string amountCaption_, currencyCaption_;
     std::vector<double> amounts_; ///< of each record in ten-thousandths; none when the list has no sums
+    std::vector<std::uint32_t> currencies_; ///< of each amount, or NoAmount
+    std::vector<std::string_view> currencyTexts_;
     std::vector<Sum> totals_;
     std::size_t decimals_ = 0;
     Conventions conventions_;

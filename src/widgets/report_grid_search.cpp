@@ -3,6 +3,7 @@
 #include "widgets/report_grid.h"
 
 #include <algorithm>
+#include <array>
 
 namespace kova {
 
@@ -16,33 +17,59 @@ Gesture ReportGrid::search(std::string_view text) {
     return reached;
 }
 
-/// An amount can be found as it is held and as it is shown.
-void ReportGrid::foldTexts() {
-    const auto amounts = amountColumn();
-    foldedEnds_.reserve(populated_);
-    for (std::size_t record = 0; record < populated_; ++record) {
-        for (std::size_t column = 0; column < columns_.size(); ++column) {
-            appendFolded(folded_, item(record, column));
-            folded_ += '\n';
-            if (column == amounts) {
-                appendFolded(folded_, shown(record, column));
-                folded_ += '\n';
-            }
-        }
-        foldedEnds_.push_back(folded_.size());
+namespace {
+
+/// Which texts of a table have another one in them. Most are of few places, and looked at once.
+class TextSearch {
+  public:
+    TextSearch(const TextTable& table, const std::string& folded) : table_(table), wanted_(folded) {
+        recent_.fill({TextArena::Place::Empty, false});
     }
+    bool isIn(TextArena::Place place) {
+        auto& known = recent_[static_cast<std::uint32_t>(place) % recent_.size()];
+        if (known.first != place)
+            known = {place, isIn(table_.text(place))};
+        return known.second;
+    }
+    bool isIn(std::string_view text) {
+        folded_.clear();
+        appendFolded(folded_, text);
+        return folded_.find(wanted_) != std::string::npos;
+    }
+
+  private:
+    const TextTable& table_;
+    const std::string& wanted_;
+    std::string folded_;
+    std::array<std::pair<TextArena::Place, bool>, 4096> recent_;
+};
+
+/// No amount has another letter than that of its exponent.
+bool mayBeInAmount(std::string_view folded) {
+    return std::ranges::none_of(folded, [](char c) { return c >= 'a' && c <= 'z' && c != 'e'; });
 }
 
-std::vector<std::int32_t> ReportGrid::foundRecords() {
-    if (foldedEnds_.size() != populated_)
-        foldTexts();
+} // namespace
+
+/// An amount can be found as it is held and as it is shown.
+std::vector<std::int32_t> ReportGrid::foundRecords() const {
+    TextSearch search(table_, searched_);
+    const auto amounts = mayBeInAmount(searched_) ? amountColumn() : std::nullopt;
+    const auto currencies = currencyColumn();
+    const auto shown = [&](std::size_t record) {
+        return shownAmount(item(record, *amounts),
+                           currencies ? item(record, *currencies) : std::string_view());
+    };
+    const auto isFound = [&](std::size_t record) {
+        for (std::size_t column = 0; column < columns_.size(); ++column)
+            if (search.isIn(table_.place(record, column)))
+                return true;
+        return amounts && search.isIn(shown(record));
+    };
     std::vector<std::int32_t> found;
-    auto end = foldedEnds_.begin();
-    for (std::size_t at = folded_.find(searched_); at != std::string::npos;
-         at = folded_.find(searched_, *end)) {
-        end = std::upper_bound(end, foldedEnds_.end(), at);
-        found.push_back(static_cast<std::int32_t>(end - foldedEnds_.begin()));
-    }
+    for (std::size_t record = 0; record < populated_; ++record)
+        if (isFound(record))
+            found.push_back(static_cast<std::int32_t>(record));
     return found;
 }
 

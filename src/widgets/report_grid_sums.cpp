@@ -19,12 +19,18 @@ std::optional<std::size_t> ReportGrid::amountColumn() const {
     return amountCaption_.empty() ? std::nullopt : findColumn(amountCaption_);
 }
 
+std::optional<std::size_t> ReportGrid::currencyColumn() const {
+    return currencyCaption_.empty() ? std::nullopt : findColumn(currencyCaption_);
+}
+
 /// Leaves no amounts when there is nothing to add up, or a cell with which a sum would be wrong.
 void ReportGrid::readAmounts() {
     amounts_.clear();
     const auto column = amountColumn();
-    if (brokenOff_ || !column || !findColumn(currencyCaption_) || !conventions_.number)
+    const auto currency = currencyColumn();
+    if (brokenOff_ || !column || !currency || !conventions_.number)
         return;
+    DistinctTexts currencies(table_, *currency);
     amounts_.reserve(recordCount());
     for (std::size_t record = 0; record < recordCount(); ++record) {
         const std::string_view text = item(record, *column);
@@ -33,8 +39,12 @@ void ReportGrid::readAmounts() {
             amounts_.clear();
             return;
         }
+        if (text.empty())
+            currencies.ofRecord[record] = NoAmount;
         amounts_.push_back(std::round(*amount * MoneyUnits));
     }
+    currencies_ = std::move(currencies.ofRecord);
+    currencyTexts_ = std::move(currencies.texts);
 }
 
 void ReportGrid::countDecimals() {
@@ -53,11 +63,6 @@ void ReportGrid::countDecimals() {
     }
 }
 
-std::string_view ReportGrid::currencyOf(std::size_t record) const {
-    const auto column = currencyCaption_.empty() ? std::nullopt : findColumn(currencyCaption_);
-    return column ? item(record, *column) : std::string_view();
-}
-
 std::optional<double> ReportGrid::amountOf(std::size_t record) const {
     const auto column = amountColumn();
     if (!column || !conventions_.number || item(record, *column).empty())
@@ -66,27 +71,35 @@ std::optional<double> ReportGrid::amountOf(std::size_t record) const {
 }
 
 std::string ReportGrid::shown(std::size_t record, std::size_t column) const {
-    if (column == amountColumn() && conventions_.amount)
-        if (const auto amount = amountOf(record))
-            return conventions_.amount(*amount, currencyOf(record));
-    return std::string(item(record, column));
+    if (column != amountColumn())
+        return std::string(item(record, column));
+    const auto currency = currencyColumn();
+    return shownAmount(item(record, column), currency ? item(record, *currency) : std::string_view());
+}
+
+std::string ReportGrid::shownAmount(std::string_view cell, std::string_view currency) const {
+    const auto amount = cell.empty() || !conventions_.number ? std::nullopt : conventions_.number(cell);
+    return amount && conventions_.amount ? conventions_.amount(*amount, currency) : std::string(cell);
 }
 
 std::vector<ReportGrid::Sum> ReportGrid::sumsOf(std::size_t first, std::size_t end) const {
     std::vector<Sum> sums;
     if (amounts_.empty())
         return sums;
-    const std::size_t currencyColumn = *findColumn(currencyCaption_);
-    const std::size_t amounts = *amountColumn();
+    std::uint32_t last = NoAmount; // currency, and which sum is its
+    std::size_t ofLast = 0;
     for (std::size_t at = first; at < end; ++at) {
         const auto record = static_cast<std::size_t>(order_[at]);
-        if (item(record, amounts).empty())
+        const std::uint32_t currency = currencies_[record];
+        if (currency == NoAmount)
             continue;
-        const auto currency = item(record, currencyColumn);
-        auto sum = std::ranges::find(sums, currency, &Sum::currency);
-        if (sum == sums.end())
-            sum = sums.insert(sum, {std::string(currency), 0});
-        sum->amount += amounts_[record];
+        if (std::exchange(last, currency) != currency) {
+            const auto sum = std::ranges::find(sums, currencyTexts_[currency], &Sum::currency);
+            ofLast = static_cast<std::size_t>(sum - sums.begin());
+            if (sum == sums.end())
+                sums.push_back({std::string(currencyTexts_[currency]), 0});
+        }
+        sums[ofLast].amount += amounts_[record];
     }
     for (Sum& sum : sums)
         sum.amount /= MoneyUnits;
