@@ -77,6 +77,13 @@ Value Snapshot::at(std::size_t row, std::size_t column) const {
     return Null{};
 }
 
+void Snapshot::endRow() {
+    if (rowCount_ == MostRows)
+        throw DatabaseError(DatabaseError::Unspecified,
+                            "The result has more than " + std::to_string(MostRows) + " rows", "HY000");
+    ++rowCount_;
+}
+
 void Snapshot::add(std::int64_t bits, Kind kind, std::uint8_t scale) {
     bits_.push_back(bits);
     meanings_.push_back(static_cast<Meaning>(static_cast<unsigned>(kind) | unsigned{scale} << ScaleShift));

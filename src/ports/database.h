@@ -65,7 +65,9 @@ class Snapshot {
     // The filling side, for adapters: all columns first, then cell by cell, row by row.
     void addColumn(std::string name) { columnNames_.push_back(std::move(name)); }
     void add(const Value& value);
-    void endRow() { ++rowCount_; }
+    /// Throws DatabaseError beyond the most rows.
+    void endRow();
+    static constexpr std::size_t MostRows = 100'000'000; ///< whatever counts rows or cells does so in 32 bits
 
   private:
     enum class Kind : std::uint8_t { Nothing, Boolean, Integer, Real, Exact, Text, Time, LongExact };

@@ -74,6 +74,9 @@ TEST(Recordset, KeepsTextsOfEveryLength) {
     }
     for (std::size_t row = 0; row < texts.size(); ++row)
         EXPECT_EQ(snapshot->at(row, 0), Value(std::string_view(texts[row]))) << texts[row].size();
+    std::size_t rows = texts.size();
+    EXPECT_THROW(for (;; ++rows) snapshot->endRow(), DatabaseError);
+    EXPECT_EQ(rows, Snapshot::MostRows);
 }
 
 TEST(TextTable, UsesItsMemoryAgain) {

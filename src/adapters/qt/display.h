@@ -67,6 +67,9 @@ std::thread quietThread(const std::function<void()>& work);
 /// The system must not take this thread for dead: it handles no messages for a while, on purpose.
 void stayAlive();
 
+/// Freed memory between pieces in use goes back to the system, where it would stay this process's.
+void giveBackMemory();
+
 /// A font family to draw with when none that the design knows is installed.
 QString standInFamily();
 

@@ -12,6 +12,9 @@
 #include <QWindow>
 
 #include <dlfcn.h>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 #include <algorithm>
 #include <csignal>
@@ -167,6 +170,12 @@ std::thread quietThread(const std::function<void()>& work) {
     const std::shared_ptr<void> restored(nullptr,
                                          [&](void*) { pthread_sigmask(SIG_SETMASK, &before, nullptr); });
     return std::thread(work);
+}
+
+void giveBackMemory() {
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
 }
 
 void stayAlive() {} // window managers ask only when a window is to be closed

@@ -198,6 +198,8 @@ std::thread quietThread(const std::function<void()>& work) {
 
 // The system paints over a window whose thread has not looked for messages for five seconds. Looking removes
 // none and delivers none.
+void giveBackMemory() {} // what is free goes back by itself
+
 void stayAlive() {
     MSG message;
     PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYFIRST, PM_NOREMOVE | PM_QS_INPUT);

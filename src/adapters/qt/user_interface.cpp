@@ -119,6 +119,7 @@ void QtUserInterface::await(const Awaited& awaited, const std::function<void()>&
             sign->step(textNow());
             stayAlive();
         }
+        giveBackMemory(); // rows as they were read, of which a list may have been made
     }
     watched->rethrow();
 }
