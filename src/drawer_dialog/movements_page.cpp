@@ -22,6 +22,7 @@ void prepareList(ProcessState& process, ReportGrid& grid) {
                          },
                          regional.decimalSeparator});
     grid.setSummedColumns("importo", "valuta");
+    grid.setWriting([&process](const auto& work) { process.work(Word::SavingList, work); });
 }
 
 } // namespace

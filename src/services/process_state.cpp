@@ -63,12 +63,23 @@ bool ProcessState::tellsOfWaiting() const {
     return waitingSign && machineSwitch(platform.settingsStore, "Waiting").value_or(true);
 }
 
+void ProcessState::await(const Awaited& awaited, const std::function<void()>& work) {
+    if (tellsOfWaiting())
+        platform.userInterface.await(awaited, work);
+    else
+        work();
+}
+
+void ProcessState::work(Word what, const std::function<void()>& work) {
+    const auto text = [what, language = CurrentLanguageId](std::chrono::seconds gone) {
+        return waitingText(language, what, gone, {}, 0);
+    };
+    await({text, true}, work);
+}
+
 void ProcessState::askServer(const Awaited& awaited, const std::function<void()>& work) {
     try {
-        if (tellsOfWaiting())
-            platform.userInterface.await(awaited, work);
-        else
-            work();
+        await(awaited, work);
         if (std::exchange(serverSilent, false))
             serverSilenceChanged();
     } catch (const DatabaseError& error) {

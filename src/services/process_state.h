@@ -89,6 +89,9 @@ class ProcessState {
     void query(Query query, Word what, const std::function<void(Recordset)>& use);
     /// Opens a connection. Throws DatabaseError.
     std::shared_ptr<DatabaseConnection> openDatabase(const std::string& connectionString);
+    /// Does what has nothing to do with the server and leaves the models alone, beside the user interface's
+    /// thread; `what` is done tells a user who has to wait.
+    void work(Word what, const std::function<void()>& work);
     /// Whether users are told that they wait, and that the server is silent.
     [[nodiscard]] bool tellsOfWaiting() const;
     bool serverSilent = false; ///< the last time that the server was asked, no answer came
@@ -98,6 +101,7 @@ class ProcessState {
     void logError(std::string_view label, const std::string& message);
 
   private:
+    void await(const Awaited& awaited, const std::function<void()>& work);
     void askServer(const Awaited& awaited, const std::function<void()>& work);
     [[nodiscard]] static std::string waitingText(std::int32_t language, Word what, std::chrono::seconds gone,
                                                  std::chrono::seconds limit, std::size_t rows);

@@ -94,6 +94,7 @@ constexpr Translations Dictionary[] = {
     {Word::ReadingMovements, "Lettura dei movimenti", "Bewegungen werden gelesen", "Reading the movements"},
     {Word::ReadingFloat, "Lettura del fondo cassa precedente", "Vorheriger Kassenbestand wird gelesen",
      "Reading the previous cash float"},
+    {Word::SavingList, "Salvataggio dell'elenco", "Liste wird gespeichert", "Saving the list"},
     {Word::Connecting, "Connessione al server", "Verbindung zum Server", "Connecting to the server"},
     {Word::OfLimit, "di", "von", "of"},
     {Word::ServerSilent, "Il server non risponde. Nessun movimento è stato perso.",

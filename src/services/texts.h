@@ -127,6 +127,7 @@ enum class Word {
     ReadingActivity,
     ReadingMovements,
     ReadingFloat,
+    SavingList,
     Connecting,
     OfLimit, ///< between the seconds gone and those that there are
     ServerSilent,

@@ -14,8 +14,9 @@ constexpr int NarrowestColumn = 5; // characters
 constexpr std::string_view LineEnd = "\r\n";
 
 void appendQuoted(std::string& text, std::string_view item, std::string_view separator) {
-    const bool quoted = item.find_first_of("\"\r\n") != std::string_view::npos ||
-                        item.find(separator) != std::string_view::npos;
+    const bool quoted = std::ranges::any_of(item, [&](char c) {
+        return c == '"' || c == '\r' || c == '\n' || (!separator.empty() && c == separator.front());
+    });
     if (!quoted) {
         text += item;
         return;
@@ -213,6 +214,8 @@ void TextTable::addItem(std::size_t record, std::string_view text) {
             items_.push_back(items_[range.first + i]);
         range.first = moved;
     }
+    if (items_.size() == UINT32_MAX)
+        throw std::length_error("too many cells");
     items_.push_back(texts_.keep(text));
     ++range.count;
 }

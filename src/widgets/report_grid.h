@@ -21,7 +21,8 @@ class TextTable {
   public:
     void clear();
     void addRecord();
-    /// The next item of a record, which must exist. Cheapest for the last record.
+    /// The next item of a record, which must exist. Cheapest for the last record. Throws std::length_error
+    /// beyond 2^32 - 1 items, or 4 GiB of texts.
     void addItem(std::size_t record, std::string_view text);
 
     [[nodiscard]] std::size_t recordCount() const { return records_.size(); }
@@ -94,6 +95,8 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
         std::function<std::string(double, std::string_view currency)> amount;
         std::string decimalMark = {}; ///< that it writes
     };
+    /// Does what leaves the list alone and may take long.
+    using LongWork = std::function<void(const std::function<void()>&)>;
     /// What a context menu offers, in the user's language.
     struct MenuTexts {
         std::string copy, selectAll, save;
@@ -205,6 +208,9 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     /// Of a file that it is saved in, without a folder.
     [[nodiscard]] const std::string& fileName() const { return fileName_; }
     void setFileName(std::string name) { fileName_ = std::move(name); }
+    /// How it is written into a file; at once, where nobody says.
+    void setWriting(LongWork writing) { writing_ = std::move(writing); }
+    [[nodiscard]] const LongWork& writing() const { return writing_; }
     /// Says whether it was saved; a list may have none. It must outlive the list.
     [[nodiscard]] PageNotice* notice() const { return notice_; }
     void setNotice(PageNotice& notice) { notice_ = &notice; }
@@ -269,6 +275,7 @@ class ReportGrid : public ControlOfKind<ReportGrid> {
     MenuTexts menuTexts_;
     bool stale_ = false;
     std::string fileName_;
+    LongWork writing_ = [](const std::function<void()>& work) { work(); };
     PageNotice* notice_ = nullptr;
     std::string emptyText_, brokenOffText_, groupHint_, sortPrefix_;
     Font headerFont_;

@@ -54,7 +54,7 @@ void ReportGridView::copySelection() {
 void ReportGridView::saveList() {
     if (model() != nullptr)
         askAndSave(*this, QString::fromStdString(model()->fileName()),
-                   commaSeparated(*model(), frame().regional().listSeparator),
+                   commaSeparated(*model(), frame().regional().listSeparator), model()->writing(),
                    [this](const QString& file, const QString& failure) { showSaved(file, failure); });
 }
 

@@ -10,12 +10,15 @@ namespace kova {
 namespace {
 
 /// Why the file could not be written; empty when it is.
-QString write(const QString& name, const std::string& text) {
-    QSaveFile file(name);
-    const auto size = static_cast<qint64>(text.size());
-    if (file.open(QIODevice::WriteOnly) && file.write(text.data(), size) == size && file.commit())
-        return {};
-    return file.errorString();
+QString write(const QString& name, const std::string& text, const Writing& writing) {
+    QString failure;
+    writing([&] {
+        QSaveFile file(name);
+        const auto size = static_cast<qint64>(text.size());
+        if (!file.open(QIODevice::WriteOnly) || file.write(text.data(), size) != size || !file.commit())
+            failure = file.errorString();
+    });
+    return failure;
 }
 
 /// The file in the folder, with a number where there is one of that name.
@@ -32,21 +35,24 @@ QString unusedName(const QString& folder, const QString& name) {
 
 } // namespace
 
-void askAndSave(QWidget& parent, const QString& suggestedName, std::string text, Saved done) {
+void askAndSave(QWidget& parent, const QString& suggestedName, std::string text, Writing writing,
+                Saved done) {
     const auto* const frame = dynamic_cast<WindowFrame*>(parent.window());
     if (frame == nullptr || frame->model() == nullptr)
         return;
     if (const auto folder = QString::fromStdString(frame->model()->saveFolder()); !folder.isEmpty()) {
         const QString file = unusedName(folder, suggestedName);
-        done(file, write(file, text));
+        done(file, write(file, text, writing));
         return;
     }
     auto* const window =
         new SaveWindow(&parent, suggestedName, frame->words(),
                        look::windowStyle(look::toQt(frame->model()->backColor()), frame->scale()));
     window->setAttribute(Qt::WA_DeleteOnClose);
-    window->chosen = [text = std::move(text), done = std::move(done)](const QString& file) {
-        done(file, write(file, text));
+    window->chosen = [&parent, text = std::move(text), writing = std::move(writing),
+                      done = std::move(done)](const QString& file) {
+        parent.window()->repaint(); // where the window was
+        done(file, write(file, text, writing));
     };
     window->open();
 }

@@ -161,9 +161,9 @@ void SaveWindow::accept() {
         QTimer::singleShot(QuestionRest, this, [this] { confirm_->setEnabled(true); });
         return;
     }
+    QDialog::accept(); // out of the way of what is said while it is written
     if (chosen)
         chosen(file());
-    QDialog::accept();
 }
 
 } // namespace kova
