@@ -1,3 +1,4 @@
+#include "adapters/qt/report_grid_view.h"
 #include "adapters/qt/user_interface.h"
 #include "adapters/qt/window_frame.h"
 #include "many_movements.h"
@@ -6,12 +7,18 @@
 
 #include <QHeaderView>
 #include <QImage>
+#include <QLineEdit>
+#include <QScrollBar>
 #include <QSortFilterProxyModel>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QSqlQueryModel>
 #include <QTableView>
 #include <QTableWidget>
+#include <QTest>
+
+#include <ctime>
+#include <fstream>
 
 namespace kova::bench {
 namespace {
@@ -150,7 +157,141 @@ void firstPaint(benchmark::State& state) {
 }
 BENCHMARK(firstPaint)->UseManualTime()->Unit(benchmark::kMillisecond)->Arg(100)->Arg(Rows)->Iterations(40);
 
+/// Bytes of this process by their name in the system's account of it.
+double processBytes(const char* name) {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        double kilobytes = 0;
+        if (word == name && status >> kilobytes)
+            return kilobytes * 1024;
+    }
+    throw std::runtime_error("no such account");
+}
+
+// What a list takes from the system: at most, while its rows are read and its texts made; at rest, with the
+// window open; and after that has closed.
+void memory(benchmark::State& state) {
+    QtDay day(state.range(0));
+    day.loop.settle();
+    for (auto _ : state) {
+        std::ofstream("/proc/self/clear_refs") << "5"; // the peak begins anew
+        const double before = processBytes("VmRSS:");
+        const auto perRow = [&](const char* name) {
+            return (processBytes(name) - before) / static_cast<double>(state.range(0));
+        };
+        day.tab.load();
+        day.loop.settle();
+        state.counters["peak_B_row"] = perRow("VmHWM:");
+        state.counters["rest_B_row"] = perRow("VmRSS:");
+        day.shop.component().DiscardForm();
+        day.loop.settle();
+        state.counters["left_B_row"] = perRow("VmRSS:");
+    }
+}
+BENCHMARK(memory)->Arg(100'000)->Arg(1'000'000)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+/// A cashier's touches and keys on the list.
+class Cashier {
+  public:
+    explicit Cashier(QtDay& day)
+        : day_(day),
+          list_(dynamic_cast<ReportGridView&>(
+              day.userInterface.view(*dialogOf(day.shop.component())->window()->find("grd_mov_giornata"))
+                  ->widget())),
+          bar_(*list_.findChild<QScrollBar*>()),
+          field_(*list_.parentWidget()->findChild<QLineEdit*>("grd_mov_giornata_search")) {
+        list_.setFocus();
+        see();
+    }
+    /// A header, or a row counted from the first in sight.
+    void touch(int row, int column) {
+        const QPointF at = list_.cell(row < 0 ? row : bar_.value() + row, column).center();
+        QTest::mouseClick(&list_, Qt::LeftButton, {}, at.toPoint());
+    }
+    void key(Qt::Key key, Qt::KeyboardModifiers with = {}) { QTest::keyClick(&list_, key, with); }
+    void scrollTo(int row) { bar_.setValue(row); }
+    void group(int column) { list_.switchGroup(column); }
+    void search(const char* text) { field_.setText(text); }
+    /// Handles what waits, painting among it.
+    void see() { day_.loop.settle(); }
+
+  private:
+    QtDay& day_;
+    ReportGridView& list_;
+    QScrollBar& bar_;
+    QLineEdit& field_;
+};
+
+using Act = std::function<void(Cashier&)>;
+struct Gesture {
+    std::string name;
+    Act act, before, after; ///< what is timed, and what goes before it and takes it back
+};
+
+std::vector<Gesture> gestures() {
+    const Act nothing = [](Cashier&) {};
+    const Act toTop = [](Cashier& it) { it.scrollTo(0); };
+    const Act selectAll = [](Cashier& it) { it.key(Qt::Key_A, Qt::ControlModifier); };
+    const Act showAll = [](Cashier& it) { it.search(""); };
+    const auto search = [](const char* text) { return [text](Cashier& it) { it.search(text); }; };
+    std::vector<Gesture> all{
+        {"page up", [](Cashier& it) { it.key(Qt::Key_PageUp); }, nothing, nothing},
+        {"to the middle", [](Cashier& it) { it.scrollTo(500'000); }, toTop, nothing},
+        {"to the end", [](Cashier& it) { it.key(Qt::Key_End); }, toTop, nothing},
+        {"select", [](Cashier& it) { it.touch(3, 2); }, nothing, nothing},
+        {"select all", selectAll, nothing, nothing},
+        {"copy all", [](Cashier& it) { it.key(Qt::Key_C, Qt::ControlModifier); }, selectAll, nothing},
+        {"search n", search("n"), nothing, showAll},
+        {"search 9", search("9"), nothing, showAll},
+        {"search 1.77", search("1.77"), nothing, showAll},
+        {"search 77 after 7", search("77"), search("7"), showAll},
+        {"search in vain", search("qqq"), nothing, showAll},
+        {"show all again", showAll, search("n"), nothing},
+    };
+    for (int column = 0; column < 7; ++column) {
+        const std::string name = std::to_string(column);
+        const Act sort = [=](Cashier& it) { it.touch(-1, column); };
+        const Act group = [=](Cashier& it) { it.group(column); };
+        all.push_back({"sort by " + name, sort, nothing, [=](Cashier& it) { sort(it), sort(it); }});
+        all.push_back({"sort down by " + name, sort, sort, sort});
+        all.push_back({"as loaded after " + name, sort, [=](Cashier& it) { sort(it), sort(it); }, nothing});
+        all.push_back({"group by " + name, group, nothing, group});
+        all.push_back({"collapse, grouped by " + name, [](Cashier& it) { it.touch(0, 0); }, group, group});
+        all.push_back({"ungroup after " + name, group, group, nothing});
+    }
+    return all;
+}
+
+// From a touch or a key to the pixels, in a list of a million movements; `cpu_ms` is the processor's time.
+void touchMillion(benchmark::State& state, const Gesture& gesture) {
+    QtDay day(1'000'000);
+    day.tab.load();
+    Cashier cashier(day);
+    double cpu = 0;
+    for (auto _ : state) {
+        gesture.before(cashier);
+        cashier.see();
+        const auto cpuStart = std::clock();
+        const auto start = Clock::now();
+        gesture.act(cashier);
+        cashier.see();
+        state.SetIterationTime(seconds(Clock::now() - start));
+        cpu += static_cast<double>(std::clock() - cpuStart) / CLOCKS_PER_SEC;
+        gesture.after(cashier);
+    }
+    state.counters["cpu_ms"] = benchmark::Counter(cpu * 1e3, benchmark::Counter::kAvgIterations);
+}
+
 } // namespace
 } // namespace kova::bench
 
-BENCHMARK_MAIN();
+int main(int count, char** arguments) {
+    for (const auto& gesture : kova::bench::gestures())
+        benchmark::RegisterBenchmark(("touchMillion/" + gesture.name).c_str(), kova::bench::touchMillion,
+                                     gesture)
+            ->UseManualTime()
+            ->Unit(benchmark::kMillisecond)
+            ->Iterations(4);
+    benchmark::Initialize(&count, arguments);
+    benchmark::RunSpecifiedBenchmarks();
+}
