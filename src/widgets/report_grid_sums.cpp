@@ -94,6 +94,7 @@ std::vector<ReportGrid::Sum> ReportGrid::sumsOf(std::size_t first, std::size_t e
         if (currency == NoAmount)
             continue;
         if (std::exchange(last, currency) != currency) {
+            sums.reserve(std::min(currencyTexts_.size(), end - first)); // at once: there may be many groups
             const auto sum = std::ranges::find(sums, currencyTexts_[currency], &Sum::currency);
             ofLast = static_cast<std::size_t>(sum - sums.begin());
             if (sum == sums.end())
