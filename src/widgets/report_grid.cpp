@@ -13,6 +13,13 @@ constexpr int NarrowestColumn = 5; // characters
 
 constexpr std::string_view LineEnd = "\r\n";
 
+/// Room for all lines once some are written: a long text that grows is copied again and again.
+void makeRoom(std::string& text, std::size_t written, std::size_t all) {
+    constexpr std::size_t Some = 100;
+    if (written == Some)
+        text.reserve(text.size() / Some * all * 9 / 8);
+}
+
 void appendQuoted(std::string& text, std::string_view item, std::string_view separator) {
     const bool quoted = std::ranges::any_of(item, [&](char c) {
         return c == '"' || c == '\r' || c == '\n' || (!separator.empty() && c == separator.front());
@@ -233,7 +240,9 @@ std::size_t TextTable::memoryUse() const {
 
 std::string tabSeparated(const ReportGrid& grid, const std::vector<std::size_t>& records) {
     std::string text;
+    std::size_t written = 0;
     for (const std::size_t record : records) {
+        makeRoom(text, written++, records.size());
         for (std::size_t column = 0; column < grid.columns().size(); ++column) {
             text += column == 0 ? "" : "\t";
             const std::size_t begin = text.size();
@@ -257,8 +266,11 @@ std::string commaSeparated(const ReportGrid& grid, std::string_view listSeparato
         text += LineEnd;
     };
     addLine([&](std::size_t column) { return std::string_view(grid.columns()[column].caption); });
-    for (const std::int32_t record : grid.order())
+    std::size_t written = 0;
+    for (const std::int32_t record : grid.order()) {
+        makeRoom(text, written++, grid.order().size());
         addLine([&](std::size_t column) { return grid.item(static_cast<std::size_t>(record), column); });
+    }
     return text;
 }
 
