@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <malloc.h>
 #include <string>
+#include <unistd.h>
 
 namespace kova::bench {
 
@@ -61,7 +62,9 @@ class DayFile {
         std::filesystem::remove(name);
         return ShopDatabase::openFile(name);
     }
-    std::string name_ = (std::filesystem::temp_directory_path() / "kova-movements-bench.sqlite").string();
+    std::string name_ = (std::filesystem::temp_directory_path() /
+                         ("kova-movements-bench-" + std::to_string(getpid()) + ".sqlite"))
+                            .string();
 
   public:
     ShopDatabase database;
@@ -70,8 +73,8 @@ class DayFile {
 /// The list on the movements tab of a dialog that reads such a file.
 class MovementsTab {
   public:
-    MovementsTab(Shop& shop, const DayFile& day) : shop_(shop) {
-        shop_.component().Inizializza(day.database.connection());
+    MovementsTab(Shop& shop, const std::shared_ptr<DatabaseConnection>& day) : shop_(shop) {
+        shop_.component().Inizializza(day);
         shop_.component().SetSoftwareName("FALCA");
         shop_.component().Show(0);
         shop_.control<TabControl>("TabControl").touchTab(1);

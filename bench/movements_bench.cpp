@@ -2,17 +2,25 @@
 #include "raw_reading.h"
 
 #include <benchmark/benchmark.h>
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
 
 namespace kova::bench {
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
-struct HeadlessDay {
-    explicit HeadlessDay(std::int64_t rows) : file(rows), tab(shop, file) {}
+struct HeadlessShop {
     HeadlessEventLoop loop;
     HeadlessUserInterface userInterface{[](Window&) { throw std::logic_error("no window is expected"); }};
     Shop shop{loop, userInterface};
+};
+
+struct HeadlessDay : HeadlessShop {
+    explicit HeadlessDay(std::int64_t rows) : file(rows), tab(shop, file.database.connection()) {}
     DayFile file;
     MovementsTab tab;
 };
@@ -42,13 +50,91 @@ void loadMovements(benchmark::State& state) {
 }
 #define EACH_SIZE UseManualTime()->Unit(benchmark::kMillisecond)->RangeMultiplier(10)->Range(1000, 1'000'000)
 BENCHMARK(loadMovements)->EACH_SIZE;
-// The very first list of a dialog, for which all memory is new.
-BENCHMARK(loadMovements)
-    ->Name("loadMovementsFirst")
-    ->Arg(100'000)
-    ->Iterations(1)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+
+/// What the first reading of a process takes.
+struct FirstReading {
+    double wall = 0, processor = 0; ///< seconds
+    double newPages = 0;            ///< of memory, that the system has to clear
+    std::size_t rows = 0;
+};
+
+template <class Read>
+FirstReading timed(Read read) {
+    rusage before{}, after{};
+    const auto start = Clock::now();
+    getrusage(RUSAGE_SELF, &before);
+    const std::size_t rows = read();
+    getrusage(RUSAGE_SELF, &after);
+    const auto used = [](const rusage& usage) {
+        return static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+               static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+    };
+    return {seconds(Clock::now() - start), used(after) - used(before),
+            static_cast<double>(after.ru_minflt - before.ru_minflt), rows};
+}
+
+constexpr const char *RawKind = "raw", *ListKind = "list";
+
+/// Reads such a file for the first time, and prints what that took.
+void printFirstReading(const std::string& kind, const std::string& file) {
+    FirstReading taken;
+    if (kind == RawKind) {
+        RawReading raw(file, DayFile::query());
+        taken = timed([&] { return raw.read(); });
+    } else {
+        HeadlessShop till;
+        MovementsTab tab(till.shop, openSqlite(file));
+        taken = timed([&] {
+            tab.load();
+            return tab.grid().rows().size();
+        });
+    }
+    std::printf("%.9f %.9f %.0f %zu", taken.wall, taken.processor, taken.newPages, taken.rows);
+}
+
+/// The same in a new process of this program.
+FirstReading firstReading(const std::string& kind, const std::string& file) {
+    const std::string program = std::filesystem::read_symlink("/proc/self/exe").string();
+    FirstReading taken;
+    std::FILE* const said = popen(('"' + program + "\" " + kind + ' ' + file).c_str(), "r");
+    const bool complete = said != nullptr && std::fscanf(said, "%lf %lf %lf %zu", &taken.wall,
+                                                         &taken.processor, &taken.newPages, &taken.rows) == 4;
+    if (said == nullptr || pclose(said) != 0 || !complete)
+        throw std::runtime_error("a process that was to read failed");
+    return taken;
+}
+
+double median(std::vector<FirstReading>& readings, double FirstReading::*what) {
+    const auto middle = readings.begin() + std::ssize(readings) / 2;
+    std::ranges::nth_element(readings, middle, {}, what);
+    return (*middle).*what;
+}
+
+// The very first list of a process, for which all memory is new, beside the very first raw reading of
+// another: medians over the iterations.
+void firstList(benchmark::State& state) {
+    const DayFile day(state.range(0));
+    std::vector<FirstReading> raws, lists;
+    for (auto _ : state) {
+        raws.push_back(firstReading(RawKind, day.name()));
+        lists.push_back(firstReading(ListKind, day.name()));
+        if (raws.back().rows != lists.back().rows ||
+            raws.back().rows != static_cast<std::size_t>(state.range(0)))
+            state.SkipWithError("rows are missing");
+        state.SetIterationTime(lists.back().wall);
+    }
+    const auto report = [&](const std::string& name, double FirstReading::*what, double unit) {
+        const double raw = median(raws, what), list = median(lists, what);
+        state.counters["raw_" + name] = raw * unit;
+        state.counters["list_" + name] = list * unit;
+        if (what != &FirstReading::newPages)
+            state.counters["times_raw_" + name] = list / raw;
+    };
+    report("ms", &FirstReading::wall, 1e3);
+    report("cpu_ms", &FirstReading::processor, 1e3);
+    report("new_pages", &FirstReading::newPages, 1);
+}
+BENCHMARK(firstList)->Arg(100'000)->Iterations(15)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 /// Times a gesture on a loaded list, which `undo` takes back; `isDone` tells whether it had its effect.
 template <class Gesture, class Check, class Undo>
@@ -110,4 +196,12 @@ BENCHMARK(searchNextLetter)->EACH_SIZE;
 } // namespace
 } // namespace kova::bench
 
-BENCHMARK_MAIN();
+int main(int count, char** arguments) {
+    using namespace kova::bench;
+    if (count == 3 && arguments[1][0] != '-') {
+        printFirstReading(arguments[1], arguments[2]);
+        return 0;
+    }
+    benchmark::Initialize(&count, arguments);
+    benchmark::RunSpecifiedBenchmarks();
+}

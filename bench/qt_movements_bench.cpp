@@ -28,7 +28,7 @@ constexpr std::int64_t Rows = 100'000;
 
 /// The dialog on a 1280 × 800 surface, on its movements tab.
 struct QtDay {
-    explicit QtDay(std::int64_t rows) : file(rows), tab(shop, file) {}
+    explicit QtDay(std::int64_t rows) : file(rows), tab(shop, file.database.connection()) {}
     ~QtDay() {
         shop.component().DiscardForm();
         loop.settle();
