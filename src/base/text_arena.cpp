@@ -4,23 +4,40 @@
 #include <cstring>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 namespace kova {
 
 namespace {
 
-/// Of a text of up to 32 bytes: eight at a time, since every cell of a list comes by.
-std::size_t hashOf(std::string_view text) {
+template <class Word>
+std::uint64_t wordAt(const char* bytes) {
+    Word word{};
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+}
+
+/// Of a text of up to 32 bytes, best in its highest bits: eight at a time, since every cell of a list comes
+/// by. The last eight may overlap those before.
+std::uint64_t hashOf(std::string_view text) {
+    const char* const end = text.data() + text.size();
     std::uint64_t hash = text.size();
-    while (!text.empty()) {
+    const auto mix = [&hash](std::uint64_t part) {
+        hash = (hash ^ (hash >> 32U) ^ part) * 0x9E3779B97F4A7C15U;
+    };
+    if (text.size() >= 8) {
+        for (const char* at = text.data(); at < end - 8; at += 8)
+            mix(wordAt<std::uint64_t>(at));
+        mix(wordAt<std::uint64_t>(end - 8));
+    } else if (text.size() >= 4) {
+        mix(wordAt<std::uint32_t>(text.data()) << 32U | wordAt<std::uint32_t>(end - 4));
+    } else {
         std::uint64_t part = 0;
-        const std::size_t length = std::min(text.size(), sizeof part);
-        std::memcpy(&part, text.data(), length);
-        hash = (hash ^ part) * 0x9E3779B97F4A7C15U;
-        hash ^= hash >> 32U;
-        text.remove_prefix(length);
+        for (const char byte : text)
+            part = part << 8U | static_cast<unsigned char>(byte);
+        mix(part);
     }
-    return static_cast<std::size_t>(hash);
+    return hash;
 }
 
 } // namespace
@@ -31,10 +48,16 @@ TextArena::Place TextArena::keep(std::string_view text) {
         return Place::Empty;
     if (text.size() > LongestShort)
         return add(text);
-    Place& recent = recent_[hashOf(text) % recent_.size()];
-    if (at(recent) != text)
-        recent = add(text);
-    return recent;
+    const std::uint64_t hash = hashOf(text);
+    const auto mark = static_cast<std::uint32_t>(hash >> 20U);
+    const auto holds = [&](const Recent& recent) { return recent.mark == mark && at(recent.place) == text; };
+    auto& [latest, earlier] = recent_[hash >> (64 - RecentBits)];
+    if (holds(latest))
+        return latest.place;
+    if (!holds(earlier))
+        earlier = {add(text), mark};
+    std::swap(latest, earlier);
+    return latest.place;
 }
 
 TextArena::Place TextArena::add(std::string_view text) {

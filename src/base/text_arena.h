@@ -5,6 +5,7 @@
 #include <cstring>
 #include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kova {
@@ -32,19 +33,24 @@ class TextArena {
 
   private:
     static constexpr std::size_t PageSize = 65536;
+    static constexpr unsigned RecentBits = 11;
     static constexpr unsigned char LongLength = 255; ///< the length follows in four bytes
     struct Piece {
         std::unique_ptr<char[]> bytes;
         std::size_t pages; ///< more than one for a text that is longer than a page
     };
+    struct Recent {
+        Place place;
+        std::uint32_t mark; ///< more of its hash, so that most other texts are told apart unread
+    };
     static std::string_view longText(const char* bytes);
     Place add(std::string_view text);
     void addPages(std::size_t count);
     std::vector<Piece> pieces_;
-    std::vector<Piece> spare_;         ///< of one page each
-    std::vector<char*> pages_;         ///< by offset
-    std::size_t used_ = PageSize;      ///< of the last page
-    std::array<Place, 4096> recent_{}; ///< by a hash of the text
+    std::vector<Piece> spare_;                                         ///< of one page each
+    std::vector<char*> pages_;                                         ///< by offset
+    std::size_t used_ = PageSize;                                      ///< of the last page
+    std::array<std::pair<Recent, Recent>, 1U << RecentBits> recent_{}; ///< two for each hash of a text
 };
 
 } // namespace kova
