@@ -99,7 +99,7 @@ Query movementQuery(ProcessState& process, const std::string& date, DateTime whe
 }
 
 /// The labels that the shops' views know in Italian only.
-void relabelInGerman(std::string& cell) {
+std::string_view inGerman(std::string_view cell) {
     struct Label {
         std::string_view italian, german;
     };
@@ -107,12 +107,19 @@ void relabelInGerman(std::string& cell) {
                                                   {"fatture incassate", "Rechnungen Gesammelt"},
                                                   {"ricevute incassate", "Quittungen Gesammelt"},
                                                   {"non fiscale", "Nicht-Steuer"}}};
-    for (const auto& label : Labels) {
-        if (equalIgnoringCase(cell, label.italian)) {
-            cell = label.german;
-            return;
-        }
-    }
+    for (const auto& label : Labels)
+        if (equalIgnoringCase(cell, label.italian))
+            return label.german;
+    return cell;
+}
+
+/// A cell as it is listed; one that is no text is written into `buffer`.
+std::string_view textOf(const Value& value, std::string& buffer, const RegionalSettings& regional) {
+    if (const auto* const text = std::get_if<std::string_view>(&value))
+        return *text;
+    buffer.clear();
+    appendText(buffer, value, regional);
+    return buffer;
 }
 
 /// What is listed, apart from the list: it is filled beside the user interface's thread.
@@ -126,22 +133,19 @@ void addMovements(Movements& movements, Recordset rows, const RegionalSettings& 
     const std::size_t fields = rows.fieldCount();
     for (std::size_t i = 0; i < fields; ++i)
         movements.captions.push_back(rows.fieldName(i));
-    std::string cell;
+    std::string buffer;
     DateTime newest = DateTime::min();
     for (std::size_t j = 0; !rows.endOfFile(); ++j, rows.moveNext()) {
         movements.records.addRecord();
         for (std::size_t i = 0; i < fields; ++i) {
-            cell.clear();
-            const Value value = NullToDefault(rows.field(i), "");
+            const Value value = rows.field(i);
             const auto* const time = i == TimeField ? std::get_if<DateTime>(&value) : nullptr;
             if (time != nullptr && *time >= newest) {
                 newest = *time;
                 movements.newest = j;
             }
-            appendText(cell, value, regional);
-            if (german)
-                relabelInGerman(cell);
-            movements.records.addItem(j, cell);
+            const std::string_view cell = textOf(value, buffer, regional);
+            movements.records.addItem(j, german ? inGerman(cell) : cell);
         }
     }
 }

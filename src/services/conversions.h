@@ -58,6 +58,8 @@ std::string shortDate(DateTime time, const RegionalSettings& regional);
 /// The region's general form: short date and time, the time left out at midnight; of TimeOfDayDate the time
 /// alone.
 std::string generalDate(DateTime time, const RegionalSettings& regional);
+/// The same behind `text`; for many in a row.
+void appendGeneralDate(std::string& text, DateTime time, const RegionalSettings& regional);
 
 /// Writes dates as literals of SQL Server that mean the same whatever the language of the login.
 class SqlDateFormatter {

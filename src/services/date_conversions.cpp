@@ -123,6 +123,30 @@ void appendNumber(std::string& text, std::int64_t number, bool twoDigits) {
     }
 }
 
+void appendShortDate(std::string& text, local_days day, const RegionalSettings& regional) {
+    const year_month_day date(day);
+    const std::size_t start = text.size();
+    const auto add = [&](std::int64_t value) {
+        if (text.size() > start)
+            text += regional.dateSeparator;
+        appendNumber(text, value, regional.twoDigitDayAndMonth);
+    };
+    const auto dayNumber = static_cast<unsigned>(date.day());
+    const auto monthNumber = static_cast<unsigned>(date.month());
+    const auto yearNumber = static_cast<int>(date.year());
+    switch (regional.dateOrder) {
+    case Order::MonthDayYear:
+        add(monthNumber), add(dayNumber), add(yearNumber);
+        break;
+    case Order::YearMonthDay:
+        add(yearNumber), add(monthNumber), add(dayNumber);
+        break;
+    case Order::DayMonthYear:
+        add(dayNumber), add(monthNumber), add(yearNumber);
+        break;
+    }
+}
+
 } // namespace
 
 std::string twoDigits(std::int64_t number) {
@@ -149,37 +173,23 @@ std::optional<DateTime> parseDate(std::string_view text, const RegionalSettings&
 }
 
 std::string shortDate(DateTime time, const RegionalSettings& regional) {
-    const year_month_day date(floor<days>(time));
     std::string text;
-    const auto add = [&](std::int64_t value) {
-        if (!text.empty())
-            text += regional.dateSeparator;
-        appendNumber(text, value, regional.twoDigitDayAndMonth);
-    };
-    const auto dayNumber = static_cast<unsigned>(date.day());
-    const auto monthNumber = static_cast<unsigned>(date.month());
-    const auto yearNumber = static_cast<int>(date.year());
-    switch (regional.dateOrder) {
-    case Order::MonthDayYear:
-        add(monthNumber), add(dayNumber), add(yearNumber);
-        break;
-    case Order::YearMonthDay:
-        add(yearNumber), add(monthNumber), add(dayNumber);
-        break;
-    case Order::DayMonthYear:
-        add(dayNumber), add(monthNumber), add(yearNumber);
-        break;
-    }
+    appendShortDate(text, floor<days>(time), regional);
     return text;
 }
 
 std::string generalDate(DateTime time, const RegionalSettings& regional) {
-    const auto day = floor<days>(time);
     std::string text;
+    appendGeneralDate(text, time, regional);
+    return text;
+}
+
+void appendGeneralDate(std::string& text, DateTime time, const RegionalSettings& regional) {
+    const auto day = floor<days>(time);
     if (day != TimeOfDayDate) {
-        text = shortDate(time, regional);
+        appendShortDate(text, day, regional);
         if (time == day)
-            return text;
+            return;
         text += ' ';
     }
     const hh_mm_ss clock(floor<seconds>(time - day));
@@ -192,7 +202,6 @@ std::string generalDate(DateTime time, const RegionalSettings& regional) {
     }
     if (twelve)
         text += ' ' + (hour < 12 ? regional.beforeNoon : regional.afterNoon);
-    return text;
 }
 
 std::string SqlDateFormatter::FormatSqlDate(const std::string& text) const {

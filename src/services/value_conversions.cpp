@@ -33,7 +33,7 @@ void appendText(std::string& text, const Value& value, const RegionalSettings& r
                           [&](double v) { text += toText(v, regional); },
                           [&](Decimal v) { text += toText(v, regional); },
                           [&](std::string_view v) { text += v; },
-                          [&](DateTime v) { text += generalDate(v, regional); },
+                          [&](DateTime v) { appendGeneralDate(text, v, regional); },
                           [&](LongDecimal v) { text += toText(v, regional); }},
                value);
 }
