@@ -84,24 +84,15 @@ void Snapshot::endRow() {
     ++rowCount_;
 }
 
-void Snapshot::add(std::int64_t bits, Kind kind, std::uint8_t scale) {
-    bits_.push_back(bits);
-    meanings_.push_back(static_cast<Meaning>(static_cast<unsigned>(kind) | unsigned{scale} << ScaleShift));
-}
-
-void Snapshot::add(std::string_view text, Kind kind) {
-    add(std::int64_t{static_cast<std::uint32_t>(texts_.keep(text))}, kind);
-}
-
 void Snapshot::add(const Value& value) {
     std::visit(Overloaded{
-                   [this](Null) { add(0, Kind::Nothing); },
-                   [this](bool v) { add(v ? 1 : 0, Kind::Boolean); },
-                   [this](std::int64_t v) { add(v, Kind::Integer); },
-                   [this](double v) { add(std::bit_cast<std::int64_t>(v), Kind::Real); },
-                   [this](Decimal v) { add(v.unscaled, Kind::Exact, v.scale); },
-                   [this](std::string_view v) { add(v, Kind::Text); },
-                   [this](DateTime v) { add(v.time_since_epoch().count(), Kind::Time); },
+                   [this](Null) { addNull(); },
+                   [this](bool v) { addBoolean(v); },
+                   [this](std::int64_t v) { addInteger(v); },
+                   [this](double v) { addReal(v); },
+                   [this](Decimal v) { addExact(v); },
+                   [this](std::string_view v) { addText(v); },
+                   [this](DateTime v) { addTime(v); },
                    [this](LongDecimal v) { add(v.digits, Kind::LongExact); },
                },
                value);

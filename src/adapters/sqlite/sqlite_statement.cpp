@@ -45,15 +45,15 @@ constexpr std::int64_t LargestMoney = std::numeric_limits<std::int64_t>::max() /
 class ColumnReader {
   public:
     ColumnReader(sqlite3_stmt* statement, int column);
-    /// The current row's cell. A text is valid until the next step.
-    [[nodiscard]] Value read() const;
+    /// Appends the current row's cell.
+    void readInto(Snapshot& snapshot) const;
 
   private:
     enum class Declared { Anything, Boolean, Real, Money, Time };
     static Declared declaredType(const char* declaration);
-    [[nodiscard]] Value readInteger() const;
-    [[nodiscard]] Value readReal() const;
-    [[nodiscard]] Value readBytes() const;
+    void readInteger(Snapshot& snapshot) const;
+    void readReal(Snapshot& snapshot) const;
+    void readBytes(Snapshot& snapshot) const;
 
     sqlite3_stmt* statement_;
     int column_;
@@ -140,7 +140,7 @@ std::shared_ptr<const Snapshot> SqliteStatement::readAll() {
     }
     while (step()) {
         for (const ColumnReader& column : columns)
-            snapshot->add(column.read());
+            column.readInto(*snapshot);
         snapshot->endRow();
     }
     return snapshot;
@@ -167,45 +167,45 @@ ColumnReader::Declared ColumnReader::declaredType(const char* declaration) {
     return Declared::Anything;
 }
 
-Value ColumnReader::read() const {
+void ColumnReader::readInto(Snapshot& snapshot) const {
     switch (sqlite3_column_type(statement_, column_)) {
     case SQLITE_NULL:
-        return Null{};
+        return snapshot.addNull();
     case SQLITE_INTEGER:
-        return readInteger();
+        return readInteger(snapshot);
     case SQLITE_FLOAT:
-        return readReal();
+        return readReal(snapshot);
     default:
-        return readBytes();
+        return readBytes(snapshot);
     }
 }
 
-Value ColumnReader::readInteger() const {
+void ColumnReader::readInteger(Snapshot& snapshot) const {
     const std::int64_t value = sqlite3_column_int64(statement_, column_);
     if (declared_ == Declared::Boolean)
-        return value != 0;
+        return snapshot.addBoolean(value != 0);
     if (declared_ == Declared::Real)
-        return static_cast<double>(value);
+        return snapshot.addReal(static_cast<double>(value));
     if (declared_ == Declared::Money && value >= -LargestMoney && value <= LargestMoney)
-        return Decimal{value * MoneyFactor, MoneyScale};
-    return value;
+        return snapshot.addExact({value * MoneyFactor, MoneyScale});
+    snapshot.addInteger(value);
 }
 
-Value ColumnReader::readReal() const {
+void ColumnReader::readReal(Snapshot& snapshot) const {
     const double value = sqlite3_column_double(statement_, column_);
     if (declared_ == Declared::Money && std::fabs(value) <= static_cast<double>(LargestMoney))
-        return Decimal{std::llround(value * MoneyFactor), MoneyScale};
-    return value;
+        return snapshot.addExact({std::llround(value * MoneyFactor), MoneyScale});
+    snapshot.addReal(value);
 }
 
-Value ColumnReader::readBytes() const {
+void ColumnReader::readBytes(Snapshot& snapshot) const {
     const void* bytes = sqlite3_column_text(statement_, column_);
     const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_, column_));
     const std::string_view text = bytes ? std::string_view(static_cast<const char*>(bytes), size) : "";
     if (declared_ == Declared::Time)
         if (const auto time = parseIsoDateTime(text))
-            return *time;
-    return text;
+            return snapshot.addTime(*time);
+    snapshot.addText(text);
 }
 
 } // namespace kova
