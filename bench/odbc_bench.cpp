@@ -4,12 +4,20 @@
 #include "shop/shop_database.h"
 
 #include <benchmark/benchmark.h>
+#include <sql.h>
+#include <sqlext.h>
+#include <sqlucode.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <chrono>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <optional>
+#include <vector>
 
 namespace kova::bench {
 namespace {
@@ -109,10 +117,12 @@ struct Sources {
 Sources* sources = nullptr;
 double embeddedSeconds = 0; ///< of one read
 
-/// Reads all movements with seven columns of every kind; returns the seconds of one read.
+/// All movements with seven columns of every kind.
+const Query query{"SELECT DataOperazione, TipoOperazione, idpagamento, ImportoIncassato, Valuta, Note,"
+                  " idutente FROM [dbo].[tabPagamentiScontriniBackoffice]"};
+
+/// Returns the seconds of one read.
 double readAll(benchmark::State& state, DatabaseConnection& connection) {
-    const Query query{"SELECT DataOperazione, TipoOperazione, idpagamento, ImportoIncassato, Valuta, Note,"
-                      " idutente FROM [dbo].[tabPagamentiScontriniBackoffice]"};
     resetPeakMemory();
     const double before = peakMemory();
     double seconds = 0;
@@ -140,6 +150,134 @@ void odbcMovements(benchmark::State& state) {
     state.counters["times_embedded"] = seconds / embeddedSeconds;
 }
 BENCHMARK(odbcMovements)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// What any program does that fetches the movements: ODBC's own calls, with every column bound to a variable
+/// of the kind that the adapter reads it as, and none of it kept.
+class BareReading {
+  public:
+    BareReading(const std::string& connectionString, std::size_t rowsAtATime) : rows_(rowsAtATime) {
+        SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment_);
+        SQLSetEnvAttr(environment_, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+        SQLAllocHandle(SQL_HANDLE_DBC, environment_, &connection_);
+        std::string text = connectionString;
+        require(SQLDriverConnect(connection_, nullptr, characters(text), SQL_NTS, nullptr, 0, nullptr,
+                                 SQL_DRIVER_NOPROMPT));
+    }
+    BareReading(const BareReading&) = delete;
+    BareReading& operator=(const BareReading&) = delete;
+    ~BareReading() {
+        SQLDisconnect(connection_);
+        SQLFreeHandle(SQL_HANDLE_DBC, connection_);
+        SQLFreeHandle(SQL_HANDLE_ENV, environment_);
+    }
+    /// Returns how many rows there were.
+    std::size_t read() {
+        SQLHSTMT statement = nullptr;
+        require(SQLAllocHandle(SQL_HANDLE_STMT, connection_, &statement));
+        std::string text = query.text;
+        require(SQLExecDirect(statement, characters(text), SQL_NTS));
+        SQLULEN fetched = 1;
+        if (rows_.size() > 1) {
+            SQLSetStmtAttr(statement, SQL_ATTR_ROW_BIND_TYPE, reinterpret_cast<SQLPOINTER>(sizeof(Row)), 0);
+            SQLSetStmtAttr(statement, SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(rows_.size()), 0);
+            SQLSetStmtAttr(statement, SQL_ATTR_ROWS_FETCHED_PTR, &fetched, 0);
+        }
+        bind(statement);
+        std::size_t count = 0;
+        for (; SQL_SUCCEEDED(SQLFetch(statement)); count += fetched)
+            benchmark::ClobberMemory();
+        SQLFreeHandle(SQL_HANDLE_STMT, statement);
+        return count;
+    }
+
+  private:
+    struct Row {
+        SQL_TIMESTAMP_STRUCT time;
+        SQLBIGINT activity, payment, user;
+        char amount[64];
+        SQLWCHAR currency[64], note[256];
+        SQLLEN sizes[7]; ///< or SQL_NULL_DATA
+    };
+    void bind(SQLHSTMT statement) {
+        Row& row = rows_.front();
+        const auto column = [&](SQLUSMALLINT number, SQLSMALLINT kind, auto& cell) {
+            require(SQLBindCol(statement, number, kind, &cell, sizeof cell, &row.sizes[number - 1]));
+        };
+        column(1, SQL_C_TYPE_TIMESTAMP, row.time);
+        column(2, SQL_C_SBIGINT, row.activity);
+        column(3, SQL_C_SBIGINT, row.payment);
+        column(4, SQL_C_CHAR, row.amount);
+        column(5, SQL_C_WCHAR, row.currency);
+        column(6, SQL_C_WCHAR, row.note);
+        column(7, SQL_C_SBIGINT, row.user);
+    }
+    static SQLCHAR* characters(std::string& text) { return reinterpret_cast<SQLCHAR*>(text.data()); }
+    static void require(SQLRETURN result) {
+        if (!SQL_SUCCEEDED(result))
+            throw std::runtime_error("the bare calls failed");
+    }
+    SQLHENV environment_ = nullptr;
+    SQLHDBC connection_ = nullptr;
+    std::vector<Row> rows_;
+};
+
+/// What reads took, each; the processor's time is this process's alone.
+struct Times {
+    void take(const auto& read) {
+        const auto start = std::chrono::steady_clock::now();
+        const double processorStart = processorSeconds();
+        read();
+        processor.push_back(processorSeconds() - processorStart);
+        wall.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    }
+    static double processorSeconds() {
+        timespec time{};
+        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+    }
+    static double median(std::vector<double>& values) {
+        std::ranges::nth_element(values, values.begin() + std::ssize(values) / 2);
+        return values[values.size() / 2];
+    }
+    std::vector<double> processor, wall;
+};
+
+// The adapter in turns with the bare calls, which fetch so many rows at a time. A result that is kept until
+// the next one is there, as catalogues are, leaves its memory to the one after that; else the memory is new.
+void odbcAndBareCalls(benchmark::State& state) {
+    const std::string text = sources->server.connectionString();
+    const auto adapter = openOdbc(text);
+    BareReading bare(text, static_cast<std::size_t>(state.range(0)));
+    Times ours, bares;
+    std::optional<Recordset> kept;
+    for (auto _ : state) {
+        bares.take([&] {
+            if (bare.read() != movements)
+                state.SkipWithError("the bare calls did not fetch all movements");
+        });
+        ours.take([&] {
+            const Recordset rows = adapter->query(query);
+            if (rows.recordCount() != movements)
+                state.SkipWithError("not all movements were read");
+            if (state.range(1) != 0)
+                kept = rows;
+        });
+    }
+    state.counters["bare_cpu_ms"] = Times::median(bares.processor) * 1e3;
+    state.counters["cpu_ms"] = Times::median(ours.processor) * 1e3;
+    state.counters["times_bare_cpu"] = Times::median(ours.processor) / Times::median(bares.processor);
+    state.counters["bare_ms"] = Times::median(bares.wall) * 1e3;
+    state.counters["ms"] = Times::median(ours.wall) * 1e3;
+    state.counters["times_bare"] = Times::median(ours.wall) / Times::median(bares.wall);
+}
+BENCHMARK(odbcAndBareCalls)
+    ->ArgNames({"rows", "kept"})
+    ->Args({1, 0})
+    ->Args({1, 1})
+    ->Args({64, 1})
+    ->Iterations(15)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 } // namespace
 } // namespace kova::bench

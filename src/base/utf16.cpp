@@ -2,6 +2,8 @@
 
 #include "base/utf8.h"
 
+#include <algorithm>
+
 namespace kova {
 namespace {
 
@@ -33,6 +35,14 @@ std::u16string toUtf16(std::string_view text) {
 }
 
 void appendUtf16(std::string& utf8, std::u16string_view text) {
+    const auto isPlain = [](char16_t unit) { return unit < 0x80; };
+    if (std::ranges::all_of(text, isPlain)) { // as nearly all texts are
+        const std::size_t start = utf8.size();
+        utf8.resize(start + text.size());
+        std::ranges::transform(text, utf8.begin() + std::ptrdiff_t(start),
+                               [](char16_t unit) { return static_cast<char>(unit); });
+        return;
+    }
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char16_t unit = text[i];
         if (unit < 0x80) {

@@ -112,6 +112,9 @@ TEST(OdbcHostHandle, OfOdbc2GivesTheSameCellsAndErrors) {
         "SEND 28 0343490b 2907 05ffbf692ac9 6f08 08e8b30000ff818b01 2b07 0a7f2220fac443490b3c00"};
     EXPECT_EQ(rowsOf(connection->query(times)),
               Rows{"05.02.2026|23:59:59|05.02.2026 23:59:59|06.02.2026 00:30:00"});
+    const Query many{"WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 999) "
+                     "SELECT i, iif(i % 3, NULL, 'n. ' || i) FROM n"};
+    EXPECT_EQ(rowsOf(connection->query(many)), rowsOf(shop.host.connection()->query(many)));
     EXPECT_EQ(databaseErrorOf([&] { (void)connection->query({"SELECT * FROM nowhere"}); }).sqlState(),
               "42S02");
 }

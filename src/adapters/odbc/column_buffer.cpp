@@ -1,9 +1,11 @@
 #include "adapters/odbc/column_buffer.h"
 
+#include "base/ascii_text.h"
 #include "base/iso_date_time.h"
 #include "base/single_precision.h"
 #include "base/utf16.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <sqlext.h>
@@ -41,8 +43,25 @@ Value localTimeOf(const char* text) {
 
 constexpr std::size_t LargestScale = 18;
 
+/// Most numbers have so few digits that nothing can overflow; nothing for any other text.
+std::optional<Decimal> shortDecimal(std::string_view number) {
+    if (number.size() < 2 || number.size() > LargestScale)
+        return std::nullopt;
+    std::int64_t unscaled = 0;
+    std::size_t point = number.size() - 1; // behind the last digit when there is none
+    for (std::size_t i = 0; i < number.size(); ++i) {
+        if (isDigit(number[i]))
+            unscaled = unscaled * 10 + (number[i] - '0');
+        else if (number[i] == '.' && point == number.size() - 1)
+            point = i;
+        else
+            return std::nullopt;
+    }
+    return Decimal{unscaled, static_cast<std::uint8_t>(number.size() - 1 - point)};
+}
+
 bool allDigits(std::string_view text) {
-    return text.find_first_not_of("0123456789") == std::string_view::npos;
+    return std::ranges::all_of(text, isDigit);
 }
 
 } // namespace
@@ -56,17 +75,7 @@ ColumnBuffer::ColumnBuffer(const OdbcStatementHandle& statement, SQLUSMALLINT po
                                       &digits, &nullable));
     appendUtf16(name_, std::u16string_view(reinterpret_cast<const char16_t*>(name)));
     kind_ = kindOf(sqlType);
-    if (kind_ == Kind::Exact || kind_ == Kind::OffsetTime) {
-        capacity_ = sizeof characters_;
-    } else if (kind_ != Kind::Text) {
-        capacity_ = sizeof fixed_;
-    } else if (size > 0 && size <= LongestBoundText) {
-        // Bytes that are no text arrive as two characters each.
-        wide_.resize(2 * size + 1);
-        capacity_ = static_cast<SQLLEN>(wide_.size() * sizeof(char16_t));
-    } else {
-        wide_.resize(PieceSize);
-    }
+    target_ = targetOf(kind_, size);
 }
 
 ColumnBuffer::Kind ColumnBuffer::kindOf(SQLSMALLINT sqlType) {
@@ -102,122 +111,127 @@ ColumnBuffer::Kind ColumnBuffer::kindOf(SQLSMALLINT sqlType) {
     }
 }
 
-SQLSMALLINT ColumnBuffer::targetType() const {
-    switch (kind_) {
+ColumnBuffer::Target ColumnBuffer::targetOf(Kind kind, SQLULEN characters) {
+    constexpr std::size_t PlainText = 64; // exact numbers and times with an offset lose nothing as text
+    switch (kind) {
     case Kind::Boolean:
-        return SQL_C_BIT;
+        return {SQL_C_BIT, sizeof(unsigned char)};
     case Kind::Integer:
-        return SQL_C_SBIGINT;
+        return {SQL_C_SBIGINT, sizeof(SQLBIGINT)};
     case Kind::Single:
-        return SQL_C_FLOAT;
+        return {SQL_C_FLOAT, sizeof(float)};
     case Kind::Real:
-        return SQL_C_DOUBLE;
+        return {SQL_C_DOUBLE, sizeof(double)};
     case Kind::Exact:
     case Kind::OffsetTime:
-        return SQL_C_CHAR;
+        return {SQL_C_CHAR, PlainText};
     case Kind::Time:
-        return SQL_C_TYPE_TIMESTAMP;
+        return {SQL_C_TYPE_TIMESTAMP, sizeof(SQL_TIMESTAMP_STRUCT)};
     case Kind::TimeOfDay:
-        return SQL_C_TYPE_TIME;
+        return {SQL_C_TYPE_TIME, sizeof(SQL_TIME_STRUCT)};
     case Kind::Text:
         break;
     }
-    return SQL_C_WCHAR;
+    // Bytes that are no text arrive as two characters each.
+    const bool limited = characters > 0 && characters <= LongestBoundText;
+    return {SQL_C_WCHAR, limited ? (2 * characters + 1) * sizeof(char16_t) : 0};
 }
 
-SQLPOINTER ColumnBuffer::target() {
-    switch (kind_) {
-    case Kind::Exact:
-    case Kind::OffsetTime:
-        return characters_;
-    case Kind::Text:
-        return wide_.data();
-    default:
-        return &fixed_;
-    }
+void ColumnBuffer::makeRoom(std::size_t rows) {
+    cells_ = std::make_unique_for_overwrite<std::byte[]>(rows * target_.capacity);
+    sizes_.resize(rows);
 }
 
-void ColumnBuffer::bind(const OdbcStatementHandle& statement) {
-    statement.require(SQLBindCol(statement.get(), position_, targetType(), target(), capacity_, &indicator_));
+void ColumnBuffer::bind(const OdbcStatementHandle& statement, std::size_t rows) {
+    makeRoom(rows);
+    statement.require(SQLBindCol(statement.get(), position_, target_.type, cells_.get(),
+                                 static_cast<SQLLEN>(target_.capacity), sizes_.data()));
     bound_ = true;
 }
 
-void ColumnBuffer::readInto(Snapshot& snapshot, const OdbcStatementHandle& statement) {
+void ColumnBuffer::readInto(Snapshot& snapshot, const OdbcStatementHandle& statement, std::size_t row) {
     if (!bound_)
         fetchCell(statement);
-    if (indicator_ == SQL_NULL_DATA)
-        snapshot.add(Null{});
+    if (sizes_[row] == SQL_NULL_DATA)
+        snapshot.addNull();
     else
-        snapshot.add(cell());
+        addCell(snapshot, row);
 }
 
 void ColumnBuffer::fetchCell(const OdbcStatementHandle& statement) {
+    if (sizes_.empty())
+        makeRoom(1);
     if (unlimited())
         fetchText(statement);
     else
-        statement.require(
-            SQLGetData(statement.get(), position_, targetType(), target(), capacity_, &indicator_));
+        statement.require(SQLGetData(statement.get(), position_, target_.type, cells_.get(),
+                                     static_cast<SQLLEN>(target_.capacity), sizes_.data()));
 }
 
 void ColumnBuffer::fetchText(const OdbcStatementHandle& statement) {
-    std::u16string whole;
+    std::u16string whole, piece(PieceSize, u'\0');
     for (;;) {
         SQLLEN left = 0; // bytes from here on, or SQL_NO_TOTAL
-        const auto bytes = static_cast<SQLLEN>(wide_.size() * sizeof(char16_t));
-        const auto result = SQLGetData(statement.get(), position_, SQL_C_WCHAR, wide_.data(), bytes, &left);
+        const auto bytes = static_cast<SQLLEN>(piece.size() * sizeof(char16_t));
+        const auto result = SQLGetData(statement.get(), position_, SQL_C_WCHAR, piece.data(), bytes, &left);
         if (result == SQL_NO_DATA)
             break;
         statement.require(result);
         if (left == SQL_NULL_DATA) {
-            indicator_ = SQL_NULL_DATA;
+            sizes_[0] = SQL_NULL_DATA;
             return;
         }
         const bool more = left == SQL_NO_TOTAL || left >= bytes;
-        whole.append(wide_, 0, more ? wide_.size() - 1 : static_cast<std::size_t>(left) / sizeof(char16_t));
+        whole.append(piece, 0, more ? piece.size() - 1 : static_cast<std::size_t>(left) / sizeof(char16_t));
         if (!more)
             break;
     }
     text_.clear();
     appendUtf16(text_, whole); // at once: a pair may lie across two pieces
-    indicator_ = static_cast<SQLLEN>(whole.size() * sizeof(char16_t));
+    sizes_[0] = static_cast<SQLLEN>(whole.size() * sizeof(char16_t));
 }
 
-Value ColumnBuffer::cell() {
+void ColumnBuffer::addCell(Snapshot& snapshot, std::size_t row) {
     switch (kind_) {
     case Kind::Boolean:
-        return fixed_.boolean != 0;
+        return snapshot.addBoolean(*cellAt<unsigned char>(row) != 0);
     case Kind::Integer:
-        return std::int64_t{fixed_.integer};
+        return snapshot.addInteger(*cellAt<SQLBIGINT>(row));
     case Kind::Single:
-        return withoutNoise(fixed_.single);
+        return snapshot.addReal(withoutNoise(*cellAt<float>(row)));
     case Kind::Real:
-        return fixed_.real;
+        return snapshot.addReal(*cellAt<double>(row));
     case Kind::Time:
-        return dateTimeOf(fixed_.time);
+        return snapshot.addTime(dateTimeOf(*cellAt<SQL_TIMESTAMP_STRUCT>(row)));
     case Kind::TimeOfDay:
-        return timeOfDayOf(fixed_.timeOfDay);
+        return snapshot.addTime(timeOfDayOf(*cellAt<SQL_TIME_STRUCT>(row)));
     case Kind::Exact:
-        return decimalFromText(characters_);
+        return snapshot.add(decimalFromText(cellAt<char>(row)));
     case Kind::OffsetTime:
-        return localTimeOf(characters_);
+        return snapshot.add(localTimeOf(cellAt<char>(row)));
     case Kind::Text:
-        break;
+        return snapshot.addText(text(row));
     }
+}
+
+std::string_view ColumnBuffer::text(std::size_t row) {
     if (unlimited())
-        return std::string_view(text_);
-    const auto room = capacity_ - static_cast<SQLLEN>(sizeof(char16_t));
-    if (indicator_ < 0 || indicator_ > room)
+        return text_;
+    const SQLLEN size = sizes_[row];
+    if (size < 0 || static_cast<std::size_t>(size) > target_.capacity - sizeof(char16_t))
         throw DatabaseError(DatabaseError::Unspecified,
                             "a text in column " + name_ + " is longer than the column (SQLSTATE 01004)",
                             "01004");
     text_.clear();
-    appendUtf16(text_, std::u16string_view(wide_).substr(0, static_cast<std::size_t>(indicator_) / 2));
-    return std::string_view(text_);
+    appendUtf16(text_, {cellAt<char16_t>(row), static_cast<std::size_t>(size) / sizeof(char16_t)});
+    return text_;
 }
 
 Value decimalFromText(std::string_view text) {
     const bool negative = text.starts_with('-');
     const std::string_view number = text.substr(negative || text.starts_with('+') ? 1 : 0);
+    if (const auto usual = shortDecimal(number))
+        return Decimal{negative ? -usual->unscaled : usual->unscaled, usual->scale};
     const auto point = number.find('.');
     const std::string_view whole = number.substr(0, point);
     std::string_view fraction = point == std::string_view::npos ? "" : number.substr(point + 1);

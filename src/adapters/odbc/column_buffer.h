@@ -2,14 +2,16 @@
 #include "adapters/odbc/odbc_handles.h"
 #include "ports/database.h"
 
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace kova {
 
-/// One column of a result: what it is called, what type its cells have, and, when it is bound, where the
-/// driver puts the current row's cell.
+/// One column of a result: what it is called, what type its cells have, and where the driver puts those of
+/// the rows that it fetches at a time.
 class ColumnBuffer {
   public:
     /// Asks the driver about the column; positions count from 1. Throws DatabaseError.
@@ -17,39 +19,42 @@ class ColumnBuffer {
 
     [[nodiscard]] const std::string& name() const { return name_; }
     /// Its cells may be of any length, so that no buffer can be bound.
-    [[nodiscard]] bool unlimited() const { return capacity_ == 0; }
-    /// The driver fills the buffer at each fetch from now on; the object must not move any more.
-    void bind(const OdbcStatementHandle& statement);
-    /// Appends the current row's cell. Throws DatabaseError.
-    void readInto(Snapshot& snapshot, const OdbcStatementHandle& statement);
+    [[nodiscard]] bool unlimited() const { return target_.capacity == 0; }
+    /// What a row needs of a bound buffer.
+    [[nodiscard]] std::size_t bytesPerRow() const { return target_.capacity + sizeof(SQLLEN); }
+    /// The driver fills the buffer with so many rows at each fetch from now on; it must not move any more.
+    void bind(const OdbcStatementHandle& statement, std::size_t rows);
+    /// Appends the cell of one of the rows fetched; of the only one when it is not bound. Throws
+    /// DatabaseError.
+    void readInto(Snapshot& snapshot, const OdbcStatementHandle& statement, std::size_t row);
 
   private:
     enum class Kind { Boolean, Integer, Single, Real, Exact, Text, Time, TimeOfDay, OffsetTime };
-    union Fixed {
-        unsigned char boolean;
-        SQLBIGINT integer;
-        float single;
-        double real;
-        SQL_TIMESTAMP_STRUCT time;
-        SQL_TIME_STRUCT timeOfDay;
+    struct Target {
+        SQLSMALLINT type;     ///< of a cell, as the driver gives it
+        std::size_t capacity; ///< bytes; 0 for a text of any length
     };
     static Kind kindOf(SQLSMALLINT sqlType);
-    [[nodiscard]] SQLSMALLINT targetType() const;
-    [[nodiscard]] SQLPOINTER target();
+    static Target targetOf(Kind kind, SQLULEN characters);
+    void makeRoom(std::size_t rows);
     void fetchCell(const OdbcStatementHandle& statement);
     void fetchText(const OdbcStatementHandle& statement);
-    [[nodiscard]] Value cell();
+    template <class Cell>
+    [[nodiscard]] const Cell* cellAt(std::size_t row) const {
+        return reinterpret_cast<const Cell*>(cells_.get() + row * target_.capacity);
+    }
+    void addCell(Snapshot& snapshot, std::size_t row);
+    /// Valid until the next one. Throws DatabaseError.
+    [[nodiscard]] std::string_view text(std::size_t row);
 
     SQLUSMALLINT position_;
     std::string name_;
     Kind kind_ = Kind::Text;
-    SQLLEN capacity_ = 0; ///< bytes of the buffer; 0 for a text of any length
+    Target target_{};
     bool bound_ = false;
-    SQLLEN indicator_ = 0; ///< bytes of the cell, or SQL_NULL_DATA
-    Fixed fixed_{};
-    char characters_[64] = {}; ///< exact numbers and times with an offset arrive as text, and lose nothing
-    std::u16string wide_;      ///< texts as they arrive
-    std::string text_;         ///< the current text in UTF-8
+    std::unique_ptr<std::byte[]> cells_;
+    std::vector<SQLLEN> sizes_; ///< bytes of each cell, or SQL_NULL_DATA
+    std::string text_;          ///< the current text in UTF-8
 };
 
 /// Reads a driver's text of an exact number: an optional sign, digits, a point and digits; the digits before

@@ -3,6 +3,8 @@
 #include "adapters/odbc/column_buffer.h"
 #include "base/utf16.h"
 
+#include <algorithm>
+#include <array>
 #include <sqlext.h>
 #include <sqlucode.h>
 
@@ -16,14 +18,64 @@ SQL_DATE_STRUCT dateOf(DateTime time) {
             static_cast<SQLUSMALLINT>(static_cast<unsigned>(date.day()))};
 }
 
+constexpr std::size_t MostRowsAtATime = 64;
+
+/// As many as fit into the processor's caches; one where a column's cells have to be asked for.
+std::size_t rowsAtATime(const std::list<ColumnBuffer>& columns) {
+    constexpr std::size_t BufferSize = 128 * 1024;
+    std::size_t bytesPerRow = 1;
+    for (const ColumnBuffer& column : columns) {
+        if (column.unlimited())
+            return 1;
+        bytesPerRow += column.bytesPerRow();
+    }
+    return std::clamp<std::size_t>(BufferSize / bytesPerRow, 1, MostRowsAtATime);
+}
+
 /// Drivers give each column once, from the left; behind the first column that cannot be bound none may be.
-void bindFromTheLeft(std::list<ColumnBuffer>& columns, const OdbcStatementHandle& statement) {
+void bindFromTheLeft(std::list<ColumnBuffer>& columns, const OdbcStatementHandle& statement,
+                     std::size_t rows) {
     for (ColumnBuffer& column : columns) {
         if (column.unlimited())
             return;
-        column.bind(statement);
+        column.bind(statement, rows);
     }
 }
+
+/// Fetches so many rows at a time into what is bound; a driver that can not fetches one.
+class RowFetcher {
+  public:
+    RowFetcher(const OdbcStatementHandle& statement, std::size_t rows) : statement_(statement) {
+        const auto set = [&](SQLINTEGER attribute, SQLPOINTER value) {
+            return succeeded(SQLSetStmtAttrW(statement_.get(), attribute, value, 0));
+        };
+        if (rows > 1 && set(SQL_ATTR_ROWS_FETCHED_PTR, &fetched_) &&
+            set(SQL_ATTR_ROW_STATUS_PTR, states_.data()))
+            set(SQL_ATTR_ROW_ARRAY_SIZE, attributeNumber(rows));
+    }
+    /// Returns how many rows came, none behind the last one. Throws DatabaseError.
+    std::size_t fetch() {
+        fetched_ = 1;
+        const auto result = SQLFetch(statement_.get());
+        if (result == SQL_NO_DATA)
+            return 0;
+        statement_.require(result);
+        if (result == SQL_SUCCESS_WITH_INFO && brokeOff())
+            statement_.require(SQL_ERROR);
+        return fetched_;
+    }
+
+  private:
+    /// What goes wrong in or behind some of the rows comes with them, as information.
+    [[nodiscard]] bool brokeOff() const {
+        const auto end = states_.begin() + static_cast<std::ptrdiff_t>(fetched_);
+        return std::find(states_.begin(), end, SQL_ROW_ERROR) != end ||
+               !odbcError(SQL_HANDLE_STMT, statement_.get()).sqlState().starts_with("01");
+    }
+    const OdbcStatementHandle& statement_;
+    SQLULEN fetched_ = 1;
+    std::array<SQLUSMALLINT, MostRowsAtATime> states_{};
+};
 
 } // namespace
 
@@ -81,15 +133,15 @@ std::shared_ptr<const Snapshot> OdbcStatement::readAll() {
     std::list<ColumnBuffer> columns; // never moves what the driver fills
     for (SQLSMALLINT i = 1; i <= count; ++i)
         snapshot->addColumn(columns.emplace_back(handle_, static_cast<SQLUSMALLINT>(i)).name());
-    bindFromTheLeft(columns, handle_);
-    for (;;) {
-        const auto result = SQLFetch(handle_.get());
-        if (result == SQL_NO_DATA)
-            break;
-        handle_.require(result);
-        for (ColumnBuffer& column : columns)
-            column.readInto(*snapshot, handle_);
-        snapshot->endRow();
+    const std::size_t rows = rowsAtATime(columns);
+    bindFromTheLeft(columns, handle_, rows);
+    RowFetcher fetcher(handle_, rows);
+    while (const std::size_t fetched = fetcher.fetch()) {
+        for (std::size_t row = 0; row < fetched; ++row) {
+            for (ColumnBuffer& column : columns)
+                column.readInto(*snapshot, handle_, row);
+            snapshot->endRow();
+        }
         if (rowsRead_ != nullptr)
             rowsRead_->store(snapshot->rowCount(), std::memory_order_relaxed);
     }
