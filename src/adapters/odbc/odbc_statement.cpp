@@ -22,7 +22,7 @@ constexpr std::size_t MostRowsAtATime = 64;
 
 /// As many as fit into the processor's caches; one where a column's cells have to be asked for.
 std::size_t rowsAtATime(const std::list<ColumnBuffer>& columns) {
-    constexpr std::size_t BufferSize = 128 * 1024;
+    constexpr std::size_t BufferSize = 131072; // bytes
     std::size_t bytesPerRow = 1;
     for (const ColumnBuffer& column : columns) {
         if (column.unlimited())
