@@ -116,7 +116,8 @@ void QtUserInterface::await(const Awaited& awaited, const std::function<void()>&
         const auto textNow = [&] { return text(std::chrono::seconds(clock.elapsed() / 1000)); };
         const auto sign = waitingSign(textNow());
         while (!watched->endsWithin(WaitingSign::Step)) {
-            sign->step(textNow());
+            if (sign != nullptr)
+                sign->step(textNow());
             stayAlive();
         }
         giveBackMemory(); // rows as they were read, of which a list may have been made
@@ -132,11 +133,13 @@ WindowFrame* QtUserInterface::frameInSight() const {
     return shown == frames_.rend() ? nullptr : *shown;
 }
 
-/// Over a window of ours, else where the host's window is.
+/// Over a window of ours, else where the host's window is. Null while there is no screen.
 std::unique_ptr<WaitingSign> QtUserInterface::waitingSign(const QString& text) const {
     if (WindowFrame* const shown = frameInSight())
         return std::make_unique<SignInWindow>(*shown, text);
     const QScreen* screen = QGuiApplication::primaryScreen();
+    if (screen == nullptr)
+        return nullptr;
     QRect room = screen->availableGeometry();
     if (hostWindow_ != 0) {
         const std::unique_ptr<const QWindow> below(QWindow::fromWinId(hostWindow_));
@@ -153,10 +156,10 @@ SignBeside QtUserInterface::signBeside(const std::function<QString(std::chrono::
     };
     if (const WindowFrame* const shown = frameInSight())
         return {shown->winId(), times(shown->scale(), shown->devicePixelRatioF()), text};
-    if (surface().isEmpty())
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    if (surface().isEmpty() || screen == nullptr)
         return {hostWindow_, std::nullopt, text};
-    const QScreen& screen = *QGuiApplication::primaryScreen();
-    return {hostWindow_, times(scaleOf(screen), screen.devicePixelRatio()), text};
+    return {hostWindow_, times(scaleOf(*screen), screen->devicePixelRatio()), text};
 }
 
 void QtUserInterface::retire(WindowFrame& frame) {
