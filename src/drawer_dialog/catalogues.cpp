@@ -17,17 +17,16 @@ void arrange(ButtonGrid& grid, Arrangement arrangement, std::int32_t count) {
     grid.layoutButtons();
 }
 
-/// What was loaded before serves as long as the server is silent.
-Recordset choices(ProcessState& process, ButtonGrid& grid, const std::string& query,
-                  const std::vector<ButtonGrid::Button>& before) {
+/// What a grid offers. When it cannot be read nothing is offered, unless the server is silent: then what was
+/// read before serves on.
+Recordset choices(ProcessState& process, ButtonGrid& grid, const std::string& query) {
     try {
         return process.query({query}, Word::ReadingChoices);
-    } catch (const DatabaseError&) {
-        if (process.serverSilent) {
-            for (const auto& button : before)
-                grid.addButton(button.key, button.caption, ButtonFace, colors::Black, "");
-            grid.layoutButtons();
-        }
+    } catch (...) {
+        if (process.serverSilent)
+            grid.clearSelection();
+        else
+            grid.clearButtons();
         throw;
     }
 }
@@ -38,10 +37,9 @@ Recordset choices(ProcessState& process, ButtonGrid& grid, const std::string& qu
 template <class AddRow>
 void fill(ProcessState& process, ButtonGrid& grid, const std::string& query, Arrangement arrangement,
           AddRow addRow) {
-    const auto before = grid.buttons();
-    grid.clearButtons();
     grid.setAnimated(false);
-    Recordset rows = choices(process, grid, query, before);
+    Recordset rows = choices(process, grid, query);
+    grid.clearButtons();
     arrange(grid, arrangement, rows.recordCount());
     if (rows.endOfFile())
         return;
