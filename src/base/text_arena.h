@@ -53,4 +53,25 @@ class TextArena {
     std::array<std::pair<Recent, Recent>, 1U << RecentBits> recent_{}; ///< two for each hash of a text
 };
 
+/// What is known of texts whose places came by lately: most texts of a list are of few places, and need be
+/// looked at only once.
+template <class Known>
+class KnownByPlace {
+  public:
+    explicit KnownByPlace(Known ofEmpty) { recent_.fill({TextArena::Place::Empty, ofEmpty}); }
+    /// What `find` returns, which is called where it is not known.
+    template <class Find>
+    Known of(TextArena::Place place, const Find& find) {
+        auto& [recent, known] = recent_[static_cast<std::uint32_t>(place) % recent_.size()];
+        if (recent != place) {
+            known = find();
+            recent = place;
+        }
+        return known;
+    }
+
+  private:
+    std::array<std::pair<TextArena::Place, Known>, 4096> recent_;
+};
+
 } // namespace kova

@@ -55,7 +55,7 @@ void frm_Drawer_Management::TimerAttivita_Timer() {
         markOnly(c.Pulsantiera_Attivita, ChiaveInAttesa_);
         AggiornaVariabiliSelezioneAttivita(keyToId(ChiaveInAttesa_, process_.platform.regional));
         if (process_.serverSilent) // it was not chosen; what is marked is what will be sent
-            markOnly(c.Pulsantiera_Attivita, keyOf(process_.selection.idAttivita));
+            showMark(c.Pulsantiera_Attivita, keyOf(process_.selection.idAttivita));
         if (options().PredisponiInserimentoFondoCassaIniziale && process_.selection.isOpenECRDrawer)
             parent().ApriCassetto();
         if (options().InserimentoAutomatico)

@@ -1,7 +1,6 @@
 #include "widgets/report_grid.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <functional>
 #include <numeric>
@@ -110,14 +109,10 @@ void sortByKey(Records& records, std::size_t keys, Key key) {
 
 DistinctTexts::DistinctTexts(const TextTable& table, std::size_t column) : ofRecord(table.recordCount()) {
     TextNumbers numbers(texts);
-    std::array<std::pair<TextArena::Place, std::uint32_t>, 4096> recent; // most texts are of few places
-    recent.fill({TextArena::Place::Empty, numbers.numberOf({})});
+    KnownByPlace<std::uint32_t> known(numbers.numberOf({}));
     for (std::size_t record = 0; record < ofRecord.size(); ++record) {
         const auto place = table.place(record, column);
-        auto& known = recent[static_cast<std::uint32_t>(place) % recent.size()];
-        if (known.first != place)
-            known = {place, numbers.numberOf(table.text(place))};
-        ofRecord[record] = known.second;
+        ofRecord[record] = known.of(place, [&] { return numbers.numberOf(table.text(place)); });
     }
 }
 

@@ -3,7 +3,6 @@
 #include "widgets/report_grid.h"
 
 #include <algorithm>
-#include <array>
 
 namespace kova {
 
@@ -19,17 +18,12 @@ Gesture ReportGrid::search(std::string_view text) {
 
 namespace {
 
-/// Which texts of a table have another one in them. Most are of few places, and looked at once.
+/// Which texts of a table have another one in them.
 class TextSearch {
   public:
-    TextSearch(const TextTable& table, const std::string& folded) : table_(table), wanted_(folded) {
-        recent_.fill({TextArena::Place::Empty, false});
-    }
+    TextSearch(const TextTable& table, const std::string& folded) : table_(table), wanted_(folded) {}
     bool isIn(TextArena::Place place) {
-        auto& known = recent_[static_cast<std::uint32_t>(place) % recent_.size()];
-        if (known.first != place)
-            known = {place, isIn(table_.text(place))};
-        return known.second;
+        return known_.of(place, [&] { return isIn(table_.text(place)); });
     }
     bool isIn(std::string_view text) {
         folded_.clear();
@@ -41,7 +35,7 @@ class TextSearch {
     const TextTable& table_;
     const std::string& wanted_;
     std::string folded_;
-    std::array<std::pair<TextArena::Place, bool>, 4096> recent_;
+    KnownByPlace<bool> known_{false};
 };
 
 /// No amount has another letter than that of its exponent.

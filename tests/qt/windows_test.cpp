@@ -251,6 +251,13 @@ TEST(Waiting, IsSaidOverTheDialogAndBeforeThereIsOne) {
             EXPECT_NE(window->objectName(), "waiting");
         return signs;
     };
+    bool said = false;
+    const auto say = [&](std::chrono::seconds) {
+        said = true;
+        return std::string();
+    };
+    till.userInterface.await({say, true}, [] { std::this_thread::sleep_for(100ms); });
+    EXPECT_FALSE(said) << "of what is soon over";
     EXPECT_GT(seen().first, 0);
     till.show();
     till.loop.settle();
